@@ -1,0 +1,127 @@
+#pragma once
+#include "text/fecha.h"
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+namespace quorvel {
+
+/// A refused query or a lost session: what() is the engine's own description.
+class ErrorSesion : public std::runtime_error {
+public:
+    ErrorSesion(const std::string& descripcion, std::string sql, std::string sqlstate = {})
+        : std::runtime_error(descripcion), sql(std::move(sql)), sqlstate(std::move(sqlstate)) {}
+    std::string sql, sqlstate;
+};
+
+/// A field's value: null, a whole number, a number with decimals or a text. Dates are texts "yyyy-mm-dd".
+class Value {
+public:
+    Value() = default;
+    Value(std::int64_t n) : v_(n) {}           // NOLINT: engines hand values over as they are
+    Value(double n) : v_(n) {}                 // NOLINT
+    Value(std::string t) : v_(std::move(t)) {} // NOLINT
+    [[nodiscard]] bool null() const { return std::holds_alternative<std::monostate>(v_); }
+    [[nodiscard]] bool is_text() const { return std::holds_alternative<std::string>(v_); }
+    [[nodiscard]] bool is_integer() const { return std::holds_alternative<std::int64_t>(v_); }
+    [[nodiscard]] bool is_double() const { return std::holds_alternative<double>(v_); }
+    /// Null is ''; numbers are plain digits with "." as decimal mark.
+    [[nodiscard]] std::string text() const;
+    /// Null is 0; the leading digits of a text count.
+    [[nodiscard]] std::int64_t integer() const;
+    /// Null is 0.
+    [[nodiscard]] double number() const;
+    /// The date of an ISO text; nothing for null.
+    [[nodiscard]] std::optional<Fecha> date() const;
+
+private:
+    std::variant<std::monostate, std::int64_t, double, std::string> v_;
+};
+
+/// What a column of a result holds, as far as its declaration tells.
+enum class ColumnKind { text, number, date };
+struct ColumnInfo {
+    std::string name; ///< folded to lower case, accents included
+    ColumnKind kind = ColumnKind::text;
+};
+
+/// Rows of one query. Lazy: a recordset that is only searched with FindFirst never reads its rows.
+class Recordset {
+public:
+    struct Field {
+        quorvel::Value Value;
+    };
+    virtual ~Recordset() = default;
+    /// The named column of the current row; case and accents' case do not matter, the first of two columns
+    /// with one name counts. @throws std::out_of_range for an unknown name or without a current row.
+    [[nodiscard]] virtual Field fields(std::string_view name) = 0;
+    /// True when there is no current row (the macro EOF is why the name is small).
+    [[nodiscard]] virtual bool eof() = 0;
+    virtual void MoveNext() = 0;
+    /// Searches the whole recordset, answered by a point query on its text. @param criteria "centro='1101'"
+    virtual void FindFirst(const std::string& criteria) = 0;
+    [[nodiscard]] virtual bool nomatch() const = 0;
+    /// Columns in the order of the query.
+    [[nodiscard]] virtual const std::vector<ColumnInfo>& columns() = 0;
+    /// The i-th column of the current row.
+    [[nodiscard]] virtual Value at(std::size_t i) = 0;
+};
+
+/// The host's database session. One thread only: the host's user-interface thread.
+/// Statements are complete SQL texts in the module's own dialect: dates #mm/dd/yyyy#, year() month() day()
+/// len() val(), select top 1, select … into; text equality ignores trailing blanks. One statement a call.
+class clsConexion {
+public:
+    virtual ~clsConexion() = default;
+    /// Runs a query; the recordset stands on its first row or at its end.
+    /// @throws ErrorSesion when the engine refuses it
+    [[nodiscard]] virtual std::unique_ptr<Recordset> NewRecord(const std::string& sql) = 0;
+    /// Runs a statement without rows. @return 1 done (also when it changed no row), 0 refused; never raises for
+    /// a refused statement, which leaves an open transaction usable.
+    virtual int executesql(const std::string& sql) = 0;
+    virtual void BeginTrans() = 0;
+    virtual void CommitTrans() = 0;
+    virtual void rollback() = 0;
+    /// 2 selects the file-database dialect of the numbering queries.
+    [[nodiscard]] virtual int TypeDB() const = 0;
+    /// Path of the database file, or connection text of a server.
+    [[nodiscard]] virtual std::string Name() const = 0;
+    /// The engine's description of the last refused statement, empty when none was.
+    [[nodiscard]] virtual std::string last_error() const = 0;
+    /// Rows that the last successful executesql changed.
+    [[nodiscard]] virtual std::int64_t rows_affected() const = 0;
+};
+
+/// Rolls back unless confirmed.
+class Transaccion {
+public:
+    explicit Transaccion(clsConexion& db) : db_(db) { db_.BeginTrans(); }
+    ~Transaccion() {
+        if (abierta_) try {
+                db_.rollback();
+            } catch (...) { // a lost session has rolled back already
+            }
+    }
+    Transaccion(const Transaccion&) = delete;
+    Transaccion& operator=(const Transaccion&) = delete;
+    void confirmar() {
+        abierta_ = false; // a failed commit has ended the transaction
+        db_.CommitTrans();
+    }
+
+private:
+    clsConexion& db_;
+    bool abierta_ = true;
+};
+
+/// Opens a session from a connection text: "sqlite:PATH" or "postgresql://…". Defined by the engines' library.
+/// @throws ErrorSesion with a Spanish description for the user
+[[nodiscard]] std::unique_ptr<clsConexion> abrir_sesion(const std::string& conexion);
+
+} // namespace quorvel

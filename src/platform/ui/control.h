@@ -1,0 +1,58 @@
+#pragma once
+#include "platform/ui/event.h"
+#include "platform/ui/keys.h"
+
+#include <string>
+#include <string_view>
+
+namespace quorvel::ui {
+
+class Form;
+
+/// A named part of a form: state and events, no drawing. Registers itself with its form; the order of
+/// registration is the tab order.
+class Control {
+public:
+    Control(Form& form, std::string name);
+    virtual ~Control();
+    Control(const Control&) = delete;
+    Control& operator=(const Control&) = delete;
+
+    /// "TextBox", "ComboBox", … as the driver reports it.
+    [[nodiscard]] virtual std::string_view kind() const = 0;
+    [[nodiscard]] const std::string& name() const { return name_; }
+    [[nodiscard]] Form& form() const { return form_; }
+    [[nodiscard]] bool Enabled() const { return enabled_; }
+    void SetEnabled(bool enabled);
+    [[nodiscard]] bool Visible() const { return visible_; }
+    void SetVisible(bool visible);
+    /// Why a control is off, or what it does; shown when the pointer rests on it.
+    [[nodiscard]] const std::string& ToolTip() const { return tooltip_; }
+    void SetToolTip(std::string text);
+    [[nodiscard]] virtual bool takes_focus() const { return true; }
+    [[nodiscard]] bool can_focus() const { return takes_focus() && enabled_ && visible_; }
+    [[nodiscard]] bool has_focus() const;
+    /// Goes through the form's focus door. @return false when the focused control refused to be left.
+    bool SetFocus();
+    /// One key while the control has the focus; raises KeyDown first. Tab and Enter that nobody handles move on.
+    void send_key(KeyEvent& e);
+
+    Event<> Changed;          ///< anything that a view shows
+    Event<> GotFocus, LostFocus;
+    Event<bool&> Validate;    ///< before the focus leaves; true refuses
+    Event<KeyEvent&> KeyDown; ///< before the control's own handling
+
+protected:
+    friend class Form;
+    virtual void on_key(KeyEvent&) {}
+    virtual void on_enter() {}
+    /// @return false keeps the focus here
+    virtual bool on_leave() { return true; }
+
+private:
+    Form& form_;
+    std::string name_, tooltip_;
+    bool enabled_ = true, visible_ = true;
+};
+
+} // namespace quorvel::ui

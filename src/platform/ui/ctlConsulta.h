@@ -1,0 +1,57 @@
+#pragma once
+#include "platform/db/clsConexion.h"
+#include "platform/ui/control.h"
+
+#include <map>
+
+namespace quorvel::ui {
+
+/// Search list of the suite: runs a query and lets the person pick a row. Dates are shown "dd/mm/yyyy".
+class ctlConsulta : public Control {
+public:
+    using Control::Control;
+    [[nodiscard]] std::string_view kind() const override { return "ctlConsulta"; }
+    void SetConnection(clsConexion* db) { db_ = db; }
+    [[nodiscard]] const std::string& SQL() const { return sql_; }
+    /// Replaces the query; once loaded, the rows follow at once.
+    void SetSQL(std::string sql);
+    [[nodiscard]] const std::string& OrderBy() const { return order_by_; }
+    void SetOrderBy(std::string column) { order_by_ = std::move(column); }
+    void SetLayout(std::vector<int> values) { layout_ = std::move(values); } ///< only shapes the display
+    /// Columns to show and hand out, in this order; all of the query's when empty.
+    void SetColumns(std::vector<std::string> names) { wanted_ = std::move(names); }
+    /// Runs the query and shows its rows (fetched in blocks as the list is scrolled).
+    void Load();
+
+    [[nodiscard]] const std::vector<std::string>& columns() const { return names_; }
+    /// Rows read so far; `more` reads the next block. @return false when there is none
+    [[nodiscard]] const std::vector<std::vector<std::string>>& rows() const { return rows_; }
+    bool more();
+    [[nodiscard]] int current() const { return current_; }
+    void set_current(int row);
+    /// The person picks a row: Selected with the row's values in column order.
+    void pick(int row);
+    void cancel();
+    /// Moves to the first row of which a column begins with the text, accents and case ignored.
+    void search(const std::string& typed);
+
+    Event<const std::vector<std::string>&> Selected;
+    Event<> Cancelled;
+
+protected:
+    void on_key(KeyEvent& e) override; ///< arrows, Enter picks, Escape cancels, letters search
+
+private:
+    clsConexion* db_ = nullptr;
+    std::string sql_, order_by_, typed_;
+    std::vector<int> layout_;
+    std::vector<std::string> wanted_, names_;
+    std::vector<ColumnKind> kinds_;
+    std::vector<std::size_t> sources_;
+    std::vector<std::vector<std::string>> rows_;
+    std::unique_ptr<Recordset> rs_;
+    int current_ = -1;
+    bool loaded_ = false;
+};
+
+} // namespace quorvel::ui

@@ -1,0 +1,107 @@
+#pragma once
+#include "platform/db/clsConexion.h"
+#include "platform/ui/control.h"
+
+namespace quorvel::ui {
+
+/// Editable grid of the suite. Holds rows, the current cell, the open edit and the row being added; knows
+/// every editing rule that is not a form's own, so that a window and a script behave the same.
+///
+/// Data rows are 0 to Rows()-1. Row() == Rows() is the row being added: blank until something is typed
+/// (NewRowPending() 0), then pending (1) until it is left downwards or upwards, which commits it as a row.
+class ctlPlanilla : public Control {
+public:
+    struct Column {
+        std::string Caption, NumberFormat;
+        int Width = 0;
+        int Alignment = 0; ///< 1 right
+        bool Button = false;
+    };
+    ctlPlanilla(Form& form, std::string name);
+    ~ctlPlanilla() override;
+    [[nodiscard]] std::string_view kind() const override { return "ctlPlanilla"; }
+
+    [[nodiscard]] int Cols() const { return static_cast<int>(columns_.size()); }
+    void SetCols(int n); ///< keeps rows and columns that stay
+    [[nodiscard]] int Rows() const { return static_cast<int>(rows_.size()); }
+    [[nodiscard]] int Row() const { return row_; }
+    [[nodiscard]] int Col() const { return col_; }
+    /// From code: moves the current cell without asking (BeforeColUpdate is not raised); RowColChange is.
+    void SetRow(int row);
+    void SetCol(int col);
+    [[nodiscard]] std::string TextMatrix(int row, int col) const; ///< row Rows() reads the row being added
+    void SetTextMatrix(int row, int col, std::string text);
+    [[nodiscard]] Column& Columns(int i) { return columns_.at(static_cast<std::size_t>(i)); }
+    [[nodiscard]] const Column& Columns(int i) const { return columns_.at(static_cast<std::size_t>(i)); }
+    /// The column's cell in the current row; while that cell is being edited, the text of the edit.
+    [[nodiscard]] std::string Value(int col) const;
+    void SetValue(int col, std::string text);
+    [[nodiscard]] bool Locked() const { return locked_; }
+    void SetLocked(bool locked);
+    [[nodiscard]] bool EditActive() const { return editing_; }
+    [[nodiscard]] int NewRowPending() const { return pending_ ? 1 : 0; }
+    [[nodiscard]] const std::vector<std::string>& pending_cells() const { return new_row_; }
+
+    void SetConnection(clsConexion* db) { db_ = db; }
+    void SetRecordSource(std::string sql) { record_source_ = std::move(sql); }
+    [[nodiscard]] const std::string& RecordSource() const { return record_source_; }
+    /// Replaces all rows by the query's result, columns in the order of the query, numbers through the column's
+    /// NumberFormat in the Chilean form. Raises RowsChanged once. @throws ErrorSesion
+    void Load();
+    /// Appends a row given as cells joined by tabs. Raises nothing.
+    void AddItem(const std::string& text);
+    /// Removes all rows, the pending one and the open edit. Raises RowsChanged.
+    void Clear();
+    void RemoveRow(int row); ///< from code: no BeforeDelete; raises RowsChanged
+    void Refresh();
+
+    // What a person does.
+    /// Moves the current cell: commits the open edit, and the pending row when the row changes.
+    /// @return false when something refused
+    bool move_to(int row, int col);
+    /// Opens the edit of the current cell. @param keep false starts with an empty text (typing replaces)
+    bool begin_edit(bool keep = true);
+    [[nodiscard]] const std::string& edit_text() const { return edit_; }
+    void set_edit_text(std::string text); ///< the view's editor changed (already filtered)
+    /// One typed character through KeyPress. Opens an edit when none is open. @return false when discarded
+    bool type(char32_t ch);
+    /// Closes the edit through BeforeColUpdate and AfterColUpdate; an unchanged text raises neither.
+    bool commit_edit();
+    void cancel_edit();        ///< Escape: the cell's old text comes back
+    void cancel_pending_row(); ///< Escape again: the row being added is emptied; raises RowsChanged
+    bool delete_row();         ///< BeforeDelete, then removes the current row; raises RowsChanged
+    void press_button(int row, int col);
+    /// Text from the clipboard: lines and tabs fill cells, every character through the key rules.
+    void paste(const std::string& text);
+    /// Enter after this column goes to the next row; -1 = last column. Tab visits every column.
+    void SetEnterColumns(int first, int last) { enter_first_ = first; enter_last_ = last; }
+
+    Event<int&> KeyPress; ///< 0 discards the key
+    Event<int> ButtonClick;
+    Event<int, bool&> BeforeColEdit;
+    Event<int, const std::string&, bool&> BeforeColUpdate; ///< column, old text, cancel
+    Event<int> AfterColUpdate;
+    Event<bool&> BeforeDelete;
+    Event<> RowsChanged; ///< rows were removed or replaced as a whole
+    Event<int, int> RowColChange;
+
+    // What a view repaints.
+    Event<int> RowPainted; ///< cells of this row changed
+    Event<> Reset;         ///< number of rows or columns changed
+    Event<> EditChanged;   ///< an edit opened, closed or changed its text
+
+protected:
+    void on_key(KeyEvent& e) override;
+    bool on_leave() override; ///< commits the open edit, keeps the pending row
+
+private:
+    std::vector<Column> columns_;
+    std::vector<std::vector<std::string>> rows_;
+    std::vector<std::string> new_row_;
+    clsConexion* db_ = nullptr;
+    std::string record_source_, edit_, old_text_;
+    int row_ = 0, col_ = 0, enter_first_ = 0, enter_last_ = -1;
+    bool locked_ = false, editing_ = false, pending_ = false, committing_ = false;
+};
+
+} // namespace quorvel::ui

@@ -1,0 +1,87 @@
+#pragma once
+#include "platform/ui/control.h"
+#include "platform/ui/escritorio.h"
+
+#include <exception>
+#include <string>
+#include <vector>
+
+namespace quorvel::ui {
+
+/// A window without drawing: its controls by name, its focus, its life (load, show, activate, hide, unload).
+class Form {
+public:
+    Form(Escritorio& escritorio, std::string name, std::string caption);
+    virtual ~Form(); ///< leaves the desktop; the unload step is the owner's to run before
+    Form(const Form&) = delete;
+    Form& operator=(const Form&) = delete;
+
+    [[nodiscard]] const std::string& name() const { return name_; }
+    [[nodiscard]] const std::string& Caption() const { return caption_; }
+    void SetCaption(std::string caption);
+    [[nodiscard]] Escritorio& escritorio() const { return escritorio_; }
+
+    /// Runs the load step once until the form is unloaded.
+    void Load();
+    [[nodiscard]] bool loaded() const { return loaded_; }
+    /// Loads, shows without waiting, activates.
+    void Show();
+    /// Loads, shows and returns when the form is hidden or unloaded.
+    void ShowModal();
+    /// Ends a modal show and keeps the fields.
+    void Hide();
+    /// Runs the unload step when loaded, hides. Nothing when not loaded.
+    void Unload();
+    [[nodiscard]] bool visible() const { return visible_; }
+    /// The person closes the window: Form_QueryClose, which unloads unless a form says otherwise.
+    void close_by_user() { atender([this] { Form_QueryClose(); }); }
+    /// The form has become the top one (shown, or what covered it closed).
+    void activate() { atender([this] { Form_Activate(); }); }
+
+    [[nodiscard]] const std::vector<Control*>& controls() const { return controls_; }
+    /// By name without regard to case; nullptr when there is none.
+    [[nodiscard]] Control* find(std::string_view name) const;
+    [[nodiscard]] Control* active_control() const { return active_; }
+    /// The focus door: the old control may refuse before the new one gets the focus.
+    bool set_active(Control* control);
+    /// Runs what leaving the focused control runs, and keeps the focus. @return false when it refuses.
+    bool commit_active();
+    void focus_next(bool backwards = false);
+    /// A key to what has the focus, then the form's own keys (menu shortcuts, toolbar keys).
+    void send_key(KeyEvent& e);
+
+    /// The only catch of a form's events: shows the error's own description, critical, "Mensaje".
+    template <class F> void atender(F&& evento) {
+        try {
+            evento();
+        } catch (const std::exception& e) {
+            critico(e.what());
+        }
+    }
+    // Message boxes, all titled "Mensaje".
+    void critico(const std::string& texto);
+    void exclamacion(const std::string& texto);
+    void informacion(const std::string& texto);
+    [[nodiscard]] bool pregunta(const std::string& texto); ///< Yes and No; true for Yes
+
+    Event<> Changed, FocusMoved, Closed;
+
+protected:
+    virtual void Form_Load() {}
+    virtual void Form_Activate() {}
+    virtual void Form_Unload() {}
+    virtual void Form_QueryClose() { Unload(); }
+    virtual void Form_KeyDown(KeyEvent&) {} ///< keys that the focused control did not handle
+
+private:
+    friend class Control;
+    void adopt(Control* control);
+    void abandon(Control* control);
+    Escritorio& escritorio_;
+    std::string name_, caption_;
+    std::vector<Control*> controls_;
+    Control* active_ = nullptr;
+    bool loaded_ = false, visible_ = false, moving_focus_ = false;
+};
+
+} // namespace quorvel::ui

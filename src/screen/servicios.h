@@ -1,0 +1,18 @@
+#pragma once
+#include "platform/report/report.h"
+#include "platform/ui/escritorio.h"
+#include "text/fecha.h"
+
+#include <filesystem>
+
+namespace quorvel {
+
+/// What the screen needs beside the two sessions; handed in, never global.
+struct Servicios {
+    ui::Escritorio& escritorio;
+    const Reloj& reloj;
+    ReportPrinter& impresor;
+    std::filesystem::path carpeta; ///< the program's own folder: settings file, attachments, drafts
+};
+
+} // namespace quorvel
