@@ -1,0 +1,23 @@
+#pragma once
+#include "platform/db/clsConexion.h"
+#include "voucher/comprobante.h"
+
+namespace quorvel {
+
+/// Query that the search form lists: the company's vouchers, only the user's own when alias is 2.
+[[nodiscard]] std::string consulta_busqueda(int empresa, int usuario, int alias);
+/// Header of a voucher (no lines); nothing when it does not exist. @param subsistema "" takes any
+[[nodiscard]] std::optional<Comprobante> leer_cabecera(clsConexion& db, int empresa, Fecha f_comp,
+                                                       const std::string& documento,
+                                                       const std::string& num_docum,
+                                                       const std::string& subsistema = {});
+/// Query of a voucher's lines in grid-column order, for the grid's RecordSource.
+[[nodiscard]] std::string consulta_lineas(const Clave& clave);
+/// True when a voucher of that date, kind and number exists; false also when the database refuses to say.
+[[nodiscard]] bool ExisteComprobante(clsConexion& db, const Clave& clave);
+/// File names of an attachment set, in the order of their correlative; set 0 has none.
+[[nodiscard]] std::vector<std::string> leer_adjuntos(clsConexion& db, const std::string& conjunto);
+/// Attachment set of a voucher: its own when it has one, otherwise the greatest of all companies plus one.
+[[nodiscard]] std::string numero_adjunto(clsConexion& db, const std::optional<Clave>& clave);
+
+} // namespace quorvel

@@ -1,0 +1,38 @@
+#pragma once
+#include "voucher/comprobante.h"
+#include "voucher/configuracion.h"
+
+#include <functional>
+#include <map>
+
+namespace quorvel {
+
+struct OpcionesGrabar {
+    bool nuevo = false;
+    std::int64_t numero_propuesto = 0; ///< proposal when the kind was chosen; a lower number is not recorded
+    bool registrar_cierre = false;     ///< the closing voucher just generated
+    int anio = 0;                      ///< open year, for the closing data
+    Fecha hoy{};
+    /// After a cut: the key that the voucher had, so that its invoice follows.
+    std::optional<Clave> clave_anterior;
+    /// Called inside the transaction when the proposed attachment set belongs to another voucher by now:
+    /// moves the files from the first set to the second. @return false stops the save
+    std::function<bool(const std::string& de, const std::string& a)> mover_adjuntos;
+};
+struct ResultadoGrabar {
+    std::string error;               ///< empty when saved
+    std::string comprobante_adjunto; ///< the set that was written
+};
+/// Writes the voucher in one transaction: header, last issued number, closing data, lines, attachment rows.
+/// The totals are summed again from the lines. Another user's lock stops it. Nothing is written on failure.
+[[nodiscard]] ResultadoGrabar GrabarComprobante(clsConexion& db, const Comprobante& c,
+                                                const OpcionesGrabar& o);
+/// Takes the voucher's amounts out of the balances, marks it "X", deletes its lines, in one transaction.
+/// @return the failing step's text, empty when done
+[[nodiscard]] std::string AnularComprobante(clsConexion& db, const Comprobante& c, Fecha f_ult_modificacion);
+/// Deletes lines, attachment rows (never of set 0) and header in one transaction.
+/// @return the engine's description, empty when done
+[[nodiscard]] std::string EliminarComprobante(clsConexion& db, const Clave& clave,
+                                              const std::string& conjunto);
+
+} // namespace quorvel
