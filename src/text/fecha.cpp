@@ -1,0 +1,97 @@
+#include "text/fecha.h"
+
+#include <array>
+#include <cstdio>
+#include <ctime>
+
+namespace quorvel {
+namespace {
+
+struct Partes {
+    std::array<int, 3> numero{};
+    std::array<std::size_t, 3> digitos{};
+};
+
+std::string_view sin_blancos(std::string_view t) {
+    while (!t.empty() && t.front() == ' ') t.remove_prefix(1);
+    while (!t.empty() && t.back() == ' ') t.remove_suffix(1);
+    return t;
+}
+
+/// Three groups of digits with "/" or "-" between them.
+std::optional<Partes> partir(std::string_view texto) {
+    texto = sin_blancos(texto);
+    Partes p;
+    std::size_t grupo = 0;
+    for (const char c : texto) {
+        if (c == '/' || c == '-') {
+            if (p.digitos[grupo] == 0 || ++grupo > 2) return std::nullopt;
+            continue;
+        }
+        if (c < '0' || c > '9' || ++p.digitos[grupo] > 4) return std::nullopt;
+        p.numero[grupo] = p.numero[grupo] * 10 + (c - '0');
+    }
+    if (grupo != 2 || p.digitos[2] == 0) return std::nullopt;
+    return p;
+}
+
+std::optional<Fecha> armar(int anio, int mes, int dia) {
+    const Fecha f{std::chrono::year{anio}, std::chrono::month{static_cast<unsigned>(mes)},
+                  std::chrono::day{static_cast<unsigned>(dia)}};
+    if (anio < 1 || mes > 12 || dia > 31 || !f.ok()) return std::nullopt;
+    return f;
+}
+
+std::string escribir(const char* patron, int a, int b, int c) {
+    std::array<char, 48> texto{};
+    const int n = std::snprintf(texto.data(), texto.size(), patron, a, b, c);
+    return std::string(texto.data(), static_cast<std::size_t>(n));
+}
+
+std::tm ahora() {
+    const std::time_t t = std::time(nullptr);
+    std::tm local{};
+    localtime_r(&t, &local);
+    return local;
+}
+
+} // namespace
+
+std::optional<Fecha> leer_fecha(std::string_view texto) {
+    const auto p = partir(texto);
+    if (!p || p->digitos[2] != 4) return std::nullopt;
+    return armar(p->numero[2], p->numero[1], p->numero[0]);
+}
+
+std::optional<Fecha> leer_fecha_mdy(std::string_view texto) {
+    const auto p = partir(texto);
+    if (!p || p->digitos[2] != 4) return std::nullopt;
+    return armar(p->numero[2], p->numero[0], p->numero[1]);
+}
+
+std::optional<Fecha> leer_fecha_iso(std::string_view iso) {
+    iso = sin_blancos(iso);
+    if (iso.size() > 10 && (iso[10] == ' ' || iso[10] == 'T')) iso = iso.substr(0, 10);
+    const auto p = partir(iso);
+    if (!p || p->digitos[0] != 4) return std::nullopt;
+    return armar(p->numero[0], p->numero[1], p->numero[2]);
+}
+
+std::string fecha_dmy(Fecha f) { return escribir("%02d/%02d/%04d", dia(f), mes(f), anio(f)); }
+std::string fecha_mdy(Fecha f) { return escribir("%02d/%02d/%04d", mes(f), dia(f), anio(f)); }
+std::string fecha_iso(Fecha f) { return escribir("%04d-%02d-%02d", anio(f), mes(f), dia(f)); }
+
+Fecha RelojSistema::hoy() const {
+    const std::tm t = ahora();
+    return Fecha{std::chrono::year{t.tm_year + 1900}, std::chrono::month{static_cast<unsigned>(t.tm_mon + 1)},
+                 std::chrono::day{static_cast<unsigned>(t.tm_mday)}};
+}
+
+std::string RelojSistema::hora() const {
+    const std::tm t = ahora();
+    std::array<char, 24> texto{};
+    const int n = std::snprintf(texto.data(), texto.size(), "%02d:%02d", t.tm_hour, t.tm_min);
+    return std::string(texto.data(), static_cast<std::size_t>(n));
+}
+
+} // namespace quorvel
