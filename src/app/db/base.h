@@ -1,0 +1,58 @@
+#pragma once
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace quorvel {
+
+/// A connection for the tools that look after the database itself: the engine's own SQL, whole scripts, rows
+/// of texts. The vouchers' statements never pass here.
+class Base {
+public:
+    using Filas = std::vector<std::vector<std::string>>;
+    virtual ~Base() = default;
+    /// Runs every statement of a script, in the engine's own dialect.
+    /// @throws ErrorSesion with the engine's description
+    virtual void ejecutar(const std::string& guion) = 0;
+    /// Rows of one query; null reads ''. @throws ErrorSesion
+    [[nodiscard]] virtual Filas consultar(const std::string& sql) = 0;
+    /// "sqlite" or "postgres": the name of the engine's schema file.
+    [[nodiscard]] virtual std::string motor() const = 0;
+    /// Rows (table, column) of every table of the database.
+    [[nodiscard]] virtual Filas columnas() = 0;
+    /// Rows (name) of every index of the database.
+    [[nodiscard]] virtual Filas indices() = 0;
+};
+
+/// Whether an embedded database that does not exist may come into being.
+enum class Abrir { existente, crear };
+
+/// @param conexion "sqlite:PATH", a plain path or "postgresql://…"
+/// @throws ErrorSesion
+[[nodiscard]] std::unique_ptr<Base> abrir_base(const std::string& conexion, Abrir modo);
+/// "sqlite:PATH" for a plain path; connection texts come back as they are.
+[[nodiscard]] std::string normalizar_conexion(const std::string& conexion);
+
+/// All or nothing: what was run since is undone unless confirmed.
+class Lote {
+public:
+    explicit Lote(Base& base) : base_(base) { base_.ejecutar("begin"); }
+    ~Lote() {
+        if (abierto_) try {
+                base_.ejecutar("rollback");
+            } catch (...) { // the connection is gone and the changes with it
+            }
+    }
+    Lote(const Lote&) = delete;
+    Lote& operator=(const Lote&) = delete;
+    void confirmar() {
+        base_.ejecutar("commit");
+        abierto_ = false;
+    }
+
+private:
+    Base& base_;
+    bool abierto_ = true;
+};
+
+} // namespace quorvel

@@ -1,0 +1,17 @@
+#pragma once
+#include <string>
+#include <vector>
+
+namespace quorvel {
+
+/// What a database lacks (tables, columns, indexes) and which of its data contradict each other, one sentence
+/// each in Spanish; nothing when all is well. Reads only.
+/// @throws ErrorSesion when the database cannot be read
+[[nodiscard]] std::vector<std::string> revisar(const std::string& conexion);
+
+/// Creates the indexes that are missing and lets the engine take new statistics.
+/// @return how many were created
+/// @throws ErrorSesion naming the index that the data refuse
+int afinar(const std::string& conexion);
+
+} // namespace quorvel
