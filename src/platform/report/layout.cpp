@@ -1,0 +1,197 @@
+#include "platform/report/layout.h"
+
+#include "platform/report/texto.h"
+#include "text/letras_utf8.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace quorvel::report {
+
+namespace {
+
+/// A band with its texts fitted: how high it has become and what is on it, from its own top.
+struct SetBand {
+    double height = 0;
+    Page items;
+};
+
+struct Grown {
+    double from, bottom, by;
+};
+
+/// How far an item moves down because texts above it have grown.
+double shifted(const std::vector<Grown>& grown, double y) {
+    double by = 0;
+    for (const Grown& g : grown)
+        if (y >= g.bottom - 0.01) by = std::max(by, g.by);
+    return by;
+}
+double stretched(const std::vector<Grown>& grown, double y, double h) {
+    double by = 0;
+    for (const Grown& g : grown)
+        if (y <= g.from + 0.01 && y + h >= g.bottom - 0.01) by = std::max(by, g.by);
+    return by;
+}
+
+void set_ruler(const Item& i, Page& page) {
+    const auto marks = [&](double length, auto&& mark) {
+        for (int n = 0; n * i.step <= length + 0.001; ++n) mark(n, n * i.step);
+    };
+    Font font = i.font;
+    font.size = 5;
+    const double h = line_height(font);
+    marks(i.w, [&](int n, double at) {
+        page.lines.push_back({i.x + at, i.y, i.x + at, i.y + i.h, n % 5 ? 0.05 : 0.15});
+        page.texts.push_back({i.x + at + 0.4, i.y, 8, h, Align::left, font, std::to_string(std::lround(at))});
+    });
+    marks(i.h, [&](int n, double at) {
+        page.lines.push_back({i.x, i.y + at, i.x + i.w, i.y + at, n % 5 ? 0.05 : 0.15});
+        if (n)
+            page.texts.push_back(
+                {i.x + 0.4, i.y + at, 8, h, Align::left, font, std::to_string(std::lround(at))});
+    });
+}
+
+class Composer {
+public:
+    Composer(const Definition& d, const Data& data, const MeasureText& measure)
+        : d_(d), data_(data), measure_(measure) {
+        for (const Band* b : d.bands())
+            for (const Item& i : b->items)
+                for (const auto& name : i.text.summed()) sums_[name] = 0;
+    }
+
+    Layout run() {
+        out_.width = d_.width;
+        out_.height = d_.height;
+        row_ = data_.rows.empty() ? -1 : 0;
+        open_page();
+        for (std::size_t i = 0; i < data_.rows.size(); ++i) put_row(static_cast<int>(i));
+        if (d_.totals.source_line) put_totals();
+        close_page();
+        const std::string pages = std::to_string(out_.pages.size());
+        for (Page& p : out_.pages)
+            for (PlacedText& t : p.texts)
+                t.text = reemplazar(t.text, std::string_view(&PAGES_MARK, 1), pages);
+        return std::move(out_);
+    }
+
+private:
+    [[nodiscard]] Context context(int row) const {
+        return {&data_, row, static_cast<int>(out_.pages.size()), &sums_};
+    }
+
+    /// Room for rows ends here.
+    [[nodiscard]] double limit() const { return d_.height - d_.bottom - d_.page_footer.height; }
+
+    SetBand set(const Band& band, const Context& c) const {
+        SetBand s;
+        if (!band.source_line || !band.when.holds(c)) return s;
+        s.height = band.height;
+        std::vector<std::pair<const Item*, FittedText>> texts;
+        std::vector<Grown> grown;
+        for (const Item& i : band.items) {
+            if (i.kind != ItemKind::text || !i.when.holds(c)) continue;
+            texts.emplace_back(&i, fit_text(i, i.text.evaluate(c), measure_));
+            const auto& t = texts.back().second;
+            const double needs = static_cast<double>(t.lines.size()) * line_height(t.font);
+            if (i.wrap && needs > i.h + 0.01) grown.push_back({i.y, i.y + i.h, needs - i.h});
+        }
+        for (const Grown& g : grown) s.height = std::max(s.height, band.height + g.by);
+        for (const auto& [i, t] : texts) {
+            double y = i->y + shifted(grown, i->y);
+            for (const auto& line : t.lines) {
+                if (!line.empty())
+                    s.items.texts.push_back({i->x, y, i->w, line_height(t.font), i->align, t.font, line});
+                y += line_height(t.font);
+            }
+        }
+        for (const Item& i : band.items) {
+            if (i.kind == ItemKind::text || !i.when.holds(c)) continue;
+            const double y = i.y + shifted(grown, i.y), h = i.h + stretched(grown, i.y, i.h);
+            if (i.kind == ItemKind::line) s.items.lines.push_back({i.x, y, i.x + i.w, y + h, i.pen});
+            if (i.kind == ItemKind::box) s.items.boxes.push_back({i.x, y, i.w, h, i.pen, i.gray});
+            if (i.kind == ItemKind::ruler) set_ruler(i, s.items);
+        }
+        return s;
+    }
+
+    void place(const SetBand& s, double at) {
+        const double dx = d_.left + d_.offset_x, dy = at + d_.offset_y;
+        Page& p = out_.pages.back();
+        for (PlacedText t : s.items.texts) {
+            t.x += dx;
+            t.y += dy;
+            p.texts.push_back(std::move(t));
+        }
+        for (const PlacedLine& l : s.items.lines)
+            p.lines.push_back({l.x1 + dx, l.y1 + dy, l.x2 + dx, l.y2 + dy, l.pen});
+        for (const PlacedBox& b : s.items.boxes)
+            p.boxes.push_back({b.x + dx, b.y + dy, b.w, b.h, b.pen, b.gray});
+    }
+
+    void flow(const SetBand& s) {
+        place(s, y_);
+        y_ += s.height;
+    }
+
+    void open_page() {
+        out_.pages.emplace_back();
+        y_ = d_.top;
+        rows_on_page_ = 0;
+        const Context first = context(data_.rows.empty() ? -1 : 0);
+        flow(set(d_.page_header, first));
+        flow(set(d_.table_header, first));
+        if (out_.pages.size() > 1) flow(set(d_.carried_in, context(row_)));
+    }
+
+    void close_page() { place(set(d_.page_footer, context(row_)), limit()); }
+
+    void next_page() {
+        flow(set(d_.carried_out, context(row_)));
+        close_page();
+        open_page();
+    }
+
+    void put_row(int i) {
+        if (!d_.detail.source_line || !d_.detail.when.holds(context(i))) return;
+        SetBand s = set(d_.detail, context(i));
+        if (y_ + s.height > limit() - d_.carried_out.height + 0.001 && rows_on_page_ > 0) {
+            next_page();
+            s = set(d_.detail, context(i)); // a text may show the page
+        }
+        row_ = i;
+        for (auto& [name, sum] : sums_)
+            sum += data_.rows[static_cast<std::size_t>(i)][static_cast<std::size_t>(data_.column(name))]
+                       .number();
+        flow(s);
+        ++rows_on_page_;
+    }
+
+    void put_totals() {
+        SetBand s = set(d_.totals, context(row_));
+        if (y_ + s.height > limit() + 0.001 && rows_on_page_ > 0) {
+            next_page();
+            s = set(d_.totals, context(row_));
+        }
+        if (d_.totals.at_bottom) y_ = std::max(y_, limit() - s.height);
+        flow(s);
+    }
+
+    const Definition& d_;
+    const Data& data_;
+    const MeasureText& measure_;
+    Layout out_;
+    double y_ = 0;
+    int row_ = -1, rows_on_page_ = 0;
+    std::map<std::string, double> sums_;
+};
+
+} // namespace
+
+Layout compose(const Definition& d, const Data& data, const MeasureText& measure) {
+    return Composer(d, data, measure).run();
+}
+
+} // namespace quorvel::report
