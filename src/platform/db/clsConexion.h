@@ -82,8 +82,8 @@ public:
     /// Runs a query; the recordset stands on its first row or at its end.
     /// @throws ErrorSesion when the engine refuses it
     [[nodiscard]] virtual std::unique_ptr<Recordset> NewRecord(const std::string& sql) = 0;
-    /// Runs a statement without rows. @return 1 done (also when it changed no row), 0 refused; never raises for
-    /// a refused statement, which leaves an open transaction usable.
+    /// Runs a statement without rows. @return 1 done (also when it changed no row), 0 refused; never raises
+    /// for a refused statement, which leaves an open transaction usable.
     virtual int executesql(const std::string& sql) = 0;
     virtual void BeginTrans() = 0;
     virtual void CommitTrans() = 0;
@@ -120,8 +120,17 @@ private:
     bool abierta_ = true;
 };
 
-/// Opens a session from a connection text: "sqlite:PATH" or "postgresql://…". Defined by the engines' library.
+/// Opens a session from a connection text: "sqlite:PATH" or "postgresql://…". Defined by the engines'
+/// library.
 /// @throws ErrorSesion with a Spanish description for the user
+/// A missing SQLite file is an error, so that a mistyped path does not become an empty database; "?create=1"
+/// behind the path creates it.
 [[nodiscard]] std::unique_ptr<clsConexion> abrir_sesion(const std::string& conexion);
+/// The same for a database that is to be created: a missing SQLite file is made.
+/// @throws ErrorSesion with a Spanish description for the user
+[[nodiscard]] std::unique_ptr<clsConexion> crear_sesion(const std::string& conexion);
+/// The user's own report database, created when missing. Report files stand beside it, so its file name must
+/// have eight characters ("print.db"). @param ruta plain path, "sqlite:" in front is allowed
+[[nodiscard]] std::unique_ptr<clsConexion> abrir_sesion_informes(const std::string& ruta);
 
 } // namespace quorvel

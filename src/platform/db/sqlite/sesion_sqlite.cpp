@@ -1,0 +1,273 @@
+#include "platform/db/sqlite/sesion_sqlite.h"
+
+#include "platform/db/literal_value.h"
+#include "platform/db/sqlite/columnas_sqlite.h"
+#include "text/letras_utf8.h"
+
+#include <charconv>
+#include <filesystem>
+
+namespace quorvel {
+namespace {
+
+class RecordsetSqlite final : public BufferedRecordset {
+public:
+    RecordsetSqlite(SesionSqlite& session, std::string sql, std::shared_ptr<const ResultColumns> columns)
+        : BufferedRecordset(std::move(sql), std::move(columns)), session_(session) {}
+
+protected:
+    void read(const std::string& sql, std::vector<Value>& cells) override {
+        auto columns = session_.read(sql, cells);
+        // a private table may have been made anew since the query was opened
+        if (columns->info.size() != columns_->info.size()) columns_ = std::move(columns);
+    }
+    [[nodiscard]] std::string find_sql(const std::string& criteria) const override {
+        return "select * from (" + sql_ + "\n) where " + criteria + " limit 1";
+    }
+
+private:
+    SesionSqlite& session_;
+};
+
+/// Runs its action when the statement has been used, on whatever way.
+struct Reset {
+    sqlite3_stmt* stmt;
+    ~Reset() { sqlite3_reset(stmt); }
+};
+
+void changed_case(sqlite3_context* context, sqlite3_value* value, std::string (*change)(std::string_view)) {
+    if (sqlite3_value_type(value) == SQLITE_NULL) return sqlite3_result_null(context);
+    const auto* text = reinterpret_cast<const char*>(sqlite3_value_text(value));
+    const std::string changed = change({text, static_cast<std::size_t>(sqlite3_value_bytes(value))});
+    sqlite3_result_text(context, changed.data(), static_cast<int>(changed.size()), SQLITE_TRANSIENT);
+}
+void upper(sqlite3_context* context, int, sqlite3_value** values) {
+    changed_case(context, *values, mayusculas);
+}
+void lower(sqlite3_context* context, int, sqlite3_value** values) {
+    changed_case(context, *values, minusculas);
+}
+
+} // namespace
+
+SesionSqlite::SesionSqlite(std::string path, bool create) : path_(std::move(path)) {
+    try {
+        open(create);
+    } catch (...) {
+        sqlite3_close(db_);
+        throw;
+    }
+}
+
+SesionSqlite::~SesionSqlite() {
+    forget();
+    sqlite3_close(db_);
+}
+
+void SesionSqlite::open(bool create) {
+    if (!create && !std::filesystem::exists(std::filesystem::path(path_)))
+        throw ErrorSesion("No existe la base de datos " + path_, "");
+    const int flags = SQLITE_OPEN_READWRITE | (create ? SQLITE_OPEN_CREATE : 0);
+    if (sqlite3_open_v2(path_.c_str(), &db_, flags, nullptr) != SQLITE_OK)
+        throw ErrorSesion("No se puede abrir la base de datos " + path_ + ": " + sqlite3_errmsg(db_), "");
+    sqlite3_extended_result_codes(db_, 1);
+    sqlite3_busy_timeout(db_, 5000);
+    sqlite3_db_config(db_, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
+    sqlite3_db_config(db_, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
+    constexpr int PURE = SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS;
+    sqlite3_create_function(db_, "upper", 1, PURE, nullptr, upper, nullptr, nullptr);
+    sqlite3_create_function(db_, "lower", 1, PURE, nullptr, lower, nullptr, nullptr);
+    if (sqlite3_exec(db_, "select count(*) from sqlite_master", nullptr, nullptr, nullptr) != SQLITE_OK) {
+        const int code = sqlite3_errcode(db_) & 0xFF;
+        if (code == SQLITE_NOTADB) throw ErrorSesion("El archivo " + path_ + " no es una base de datos", "");
+        if (code == SQLITE_BUSY || code == SQLITE_LOCKED) fail("");
+        throw ErrorSesion("No se puede abrir la base de datos " + path_ + ": " + sqlite3_errmsg(db_), "");
+    }
+    if (sqlite3_db_readonly(db_, "main") == 1)
+        throw ErrorSesion("La base de datos " + path_ + " es de solo lectura", "");
+    // an automatic index hashes texts with their trailing blanks and loses rows of a join
+    for (const char* pragma : {"pragma journal_mode=wal", "pragma synchronous=full", "pragma foreign_keys=on",
+                               "pragma automatic_index=off", "pragma temp_store=memory"})
+        run(pragma);
+}
+
+void SesionSqlite::fail(const std::string& sql) const {
+    const int code = sqlite3_errcode(db_) & 0xFF;
+    const std::string description = sqlite3_errmsg(db_);
+    if (code == SQLITE_BUSY || code == SQLITE_LOCKED)
+        throw ErrorSesion("La base de datos " + path_ + " está bloqueada por otro programa: " + description,
+                          sql);
+    throw ErrorSesion(description, sql);
+}
+
+void SesionSqlite::run(const std::string& command) {
+    if (sqlite3_exec(db_, command.c_str(), nullptr, nullptr, nullptr) != SQLITE_OK) fail(command);
+}
+
+sqlite3_stmt* SesionSqlite::prepare(const std::string& text, const std::string& sql) {
+    sqlite3_stmt* stmt = nullptr;
+    const int length = static_cast<int>(text.size()) + 1;
+    if (sqlite3_prepare_v3(db_, text.c_str(), length, SQLITE_PREPARE_PERSISTENT, &stmt, nullptr) != SQLITE_OK)
+        fail(sql);
+    return stmt;
+}
+
+SesionSqlite::Cache::Entry& SesionSqlite::acquire(const std::string& sql) {
+    if (!skeleton_.scan(sql)) {
+        (void)tokenize(sql); // tells what is wrong
+        throw ErrorSesion("Sentencia mal escrita", sql);
+    }
+    if (auto* known = cache_.find(skeleton_)) return *known;
+    Statement s;
+    s.translation = translate(sql, Engine::sqlite);
+    std::vector<bool> lifted(skeleton_.literals().size());
+    for (const std::size_t literal : s.translation.params) lifted[literal] = true;
+    if (s.translation.kind != Translation::Kind::definition) {
+        s.stmt = prepare(s.translation.text, sql);
+        s.columns = columnas(s.stmt);
+    }
+    return cache_.add(skeleton_, std::move(lifted), std::move(s),
+                      [](Statement& old) { sqlite3_finalize(old.stmt); });
+}
+
+void SesionSqlite::bind(const Statement& s) {
+    scratch_.clear();
+    scratch_.reserve(skeleton_.sql().size() + 16); // bound texts point into it: it must not move
+    int n = 0;
+    for (const std::size_t i : s.translation.params) {
+        const std::string_view text = skeleton_.literal(i);
+        const char* const end = text.data() + text.size();
+        ++n;
+        switch (skeleton_.literals()[i].kind) {
+        case Tok::integer: {
+            std::int64_t value = 0;
+            std::from_chars(text.data(), end, value);
+            sqlite3_bind_int64(s.stmt, n, value);
+            break;
+        }
+        case Tok::decimal: {
+            double value = 0;
+            std::from_chars(text.data(), end, value);
+            sqlite3_bind_double(s.stmt, n, value);
+            break;
+        }
+        case Tok::date: {
+            const std::size_t at = scratch_.size();
+            if (!append_iso(text, scratch_))
+                throw ErrorSesion("Fecha no válida: " + std::string(text), std::string(skeleton_.sql()));
+            sqlite3_bind_text(s.stmt, n, scratch_.data() + at, 10, SQLITE_STATIC);
+            break;
+        }
+        default: {
+            const std::string_view inside = text.substr(1, text.size() - 2);
+            if (inside.find('\'') == std::string_view::npos) {
+                sqlite3_bind_text(s.stmt, n, inside.data(), static_cast<int>(inside.size()), SQLITE_STATIC);
+                break;
+            }
+            const std::size_t at = scratch_.size();
+            append_text(text, scratch_);
+            sqlite3_bind_text(s.stmt, n, scratch_.data() + at, static_cast<int>(scratch_.size() - at),
+                              SQLITE_STATIC);
+        }
+        }
+    }
+}
+
+void SesionSqlite::step_all(sqlite3_stmt* stmt, const std::string& sql) {
+    const Reset reset{stmt};
+    int code;
+    while ((code = sqlite3_step(stmt)) == SQLITE_ROW) {
+    }
+    if (code != SQLITE_DONE) fail(sql);
+}
+
+std::shared_ptr<const ResultColumns> SesionSqlite::read(const std::string& sql, std::vector<Value>& cells) {
+    const Statement& s = acquire(sql).payload;
+    if (s.stmt == nullptr) throw ErrorSesion("La sentencia no devuelve filas", sql);
+    bind(s);
+    const Reset reset{s.stmt};
+    int code;
+    while ((code = sqlite3_step(s.stmt)) == SQLITE_ROW) {
+        const int width = sqlite3_data_count(s.stmt);
+        for (int i = 0; i < width; ++i) cells.push_back(valor(s.stmt, i));
+    }
+    if (code != SQLITE_DONE) fail(sql);
+    return s.columns;
+}
+
+std::unique_ptr<Recordset> SesionSqlite::NewRecord(const std::string& sql) {
+    try {
+        const Statement& s = acquire(sql).payload;
+        if (s.translation.kind != Translation::Kind::query)
+            throw ErrorSesion("La sentencia no devuelve filas", sql);
+        return std::make_unique<RecordsetSqlite>(*this, sql, s.columns);
+    } catch (const ErrorSesion& e) {
+        last_error_ = e.what();
+        throw;
+    }
+}
+
+int SesionSqlite::executesql(const std::string& sql) {
+    try {
+        const Statement& s = acquire(sql).payload;
+        using Kind = Translation::Kind;
+        if (s.translation.kind == Kind::definition) {
+            const std::string text = s.translation.text;
+            define(text, sql);
+        } else if (s.translation.kind == Kind::select_into) {
+            select_into(s, sql);
+        } else {
+            bind(s);
+            step_all(s.stmt, sql);
+            rows_ = s.translation.kind == Kind::statement ? sqlite3_changes64(db_) : 0;
+        }
+        last_error_.clear();
+        return 1;
+    } catch (const std::exception& e) {
+        last_error_ = e.what();
+        return 0;
+    }
+}
+
+void SesionSqlite::define(const std::string& text, const std::string& sql) {
+    forget();
+    sqlite3_stmt* stmt = prepare(text, sql);
+    struct Finalize {
+        sqlite3_stmt* stmt;
+        ~Finalize() { sqlite3_finalize(stmt); }
+    } const finalize{stmt};
+    step_all(stmt, sql);
+    rows_ = 0;
+}
+
+void SesionSqlite::select_into(const Statement& s, const std::string& sql) {
+    // "create table … as" would forget the columns' types and with them how their texts compare
+    const std::string table = "temp." + s.translation.table;
+    const std::string columns = definicion(s.stmt);
+    const std::string query = s.translation.text;
+    define("drop table if exists " + table, sql);
+    define("create table " + table + "(" + columns + ")", sql);
+    define("insert into " + table + " " + query, sql);
+    rows_ = sqlite3_changes64(db_);
+}
+
+void SesionSqlite::forget() {
+    cache_.clear([](Statement& s) { sqlite3_finalize(s.stmt); });
+}
+
+void SesionSqlite::BeginTrans() { run("begin immediate"); }
+
+void SesionSqlite::CommitTrans() {
+    try {
+        run("commit");
+    } catch (...) {
+        rollback();
+        throw;
+    }
+}
+
+void SesionSqlite::rollback() {
+    if (sqlite3_get_autocommit(db_) == 0) run("rollback");
+}
+
+} // namespace quorvel

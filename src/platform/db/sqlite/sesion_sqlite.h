@@ -1,0 +1,60 @@
+#pragma once
+#include "platform/db/buffered_recordset.h"
+#include "platform/db/clsConexion.h"
+#include "platform/db/statement_cache.h"
+#include "platform/db/translator.h"
+
+#include <sqlite3.h>
+
+namespace quorvel {
+
+/// A session on one SQLite file. Its recordsets must not outlive it.
+class SesionSqlite final : public clsConexion {
+public:
+    /// @throws ErrorSesion in Spanish: missing, not a database, locked
+    SesionSqlite(std::string path, bool create);
+    ~SesionSqlite() override;
+    SesionSqlite(const SesionSqlite&) = delete;
+    SesionSqlite& operator=(const SesionSqlite&) = delete;
+
+    [[nodiscard]] std::unique_ptr<Recordset> NewRecord(const std::string& sql) override;
+    int executesql(const std::string& sql) override;
+    void BeginTrans() override;
+    void CommitTrans() override;
+    void rollback() override;
+    [[nodiscard]] int TypeDB() const override { return 2; }
+    [[nodiscard]] std::string Name() const override { return path_; }
+    [[nodiscard]] std::string last_error() const override { return last_error_; }
+    [[nodiscard]] std::int64_t rows_affected() const override { return rows_; }
+
+    /// Appends the cells of all rows. @return the result's columns
+    std::shared_ptr<const ResultColumns> read(const std::string& sql, std::vector<Value>& cells);
+
+private:
+    struct Statement {
+        sqlite3_stmt* stmt = nullptr;
+        Translation translation;
+        std::shared_ptr<const ResultColumns> columns;
+    };
+    using Cache = StatementCache<Statement>;
+
+    void open(bool create);
+    void run(const std::string& command);
+    Cache::Entry& acquire(const std::string& sql);
+    sqlite3_stmt* prepare(const std::string& text, const std::string& sql);
+    void bind(const Statement& s);
+    void step_all(sqlite3_stmt* stmt, const std::string& sql);
+    void define(const std::string& text, const std::string& sql);
+    void select_into(const Statement& s, const std::string& sql);
+    void forget();
+    [[noreturn]] void fail(const std::string& sql) const;
+
+    std::string path_;
+    sqlite3* db_ = nullptr;
+    Cache cache_;
+    Skeleton skeleton_;
+    std::string scratch_, last_error_;
+    std::int64_t rows_ = 0;
+};
+
+} // namespace quorvel

@@ -1,0 +1,18 @@
+#pragma once
+#include <string_view>
+
+namespace quorvel::vocabulary {
+
+/// A word of the language, so never a column.
+[[nodiscard]] bool keyword(std::string_view word);
+/// A comparison may begin behind this word.
+[[nodiscard]] bool opens_condition(std::string_view word);
+/// A comparison ends before this word.
+[[nodiscard]] bool ends_condition(std::string_view word);
+[[nodiscard]] bool comparison(std::string_view op);
+/// The result is compared without regard for the column's collation.
+[[nodiscard]] bool text_function(std::string_view name);
+/// The result is a "text" whatever went in.
+[[nodiscard]] bool plain_text_function(std::string_view name);
+
+} // namespace quorvel::vocabulary
