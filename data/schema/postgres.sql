@@ -65,7 +65,7 @@ create table ctcquorvel (
 
 create unique index ctcquorvel_clave on ctcquorvel (empresa, f_comp, documento, num_docum);
 -- next voucher number of a kind and year
-create index ctcquorvel_numero on ctcquorvel (empresa, documento, (extract(year from f_comp)::integer), ((substring(num_docum from '^[0-9]{1,18}'))::bigint));
+create index ctcquorvel_numero on ctcquorvel (empresa, documento, (extract(year from f_comp)::integer), ((substring((num_docum)::text from '^ *[-+]?[0-9]{1,18}'))::bigint));
 -- next correlative of a book and month; search by book
 create index ctcquorvel_correlativo on ctcquorvel (empresa, libro, (extract(year from f_comp)::integer), (extract(month from f_comp)::integer), nro_correlativo);
 -- duplicate document, search by counterpart, list of counterparts
