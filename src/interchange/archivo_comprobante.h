@@ -1,0 +1,52 @@
+#pragma once
+#include "voucher/comprobante.h"
+
+#include <array>
+#include <filesystem>
+#include <functional>
+#include <stdexcept>
+
+namespace quorvel {
+
+inline constexpr std::size_t CAMPOS_CABECERA = 23, CAMPOS_DETALLE = 15;
+
+/// A voucher that cannot be written or a file that cannot be read: what() is for the user and names the line
+/// and the field.
+struct ErrorArchivo : std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+
+/// The file's bytes: Windows-1252, lines ended by CR LF, fields separated by ";".
+/// @param empresa toolbar caption @param moneda entry of the currency list
+/// @throws ErrorArchivo for a value with ";" or a line end, or a character that the code page lacks
+[[nodiscard]] std::string bytes_de_comprobante(const Comprobante& c, const std::string& empresa,
+                                               const std::string& moneda);
+/// Writes beside the file and renames, so that a failure leaves the old one. @throws ErrorArchivo
+void escribir_archivo(const std::filesystem::path& archivo, const std::string& bytes);
+
+/// What a file holds, in the forms that the screen shows.
+struct ComprobanteImportado {
+    bool reconocido = false; ///< false: the file is none of ours, nothing else is filled
+    bool con_cabecera = false;
+    std::string f_comp, numero, concepto, libro, rut_persona, num_ref, doc_libro, nombre, fecha_doc,
+        fecha_pago, codigo_no_recuperable, codigo_otro_impuesto, tasa_impuesto_otro, norma;
+    std::int64_t documento = 0; ///< leading number of the document code
+    std::string total_debe, total_haber;
+    int activo_fijo = 0, apertura = 0;
+    double monto_neto = 0, monto_exento = 0;
+    std::vector<std::string> filas; ///< grid row texts, cells separated by tabs
+    bool sobran_campos = false;     ///< some line had more fields than the format knows
+};
+/// Called now and then with lines done and lines in all. @return false stops with ErrorArchivo
+using AvanceLectura = std::function<bool(long hechas, long total)>;
+/// @throws ErrorArchivo
+[[nodiscard]] std::string leer_archivo(const std::filesystem::path& archivo);
+/// @param bytes Windows-1252, or UTF-8 behind its byte-order mark @throws ErrorArchivo
+[[nodiscard]] ComprobanteImportado interpretar_archivo(std::string_view bytes,
+                                                       const AvanceLectura& avance = {});
+
+/// Names of the fields as lines 1 and 3 of the file give them.
+extern const char* const NOMBRES_CABECERA;
+extern const char* const NOMBRES_DETALLE;
+
+} // namespace quorvel

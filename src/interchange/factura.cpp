@@ -1,0 +1,123 @@
+#include "interchange/factura.h"
+
+#include "platform/db/literal.h"
+#include "text/letras_utf8.h"
+#include "text/numeros.h"
+#include "text/rut.h"
+
+namespace quorvel {
+
+namespace {
+
+constexpr const char* FORMATO = "#,##0";
+
+/// A stored number as a cell shows it: "1.234" or "1,5".
+std::string mostrar(const Value& v) {
+    const double n = v.number();
+    if (n == static_cast<double>(static_cast<std::int64_t>(n))) return formato(n, FORMATO);
+    return reemplazar(v.text(), ".", ",");
+}
+
+Cliente cliente_de(Recordset& rs) {
+    const auto texto = [&](const char* columna) { return recortar_fin(rs.fields(columna).Value.text()); };
+    return {texto("cedula_ruc"), texto("n_persona"),   texto("direccion"), texto("provincia"),
+            texto("ciudad"),     texto("observacion"), texto("telefonos")};
+}
+
+} // namespace
+
+double iva_del_comprobante(const Comprobante& c, const std::string& iva_venta,
+                           const std::string& iva_compra) {
+    const std::string cuenta = c.libro == "VENTAS"    ? iva_venta
+                               : c.libro == "COMPRAS" ? iva_compra
+                                                      : std::string();
+    if (cuenta.empty()) return 0;
+    Decimal suma;
+    for (const Linea& l : c.lineas)
+        if (recortar_fin(l.centro) == recortar_fin(cuenta))
+            suma = suma + Decimal::leer(l.debe) + Decimal::leer(l.haber);
+    return suma.valor();
+}
+
+MontosFactura montos_iniciales(const std::string& total, double iva) {
+    return {iva != 0 ? formato(valnumeroformato(total) - iva, FORMATO) : std::string("0"),
+            formato(iva, FORMATO), total};
+}
+
+MontosFactura montos_del_neto(const std::string& neto) {
+    const double n = valnumeroformato(neto);
+    return {neto, formato(n * 19 / 100, FORMATO), formato(n * 1.19, FORMATO)};
+}
+
+std::string total_linea(const std::string& cantidad, const std::string& precio) {
+    return formato(valnumeroformato(cantidad) * valnumeroformato(precio), FORMATO);
+}
+
+std::optional<Cliente> buscar_cliente(clsConexion& db, const std::string& ruc) {
+    const std::string tipo = recortar(ruc);
+    if (tipo.empty()) return {};
+    const ResultadoRut chileno = validarut(tipo);
+    const auto rs = db.NewRecord("select * from admpersona where cedula_ruc=" + sql_texto(tipo) +
+                                 " or cedula_ruc=" + sql_texto(reemplazar(tipo, ".", "")) +
+                                 " or cedula_ruc=" + sql_texto(chileno.valido ? chileno.texto : tipo) +
+                                 " order by persona");
+    if (rs->eof()) return {};
+    return cliente_de(*rs);
+}
+
+std::optional<Factura> leer_factura(clsConexion& db, const Clave& k) {
+    const auto rs =
+        db.NewRecord("select * from ftcfactura where empresa=" + sql_numero(k.empresa) +
+                     " and f_comp=" + sql_fecha(k.f_comp) + " and documento=" + sql_texto(k.documento) +
+                     " and num_docum=" + sql_texto(k.num_docum));
+    if (rs->eof()) return {};
+    Factura f;
+    f.numero = recortar_fin(rs->fields("proforma").Value.text());
+    f.fecha = rs->fields("fecha").Value.date();
+    const auto persona = db.NewRecord("select * from admpersona where persona=" +
+                                      sql_numero(rs->fields("cliente").Value.integer()));
+    if (!persona->eof()) f.cliente = cliente_de(*persona);
+    const auto lineas =
+        db.NewRecord("select producto, observacion, cantidad, precio from ftdfactura where empresa=" +
+                     sql_numero(k.empresa) + " and factura=" + sql_texto(rs->fields("factura").Value.text()) +
+                     " order by val(producto)");
+    for (; !lineas->eof(); lineas->MoveNext()) {
+        LineaFactura l{recortar_fin(lineas->fields("observacion").Value.text()),
+                       mostrar(lineas->fields("cantidad").Value),
+                       mostrar(lineas->fields("precio").Value),
+                       {}};
+        l.total = total_linea(l.cantidad, l.precio);
+        f.lineas.push_back(std::move(l));
+    }
+    return f;
+}
+
+std::optional<Rechazo> ValidarFactura(const Factura& f, bool editando) {
+    constexpr int DESCRIPCION = 1, CANTIDAD = 2, PRECIO = 3;
+    const auto no = [](std::string mensaje, std::string foco, std::optional<int> fila = {},
+                       std::optional<int> col = {}) {
+        return Rechazo{std::move(mensaje), Icono::critico, std::move(foco), fila, col};
+    };
+    if (recortar(f.numero).empty()) return no("Numero de factura no válido", "txtfactura");
+    if (!f.fecha) return no("Fecha no válida", "txtfecha");
+    if (f.lineas.empty()) return no("Ingrese detalle la factura", "grdfac");
+    if (editando)
+        return no("Cuadricula en modo de edicion, cambiese de fila para cambiar el modo ", "grdfac");
+    Decimal suma;
+    for (std::size_t i = 0; i < f.lineas.size(); ++i) {
+        const LineaFactura& l = f.lineas[i];
+        const int fila = static_cast<int>(i);
+        if (recortar(l.descripcion).empty())
+            return no("Descripcion en linea " + std::to_string(i + 1), "grdfac", fila, DESCRIPCION);
+        if (recortar(l.cantidad).empty()) return no("Ingrese cantidad", "grdfac", fila, CANTIDAD);
+        if (recortar(l.precio).empty()) return no("Ingrese precio unitario", "grdfac", fila, PRECIO);
+        suma = suma + Decimal::leer(l.total);
+    }
+    const Decimal diferencia = suma - Decimal::leer(f.neto);
+    if (diferencia == Decimal()) return {};
+    return no("Total detalle " + suma.formato(FORMATO) + " es diferente a neto factura " + f.neto +
+                  ". La diferencia es " + diferencia.formato(FORMATO),
+              "");
+}
+
+} // namespace quorvel

@@ -1,0 +1,143 @@
+#include "interchange/factura.h"
+#include "platform/db/literal.h"
+#include "text/letras_utf8.h"
+#include "text/numeros.h"
+#include "text/rut.h"
+
+namespace quorvel {
+
+namespace {
+
+/// A step that failed: what() is its message.
+struct Falla : std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+
+void paso(clsConexion& db, const std::string& sql, const std::string& mensaje) {
+    if (db.executesql(sql) == 0) throw Falla(mensaje + sql);
+}
+
+/// Persons are found by RUT, whether it was stored with points or without. An empty one finds nobody: all
+/// customers without a RUT would share one person.
+std::optional<std::int64_t> persona_del_rut(clsConexion& db, const std::string& ruc) {
+    if (recortar(ruc).empty()) return {};
+    const ResultadoRut chileno = validarut(ruc);
+    const auto rs = db.NewRecord("select * from admpersona where cedula_ruc=" + sql_texto(ruc) +
+                                 " or cedula_ruc=" + sql_texto(reemplazar(ruc, ".", "")) + " or cedula_ruc=" +
+                                 sql_texto(chileno.valido ? chileno.texto : ruc) + " order by persona");
+    if (rs->eof()) return {};
+    return rs->fields("persona").Value.integer();
+}
+
+std::int64_t grabar_persona(clsConexion& db, const Cliente& c) {
+    constexpr const char* MENSAJE = "Problemas al ingresar persona sql:";
+    if (const auto persona = persona_del_rut(db, c.ruc)) {
+        paso(db,
+             "update admpersona set n_persona=" + sql_texto(c.nombre) +
+                 ",telefonos=" + sql_texto(c.telefonos) + ",ciudad=" + sql_texto(c.ciudad) +
+                 ",provincia=" + sql_texto(c.comuna) + ",direccion=" + sql_texto(c.direccion) +
+                 ",cedula_ruc=" + sql_texto(c.ruc) + ",observacion=" + sql_texto(c.giro) +
+                 " where persona= " + sql_numero(*persona),
+             MENSAJE);
+        return *persona;
+    }
+    const auto rs = db.NewRecord("select max(persona) as maximo from admpersona ");
+    if (rs->eof() || rs->fields("maximo").Value.null()) throw Falla("maximo de persona no válido");
+    const std::int64_t persona = rs->fields("maximo").Value.integer() + 1;
+    paso(db,
+         "Insert into admpersona( persona , n_persona, telefonos, ciudad, provincia, direccion, cedula_ruc, "
+         "observacion, tipo , activo) values (" +
+             sql_numero(persona) + "," + sql_texto(c.nombre) + "," + sql_texto(c.telefonos) + "," +
+             sql_texto(c.ciudad) + "," + sql_texto(c.comuna) + "," + sql_texto(c.direccion) + "," +
+             sql_texto(c.ruc) + "," + sql_texto(c.giro) + ",'J','1')",
+         MENSAJE);
+    return persona;
+}
+
+struct Montos {
+    std::string neto, iva, total;
+};
+Montos montos(const Factura& f) {
+    const auto leer = [](const std::string& texto, const char* que) {
+        const auto n = numero_sql(texto);
+        if (!n) throw Falla(std::string(que) + " no válido: " + texto);
+        return *n;
+    };
+    return {leer(f.neto, "Neto"), leer(f.iva, "Iva"), leer(f.total, "Total")};
+}
+
+/// The text column needs its maximum as a number; the number column has it.
+std::string numero_siguiente(clsConexion& db, int empresa) {
+    const std::string maximo = db.TypeDB() == 2 ? "max(val(factura))" : "max(factura)";
+    const auto rs =
+        db.NewRecord("select " + maximo + " as maximo from ftcfactura  where empresa=" + sql_numero(empresa));
+    if (rs->eof() || rs->fields("maximo").Value.null()) return "1";
+    return std::to_string(rs->fields("maximo").Value.integer() + 1);
+}
+
+std::string insertar(clsConexion& db, const Clave& k, const Factura& f, std::int64_t persona,
+                     const Montos& m) {
+    const std::string factura = numero_siguiente(db, k.empresa);
+    paso(
+        db,
+        "Insert into ftcfactura( empresa , sucursal, factura, proforma, Fecha , cliente, moneda, cotización, "
+        "descuento, descuento_esp, iva, valor_total, f_comp , documento, num_docum) values (" +
+            sql_numero(k.empresa) + ",'1'," + sql_texto(factura) + "," + sql_texto(f.numero) + "," +
+            sql_fecha(f.fecha) + "," + sql_numero(persona) + ",'PS',1,0," + m.neto + "," + m.iva + "," +
+            m.total + "," + sql_fecha(k.f_comp) + "," + sql_texto(k.documento) + "," +
+            sql_texto(k.num_docum) + ")",
+        "Problemas para grabar factura sql:");
+    return factura;
+}
+
+std::string grabar_cabecera(clsConexion& db, const Clave& k, const Factura& f, std::int64_t persona) {
+    const Montos m = montos(f);
+    const auto rs =
+        db.NewRecord("select * from ftcfactura where empresa=" + sql_numero(k.empresa) +
+                     " and f_comp=" + sql_fecha(k.f_comp) + " and documento=" + sql_texto(k.documento) +
+                     " and num_docum=" + sql_texto(k.num_docum));
+    if (rs->eof()) return insertar(db, k, f, persona, m);
+    const std::string factura = recortar_fin(rs->fields("factura").Value.text());
+    paso(db,
+         "update ftcfactura set proforma=" + sql_texto(f.numero) + ",fecha=" + sql_fecha(f.fecha) +
+             ",cliente=" + sql_numero(persona) + ",descuento_esp=" + m.neto + ",iva=" + m.iva +
+             ",valor_total=" + m.total + " where empresa=" + sql_numero(k.empresa) +
+             " and factura= " + sql_texto(factura),
+         "problemas para modificar factura sql:");
+    return factura;
+}
+
+void grabar_detalle(clsConexion& db, int empresa, const std::string& factura, const Factura& f) {
+    const Falla falla("problemas para grabar detalle factura ");
+    const std::string clave = sql_numero(empresa) + "," + sql_texto(factura) + ",";
+    if (db.executesql("delete from ftdfactura where empresa=" + sql_numero(empresa) +
+                      " and  factura= " + sql_texto(factura)) == 0)
+        throw falla;
+    int producto = 0;
+    for (const LineaFactura& l : f.lineas) {
+        const auto cantidad = numero_sql(l.cantidad), precio = numero_sql(l.precio);
+        if (!cantidad || !precio ||
+            db.executesql(
+                "Insert into ftdfactura( empresa , factura,producto, observacion,cantidad, precio) values (" +
+                clave + sql_texto(std::to_string(++producto)) + "," + sql_texto(l.descripcion) + "," +
+                *cantidad + "," + *precio + ")") == 0)
+            throw falla;
+    }
+}
+
+} // namespace
+
+std::string GrabarFactura(clsConexion& db, const Clave& clave, const Factura& f) {
+    try {
+        Transaccion t(db);
+        const std::int64_t persona = grabar_persona(db, f.cliente);
+        const std::string factura = grabar_cabecera(db, clave, f, persona);
+        grabar_detalle(db, clave.empresa, factura, f);
+        t.confirmar();
+    } catch (const std::exception& e) {
+        return e.what();
+    }
+    return {};
+}
+
+} // namespace quorvel
