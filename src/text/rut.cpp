@@ -55,8 +55,9 @@ ResultadoRut validarut(std::string_view strrut) {
 std::string con_guion(std::string_view rut) {
     std::string texto = recortar(rut);
     if (texto.empty() || texto.find('-') != std::string::npos) return texto;
-    texto.insert(texto.size() - 1, "-");
-    return texto;
+    const char ultimo = texto.back();
+    texto.back() = '-';
+    return texto + ultimo;
 }
 
 } // namespace quorvel

@@ -130,6 +130,12 @@ private:
         const bool select_list_only = clause == Clause::call;
         std::string limit;
         bool distinct = false;
+        // a grouped expression is the same one in the select list and in the order
+        const bool grouped = engine_ == Engine::postgres && has_group(i, end);
+        const auto keyed = [&](Clause c) {
+            return c == Clause::group || (c == Clause::select && (distinct || grouped)) ||
+                   (c == Clause::order && grouped);
+        };
         std::size_t item = i;
         while (i < end) {
             const Token& t = tokens_[i];
@@ -137,9 +143,8 @@ private:
             if (t.kind == Tok::name && vocabulary::keyword(t.text)) {
                 const Clause before = clause;
                 clause = clause_after(t.text, clause, select_list_only);
-                if (before != clause && (before == Clause::group || (before == Clause::select && distinct)))
-                    close_chain(item, i);
-                if (t.text == "as" && clause == Clause::select && distinct) {
+                if (before != clause && keyed(before)) close_chain(item, i);
+                if (t.text == "as" && keyed(clause)) {
                     close_chain(item, i);
                     item = i + 1;
                 }
@@ -149,7 +154,7 @@ private:
                 if (t.text == "select") distinct = is(i + 1, "distinct");
                 if (t.text == "distinct") distinct = true;
             } else if (is(i, ",")) {
-                if (clause == Clause::group || (clause == Clause::select && distinct)) close_chain(item, i);
+                if (keyed(clause)) close_chain(item, i);
                 item = i + 1;
             }
             if (compares(i)) {
@@ -157,12 +162,17 @@ private:
                 item = i + 1;
             }
             const std::size_t next = step(i, end, clause, limit);
-            if (i > 0 && is(i, "(")) text_suffix(i - 1, next, clause, distinct, end);
+            if (i > 0 && is(i, "(")) text_suffix(i - 1, next, keyed(clause), end);
             i = next;
         }
         out_at_[end] = out_.size();
-        if (clause == Clause::group || (clause == Clause::select && distinct)) close_chain(item, end);
+        if (keyed(clause)) close_chain(item, end);
         if (!limit.empty()) out_ += " limit " + limit;
+    }
+    [[nodiscard]] bool has_group(std::size_t i, std::size_t end) const {
+        for (; i < end; i = is(i, "(") ? partner_[i] + 1 : i + 1)
+            if (is(i, "group") && is(i + 1, "by")) return true;
+        return false;
     }
     static Clause clause_after(const std::string& word, Clause now, bool call) {
         if (word == "select") return Clause::select;
@@ -211,14 +221,13 @@ private:
 
     // --- text equality of expressions
     /// A text function loses the column's way of comparing; give it back where it is compared.
-    void text_suffix(std::size_t first, std::size_t next, Clause clause, bool distinct, std::size_t end) {
+    void text_suffix(std::size_t first, std::size_t next, bool keyed, std::size_t end) {
         if (tokens_[first].kind != Tok::name || !is(first + 1, "(")) return;
         const auto& functions = tokens_[first].text;
         if (!(engine_ == Engine::sqlite ? vocabulary::text_function(functions)
                                         : vocabulary::plain_text_function(functions)))
             return;
-        const bool item = (clause == Clause::group || (clause == Clause::select && distinct)) &&
-                          (next >= end || is(next, ",") || tokens_[next].kind == Tok::name);
+        const bool item = keyed && (next >= end || is(next, ",") || tokens_[next].kind == Tok::name);
         const bool right = first > 0 && comparison(first - 1) &&
                            !(first > 1 && bare_column(first - 2) && engine_ == Engine::sqlite);
         if (compares(next) || item || right) out_ += text_equality();
@@ -342,15 +351,17 @@ private:
         return is(last - 1, "integer") || is(last - 1, "int") || is(last - 1, "bigint") ? last - 2 : 0;
     }
     void leading_number(std::size_t i, std::size_t first, std::size_t last) {
-        if (engine_ == Engine::sqlite) return around("cast(", first, last, " as integer)");
-        // no digits at all is null to an index; max() and min() pass over it as over a 0
+        // an index holds the bare number; max() and min() pass over a null as over a 0
         const bool aggregate = i >= 2 && is(i - 1, "(") && (is(i - 2, "max") || is(i - 2, "min")) &&
                                partner_[i - 1] == partner_[i + 1] + 1;
         const bool indexed = result_.kind == Translation::Kind::definition;
-        if (aggregate || indexed)
-            around("(substring((", first, last, ")::text from '^ *[-+]?[0-9]{1,18}'))::bigint");
-        else
-            around("coalesce((substring((", first, last, ")::text from '^ *[-+]?[0-9]{1,18}'))::bigint, 0)");
+        const bool bare = aggregate || indexed;
+        if (engine_ == Engine::sqlite)
+            return around(bare ? "cast(" : "coalesce(cast(", first, last,
+                          bare ? " as integer)" : " as integer), 0)");
+        around(bare ? "(substring((" : "coalesce((substring((", first, last,
+               bare ? ")::text from '^ *[-+]?[0-9]{1,18}'))::bigint"
+                    : ")::text from '^ *[-+]?[0-9]{1,18}'))::bigint, 0)");
     }
     /// year(x)=A and month(x)=B and day(x)=C. @return the token behind it, 0 when something else stands here
     std::size_t whole_date(std::size_t i, std::size_t end) {

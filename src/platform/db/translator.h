@@ -17,8 +17,8 @@ enum class Engine { sqlite, postgres };
 ///               len(x)   coalesce(length(rtrim(x)), 0)
 ///   PostgreSQL  year(x)  extract(year from x)::integer           (month, day)
 ///               val(x), cast(x as integer)   (substring((x)::text from '^ *[-+]?[0-9]{1,18}'))::bigint
-///                        within max() and min(), else coalesce(that, 0)
 ///               len(x)   coalesce(length(rtrim((x)::text)), 0)
+/// A number read from a text stands as above within max(), min() and definitions, else as coalesce(that, 0).
 /// year(x)=A and month(x)=B and day(x)=C in this order become a comparison of x with that date.
 struct Translation {
     enum class Kind {

@@ -1,0 +1,68 @@
+#include "apoyo/sesiones.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+
+using namespace quorvel;
+using namespace quorvel::apoyo;
+
+namespace {
+
+std::string error_de(const std::string& conexion) {
+    try {
+        (void)abrir_sesion(conexion);
+    } catch (const ErrorSesion& e) {
+        return e.what();
+    }
+    return "";
+}
+
+TEST(Apertura, EveryMistakeHasItsSentence) {
+    const std::string carpeta = carpeta_nueva();
+    std::ofstream(carpeta + "/texto.db") << std::string(4096, 'x');
+    EXPECT_NE(error_de("mysql://x").find("Conexión no válida"), std::string::npos);
+    EXPECT_NE(error_de("").find("Conexión no válida"), std::string::npos);
+    EXPECT_NE(error_de("sqlite:").find("Conexión no válida"), std::string::npos);
+    EXPECT_EQ(error_de("sqlite:" + carpeta + "/falta.db"),
+              "No existe la base de datos " + carpeta + "/falta.db");
+    EXPECT_FALSE(std::filesystem::exists(carpeta + "/falta.db"));
+    EXPECT_EQ(error_de("sqlite:" + carpeta + "/texto.db"),
+              "El archivo " + carpeta + "/texto.db no es una base de datos");
+    EXPECT_NE(error_de("sqlite:" + carpeta).find("No se puede abrir la base de datos " + carpeta),
+              std::string::npos);
+    EXPECT_NE(error_de("sqlite:" + carpeta + "/no/hay.db?create=1").find("No se puede abrir"),
+              std::string::npos);
+    EXPECT_NE(error_de("postgresql://127.0.0.1:1/x").find("No se puede conectar"), std::string::npos);
+}
+
+TEST(Apertura, CreationAndReportDatabase) {
+    const std::string carpeta = carpeta_nueva();
+    const auto db = crear_sesion("sqlite:" + carpeta + "/nueva.db");
+    EXPECT_EQ(db->Name(), carpeta + "/nueva.db");
+    EXPECT_EQ(db->TypeDB(), 2);
+    EXPECT_EQ(error_de("sqlite:" + carpeta + "/nueva.db"), "");
+    EXPECT_EQ(abrir_sesion_informes("sqlite:" + carpeta + "/print.db")->Name(), carpeta + "/print.db");
+    EXPECT_THROW((void)abrir_sesion_informes(carpeta + "/reportes.db"), ErrorSesion);
+    EXPECT_FALSE(std::filesystem::exists(carpeta + "/reportes.db"));
+}
+
+TEST(Apertura, TwoSessionsOnOneFile) {
+    const std::string conexion = conexion_nueva(Motor::sqlite);
+    const auto a = abrir_sesion(conexion), b = abrir_sesion(conexion);
+    ejecutar(*a, "create table t (k integer)");
+    const auto leyendo = b->NewRecord("select k from t");
+    EXPECT_TRUE(leyendo->eof());
+    a->BeginTrans();
+    ejecutar(*a, "insert into t values (1)");
+    EXPECT_EQ(filas(*b, "select count(*) from t"), "0");
+    a->CommitTrans();
+    EXPECT_EQ(filas(*b, "select count(*) from t"), "1");
+    b->BeginTrans();
+    ejecutar(*b, "insert into t values (2)");
+    b->CommitTrans();
+    EXPECT_EQ(filas(*a, "select count(*) from t"), "2");
+}
+
+} // namespace

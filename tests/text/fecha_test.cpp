@@ -1,0 +1,45 @@
+#include "text/fecha.h"
+
+#include <gtest/gtest.h>
+
+using namespace quorvel;
+
+namespace {
+
+// Goal: a text is a date only when the calendar has it, and each reading knows its own order.
+TEST(Fecha, ReadingsAndForms) {
+    struct {
+        const char *texto, *dmy, *mdy, *iso; // ISO form of what is read, "" for no date
+    } casos[] = {
+        {"05/03/2024", "2024-03-05", "2024-05-03", ""},
+        {"5-3-2024", "2024-03-05", "2024-05-03", ""},
+        {"29/02/2024", "2024-02-29", "", ""},
+        {"29/02/2023", "", "", ""},
+        {"31/02/2024", "", "", ""},
+        {"12/31/2024", "", "2024-12-31", ""},
+        {"2024-03-05", "", "", "2024-03-05"},
+        {"2024-03-05 10:20:30", "", "", "2024-03-05"},
+        {"", "", "", ""},
+        {"__/__/____", "", "", ""},
+        {"01/01/24", "", "", ""},
+        {"00/01/2024", "", "", ""},
+        {"1/2/3/2024", "", "", ""},
+        {"01/01/0000", "", "", ""},
+        {" 05/03/2024 ", "2024-03-05", "2024-05-03", ""},
+        {"05/03/20245", "", "", ""},
+    };
+    const auto iso = [](const std::optional<Fecha>& f) { return f ? fecha_iso(*f) : std::string(); };
+    for (const auto& c : casos) {
+        EXPECT_EQ(iso(leer_fecha(c.texto)), c.dmy) << c.texto;
+        EXPECT_EQ(iso(leer_fecha_mdy(c.texto)), c.mdy) << c.texto;
+        EXPECT_EQ(iso(leer_fecha_iso(c.texto)), c.iso) << c.texto;
+    }
+    const Fecha f{std::chrono::year{2024} / 3 / 5};
+    EXPECT_EQ(fecha_dmy(f), "05/03/2024");
+    EXPECT_EQ(fecha_mdy(f), "03/05/2024");
+    EXPECT_EQ(RelojFijo(f).hoy(), f);
+    EXPECT_TRUE(RelojSistema{}.hoy().ok());
+    EXPECT_EQ(RelojSistema{}.hora().size(), 5U);
+}
+
+} // namespace

@@ -1,0 +1,111 @@
+#include "text/numeros.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+using namespace quorvel;
+
+namespace {
+
+TEST(Numeros, FormatoRoundsDecimalHalvesAwayFromZero) {
+    struct {
+        double valor;
+        const char *patron, *texto;
+    } casos[] = {
+        {250 * 1.19, "#,##0", "298"},
+        {-250 * 1.19, "#,##0", "-298"},
+        {2.5, "0", "3"},
+        {1299.5 * 19 / 100, "#,##0.00", "246,91"},
+        {0.5, "0", "1"},
+        {-0.4, "0", "0"},
+        {1234567, "#,##0", "1.234.567"},
+        {123, "#,##0", "123"},
+        {1234567.891, "#,##0.00", "1.234.567,89"},
+        {999999.995, "#,##0.00", "1.000.000,00"},
+        {7, "00", "07"},
+        {42, "000000", "000042"},
+        {31.5, "0.00", "31,50"},
+        {0.005, "0.00", "0,01"},
+        {0, "#,##0", "0"},
+        {1e15, "#,##0", "1.000.000.000.000.000"},
+        {std::nan(""), "0", "0"},
+        {9.5, "0", "10"},
+        {1e-40, "0.00", "0,00"},
+    };
+    for (const auto& c : casos) EXPECT_EQ(formato(c.valor, c.patron), c.texto) << c.valor << ' ' << c.patron;
+    EXPECT_EQ(formato(0, "#,##0", true), "");
+    EXPECT_EQ(Round(2.5), 2);
+    EXPECT_EQ(Round(3.5), 4);
+    EXPECT_EQ(Round(-2.5), -2);
+    EXPECT_EQ(Round(250 * 1.19), 298);
+    EXPECT_EQ(Round(2.500001), 3);
+}
+
+TEST(Numeros, Readings) {
+    struct {
+        const char* texto;
+        double base, con_formato;
+    } casos[] = {{"1.234.567", 1.234, 1234567},
+                 {"12,5", 12.5, 12.5},
+                 {"-5", -5, -5},
+                 {"", 0, 0},
+                 {"abc", 0, 0},
+                 {"12A", 12, 12},
+                 {" 7 ", 7, 7},
+                 {"1.500", 1.5, 1500},
+                 {"1e9", 1, 1},
+                 {"nan", 0, 0},
+                 {"-1.000,25", -1, -1000.25}};
+    for (const auto& c : casos) {
+        EXPECT_EQ(valnumerobase(c.texto), c.base) << c.texto;
+        EXPECT_EQ(valnumeroformato(c.texto), c.con_formato) << c.texto;
+    }
+    constexpr auto MAX = std::numeric_limits<std::int64_t>::max();
+    EXPECT_EQ(val_entero("12A"), 12);
+    EXPECT_EQ(val_entero(""), 0);
+    EXPECT_EQ(val_entero(" -8x"), -8);
+    EXPECT_EQ(val_entero("9223372036854775807"), MAX);
+    EXPECT_EQ(val_entero("999999999999999999999999999999"), MAX);
+    EXPECT_EQ(val_entero("-999999999999999999999999999999"), std::numeric_limits<std::int64_t>::min());
+    EXPECT_EQ(codigo_seis("12"), "000012");
+    EXPECT_EQ(codigo_seis("0001234567"), "1234567");
+    EXPECT_EQ(codigo_seis("12345678901234567890"), "12345678901234567890");
+    EXPECT_EQ(codigo_seis("AB12"), "AB12");
+    EXPECT_EQ(codigo_seis(""), "");
+}
+
+TEST(Numeros, OnlyNumbersBecomeLiterals) {
+    const char* const casos[][2] = {{"1.234.567", "1234567"},
+                                    {"12,5", "12.5"},
+                                    {"-5", "-5"},
+                                    {"007", "7"},
+                                    {"", "0"},
+                                    {"0", "0"},
+                                    {",5", "0.5"},
+                                    {"12,", "12"},
+                                    {" 3 ", "3"},
+                                    {"-0001,50", "-1.50"},
+                                    {"999999999999999999", "999999999999999999"}};
+    for (const auto& c : casos) EXPECT_EQ(numero_sql(c[0]), c[1]) << c[0];
+    for (const char* malo :
+         {"5+1", "1,5,2", "abc", "12A", "-", ".", "1 2", "1234567890123456789", "'", "0x10", "1e5", "--5"})
+        EXPECT_FALSE(numero_sql(malo)) << malo;
+}
+
+TEST(Numeros, DecimalSumsAreExact) {
+    Decimal suma;
+    for (int i = 0; i < 10; ++i) suma = suma + Decimal::leer("0,1");
+    EXPECT_EQ(suma, Decimal(1));
+    EXPECT_EQ((Decimal::leer("9.007.199.254.740.993") + Decimal(1)).formato("#,##0"),
+              "9.007.199.254.740.994");
+    EXPECT_EQ((Decimal(5) - Decimal::leer("7,5")).formato("#,##0.00"), "-2,50");
+    EXPECT_EQ(Decimal::leer("2,5").formato("#,##0"), "3");
+    EXPECT_EQ(Decimal::leer("0,0000005").formato("0.000000"), "0,000001");
+    EXPECT_EQ(Decimal::leer("basura"), Decimal());
+    EXPECT_LT(Decimal::leer("-1"), Decimal());
+    EXPECT_EQ(Decimal::leer("1.234,5").valor(), 1234.5);
+}
+
+} // namespace
