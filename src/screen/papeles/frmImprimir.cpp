@@ -1,0 +1,23 @@
+#include "screen/papeles/frmImprimir.h"
+
+namespace quorvel {
+
+frmImprimir::frmImprimir(ui::Escritorio& escritorio) : Form(escritorio, "frmImprimir", "Imprimir") {
+    optImprimir.SetValue(1);
+    cmdOK.Click += [this] { atender([this] { cmdOK_Click(); }); };
+    cmdCancel.Click += [this] { atender([this] { Unload(); }); };
+}
+
+void frmImprimir::cmdOK_Click() {
+    glbAceptar = true;
+    glbImprimir = optImprimir.Value() == 1;
+    Unload();
+}
+
+void frmImprimir::Form_KeyDown(ui::KeyEvent& e) {
+    if (e.key != ui::Key::escape) return;
+    e.handled = true;
+    Unload();
+}
+
+} // namespace quorvel

@@ -1,0 +1,96 @@
+#include "screen/papeles/frmcheque.h"
+
+#include "screen/papeles/elegir.h"
+
+namespace quorvel {
+
+frmcheque::frmcheque(ui::Escritorio& escritorio, EntradaCheque entrada)
+    : Form(escritorio, "frmcheque", "Cheque"), x_(std::move(entrada)) {
+    txttotal.SetRightAligned(true);
+    txttotal.Change += [this] { txttotal_Change(); };
+    cmdbanco.Click += [this] { atender([this] { cmdbanco_Click(); }); };
+    cmdaceptar.Click += [this] { atender([this] { cmdaceptar_Click(); }); };
+    cmdImprimir.Click += [this] { atender([this] { cmdImprimir_Click(); }); };
+    cmdcancelar.Click += [this] { atender([this] { Unload(); }); };
+}
+
+void frmcheque::Form_Load() {
+    Cheque propuesto;
+    propuesto.beneficiario = x_.nombre;
+    propuesto.fecha = x_.fecha_doc;
+    propuesto.cheque = x_.num_ref;
+    mostrar(leer_cheque(*x_.glbdb, x_.clave).value_or(propuesto));
+    txttotal.SetText(x_.total_debe);
+    txttotal_Change();
+}
+
+void frmcheque::mostrar(const Cheque& c) {
+    txtcheque.SetText(c.cheque);
+    txtfecha.SetDate(c.fecha);
+    txtbeneficiario.SetText(c.beneficiario);
+    txtbanco.SetText(c.banco);
+    txtCuenta.SetText(c.cuenta);
+    chknominativo.SetValue(c.nominativo);
+    chkcruzado.SetValue(c.cruzado);
+}
+
+Cheque frmcheque::leer_pantalla() const {
+    Cheque c;
+    c.cheque = txtcheque.Text();
+    c.fecha = txtfecha.date();
+    c.beneficiario = txtbeneficiario.Text();
+    c.banco = txtbanco.Text();
+    c.cuenta = txtCuenta.Text();
+    c.nominativo = chknominativo.Value();
+    c.cruzado = chkcruzado.Value();
+    return c;
+}
+
+void frmcheque::txttotal_Change() {
+    try {
+        lblmonto.SetCaption(monto_en_letras(txttotal.Text()));
+    } catch (const std::exception& e) { // half-typed amounts are no reason for a box at every key
+        lblmonto.SetCaption(e.what());
+    }
+}
+
+void frmcheque::cmdbanco_Click() {
+    const auto elegida = elegir_cuenta(escritorio(), *x_.glbdb);
+    if (!elegida) return;
+    txtbanco.SetText(elegida->codigo);
+    txtCuenta.SetText(elegida->nombre);
+    if (const auto numero = proximo_cheque(*x_.glbdb, elegida->codigo, elegida->nombre))
+        txtcheque.SetText(std::to_string(*numero));
+}
+
+bool frmcheque::grabar() {
+    const std::string error = GrabarCheque(*x_.glbdb, x_.clave, leer_pantalla());
+    if (!error.empty()) critico(error);
+    return error.empty();
+}
+
+void frmcheque::cmdaceptar_Click() {
+    grabar();
+    informacion("Cheque Grabado"); // also after a failure, whose own message came first
+}
+
+void frmcheque::cmdImprimir_Click() {
+    if (!pregunta("Esta seguro que desea imprimir") || !grabar()) return;
+    const Cheque c = leer_pantalla();
+    preparar_cheque(*x_.glbdbReport, x_.empresa, c, txttotal.Text());
+    x_.impresor->run({archivo_informe(x_.glbdbReport->Name(), "", informe_cheque(c)), "ctccheque",
+                      x_.glbdbReport, true, "Cheque " + c.cheque});
+    Unload();
+}
+
+void frmcheque::Form_KeyDown(ui::KeyEvent& e) {
+    if (e.key == ui::Key::escape) {
+        e.handled = true;
+        Unload();
+    } else if (e.ctrl && e.ch == U'y') {
+        e.handled = true;
+        cmdbanco.press();
+    }
+}
+
+} // namespace quorvel

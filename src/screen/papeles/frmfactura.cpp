@@ -1,0 +1,181 @@
+#include "screen/papeles/frmfactura.h"
+
+#include "screen/papeles/elegir.h"
+#include "text/letras_utf8.h"
+#include "text/rut.h"
+
+#include <array>
+
+namespace quorvel {
+
+namespace {
+enum Columna { SEC, DESCRIPCION, CANTIDAD, PRECIO, TOTAL, COLUMNAS };
+constexpr std::size_t LARGO_MAXIMO = 60;
+} // namespace
+
+frmfactura::frmfactura(ui::Escritorio& escritorio, EntradaFactura entrada)
+    : Form(escritorio, "frmfactura", "Información Factura"), x_(std::move(entrada)) {
+    txtNeto.SetRightAligned(true);
+    txttotal.SetRightAligned(true);
+    txtruc.SetUpperCase(true);
+    txtruc.LeftChanged += [this](bool&) { atender([this] { txtruc_LeftChanged(); }); };
+    txtNeto.LeftChanged += [this](bool&) { atender([this] { txtNeto_LeftChanged(); }); };
+    cmdrut.Click += [this] { atender([this] { cmdrut_Click(); }); };
+    cmdaceptar.Click += [this] { atender([this] { cmdaceptar_Click(); }); };
+    cmdImprimir.Click += [this] { atender([this] { cmdImprimir_Click(); }); };
+    cmdcancelar.Click += [this] { atender([this] { Unload(); }); };
+    grdfac.BeforeColEdit += [](int col, bool& cancel) { cancel = cancel || col == SEC || col == TOTAL; };
+    grdfac.BeforeColUpdate += [this](int col, const std::string&, bool& cancel) {
+        atender([&] { grdfac_BeforeColUpdate(col, cancel); });
+    };
+    grdfac.AfterColUpdate += [this](int col) { atender([&] { grdfac_AfterColUpdate(col); }); };
+    preparar_columnas();
+}
+
+void frmfactura::preparar_columnas() {
+    struct Diseno {
+        const char* titulo;
+        int ancho, alineacion;
+    };
+    constexpr std::array<Diseno, COLUMNAS> DISENO{{{"Sec", 500, 0},
+                                                   {"Descripcion", 4500, 0},
+                                                   {"Cantidad", 1100, 1},
+                                                   {"Precio", 1400, 1},
+                                                   {"Total", 1500, 1}}};
+    grdfac.SetCols(COLUMNAS);
+    for (int i = 0; i < COLUMNAS; ++i) {
+        const Diseno& d = DISENO.at(static_cast<std::size_t>(i));
+        grdfac.Columns(i).Caption = d.titulo;
+        grdfac.Columns(i).Width = d.ancho;
+        grdfac.Columns(i).Alignment = d.alineacion;
+    }
+    grdfac.SetEnterColumns(DESCRIPCION, PRECIO);
+}
+
+void frmfactura::Form_Activate() {
+    if (iniciada_) return;
+    iniciada_ = true;
+    const Comprobante& c = x_.comprobante;
+    const auto guardada = leer_factura(*x_.glbdb, c.clave());
+    mostrar_montos(montos_iniciales(c.total_debe, iva_del_comprobante(c, x_.gstriva, x_.gstriva_compra)));
+    if (guardada) return mostrar_factura(*guardada);
+    txtruc.SetText(recortar(c.rut_persona));
+    txtnombre.SetText(recortar(c.nombre));
+    buscar_por_rut();
+    txtfecha.SetDate(c.fecha_factura);
+    txtfactura.SetText(c.num_ref);
+}
+
+void frmfactura::mostrar_montos(const MontosFactura& m) {
+    txtNeto.SetText(m.neto);
+    lbliva.SetCaption(m.iva);
+    txttotal.SetText(m.total);
+}
+
+void frmfactura::mostrar_factura(const Factura& f) {
+    txtfactura.SetText(f.numero);
+    txtfecha.SetDate(f.fecha);
+    txtruc.SetText(f.cliente.ruc);
+    txtnombre.SetText(f.cliente.nombre);
+    mostrar_cliente(f.cliente);
+    grdfac.Clear();
+    int sec = 0;
+    for (const LineaFactura& l : f.lineas)
+        grdfac.AddItem(std::to_string(++sec) + "\t" + sin_controles(l.descripcion) + "\t" + l.cantidad +
+                       "\t" + l.precio + "\t" + l.total);
+}
+
+/// The five boxes that the person master fills.
+void frmfactura::mostrar_cliente(const Cliente& c) {
+    txttelefonos.SetText(c.telefonos);
+    txtciudad.SetText(c.ciudad);
+    txtcomuna.SetText(c.comuna);
+    txtdireccion.SetText(c.direccion);
+    txtgiro.SetText(c.giro);
+}
+
+void frmfactura::buscar_por_rut() {
+    mostrar_cliente(buscar_cliente(*x_.glbdb, txtruc.Text()).value_or(Cliente{}));
+}
+
+void frmfactura::txtruc_LeftChanged() {
+    const ResultadoRut r = validarut(txtruc.Text());
+    if (r.valido)
+        txtruc.SetText(r.texto);
+    else
+        critico(r.mensaje);
+    buscar_por_rut();
+}
+
+void frmfactura::txtNeto_LeftChanged() { mostrar_montos(montos_del_neto(txtNeto.Text())); }
+
+void frmfactura::cmdrut_Click() {
+    const auto elegida = elegir_persona(escritorio(), *x_.glbdb);
+    if (!elegida) return;
+    txtruc.SetText(elegida->codigo);
+    txtnombre.SetText(elegida->nombre);
+    buscar_por_rut();
+}
+
+void frmfactura::grdfac_BeforeColUpdate(int col, bool& cancel) {
+    if (largo(grdfac.Value(col)) <= LARGO_MAXIMO) return;
+    cancel = true;
+    critico("Longitud máxima del campo 60");
+}
+
+void frmfactura::grdfac_AfterColUpdate(int) {
+    grdfac.SetValue(SEC, std::to_string(grdfac.Row() + 1));
+    grdfac.SetValue(TOTAL, total_linea(grdfac.Value(CANTIDAD), grdfac.Value(PRECIO)));
+}
+
+Factura frmfactura::leer_pantalla() const {
+    Factura f;
+    f.numero = txtfactura.Text();
+    f.fecha = txtfecha.date();
+    f.cliente = {txtruc.Text(),    txtnombre.Text(), txtdireccion.Text(), txtcomuna.Text(),
+                 txtciudad.Text(), txtgiro.Text(),   txttelefonos.Text()};
+    f.neto = txtNeto.Text();
+    f.iva = lbliva.Caption();
+    f.total = txttotal.Text();
+    for (int i = 0; i < grdfac.Rows(); ++i)
+        f.lineas.push_back({grdfac.TextMatrix(i, DESCRIPCION), grdfac.TextMatrix(i, CANTIDAD),
+                            grdfac.TextMatrix(i, PRECIO), grdfac.TextMatrix(i, TOTAL)});
+    return f;
+}
+
+bool frmfactura::grabar() {
+    const Factura f = leer_pantalla();
+    if (const auto r = ValidarFactura(f, grdfac.EditActive() || grdfac.NewRowPending() != 0)) {
+        critico(r->mensaje);
+        if (ui::Control* foco = find(r->foco)) foco->SetFocus();
+        if (r->fila) grdfac.SetRow(*r->fila);
+        if (r->columna) grdfac.SetCol(*r->columna);
+        return false;
+    }
+    const std::string error = GrabarFactura(*x_.glbdb, x_.comprobante.clave(), f);
+    if (!error.empty()) critico(error);
+    return error.empty();
+}
+
+void frmfactura::cmdaceptar_Click() { grabar(); }
+
+void frmfactura::cmdImprimir_Click() {
+    // an invoice that was not saved must not go out on paper
+    if (!pregunta("Esta seguro que desea imprimir") || !grabar()) return;
+    const Factura f = leer_pantalla();
+    preparar_factura(*x_.glbdbReport, f);
+    x_.impresor->run({archivo_informe(x_.glbdbReport->Name(), "", "ctcfactura"), "ctcfactura", x_.glbdbReport,
+                      true, "Factura " + f.numero});
+}
+
+void frmfactura::Form_KeyDown(ui::KeyEvent& e) {
+    if (e.key == ui::Key::escape) {
+        e.handled = true;
+        Unload();
+    } else if (e.ctrl && e.ch == U'y') {
+        e.handled = true;
+        cmdrut.press();
+    }
+}
+
+} // namespace quorvel
