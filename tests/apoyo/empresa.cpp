@@ -1,5 +1,7 @@
 #include "apoyo/empresa.h"
 
+#include "app/db/esquema.h"
+
 #include <stdexcept>
 
 namespace quorvel {
@@ -112,4 +114,19 @@ void sembrar_empresa(clsConexion& db) {
     insertar_cuenta(db, "ctmcentroc", {"201002", "LOCAL CERRADO", "0", "0"});
 }
 
+namespace apoyo {
+
+std::unique_ptr<clsConexion> crear_base(Motor motor) {
+    const std::string conexion = conexion_nueva(motor);
+    crear_esquema(conexion);
+    return abrir_sesion(conexion);
+}
+
+std::unique_ptr<clsConexion> crear_empresa(Motor motor) {
+    auto db = crear_base(motor);
+    sembrar_empresa(*db);
+    return db;
+}
+
+} // namespace apoyo
 } // namespace quorvel

@@ -1,5 +1,8 @@
 #pragma once
+#include "apoyo/sesiones.h"
 #include "platform/db/clsConexion.h"
+
+#include <memory>
 
 namespace quorvel {
 
@@ -13,5 +16,12 @@ namespace quorvel {
 /// 002 COMPRA. Persons and users 1 and 2.
 /// @throws std::runtime_error naming the refused statement
 void sembrar_empresa(clsConexion& db);
+
+namespace apoyo {
+/// A session on a database of its own with the tables and no rows.
+[[nodiscard]] std::unique_ptr<clsConexion> crear_base(Motor motor);
+/// The same with the small company.
+[[nodiscard]] std::unique_ptr<clsConexion> crear_empresa(Motor motor);
+} // namespace apoyo
 
 } // namespace quorvel

@@ -20,7 +20,9 @@ public:
         const int modos = SQLITE_OPEN_READWRITE | (modo == Abrir::crear ? SQLITE_OPEN_CREATE : 0);
         const int rc = sqlite3_open_v2(ruta.c_str(), &db_, modos, nullptr);
         try {
-            if (rc != SQLITE_OK) fallar({});
+            if (rc != SQLITE_OK)
+                throw ErrorSesion("No se pudo abrir la base de datos " + ruta + ": " + sqlite3_errmsg(db_),
+                                  {});
             sqlite3_busy_timeout(db_, 5000);
             // A join over an automatic index of SQLite 3.40 loses rows whose texts differ in trailing blanks.
             ejecutar("pragma automatic_index=off");
@@ -68,7 +70,8 @@ private:
 class BasePostgres final : public Base {
 public:
     explicit BasePostgres(const std::string& conexion) : db_(PQconnectdb(conexion.c_str()), PQfinish) {
-        if (PQstatus(db_.get()) != CONNECTION_OK) fallar({});
+        if (PQstatus(db_.get()) != CONNECTION_OK)
+            throw ErrorSesion(std::string("No se pudo conectar: ") + PQerrorMessage(db_.get()), {});
         PQsetClientEncoding(db_.get(), "UTF8");
         ejecutar("set client_min_messages=warning");
     }
@@ -110,9 +113,9 @@ private:
 } // namespace
 
 std::string normalizar_conexion(const std::string& conexion) {
-    const bool completa = empieza(conexion, "sqlite:") || empieza(conexion, "postgresql://") ||
-                          empieza(conexion, "postgres://");
-    return completa ? conexion : "sqlite:" + conexion;
+    if (empieza(conexion, "postgresql://") || empieza(conexion, "postgres://")) return conexion;
+    const std::string ruta = empieza(conexion, "sqlite:") ? conexion.substr(7) : conexion;
+    return "sqlite:" + ruta.substr(0, ruta.find('?')); // a session's options mean nothing here
 }
 
 std::unique_ptr<Base> abrir_base(const std::string& conexion, Abrir modo) {

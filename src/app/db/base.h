@@ -30,7 +30,8 @@ enum class Abrir { existente, crear };
 /// @param conexion "sqlite:PATH", a plain path or "postgresql://…"
 /// @throws ErrorSesion
 [[nodiscard]] std::unique_ptr<Base> abrir_base(const std::string& conexion, Abrir modo);
-/// "sqlite:PATH" for a plain path; connection texts come back as they are.
+/// "sqlite:PATH" for a plain path, without a session's options behind "?"; server texts come back as they
+/// are.
 [[nodiscard]] std::string normalizar_conexion(const std::string& conexion);
 
 /// All or nothing: what was run since is undone unless confirmed.

@@ -182,7 +182,7 @@ void NegocioDemo::compra(const GastoDemo& g) {
 void NegocioDemo::compras() {
     for (const GastoDemo& g : m_.gastos)
         for (int i = 0; i < g.veces; ++i)
-            if (entre(1, 100) <= 58) compra(g);
+            if (entre(1, 100) <= (g.cuenta == "501002" ? 88 : 60)) compra(g);
     if (meses_ % 6 == 3) activo_fijo();
 }
 
@@ -217,11 +217,11 @@ void NegocioDemo::honorarios() {
 
 void NegocioDemo::cobranzas() {
     // The front of the list are invoices of earlier months; the last ones stay open.
-    for (int i = 0; i < 3 && por_cobrar_.size() > 5; ++i) {
+    for (int i = 0; i < 4 && por_cobrar_.size() > 5; ++i) {
         const Abierto f = por_cobrar_.front();
         por_cobrar_.erase(por_cobrar_.begin());
         const AuxiliarDemo& c = m_.auxiliar(f.auxiliar);
-        AsientoDemo& a = nuevo(5 + i * 8, "009", "INGRESOS", "COBRO FACTURA " + f.num_ref + " " + c.nombre);
+        AsientoDemo& a = nuevo(5 + i * 6, "009", "INGRESOS", "COBRO FACTURA " + f.num_ref + " " + c.nombre);
         con_documento(a, "INGRESO", f.num_ref, c);
         LineaDemo banco = debe(BANCO, f.total);
         banco.conciliado = meses_ < 11 ? "1" : "";
@@ -231,7 +231,7 @@ void NegocioDemo::cobranzas() {
 
 void NegocioDemo::pagos() {
     for (int i = 0; i < 3 && por_pagar_.size() > 4; ++i) {
-        const std::size_t cuantos = std::min<std::size_t>(4, por_pagar_.size() - 4);
+        const std::size_t cuantos = std::min<std::size_t>(5, por_pagar_.size() - 4);
         AsientoDemo& a = nuevo(6 + i * 9, "008", "EGRESOS", "PAGO A PROVEEDORES");
         std::int64_t total = 0;
         for (std::size_t k = 0; k < cuantos; ++k) {
@@ -329,7 +329,7 @@ void NegocioDemo::cierre_de_mes() {
             if (a.estado == "P" && l.centro == "501002") comprado += l.debe;
             if (l.centro == "401001" || l.centro == "401003") vendido += l.haber - l.debe;
         }
-    const std::int64_t costo = vendido * 43 / 100;
+    const std::int64_t costo = vendido * 46 / 100;
     AsientoDemo& existencias = nuevo(31, "001", "CONTABLES", "COSTO DE VENTAS " + nombre_mes(mes_));
     existencias.lineas = {debe("501001", costo), haber("106001", costo)};
     if (comprado > 0) {
