@@ -64,8 +64,9 @@ create table ctcquorvel (
 );
 
 create unique index ctcquorvel_clave on ctcquorvel (empresa, f_comp, documento, num_docum);
--- next voucher number of a kind and year
-create index ctcquorvel_numero on ctcquorvel (empresa, documento, cast(strftime('%Y', f_comp) as integer), cast(num_docum as integer));
+-- next voucher number of a kind and year; the cast inherits the column's collation, without which
+-- the index would not be read in its order
+create index ctcquorvel_numero on ctcquorvel (empresa, documento, cast(strftime('%Y', f_comp) as integer), cast(num_docum as integer) collate rtrim);
 -- next correlative of a book and month; search by book
 create index ctcquorvel_correlativo on ctcquorvel (empresa, libro, cast(strftime('%Y', f_comp) as integer), cast(strftime('%m', f_comp) as integer), nro_correlativo);
 -- duplicate document, search by counterpart, list of counterparts

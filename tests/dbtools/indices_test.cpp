@@ -1,0 +1,93 @@
+// Goal: the statements of the screen are answered by the indexes made for them.
+// Method: the demonstration company's database explains the translated statement, on both engines.
+#include "apoyo/sesiones.h"
+#include "app/db/base.h"
+#include "app/db/demo.h"
+#include "platform/db/translator.h"
+
+#include <gtest/gtest.h>
+
+namespace quorvel {
+namespace {
+
+using apoyo::Motor;
+
+struct Caso {
+    const char *sql, *indice;
+};
+constexpr Caso CASOS[] = {
+    {"select max(val(num_docum)) as sec from ctcquorvel where empresa=1 and documento ='001' and "
+     "year(f_comp) =2026",
+     "ctcquorvel_numero"},
+    {"select max(cast(num_docum as integer)) as sec from ctcquorvel where empresa=1 and documento ='001'"
+     " and year(f_comp) =2026",
+     "ctcquorvel_numero"},
+    {"select max(nro_correlativo) as sec from ctcquorvel where empresa=1 and libro ='VENTAS'"
+     " and year(f_comp) =2026 and month(f_comp) =3",
+     "ctcquorvel_correlativo"},
+    {"select * from ctcQuorvel where empresa=1 and f_comp=#05/03/2026# and documento='001' and num_docum='7'",
+     "ctcquorvel_clave"},
+    {"select * from ctcquorvel where empresa=1 and libro='VENTAS' and doc_libro='FACTURA'"
+     " and rut_persona='12.345.678-5' and num_ref='900' and estado='P'",
+     "ctcquorvel_persona"},
+    {"select * from ctcQuorvel where empresa=1 and num_ref='900'", "ctcquorvel_referencia"},
+    {"update ctcquorvel set bloqueo_usuario= 0 where empresa=1 and bloqueo_usuario=3", "ctcquorvel_bloqueo"},
+    {"select max(comprobante_adjunto) as num from ctcquorvel ", "ctcquorvel_adjunto"},
+    {"select max(cheque) as cheque from ctcquorvel where banco='B' and cuenta='1'", "ctcquorvel_cheque"},
+    {"select max(correlativo) as num from ctdcomprad ", "ctdcomprad_correlativo"},
+    {"select centro, auxiliar, sum(debe_nacional) as debe, sum(haber_nacional) as haber from ctdquorvel"
+     " where empresa=1 and f_comp between #01/01/2025# and #12/31/2025# group by centro, auxiliar",
+     "ctdquorvel_sumas"},
+    {"select * from ctxaux_cod a where a.activo='1' and rut='12.345.678-5'", "ctxaux_cod_"},
+};
+
+/// The parameters' values in their order, cut out of the statement.
+std::string argumentos(const Translation& t, const std::string& sql) {
+    std::vector<std::string> literales;
+    for (const Token& token : tokenize(sql))
+        if (is_literal(token.kind))
+            literales.push_back(token.kind == Tok::date
+                                    ? "'" + token.text.substr(7, 4) + "-" + token.text.substr(1, 2) + "-" +
+                                          token.text.substr(4, 2) + "'"
+                                    : token.text);
+    std::string lista;
+    for (const std::size_t n : t.params) lista += (lista.empty() ? "(" : ",") + literales.at(n);
+    return lista.empty() ? "" : lista + ")";
+}
+
+std::string plan(Base& base, Motor motor, const std::string& sql) {
+    const Translation t = translate(sql, motor == Motor::sqlite ? Engine::sqlite : Engine::postgres);
+    Base::Filas filas;
+    if (motor == Motor::sqlite) {
+        filas = base.consultar("explain query plan " + t.text);
+    } else {
+        base.ejecutar("prepare caso as " + t.text);
+        filas = base.consultar("explain execute caso" + argumentos(t, sql));
+        base.ejecutar("deallocate caso");
+    }
+    std::string texto;
+    for (const auto& fila : filas) texto += fila.back() + "\n";
+    return texto;
+}
+
+class Indices : public testing::TestWithParam<Motor> {};
+INSTANTIATE_TEST_SUITE_P(Motores, Indices, testing::ValuesIn(apoyo::MOTORES),
+                         [](const auto& info) { return apoyo::nombre(info.param); });
+
+TEST_P(Indices, las_consultas_de_la_pantalla_usan_su_indice) {
+    const std::string conexion = apoyo::conexion_nueva(GetParam());
+    crear_demo(conexion, std::chrono::year{2026} / 6 / 17);
+    const auto base = abrir_base(conexion, Abrir::existente);
+    if (GetParam() == Motor::postgres) { // the demo is small enough for the planner to read it all
+        base->ejecutar("vacuum analyze");
+        base->ejecutar(
+            "set enable_seqscan=off; set enable_bitmapscan=off; set plan_cache_mode=force_generic_plan");
+    }
+    for (const Caso& caso : CASOS) {
+        const std::string texto = plan(*base, GetParam(), caso.sql);
+        EXPECT_NE(texto.find(caso.indice), std::string::npos) << caso.sql << "\n" << texto;
+    }
+}
+
+} // namespace
+} // namespace quorvel
