@@ -67,7 +67,7 @@ private:
     void classify() {
         const std::string& first = tokens_[0].text;
         using Kind = Translation::Kind;
-        if (first == "select" || first == "with" || first == "values")
+        if (first == "select" || first == "with" || first == "values" || first == "explain")
             result_.kind = Kind::query;
         else if (first == "create" || first == "drop" || first == "alter")
             result_.kind = Kind::definition;
