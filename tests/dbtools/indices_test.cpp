@@ -89,5 +89,28 @@ TEST_P(Indices, las_consultas_de_la_pantalla_usan_su_indice) {
     }
 }
 
+TEST_P(Indices, el_ultimo_numero_se_lee_del_extremo_del_indice) {
+    const std::string conexion = apoyo::conexion_nueva(GetParam());
+    crear_demo(conexion, std::chrono::year{2026} / 6 / 17);
+    const auto base = abrir_base(conexion, Abrir::existente);
+    if (GetParam() == Motor::postgres)
+        base->ejecutar("analyze; set enable_bitmapscan=off; set enable_seqscan=off;"
+                       " set plan_cache_mode=force_generic_plan");
+    const std::string texto =
+        plan(*base, GetParam(),
+             "select max(cast(num_docum as integer)) as sec from ctcquorvel where empresa=1 and "
+             "documento ='001' and year(f_comp) =2026");
+    EXPECT_NE(texto.find("ctcquorvel_numero"), std::string::npos) << texto;
+    if (GetParam() == Motor::sqlite) { // the explanation of max() hides the order; the same by hand shows it
+        const Base::Filas filas = base->consultar(
+            "explain query plan select num_docum from ctcquorvel where empresa=1 and documento='001' and "
+            "cast(strftime('%Y', f_comp) as integer)=2026 order by cast(num_docum as integer) desc");
+        for (const auto& fila : filas)
+            EXPECT_EQ(fila.back().find("TEMP B-TREE"), std::string::npos) << fila.back();
+    } else {
+        EXPECT_NE(texto.find("Limit"), std::string::npos) << texto;
+    }
+}
+
 } // namespace
 } // namespace quorvel
