@@ -291,6 +291,37 @@ TEST_P(Sesion, LiftedValues) {
     EXPECT_TRUE(db->NewRecord("select s from v where k=300")->fields("s").Value.null());
 }
 
+// Goal: a long list is read as far as it is asked for and still shows one moment's rows, whatever happens
+// meanwhile.
+TEST_P(Sesion, LongListsWhileOtherStatementsRun) {
+    hacer({"create table n (k integer primary key)", "create table m (k integer)"});
+    db->BeginTrans();
+    for (int k = 1; k <= 2000; ++k) ejecutar(*db, "insert into n values (" + std::to_string(k) + ")");
+    db->CommitTrans();
+    const std::string todo = "select k from n order by k";
+    const auto a = db->NewRecord(todo), b = db->NewRecord(todo);
+    ASSERT_FALSE(a->eof());
+    ASSERT_FALSE(b->eof()) << "the same text is being read twice";
+    {
+        const auto dejado = db->NewRecord(todo);
+        EXPECT_FALSE(dejado->eof());
+    }
+    b->FindFirst("k=1999");
+    EXPECT_EQ(b->fields("k").Value.integer(), 1999);
+    std::int64_t filas_leidas = 0;
+    for (; !a->eof(); a->MoveNext()) {
+        EXPECT_EQ(a->fields("k").Value.integer(), ++filas_leidas);
+        if (filas_leidas == 300) {
+            Transaccion tx(*db);
+            ejecutar(*db, "insert into m select k from n");
+            ejecutar(*db, "delete from n");
+            tx.confirmar();
+        }
+    }
+    EXPECT_EQ(filas_leidas, 2000);
+    EXPECT_EQ(rows("select count(*) from n"), "0");
+}
+
 TEST(SesionPostgres, ReconnectsOutsideATransaction) {
     const auto db = abrir_sesion(pg_conexion_nueva());
     ejecutar(*db, "create table t (k integer)");

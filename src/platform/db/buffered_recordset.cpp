@@ -6,15 +6,18 @@
 
 namespace quorvel {
 
-void BufferedRecordset::load() {
-    if (loaded_) return;
-    loaded_ = true;
-    read(sql_, cells_);
+/// Reads until the row is there or the end is reached.
+void BufferedRecordset::load(std::size_t row) {
+    while (!complete_ && row * columns_->info.size() >= cells_.size()) complete_ = !fetch(cells_);
+}
+
+void BufferedRecordset::complete() {
+    while (!complete_) complete_ = !fetch(cells_);
 }
 
 bool BufferedRecordset::eof() {
     if (searched_) return found_.empty();
-    load();
+    load(row_);
     return row_ * columns_->info.size() >= cells_.size();
 }
 
@@ -56,7 +59,7 @@ const std::vector<ColumnInfo>& BufferedRecordset::columns() {
     const auto& declared = columns_->declared;
     if (std::find(declared.begin(), declared.end(), false) == declared.end()) return columns_->info;
     if (!resolved_.empty()) return resolved_;
-    load();
+    load(0);
     resolved_ = columns_->info;
     const std::size_t width = resolved_.size();
     for (std::size_t i = 0; i < width; ++i)

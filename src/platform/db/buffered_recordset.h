@@ -11,7 +11,7 @@ struct ResultColumns {
     std::vector<bool> declared;
 };
 
-/// A recordset whose rows are read in one go when the first of them is asked for.
+/// A recordset that reads nothing before its first row is asked for, and keeps what it has read.
 class BufferedRecordset : public Recordset {
 public:
     [[nodiscard]] Field fields(std::string_view name) override;
@@ -26,7 +26,14 @@ public:
 protected:
     explicit BufferedRecordset(std::string sql, std::shared_ptr<const ResultColumns> columns)
         : sql_(std::move(sql)), columns_(std::move(columns)) {}
-    /// Appends all rows' cells of the query.
+    /// Appends the cells of the next rows. @return false when there are no further rows
+    virtual bool fetch(std::vector<Value>& cells) {
+        read(sql_, cells);
+        return false;
+    }
+    /// Reads what is left, before a change of the database would disturb it.
+    void complete();
+    /// Appends all rows' cells of a query.
     virtual void read(const std::string& sql, std::vector<Value>& cells) = 0;
     /// The query whose first row is the one that FindFirst looks for.
     [[nodiscard]] virtual std::string find_sql(const std::string& criteria) const = 0;
@@ -35,12 +42,12 @@ protected:
     std::shared_ptr<const ResultColumns> columns_;
 
 private:
-    void load();
+    void load(std::size_t row);
     [[nodiscard]] const Value& cell(std::size_t i);
     std::vector<Value> cells_, found_;
     std::vector<ColumnInfo> resolved_;
     std::size_t row_ = 0;
-    bool loaded_ = false, searched_ = false, nomatch_ = false;
+    bool complete_ = false, searched_ = false, nomatch_ = false;
 };
 
 } // namespace quorvel

@@ -59,7 +59,14 @@ std::string trimmed(const char* message) {
 
 } // namespace
 
-SesionPostgres::SesionPostgres(std::string conexion) : conexion_(std::move(conexion)) { connect(); }
+SesionPostgres::SesionPostgres(std::string conexion) : conexion_(std::move(conexion)) {
+    try {
+        connect();
+    } catch (...) {
+        PQfinish(conn_);
+        throw;
+    }
+}
 SesionPostgres::~SesionPostgres() { PQfinish(conn_); }
 
 void SesionPostgres::connect() {

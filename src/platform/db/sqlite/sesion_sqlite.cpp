@@ -2,34 +2,17 @@
 
 #include "platform/db/literal_value.h"
 #include "platform/db/sqlite/columnas_sqlite.h"
+#include "platform/db/sqlite/recordset_sqlite.h"
 #include "text/letras_utf8.h"
 
 #include <charconv>
 #include <filesystem>
+#include <utility>
 
 namespace quorvel {
 namespace {
 
-class RecordsetSqlite final : public BufferedRecordset {
-public:
-    RecordsetSqlite(SesionSqlite& session, std::string sql, std::shared_ptr<const ResultColumns> columns)
-        : BufferedRecordset(std::move(sql), std::move(columns)), session_(session) {}
-
-protected:
-    void read(const std::string& sql, std::vector<Value>& cells) override {
-        auto columns = session_.read(sql, cells);
-        // a private table may have been made anew since the query was opened
-        if (columns->info.size() != columns_->info.size()) columns_ = std::move(columns);
-    }
-    [[nodiscard]] std::string find_sql(const std::string& criteria) const override {
-        return "select * from (" + sql_ + "\n) where " + criteria + " limit 1";
-    }
-
-private:
-    SesionSqlite& session_;
-};
-
-/// Runs its action when the statement has been used, on whatever way.
+/// Gives the statement back when it has been used, on whatever way.
 struct Reset {
     sqlite3_stmt* stmt;
     ~Reset() { sqlite3_reset(stmt); }
@@ -117,7 +100,12 @@ SesionSqlite::Cache::Entry& SesionSqlite::acquire(const std::string& sql) {
         (void)tokenize(sql); // tells what is wrong
         throw ErrorSesion("Sentencia mal escrita", sql);
     }
-    if (auto* known = cache_.find(skeleton_)) return *known;
+    if (auto* known = cache_.find(skeleton_)) {
+        Statement& s = known->payload;
+        const bool taken = s.stmt == nullptr && s.translation.kind != Translation::Kind::definition;
+        if (taken) s.stmt = prepare(s.translation.text, sql);
+        return *known;
+    }
     Statement s;
     s.translation = translate(sql, Engine::sqlite);
     std::vector<bool> lifted(skeleton_.literals().size());
@@ -130,7 +118,7 @@ SesionSqlite::Cache::Entry& SesionSqlite::acquire(const std::string& sql) {
                       [](Statement& old) { sqlite3_finalize(old.stmt); });
 }
 
-void SesionSqlite::bind(const Statement& s) {
+void SesionSqlite::bind(const Statement& s, sqlite3_destructor_type texts) {
     scratch_.clear();
     scratch_.reserve(skeleton_.sql().size() + 16); // bound texts point into it: it must not move
     int n = 0;
@@ -155,19 +143,18 @@ void SesionSqlite::bind(const Statement& s) {
             const std::size_t at = scratch_.size();
             if (!append_iso(text, scratch_))
                 throw ErrorSesion("Fecha no válida: " + std::string(text), std::string(skeleton_.sql()));
-            sqlite3_bind_text(s.stmt, n, scratch_.data() + at, 10, SQLITE_STATIC);
+            sqlite3_bind_text(s.stmt, n, scratch_.data() + at, 10, texts);
             break;
         }
         default: {
             const std::string_view inside = text.substr(1, text.size() - 2);
             if (inside.find('\'') == std::string_view::npos) {
-                sqlite3_bind_text(s.stmt, n, inside.data(), static_cast<int>(inside.size()), SQLITE_STATIC);
+                sqlite3_bind_text(s.stmt, n, inside.data(), static_cast<int>(inside.size()), texts);
                 break;
             }
             const std::size_t at = scratch_.size();
             append_text(text, scratch_);
-            sqlite3_bind_text(s.stmt, n, scratch_.data() + at, static_cast<int>(scratch_.size() - at),
-                              SQLITE_STATIC);
+            sqlite3_bind_text(s.stmt, n, scratch_.data() + at, static_cast<int>(scratch_.size() - at), texts);
         }
         }
     }
@@ -195,6 +182,33 @@ std::shared_ptr<const ResultColumns> SesionSqlite::read(const std::string& sql, 
     return s.columns;
 }
 
+sqlite3_stmt* SesionSqlite::read_first(const std::string& sql, std::vector<Value>& cells,
+                                       std::shared_ptr<const ResultColumns>& columns) {
+    Statement& s = acquire(sql).payload;
+    if (s.stmt == nullptr) throw ErrorSesion("La sentencia no devuelve filas", sql);
+    columns = s.columns;
+    bind(s, SQLITE_TRANSIENT);
+    const bool further = read_next(s.stmt, cells);
+    return further ? std::exchange(s.stmt, nullptr) : nullptr;
+}
+
+bool SesionSqlite::read_next(sqlite3_stmt* stmt, std::vector<Value>& cells) const {
+    constexpr int AT_ONCE = 256;
+    int code = SQLITE_ROW;
+    for (int n = 0; n < AT_ONCE && (code = sqlite3_step(stmt)) == SQLITE_ROW; ++n) {
+        const int width = sqlite3_data_count(stmt);
+        for (int i = 0; i < width; ++i) cells.push_back(valor(stmt, i));
+    }
+    if (code == SQLITE_ROW) return true;
+    const Reset reset{stmt};
+    if (code != SQLITE_DONE) fail(sqlite3_sql(stmt));
+    return false;
+}
+
+void SesionSqlite::complete_reading() {
+    while (!reading.empty()) reading.back()->complete_now();
+}
+
 std::unique_ptr<Recordset> SesionSqlite::NewRecord(const std::string& sql) {
     try {
         const Statement& s = acquire(sql).payload;
@@ -209,6 +223,7 @@ std::unique_ptr<Recordset> SesionSqlite::NewRecord(const std::string& sql) {
 
 int SesionSqlite::executesql(const std::string& sql) {
     try {
+        complete_reading();
         const Statement& s = acquire(sql).payload;
         using Kind = Translation::Kind;
         if (s.translation.kind == Kind::definition) {
@@ -255,10 +270,14 @@ void SesionSqlite::forget() {
     cache_.clear([](Statement& s) { sqlite3_finalize(s.stmt); });
 }
 
-void SesionSqlite::BeginTrans() { run("begin immediate"); }
+void SesionSqlite::BeginTrans() {
+    complete_reading();
+    run("begin immediate");
+}
 
 void SesionSqlite::CommitTrans() {
     try {
+        complete_reading();
         run("commit");
     } catch (...) {
         rollback();
@@ -267,7 +286,9 @@ void SesionSqlite::CommitTrans() {
 }
 
 void SesionSqlite::rollback() {
-    if (sqlite3_get_autocommit(db_) == 0) run("rollback");
+    if (sqlite3_get_autocommit(db_) != 0) return;
+    complete_reading();
+    run("rollback");
 }
 
 } // namespace quorvel

@@ -8,6 +8,8 @@
 
 namespace quorvel {
 
+class RecordsetSqlite;
+
 /// A session on one SQLite file. Its recordsets must not outlive it.
 class SesionSqlite final : public clsConexion {
 public:
@@ -29,6 +31,14 @@ public:
 
     /// Appends the cells of all rows. @return the result's columns
     std::shared_ptr<const ResultColumns> read(const std::string& sql, std::vector<Value>& cells);
+    /// Appends the cells of the first rows. @param columns set to the result's columns
+    /// @return the statement that has further rows and now belongs to the caller, nullptr when all are read
+    sqlite3_stmt* read_first(const std::string& sql, std::vector<Value>& cells,
+                             std::shared_ptr<const ResultColumns>& columns);
+    /// Appends the next rows' cells. @return false when the statement has no further rows
+    bool read_next(sqlite3_stmt* stmt, std::vector<Value>& cells) const;
+    /// Recordsets that still read; they are completed before the session changes anything.
+    std::vector<RecordsetSqlite*> reading;
 
 private:
     struct Statement {
@@ -42,7 +52,8 @@ private:
     void run(const std::string& command);
     Cache::Entry& acquire(const std::string& sql);
     sqlite3_stmt* prepare(const std::string& text, const std::string& sql);
-    void bind(const Statement& s);
+    void bind(const Statement& s, sqlite3_destructor_type texts = SQLITE_STATIC);
+    void complete_reading();
     void step_all(sqlite3_stmt* stmt, const std::string& sql);
     void define(const std::string& text, const std::string& sql);
     void select_into(const Statement& s, const std::string& sql);
