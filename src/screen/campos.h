@@ -1,0 +1,43 @@
+#pragma once
+#include "voucher/comprobante.h"
+
+#include <string>
+#include <vector>
+
+namespace quorvel {
+
+class frmQuorvel;
+
+// The only code that knows both the controls and the record.
+
+/// The voucher on the screen. While a saved voucher is shown, its key is the one that it was read with.
+[[nodiscard]] Comprobante leer_pantalla(const frmQuorvel& f);
+/// Shows a header that was read from the database; the lines follow by the grid's query.
+void mostrar_comprobante(frmQuorvel& f, const Comprobante& c);
+/// Code of the chosen document kind, empty for "(Ninguno)".
+[[nodiscard]] std::string codigo_documento(const frmQuorvel& f);
+/// First two characters of the subsystem label.
+[[nodiscard]] std::string subsistema(const frmQuorvel& f);
+/// Key of the shown voucher; nothing without a date.
+[[nodiscard]] std::optional<Clave> clave_pantalla(const frmQuorvel& f);
+/// Selects the first entry whose first n characters, trimmed, equal the code trimmed. @return false:
+/// unchanged
+bool seleccionar_codigo(frmQuorvel& f, const char* lista, std::size_t n, const std::string& codigo);
+/// Window title of a saved voucher.
+[[nodiscard]] std::string titulo(const frmQuorvel& f, const std::string& estado = {});
+/// Grid row text: cells joined by tabs, control characters as blanks.
+[[nodiscard]] std::string fila_texto(const std::vector<std::string>& celdas);
+/// Empties the grid, adds these rows numbered from 1 and shows one total on both sides.
+void reemplazar_lineas(frmQuorvel& f, const std::vector<Linea>& lineas, const std::string& total);
+/// Shows both totals.
+void fijar_totales(frmQuorvel& f, const std::string& debe, const std::string& haber);
+/// Clears the screen for a new voucher.
+void limpiar_para_nuevo(frmQuorvel& f);
+/// Enables or disables what changes a voucher; a tooltip says why when it is off.
+void permitir_cambios(frmQuorvel& f, bool modificar, bool borrar_linea, bool imprimir,
+                      const std::string& motivo);
+/// Number and correlative rules, run by the lists' selection and after a date was set.
+void proponer_numero_documento(frmQuorvel& f);
+void proponer_correlativo_libro(frmQuorvel& f);
+
+} // namespace quorvel

@@ -1,0 +1,31 @@
+#pragma once
+#include "voucher/comprobante.h"
+
+#include <optional>
+#include <string>
+
+namespace quorvel {
+
+/// Main-line selection that an assistant proposes again.
+struct SeleccionRecordada {
+    std::string cuenta, auxiliar, n_cuenta, n_auxiliar;
+};
+
+/// What outlives one event of the voucher screen.
+struct EstadoPantalla {
+    bool comprobante_cierre = false; ///< the shown voucher is the year's closing voucher
+    bool cierre_generado = false;    ///< closing lines were just built; the save records them
+    bool maestros_cambiados = true;  ///< the next activation reopens every master recordset
+    bool primera_activacion = true;
+    bool solo_lectura = false; ///< another user holds the lock
+    std::int64_t numero_propuesto = 0;
+    double valor_editado = 0;  ///< amount that the debit or credit cell held when its edit began
+    std::string ultima_cuenta; ///< account whose name lblCuenta shows
+    double monto_neto = 0, monto_exento = 0;
+    std::optional<Comprobante> cargado; ///< the saved voucher as it was read; its key addresses it
+    std::optional<Comprobante> cortado; ///< the voucher that a cut deleted: its cheque and invoice follow
+    std::string cotizacion_mostrada;    ///< displayed rate of the loaded voucher
+    SeleccionRecordada venta, compra, retencion, banco, socio;
+};
+
+} // namespace quorvel
