@@ -1,0 +1,35 @@
+#include "screen/anchos.h"
+
+#include "platform/files/settings_file.h"
+#include "text/letras_utf8.h"
+
+#include <algorithm>
+#include <charconv>
+
+namespace quorvel {
+
+namespace {
+constexpr const char* CLAVE = "frmquorvel_grddetalle";
+constexpr std::size_t LARGO_MAXIMO = 250;
+} // namespace
+
+void restaurar_anchos(ui::ctlPlanilla& grilla, const std::filesystem::path& carpeta) {
+    const std::string valor = recortar(primeros(leer_ajuste(carpeta, CLAVE), LARGO_MAXIMO));
+    int columna = 0;
+    for (std::size_t inicio = 0, fin; columna < grilla.Cols(); ++columna, inicio = fin + 1) {
+        fin = valor.find('#', inicio);
+        if (fin == std::string::npos) return; // a piece without its mark was cut off
+        int ancho = 0;
+        const char* hasta = valor.data() + fin;
+        const auto leido = std::from_chars(valor.data() + inicio, hasta, ancho);
+        if (leido.ec == std::errc{} && leido.ptr == hasta && ancho >= 0) grilla.Columns(columna).Width = ancho;
+    }
+}
+
+void guardar_anchos(const ui::ctlPlanilla& grilla, const std::filesystem::path& carpeta) {
+    std::string valor;
+    for (int i = 0; i < grilla.Cols(); ++i) valor += std::to_string(grilla.Columns(i).Width) + '#';
+    guardar_ajuste(carpeta, CLAVE, valor);
+}
+
+} // namespace quorvel

@@ -1,0 +1,101 @@
+// The load step and the activations of the voucher screen, in their fixed order.
+#include "interchange/tablas_impresion.h"
+#include "screen/anchos.h"
+#include "screen/campos.h"
+#include "screen/detalle/detalle.h"
+#include "screen/frmQuorvel.h"
+#include "screen/listas.h"
+#include "screen/permisos.h"
+#include "screen/recargar_documentos.h"
+#include "text/letras_utf8.h"
+
+namespace quorvel {
+
+namespace {
+
+template <class Textos> void llenar(ui::ListControl& lista, const Textos& textos) {
+    lista.Clear();
+    for (const char* texto : textos) lista.AddItem(texto);
+}
+
+void llenar(ui::ListControl& lista, clsConexion& db, const std::string& sql, const char* codigo,
+            const char* nombre) {
+    for (auto rs = db.NewRecord(sql); !rs->eof(); rs->MoveNext())
+        lista.AddItem(recortar_fin(rs->fields(codigo).Value.text()) + " " +
+                      recortar_fin(rs->fields(nombre).Value.text()));
+    if (lista.ListCount() > 0) lista.SetListIndex(0);
+}
+
+void mostrar_sesion(frmQuorvel& f) {
+    const auto p = permisos(f.glbPermiso);
+    for (int i = 0; i < 5; ++i) f.ctlRegistro1.SetFlag(i, p[static_cast<std::size_t>(i)]);
+    f.ctlRegistro1.SetCompany(std::to_string(f.glbEmpresa) + " " + f.glbN_empresa);
+    f.ctlRegistro1.SetUser(std::to_string(f.glbUsuario) + " " + f.glbN_usuario);
+    f.ctlRegistro1.SetProgram(f.glbPrograma);
+}
+
+void cargar_configuracion(frmQuorvel& f) {
+    f.config = leer_configuracion(*f.glbdb, f.glbEmpresa, f.servicios.reloj.hoy());
+    f.gstriva = f.config.iva;
+    f.gstrotros_impuestos = f.config.otros_impuestos;
+    f.gstriva_compra = f.config.iva_compra;
+    f.gstrotros_impuestos_compra = f.config.otros_impuestos_compra;
+}
+
+void cargar_maestros(frmQuorvel& f) {
+    f.cmbcodigo_otro_impuesto.Clear();
+    f.cmbcodigo_otro_impuesto.AddItem("");
+    llenar(f.cmbcodigo_otro_impuesto, *f.glbdb, "SELECT a.* from ctmotroimp a ", "otro_impuesto", "descripcion");
+    recargar_documentos(f);
+    f.cmbMoneda.Clear();
+    llenar(f.cmbMoneda, *f.glbdb, "select * from admmonedas ", "moneda", "n_moneda");
+}
+
+} // namespace
+
+void recargar_documentos(frmQuorvel& f) {
+    f.cmbDocumento.Clear();
+    f.cmbDocumento.AddItem(NINGUNO);
+    llenar(f.cmbDocumento, *f.glbdb, CONSULTA_DOCUMENTOS, "documento", "n_documento");
+}
+
+void frmQuorvel::Form_Load() {
+    atender([this] {
+        estado = {};
+        llenar(cmbdoc_libro, DOC_LIBROS);
+        llenar(cmbcodigo_no_recuperable, NO_RECUPERABLES);
+        llenar(cmbifrs, NORMAS);
+        cmbifrs.SetListIndex(0);
+        llenar(cmblibro, LIBROS);
+        mostrar_sesion(*this);
+        glbBanderaNuevo = glbBanderaLeer = true;
+        // A configuration that cannot be read is reported; the screen opens with what was loaded before.
+        cargar_configuracion(*this);
+        cargar_maestros(*this);
+        limpiar_para_nuevo(*this);
+        if (glbdbReport && ctlRegistro1.Flag(PERMISO_IMPRIMIR) && !misma_base(*glbdb, *glbdbReport))
+            crear_tablas_impresion(*glbdbReport);
+    });
+}
+
+void frmQuorvel::Form_Activate() {
+    maestros.reabrir(*glbdb, estado.maestros_cambiados);
+    estado.maestros_cambiados = false;
+    if (!estado.primera_activacion) return;
+    estado.primera_activacion = false;
+    construir_columnas(*this);
+    restaurar_anchos(grdDetalle, servicios.carpeta);
+    mskF_comp.SetDate(servicios.reloj.hoy());
+}
+
+void frmQuorvel::Form_Unload() {
+    atender([this] {
+        if (glbdb) desbloquear_usuario(*this);
+        if (glbdb && glbdbReport && ctlRegistro1.Flag(PERMISO_IMPRIMIR) && !misma_base(*glbdb, *glbdbReport))
+            borrar_tablas_impresion(*glbdbReport);
+        if (!estado.primera_activacion) guardar_anchos(grdDetalle, servicios.carpeta);
+        maestros = {}; // the host may close its sessions once the screen is gone
+    });
+}
+
+} // namespace quorvel

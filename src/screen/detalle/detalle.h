@@ -1,0 +1,38 @@
+#pragma once
+#include "voucher/comprobante.h"
+
+#include <string>
+#include <vector>
+
+namespace quorvel {
+
+class frmQuorvel;
+
+// Columns of the detail grid.
+enum Columna { SEC, CUENTA, AUXILIAR, DEBE, HABER, GLOSA, CENTRO, CONCILIADO, DOC_PAGADO, OTRO_IMP, TASA, COLUMNAS };
+
+/// Builds the grid's columns; rows that are already there stay.
+void construir_columnas(frmQuorvel& f);
+/// KeyPress: the key's code, changed or 0 to discard it; the lookup key opens the lookup.
+void tecla_detalle(frmQuorvel& f, int& tecla);
+/// What a typed character becomes in a column, 0 when the column does not take it.
+[[nodiscard]] int tecla_aceptada(int columna, int tecla);
+void boton_detalle(frmQuorvel& f, int columna);
+void antes_de_editar(frmQuorvel& f, int columna, bool& cancelar);
+void antes_de_actualizar(frmQuorvel& f, int columna, const std::string& anterior, bool& cancelar);
+void despues_de_actualizar(frmQuorvel& f, int columna);
+void antes_de_borrar(frmQuorvel& f);
+void celda_movida(frmQuorvel& f);
+/// Fills the side that is missing on a line whose amounts are both empty.
+void CuadrarLinea(frmQuorvel& f);
+/// The shown account becomes another one: name, auxiliary emptied, gloss of the voucher.
+void cuenta_elegida(frmQuorvel& f, const std::string& cuenta, const std::string& nombre);
+/// The master recordset stands on the code. Null counts as "0".
+[[nodiscard]] std::string requiere_auxiliar(frmQuorvel& f, const std::string& cuenta);
+[[nodiscard]] std::vector<Linea> lineas_de_grilla(const frmQuorvel& f);
+/// The other tax exists; its name goes to the label.
+[[nodiscard]] bool ValidarOtroImpuesto(frmQuorvel& f, const std::string& codigo);
+/// Rate of the tax on which the recordset stands, "0,00".
+[[nodiscard]] std::string tasa_otro_impuesto(frmQuorvel& f);
+
+} // namespace quorvel

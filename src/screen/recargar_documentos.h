@@ -1,0 +1,11 @@
+#pragma once
+
+namespace quorvel {
+
+class frmQuorvel;
+/// Fills the document list from the database, "(Ninguno)" first, and selects the first entry.
+void recargar_documentos(frmQuorvel& f);
+/// Releases the locks of the session's user.
+void desbloquear_usuario(frmQuorvel& f);
+
+} // namespace quorvel
