@@ -9,16 +9,11 @@ namespace {
 [[noreturn]] void pendiente() { throw std::runtime_error("Opción aún no disponible"); }
 } // namespace
 
-void imprimir(frmQuorvel&) { pendiente(); }
 void generar_cierre(frmQuorvel&) { pendiente(); }
 void cerrar_anio(frmQuorvel&) { pendiente(); }
 void apertura(frmQuorvel&) { pendiente(); }
 void apertura_doc(frmQuorvel&) { pendiente(); }
 void descuadrados(frmQuorvel&) { pendiente(); }
-void importar_csv(frmQuorvel&) { pendiente(); }
-void exportar_csv(frmQuorvel&) { pendiente(); }
-void factura(frmQuorvel&) { pendiente(); }
-void cheque(frmQuorvel&) { pendiente(); }
 void asistente(frmQuorvel&) { pendiente(); }
 void asistente_venta(frmQuorvel&) { pendiente(); }
 void asistente_compra(frmQuorvel&) { pendiente(); }

@@ -1,0 +1,30 @@
+#include "interchange/tablas_impresion.h"
+#include "screen/campos.h"
+#include "screen/comandos/comandos.h"
+#include "screen/frmQuorvel.h"
+#include "screen/papeles/frmcheque.h"
+#include "screen/papeles/preparar.h"
+
+namespace quorvel {
+
+void cheque(frmQuorvel& f) {
+    if (f.glbBanderaNuevo) return f.critico("Debe grabar el comprobante antes de imprimir la factura");
+    const Comprobante c = leer_pantalla(f);
+    EntradaCheque x;
+    x.glbdb = f.glbdb;
+    x.glbdbReport = f.glbdbReport;
+    x.impresor = &f.servicios.impresor;
+    x.clave = c.clave();
+    x.empresa = f.ctlRegistro1.Company();
+    x.nombre = f.txtnombre.Text();
+    x.num_ref = f.txtnum_ref.Text();
+    x.fecha_doc = f.txtfecha_doc.date();
+    x.total_debe = f.lblTotalDebe.Caption();
+    // a cheque paper may show the voucher's lines; without staging tables the cheque can still be saved
+    if (!misma_base(*f.glbdb, *f.glbdbReport) && es_tabla_impresion(*f.glbdbReport)) preparar_impresion(f);
+    frmcheque forma(f.escritorio(), std::move(x));
+    forma.ShowModal();
+    forma.Unload();
+}
+
+} // namespace quorvel

@@ -1,0 +1,23 @@
+#include "screen/campos.h"
+#include "screen/comandos/comandos.h"
+#include "screen/frmQuorvel.h"
+#include "screen/papeles/frmfactura.h"
+
+namespace quorvel {
+
+void factura(frmQuorvel& f) {
+    if (f.glbBanderaNuevo) return f.critico("Debe grabar el comprobante antes de imprimir la factura");
+    EntradaFactura x;
+    x.glbdb = f.glbdb;
+    x.glbdbReport = f.glbdbReport;
+    x.impresor = &f.servicios.impresor;
+    x.comprobante = leer_pantalla(f);
+    x.comprobante.total_debe = f.lblTotalDebe.Caption();
+    x.gstriva = f.gstriva;
+    x.gstriva_compra = f.gstriva_compra;
+    frmfactura forma(f.escritorio(), std::move(x));
+    forma.ShowModal();
+    forma.Unload();
+}
+
+} // namespace quorvel

@@ -1,0 +1,33 @@
+#include "screen/papeles/preparar.h"
+
+#include "interchange/imprimir_comprobante.h"
+#include "screen/campos.h"
+#include "screen/frmQuorvel.h"
+#include "screen/papeles/ocupado.h"
+
+#include <stdexcept>
+
+namespace quorvel {
+
+bool preparar_impresion(frmQuorvel& f) {
+    const auto clave = clave_pantalla(f);
+    if (!clave) throw std::runtime_error("Fecha no válida");
+    const Ocupado ocupado(f.escritorio());
+    ImpresionComprobante i;
+    i.clave = *clave;
+    i.empresa = f.ctlRegistro1.Company();
+    i.usuario = f.ctlRegistro1.User();
+    i.documento = f.cmbDocumento.Text();
+    i.concepto = f.txtconcepto.Text();
+    i.hora = f.servicios.reloj.hora();
+    i.elaborado = f.config.elaborado;
+    i.revisado = f.config.revisado;
+    i.aprobado = f.config.aprobado;
+    if (!f.maestros.rsAuxiliares) f.maestros.reabrir(*f.glbdb, false);
+    const long total = f.grdDetalle.Rows();
+    return preparar_comprobante(*f.glbdb, *f.glbdbReport, i, *f.maestros.rsAuxiliares, [&](long hechas) {
+        return f.escritorio().progress("Preparando la impresión", hechas, total);
+    });
+}
+
+} // namespace quorvel
