@@ -33,7 +33,7 @@ struct Comprobante {
     std::string moneda; ///< two-character code
     std::string concepto;
     int usuario = 0;
-    std::string cotizacion = "1"; ///< displayed text
+    std::string cotizacion = "1"; ///< displayed text; as loaded with all its decimals
     std::string estado;           ///< "", "P", "T", "X"
     std::string libro, doc_libro = " ", num_ref;
     std::optional<Fecha> fecha_factura, fecha_pago;

@@ -32,6 +32,9 @@ struct Configuracion {
 
 /// @throws ErrorSesion
 [[nodiscard]] Configuracion leer_configuracion(clsConexion& db, int empresa, Fecha hoy);
+/// Only what decides whether a voucher may still be written: period, open year, closing voucher.
+/// @throws ErrorSesion
+[[nodiscard]] Configuracion leer_periodo(clsConexion& db, int empresa, Fecha hoy);
 /// Whether a line on the account must carry an auxiliary: "1", otherwise "0" (empty or unknown account too).
 [[nodiscard]] std::string req_aux(clsConexion& db, const std::string& cuenta);
 

@@ -16,12 +16,14 @@ struct OpcionesGrabar {
     /// After a cut: the key that the voucher had, so that its invoice follows.
     std::optional<Clave> clave_anterior;
     /// Called inside the transaction when the proposed attachment set belongs to another voucher by now:
-    /// moves the files from the first set to the second. @return false stops the save
+    /// moves the files from the first set to the second.
+    /// @return false: the next number is tried, after 50 the save stops
     std::function<bool(const std::string& de, const std::string& a)> mover_adjuntos;
 };
 struct ResultadoGrabar {
-    std::string error;               ///< empty when saved
-    std::string comprobante_adjunto; ///< the set that was written
+    std::string error; ///< empty when saved
+    std::string
+        comprobante_adjunto; ///< the set that holds the files now, after a failure too: it may have changed
 };
 /// Writes the voucher in one transaction: header, last issued number, closing data, lines, attachment rows.
 /// The totals are summed again from the lines. Another user's lock stops it. Nothing is written on failure.
@@ -32,7 +34,8 @@ struct ResultadoGrabar {
 [[nodiscard]] std::string AnularComprobante(clsConexion& db, const Comprobante& c, Fecha f_ult_modificacion);
 /// Deletes lines, attachment rows (never of set 0) and header in one transaction.
 /// @return the engine's description, empty when done
+/// @param usuario whose lock counts as his own; 0 asks nobody
 [[nodiscard]] std::string EliminarComprobante(clsConexion& db, const Clave& clave,
-                                              const std::string& conjunto);
+                                              const std::string& conjunto, int usuario = 0);
 
 } // namespace quorvel

@@ -21,6 +21,9 @@ struct EntradaValidacion {
 /// Steps 2 to 17 in their fixed order; nothing when the voucher may be saved. @throws ErrorSesion
 [[nodiscard]] std::optional<Rechazo> ValidarComprobante(const EntradaValidacion& e);
 [[nodiscard]] std::optional<Rechazo> ValidarLibro(const EntradaValidacion& e);
+/// The checks against period, open year and closing voucher alone (steps 4, 5, 7 and 8). @throws ErrorSesion
+[[nodiscard]] std::optional<Rechazo> rechazo_periodo(const Comprobante& c, const Configuracion& k,
+                                                     clsConexion& db, Fecha hoy);
 /// The detail line checks, then the exact sums.
 [[nodiscard]] std::optional<Rechazo> ValidarLineas(const std::vector<Linea>& lineas, Recordset& cuentas);
 /// The year's closing voucher is recorded and still exists.

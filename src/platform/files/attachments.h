@@ -1,0 +1,55 @@
+#pragma once
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace quorvel {
+
+/// Base folder of the attachments. @param setting value of the key "base"; its separator at the end does not
+/// count, empty is the program's folder, a relative one starts there
+[[nodiscard]] std::filesystem::path attachment_base(std::string_view setting,
+                                                    const std::filesystem::path& program_folder);
+/// Folder name of a database from its session's name: file name or server database alone, upper case, without
+/// ".MDB". Never holds a host or a password.
+[[nodiscard]] std::string attachment_database(std::string_view session_name);
+/// A file name without folders, which cannot lead out of its own.
+[[nodiscard]] bool bare_name(std::string_view name);
+
+/// The attached files of one database: base/adjunto/DATABASE/set/name. The layout without the database level
+/// is still read. Nothing here throws; what fails changes nothing.
+class Attachments {
+public:
+    Attachments(std::filesystem::path base, std::string database)
+        : root_(std::move(base) / "adjunto"), database_(std::move(database)) {}
+    /// Copies a file into the set, over a file of the same name. @return its bare name
+    [[nodiscard]] std::optional<std::string> add(const std::string& set,
+                                                 const std::filesystem::path& source) const;
+    /// The set has a file of that name with other contents.
+    [[nodiscard]] bool would_replace(const std::string& set, const std::filesystem::path& source) const;
+    /// Deletes the file of the current layout. @return false when there is none or it stays
+    bool remove(const std::string& set, const std::string& name) const;
+    /// Where the file is, the current layout first.
+    [[nodiscard]] std::optional<std::filesystem::path> find(const std::string& set,
+                                                            const std::string& name) const;
+    [[nodiscard]] bool save_copy(const std::string& set, const std::string& name,
+                                 const std::filesystem::path& target) const;
+    /// Moves the named files into a set whose folder does not exist yet; files that are missing stay missing.
+    [[nodiscard]] bool move_set(const std::string& from, const std::string& to,
+                                const std::vector<std::string>& names) const;
+    /// The same with copies, also of files of the older layout.
+    [[nodiscard]] bool copy_set(const std::string& from, const std::string& to,
+                                const std::vector<std::string>& names) const;
+    /// The first set from this one on that has no folder yet: a folder left behind is nobody's new set.
+    [[nodiscard]] std::string first_free(const std::string& set) const;
+
+private:
+    /// Folder of a set; empty for a set that is no number.
+    [[nodiscard]] std::filesystem::path folder(const std::string& set) const;
+    [[nodiscard]] std::filesystem::path file(const std::string& set, const std::string& name) const;
+    std::filesystem::path root_;
+    std::string database_;
+};
+
+} // namespace quorvel

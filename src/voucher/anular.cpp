@@ -1,0 +1,84 @@
+#include "platform/db/literal.h"
+#include "text/letras_utf8.h"
+#include "text/numeros.h"
+#include "voucher/chart.h"
+#include "voucher/grabar.h"
+#include "voucher/grabar_sql.h"
+#include "voucher/pasos.h"
+
+#include <algorithm>
+
+namespace quorvel {
+namespace {
+
+struct LineaGuardada {
+    std::string centro, auxiliar;
+    std::int64_t debe = 0, haber = 0;
+};
+
+/// All rows before the first change: the engine may not go on reading what is being changed.
+std::vector<LineaGuardada> leer_lineas(clsConexion& db, const Clave& clave) {
+    std::vector<LineaGuardada> lineas;
+    for (const auto rs = db.NewRecord("select * from ctdquorvel " + sql_clave(clave) + " order by secuencia");
+         !rs->eof(); rs->MoveNext())
+        lineas.push_back({rs->fields("centro").Value.text(), rs->fields("auxiliar").Value.text(),
+                          rs->fields("debe_nacional").Value.integer(),
+                          rs->fields("haber_nacional").Value.integer()});
+    return lineas;
+}
+
+/// "debe3= debe3 - 500,    haber3=haber3 - 0"
+std::string menos(const LineaGuardada& l, int mes) {
+    const std::string m = std::to_string(mes);
+    return "debe" + m + "= debe" + m + " - " + sql_numero(l.debe) + ",    haber" + m + "=haber" + m + " - " +
+           sql_numero(l.haber);
+}
+
+void desprocesar(clsConexion& db, const Clave& clave, const LineaGuardada& l) {
+    const auto rs = db.NewRecord("select b.* from ctmcentros a, ctmgcuenta b  where a.g_cuenta=b.g_cuenta"
+                                 " and a.centro=" +
+                                 sql_texto(l.centro));
+    if (rs->eof()) throw PasoFallido("Problemas al buscar grupo de cuenta ");
+    const auto largos = largos_de_niveles(rs->fields("formato_centro").Value.text());
+    const auto niveles = static_cast<std::size_t>(std::clamp<std::int64_t>(
+        rs->fields("num_nivel").Value.integer(), 0, static_cast<std::int64_t>(largos.size())));
+    const std::string resta = menos(l, mes(clave.f_comp));
+    const std::string anio_empresa = " and anio=" + sql_numero(anio(clave.f_comp));
+    for (std::size_t n = 0; n < niveles; ++n)
+        exigir(db,
+               "update  ctmsdcenth  set " + resta + " where empresa=" + sql_numero(clave.empresa) +
+                   " and centro=" + sql_texto(primeros(l.centro, largos[n])) + anio_empresa,
+               "Problemas al desprocesar centros");
+    if (recortar(l.auxiliar).empty()) return;
+    exigir(db,
+           "update  ctmsdmayor  set " + resta + " where empresa=" + sql_numero(clave.empresa) +
+               " and centro=" + sql_texto(l.centro) + " and auxiliar=" + sql_texto(l.auxiliar) + anio_empresa,
+           "Problemas al desprocesar auxiliar");
+}
+
+} // namespace
+
+std::string AnularComprobante(clsConexion& db, const Comprobante& c, Fecha f_ult_modificacion) {
+    const Clave clave = c.clave();
+    return en_transaccion(db, [&] {
+        const auto guardado = retener_cabecera(db, clave);
+        if (!guardado || guardado->estado != "P") throw PasoFallido("Comprobante no válido");
+        exigir_sin_bloqueo_ajeno(*guardado, c.usuario);
+        std::int64_t debe = 0, haber = 0;
+        for (const LineaGuardada& l : leer_lineas(db, clave)) {
+            desprocesar(db, clave, l);
+            debe += l.debe;
+            haber += l.haber;
+        }
+        const auto cotizacion = numero_sql(c.cotizacion);
+        if (!cotizacion) throw PasoFallido("Problemas para actualizar cabecera");
+        Importes m;
+        m.t_debe = sql_numero(debe);
+        m.t_haber = sql_numero(haber);
+        m.cotizacion = *cotizacion;
+        exigir(db, sql_anulada(c, m, f_ult_modificacion));
+        exigir(db, sql_borrar_detalle(clave));
+    });
+}
+
+} // namespace quorvel

@@ -1,0 +1,145 @@
+#include "voucher/cargar.h"
+
+#include "platform/db/literal.h"
+#include "text/letras_utf8.h"
+#include "text/numeros.h"
+#include "voucher/grabar_sql.h"
+
+namespace quorvel {
+namespace {
+
+/// " where empresa=… and f_comp=… and documento=… and num_docum=…"
+std::string sin_subsistema(int empresa, Fecha f_comp, const std::string& documento, const std::string& num) {
+    return " where empresa=" + sql_numero(empresa) + " and f_comp=" + sql_fecha(f_comp) +
+           " and documento=" + sql_texto(documento) + " and num_docum=" + sql_texto(num);
+}
+
+std::string importe(const Value& v) {
+    return v.is_integer() ? Decimal(v.integer()).formato("#,##0") : formato(v.number(), "#,##0");
+}
+
+/// The rate with all its decimals, so that an untouched voucher keeps it.
+std::string tasa_de_cambio(const Value& v) {
+    std::string texto = formato(v.number(), "#,##0.000000");
+    texto.erase(texto.find_last_not_of('0') + 1);
+    if (texto.ends_with(',')) texto.pop_back();
+    return texto;
+}
+
+std::optional<Comprobante::Cheque> leer_cheque(Recordset& rs) {
+    const auto valor = [&](const char* columna) { return rs.fields(columna).Value; };
+    bool tiene = false;
+    for (const char* columna : {"cheque", "banco", "cuenta", "fecha_cheque", "beneficiario"})
+        tiene = tiene || !valor(columna).null();
+    if (!tiene) return std::nullopt;
+    return Comprobante::Cheque{valor("cheque").text(),
+                               valor("banco").text(),
+                               valor("cuenta").text(),
+                               valor("beneficiario").text(),
+                               valor("fecha_cheque").date(),
+                               static_cast<int>(valor("nominativo").integer()),
+                               static_cast<int>(valor("cruzado").integer())};
+}
+
+Comprobante leer_fila(Recordset& rs) {
+    const auto valor = [&](const char* columna) { return rs.fields(columna).Value; };
+    const auto recortado = [&](const char* columna) { return recortar(valor(columna).text()); };
+    const auto numero = [&](const char* columna) { return static_cast<int>(valor(columna).integer()); };
+    Comprobante c;
+    c.empresa = numero("empresa");
+    c.subsistema = valor("subsistema").text();
+    c.f_comp = valor("f_comp").date();
+    c.documento = valor("documento").text();
+    c.num_docum = valor("num_docum").text();
+    c.moneda = valor("moneda").text();
+    c.concepto = valor("concepto").text();
+    c.usuario = numero("usuario");
+    c.cotizacion = tasa_de_cambio(valor("cotizacion"));
+    c.estado = recortado("estado");
+    c.libro = recortar_fin(valor("libro").text());
+    c.doc_libro = recortar_fin(valor("doc_libro").text());
+    if (c.doc_libro.empty()) c.doc_libro = " ";
+    c.num_ref = recortado("num_ref");
+    c.fecha_factura = valor("fecha_factura").date();
+    c.fecha_pago = valor("fecha_pago").date();
+    c.rut_persona = recortado("rut_persona");
+    c.nombre = recortado("nombre");
+    c.apertura = numero("apertura");
+    c.monto_neto = valor("monto_neto").number();
+    c.monto_exento = valor("monto_exento").number();
+    c.codigo_otro_impuesto = recortado("codigo_otro_impuesto");
+    c.tasa_impuesto_otro = reemplazar(recortado("tasa_impuesto_otro"), ".", ",");
+    c.activo_fijo = numero("activo_fijo");
+    c.codigo_no_recuperable = recortado("codigo_no_recuperable");
+    c.ifrs = valor("ifrs").null() ? "0" : recortado("ifrs");
+    c.comprobante_adjunto = sql_numero(valor("comprobante_adjunto").integer());
+    c.nro_correlativo = sql_numero(valor("nro_correlativo").integer());
+    c.iva_activo_fijo = sql_numero(valor("iva_activo_fijo").integer());
+    c.total_debe = importe(valor("t_debe"));
+    c.total_haber = importe(valor("t_haber"));
+    c.f_ult_modificacion = valor("f_ult_modificacion").date();
+    c.bloqueo_usuario = valor("bloqueo_usuario").integer();
+    c.cheque = leer_cheque(rs);
+    return c;
+}
+
+} // namespace
+
+std::string consulta_busqueda(int empresa, int usuario, int alias) {
+    std::string sql = "select * from ctcQuorvel where empresa=" + sql_numero(empresa);
+    if (alias == 2) sql += " and usuario=" + sql_numero(usuario);
+    return sql;
+}
+
+std::optional<Comprobante> leer_cabecera(clsConexion& db, int empresa, Fecha f_comp,
+                                         const std::string& documento, const std::string& num_docum,
+                                         const std::string& subsistema) {
+    std::string sql = "select * from ctcQuorvel " + sin_subsistema(empresa, f_comp, documento, num_docum);
+    if (!subsistema.empty()) sql += " and subsistema=" + sql_texto(subsistema);
+    const auto rs = db.NewRecord(sql);
+    if (rs->eof()) return std::nullopt;
+    return leer_fila(*rs);
+}
+
+std::string consulta_lineas(const Clave& clave) {
+    return "select secuencia, centro, auxiliar,  debe_nacional, haber_nacional, glosa, centro2, conciliado,"
+           " num_ref , codigo_otro_impuesto, tasa_impuesto_otro   from ctdquorvel " +
+           sql_clave(clave) + " order by secuencia";
+}
+
+bool ExisteComprobante(clsConexion& db, const Clave& k) {
+    try {
+        return !db.NewRecord("select * from ctcQuorvel  where empresa=" + sql_numero(k.empresa) +
+                             " and year(f_comp) =" + sql_numero(anio(k.f_comp)) + " and month(f_comp) =" +
+                             sql_numero(mes(k.f_comp)) + " and day(f_comp) =" + sql_numero(dia(k.f_comp)) +
+                             " and documento=" + sql_texto(k.documento) +
+                             " and num_docum=" + sql_texto(k.num_docum))
+                    ->eof();
+    } catch (const ErrorSesion&) {
+        return false; // the unique key stops a second voucher all the same
+    }
+}
+
+std::vector<std::string> leer_adjuntos(clsConexion& db, const std::string& conjunto) {
+    std::vector<std::string> nombres;
+    const std::int64_t n = val_entero(conjunto);
+    if (n <= 0) return nombres;
+    for (const auto rs = db.NewRecord("select * from ctdcomprad where comprobante_adjunto=" + sql_numero(n) +
+                                      " order by correlativo");
+         !rs->eof(); rs->MoveNext())
+        nombres.push_back(rs->fields("nombre").Value.text());
+    return nombres;
+}
+
+std::string numero_adjunto(clsConexion& db, const std::optional<Clave>& k) {
+    if (k) {
+        const auto rs = db.NewRecord("select comprobante_adjunto from ctcquorvel " +
+                                     sin_subsistema(k->empresa, k->f_comp, k->documento, k->num_docum));
+        const std::int64_t propio = rs->eof() ? 0 : rs->fields("comprobante_adjunto").Value.integer();
+        if (propio > 0) return std::to_string(propio);
+    }
+    const auto rs = db.NewRecord("select max(comprobante_adjunto) as num from ctcquorvel ");
+    return std::to_string((rs->eof() ? 0 : rs->fields("num").Value.integer()) + 1);
+}
+
+} // namespace quorvel

@@ -1,0 +1,98 @@
+#include "voucher/configuracion.h"
+
+#include "platform/db/literal.h"
+
+namespace quorvel {
+namespace {
+
+constexpr std::pair<const char*, std::string Configuracion::*> CUENTAS[] = {
+    {"factura_cobrar", &Configuracion::factura_cobrar},
+    {"boleta_cobrar", &Configuracion::boleta_cobrar},
+    {"factura_pagar", &Configuracion::factura_pagar},
+    {"boleta_pagar", &Configuracion::boleta_pagar},
+    {"iva", &Configuracion::iva},
+    {"otros_impuestos", &Configuracion::otros_impuestos},
+    {"iva_compra", &Configuracion::iva_compra},
+    {"otros_impuestos_compra", &Configuracion::otros_impuestos_compra},
+    {"honorarios_pagar", &Configuracion::honorarios_pagar},
+    {"retencion_seg_cat", &Configuracion::retencion_seg_cat},
+    {"centro_gan", &Configuracion::centro_gan},
+    {"centro_per", &Configuracion::centro_per},
+};
+struct Requisito {
+    std::string Configuracion::*cuenta;
+    std::string Configuracion::*requiere;
+};
+constexpr Requisito REQUISITOS[] = {
+    {&Configuracion::factura_cobrar, &Configuracion::req_factura_cobrar},
+    {&Configuracion::boleta_cobrar, &Configuracion::req_boleta_cobrar},
+    {&Configuracion::factura_pagar, &Configuracion::req_factura_pagar},
+    {&Configuracion::boleta_pagar, &Configuracion::req_boleta_pagar},
+    {&Configuracion::honorarios_pagar, &Configuracion::req_honorarios_pagar},
+};
+
+std::unique_ptr<Recordset> abrir(clsConexion& db, int empresa) {
+    const std::string e = sql_numero(empresa);
+    return db.NewRecord("select * from ctmconfigu where empresa=" + e +
+                        " and anio in (select max(anio) from ctmconfigu where empresa=" + e + ")");
+}
+
+void leer_periodo(Recordset& rs, Configuracion& k, Fecha hoy) {
+    const auto valor = [&](const char* columna) { return rs.fields(columna).Value; };
+    k.existe = true;
+    k.f_digi_inicial = valor("f_digi_inicial").date();
+    k.inicial_es_hoy = valor("f_digi_inicial").null();
+    k.f_digi_final = valor("f_digi_final").date();
+    k.final_es_hoy = valor("f_digi_final").null();
+    k.anio = valor("anio").null() ? anio(hoy) : static_cast<int>(valor("anio").integer());
+    k.f_comp_cierre = valor("f_comp_cierre").date();
+    if (!k.f_comp_cierre) return;
+    k.documento_cierre = valor("documento_cierre").text();
+    k.num_docum_cierre = valor("num_docum_cierre").text();
+}
+
+} // namespace
+
+Configuracion leer_periodo(clsConexion& db, int empresa, Fecha hoy) {
+    Configuracion k;
+    const auto rs = abrir(db, empresa);
+    if (!rs->eof()) leer_periodo(*rs, k, hoy);
+    return k;
+}
+
+Configuracion leer_configuracion(clsConexion& db, int empresa, Fecha hoy) {
+    Configuracion k;
+    const auto rs = abrir(db, empresa);
+    if (rs->eof()) return k;
+    leer_periodo(*rs, k, hoy);
+    for (const auto& [columna, miembro] : CUENTAS) k.*miembro = rs->fields(columna).Value.text();
+    for (const Requisito& r : REQUISITOS) k.*r.requiere = req_aux(db, k.*r.cuenta);
+    const auto leyenda = [&](const char* columna, const char* nula) {
+        const Value v = rs->fields(columna).Value;
+        return v.null() ? std::string(nula) : v.text();
+    };
+    k.elaborado = leyenda("elaborado", "Elaborado");
+    k.revisado = leyenda("revisado", "Revisado");
+    k.aprobado = leyenda("aprobado", "Aprobado");
+    return k;
+}
+
+std::string req_aux(clsConexion& db, const std::string& cuenta) {
+    if (cuenta.empty()) return "0";
+    const auto rs = db.NewRecord("select req_auxiliar from ctmcentros where centro=" + sql_texto(cuenta));
+    return !rs->eof() && rs->fields("req_auxiliar").Value.text() == "1" ? "1" : "0";
+}
+
+void Maestros::reabrir(clsConexion& db, bool todos) {
+    rsCuentas = db.NewRecord(
+        "select * from ctmcentros a, ctmgcuenta b  where a.g_cuenta=b.g_cuenta and a.activo='1'");
+    rsCentros = db.NewRecord(
+        "select * from ctmcentroc a, ctmgcuentc b  where a.g_cuenta=b.g_cuenta and a.activo='1'");
+    rsAuxiliares = db.NewRecord("select * from ctxaux_cod a  where a.activo='1'");
+    if (!todos) return;
+    rsSubsistemas = db.NewRecord("select * from admsubsist ");
+    rsOtrosImpuestos = db.NewRecord("select * from ctmotroimp ");
+    rsPersonas = db.NewRecord("select * from admpersona ");
+}
+
+} // namespace quorvel

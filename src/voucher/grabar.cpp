@@ -1,0 +1,169 @@
+#include "voucher/grabar.h"
+
+#include "platform/db/literal.h"
+#include "text/numeros.h"
+#include "voucher/cargar.h"
+#include "voucher/grabar_sql.h"
+#include "voucher/pasos.h"
+#include "voucher/validar.h"
+
+namespace quorvel {
+namespace {
+
+constexpr const char* CABECERA_NUEVA = "Problemas al grabar cabecera";
+constexpr const char* CABECERA_GUARDADA = "Problemas para actualizar cabecera";
+constexpr const char* NUMERO = "Problemas al grabar numero de documento";
+constexpr const char* CIERRE = "Problemas al grabar datos de cirre anual";
+constexpr const char* DETALLE = "Problemas al grabar detalle";
+
+struct Sumas {
+    Decimal debe, haber;
+};
+
+/// Sums of the amounts as the lines will hold them, whole pesos.
+Sumas sumar_lineas(const std::vector<Linea>& lineas) {
+    Sumas escritas, exactas;
+    const auto enteros = [](Decimal d) { return Decimal::leer(d.formato("0")); };
+    for (const Linea& l : lineas) {
+        if (!numero_sql(l.debe) || !numero_sql(l.haber)) throw PasoFallido(DETALLE);
+        const Decimal debe = Decimal::leer(l.debe), haber = Decimal::leer(l.haber);
+        exactas = {exactas.debe + debe, exactas.haber + haber};
+        escritas = {escritas.debe + enteros(debe), escritas.haber + enteros(haber)};
+    }
+    // fractions that balance exactly may stop balancing once they are whole pesos
+    if (exactas.debe == exactas.haber && escritas.debe != escritas.haber)
+        throw PasoFallido("Comprobante descuadrado");
+    return escritas;
+}
+
+class Grabacion {
+public:
+    Grabacion(clsConexion& db, const Comprobante& c, const OpcionesGrabar& o)
+        : db_(db), c_(c), o_(o), clave_(c.clave()), paso_(o.nuevo ? CABECERA_NUEVA : CABECERA_GUARDADA) {}
+
+    void ejecutar() {
+        revisar_periodo();
+        std::optional<EstadoGuardado> guardado;
+        if (!o_.nuevo) guardado = revisar_guardado();
+        conjunto_ = importe(entero_sql(c_.comprobante_adjunto));
+        reservar_conjunto(guardado ? guardado->conjunto : 0);
+        grabar_cabecera();
+        if (o_.nuevo) seguir_cabecera_nueva();
+        if (!c_.lineas.empty()) grabar_detalle();
+        grabar_adjuntos();
+    }
+    /// The set that holds the voucher's files now.
+    [[nodiscard]] const std::string& conjunto(bool guardado) const {
+        return guardado || movidos_ ? conjunto_ : c_.comprobante_adjunto;
+    }
+
+private:
+    [[nodiscard]] std::string importe(const std::optional<std::string>& numero) const {
+        return numero ? *numero : throw PasoFallido(paso_);
+    }
+
+    /// Another screen may have closed the year or moved the period since this one was loaded.
+    void revisar_periodo() {
+        if (const auto r = rechazo_periodo(c_, leer_periodo(db_, c_.empresa, o_.hoy), db_, o_.hoy))
+            throw PasoFallido(r->mensaje);
+    }
+
+    EstadoGuardado revisar_guardado() {
+        const auto guardado = retener_cabecera(db_, clave_, paso_);
+        // without a header, or annulled by someone else: its amounts are out of the balances already
+        if (!guardado || guardado->estado == "X") throw PasoFallido(paso_);
+        exigir_sin_bloqueo_ajeno(*guardado, c_.usuario);
+        return *guardado;
+    }
+
+    [[nodiscard]] bool conjunto_ajeno(const std::string& conjunto) {
+        return !db_.NewRecord("select top 1 empresa from ctcquorvel where comprobante_adjunto=" + conjunto)
+                    ->eof();
+    }
+
+    void reservar_conjunto(std::int64_t guardado) {
+        const std::string propuesto = conjunto_;
+        if (conjunto_ == "0" && c_.adjuntos.empty()) return;
+        // on a server the savers of attachments queue up on this row: set numbers and correlatives are taken
+        // from what is committed
+        if (db_.TypeDB() != 2 && !c_.adjuntos.empty())
+            exigir(db_, "update admsubsist set subsistema=subsistema where subsistema='01'", DETALLE);
+        if (conjunto_ == std::to_string(guardado)) return;
+        if (conjunto_ != "0" && !conjunto_ajeno(conjunto_)) return;
+        std::int64_t libre = val_entero(numero_adjunto(db_, std::nullopt));
+        constexpr int INTENTOS = 50; // folders left behind by abandoned vouchers are stepped over
+        for (int i = 0; i < INTENTOS; ++i, ++libre) {
+            conjunto_ = std::to_string(libre);
+            if (!o_.mover_adjuntos || c_.adjuntos.empty()) return;
+            movidos_ = o_.mover_adjuntos(propuesto, conjunto_);
+            if (movidos_) return;
+        }
+        throw PasoFallido(DETALLE);
+    }
+
+    void grabar_cabecera() {
+        const Sumas sumas = sumar_lineas(c_.lineas);
+        Importes m;
+        m.t_debe = sumas.debe.formato("0");
+        m.t_haber = sumas.haber.formato("0");
+        m.cotizacion = importe(numero_sql(c_.cotizacion));
+        m.monto_neto = formato(c_.monto_neto, "0");
+        m.monto_exento = formato(c_.monto_exento, "0");
+        m.conjunto = conjunto_;
+        m.correlativo = importe(entero_sql(c_.nro_correlativo));
+        m.iva_activo_fijo = importe(entero_sql(c_.iva_activo_fijo));
+        exigir(db_, o_.nuevo ? sql_H1(c_, m, o_.hoy) : sql_H2(c_, m, o_.hoy), paso_);
+        if (db_.rows_affected() == 0) throw PasoFallido(paso_);
+    }
+
+    void seguir_cabecera_nueva() {
+        if (o_.clave_anterior) {
+            if (c_.cheque) exigir(db_, sql_cheque(clave_, *c_.cheque), paso_);
+            exigir(db_, sql_factura_sigue(*o_.clave_anterior, clave_), paso_);
+        }
+        if (val_entero(c_.num_docum) >= o_.numero_propuesto) exigir(db_, sql_N1(clave_, o_.hoy), NUMERO);
+        if (!o_.registrar_cierre) return;
+        exigir(db_, sql_C1(clave_, o_.anio), CIERRE);
+        if (db_.rows_affected() == 0) throw PasoFallido(CIERRE);
+    }
+
+    void grabar_detalle() {
+        exigir(db_, sql_borrar_detalle(clave_));
+        std::size_t secuencia = 0;
+        for (const Linea& l : c_.lineas) {
+            const auto sql = sql_detalle(clave_, ++secuencia, l);
+            if (!sql) throw PasoFallido(DETALLE);
+            exigir(db_, *sql, DETALLE);
+        }
+    }
+
+    void grabar_adjuntos() {
+        if (conjunto_ == "0") return; // rows of set 0 belong to nobody in particular
+        exigir(db_, sql_borrar_adjuntos(conjunto_));
+        if (c_.adjuntos.empty()) return;
+        const auto rs = db_.NewRecord("select max(correlativo) as num from ctdcomprad ");
+        std::int64_t correlativo = rs->eof() ? 0 : rs->fields("num").Value.integer();
+        for (const std::string& nombre : c_.adjuntos)
+            exigir(db_, sql_adjunto(conjunto_, ++correlativo, nombre), DETALLE);
+    }
+
+    clsConexion& db_;
+    const Comprobante& c_;
+    const OpcionesGrabar& o_;
+    const Clave clave_;
+    const char* const paso_;
+    std::string conjunto_ = "0";
+    bool movidos_ = false;
+};
+
+} // namespace
+
+ResultadoGrabar GrabarComprobante(clsConexion& db, const Comprobante& c, const OpcionesGrabar& o) {
+    Grabacion grabacion(db, c, o);
+    ResultadoGrabar r;
+    r.error = en_transaccion(db, [&] { grabacion.ejecutar(); });
+    r.comprobante_adjunto = grabacion.conjunto(r.error.empty());
+    return r;
+}
+
+} // namespace quorvel

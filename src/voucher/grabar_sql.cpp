@@ -1,0 +1,123 @@
+#include "voucher/grabar_sql.h"
+
+#include "platform/db/literal.h"
+#include "text/letras_utf8.h"
+#include "text/numeros.h"
+
+namespace quorvel {
+namespace {
+
+constexpr std::size_t LARGO_GLOSA = 60;
+
+/// RUT, name and document number are stored with one trailing blank.
+std::string con_blanco(const std::string& valor) { return sql_texto(valor + " "); }
+std::string tasa(const std::string& pantalla) { return sql_texto(reemplazar(pantalla, ",", ".")); }
+
+} // namespace
+
+std::optional<std::string> entero_sql(std::string_view chileno) {
+    if (!numero_sql(chileno)) return std::nullopt;
+    return Decimal::leer(chileno).formato("0");
+}
+
+std::string sql_clave(const Clave& k) {
+    return " where empresa=" + sql_numero(k.empresa) + " and subsistema=" + sql_texto(k.subsistema) +
+           " and f_comp=" + sql_fecha(k.f_comp) + " and documento=" + sql_texto(k.documento) +
+           " and num_docum=" + sql_texto(k.num_docum);
+}
+
+std::string sql_H1(const Comprobante& c, const Importes& m, Fecha hoy) {
+    return "insert into ctcQuorvel( empresa,subsistema,f_comp, documento, num_docum,moneda, "
+           " t_debe, t_haber, concepto, usuario,  f_ult_modificacion, cotizacion,estado,"
+           " libro, doc_libro, num_ref, fecha_factura, fecha_pago, rut_persona,nombre,"
+           " apertura,monto_neto,monto_exento, codigo_otro_impuesto, tasa_impuesto_otro,activo_fijo,"
+           " codigo_no_recuperable, ifrs, comprobante_adjunto, nro_correlativo,iva_activo_fijo) values(" +
+           sql_numero(c.empresa) + "," + sql_texto(c.subsistema) + "," + sql_fecha(c.f_comp) + "," +
+           sql_texto(c.documento) + "," + sql_texto(c.num_docum) + "," + sql_texto(c.moneda) + "," +
+           m.t_debe + "," + m.t_haber + "," + sql_texto(c.concepto) + "," + sql_numero(c.usuario) + "," +
+           sql_fecha(hoy) + "," + m.cotizacion + ",'P'," + sql_texto(c.libro) + "," + sql_texto(c.doc_libro) +
+           "," + con_blanco(c.num_ref) + "," + sql_fecha(c.fecha_factura) + "," + sql_fecha(c.fecha_pago) +
+           "," + con_blanco(c.rut_persona) + "," + con_blanco(c.nombre) + "," +
+           sql_texto(std::to_string(c.apertura)) + "," + m.monto_neto + "," + m.monto_exento + "," +
+           sql_texto(c.codigo_otro_impuesto) + "," + tasa(c.tasa_impuesto_otro) + "," +
+           sql_texto(std::to_string(c.activo_fijo)) + "," + sql_texto(c.codigo_no_recuperable) + "," +
+           sql_texto(c.ifrs) + "," + m.conjunto + "," + m.correlativo + "," + m.iva_activo_fijo + ")";
+}
+
+std::string sql_H2(const Comprobante& c, const Importes& m, Fecha hoy) {
+    return "update ctcQuorvel  set concepto=" + sql_texto(c.concepto) + ", t_debe=" + m.t_debe +
+           ", t_haber=" + m.t_haber + ", f_ult_modificacion=" + sql_fecha(hoy) +
+           ", cotizacion=" + m.cotizacion + ", usuario=" + sql_numero(c.usuario) +
+           ", estado='P', libro=" + sql_texto(c.libro) + ", doc_libro=" + sql_texto(c.doc_libro) +
+           ", num_ref=" + con_blanco(c.num_ref) + ", fecha_factura=" + sql_fecha(c.fecha_factura) +
+           ", fecha_pago=" + sql_fecha(c.fecha_pago) + ", rut_persona=" + con_blanco(c.rut_persona) +
+           ", nombre=" + con_blanco(c.nombre) + ",apertura=" + con_blanco(std::to_string(c.apertura)) +
+           ",monto_neto=" + m.monto_neto + " ,monto_exento=" + m.monto_exento +
+           " , codigo_otro_impuesto=" + sql_texto(c.codigo_otro_impuesto) +
+           " , tasa_impuesto_otro=" + tasa(c.tasa_impuesto_otro) +
+           " , activo_fijo=" + sql_texto(std::to_string(c.activo_fijo)) +
+           " , codigo_no_recuperable=" + sql_texto(c.codigo_no_recuperable) + ", ifrs=" + sql_texto(c.ifrs) +
+           ", comprobante_adjunto=" + m.conjunto + ", nro_correlativo=" + m.correlativo +
+           ", iva_activo_fijo=" + m.iva_activo_fijo + sql_clave(c.clave());
+}
+
+std::string sql_N1(const Clave& k, Fecha hoy) {
+    return "update adxemp_doc set ultimo_emitido=" + sql_texto(k.num_docum) +
+           " , f_u_emision=" + sql_fecha(hoy) + " where empresa=" + sql_numero(k.empresa) +
+           " and documento=" + sql_texto(k.documento);
+}
+
+std::string sql_C1(const Clave& k, int anio) {
+    return "update ctmconfigu set f_comp_cierre =" + sql_fecha(k.f_comp) +
+           ",documento_cierre=" + sql_texto(k.documento) + ", num_docum_cierre=" + sql_texto(k.num_docum) +
+           " where empresa= " + sql_numero(k.empresa) + " and anio=" + sql_numero(anio);
+}
+
+std::string sql_anulada(const Comprobante& c, const Importes& m, Fecha f_ult_modificacion) {
+    return "update  ctcQuorvel  set concepto=" + sql_texto(c.concepto) + ", t_debe=" + m.t_debe +
+           ", t_haber=" + m.t_haber + ", f_ult_modificacion=" + sql_fecha(f_ult_modificacion) +
+           ", cotizacion=" + m.cotizacion + ", usuario=" + sql_numero(c.usuario) + ", estado='X'" +
+           sql_clave(c.clave());
+}
+
+std::string sql_cheque(const Clave& k, const Comprobante::Cheque& q) {
+    return "update ctcquorvel set cheque=" + sql_texto(q.cheque) + ", banco=" + sql_texto(q.banco) +
+           ", cuenta=" + sql_texto(q.cuenta) + ", fecha_cheque=" + sql_fecha(q.fecha) +
+           ", beneficiario=" + sql_texto(q.beneficiario) + ", nominativo=" + sql_numero(q.nominativo) +
+           ", cruzado=" + sql_numero(q.cruzado) + sql_clave(k);
+}
+
+std::string sql_factura_sigue(const Clave& antes, const Clave& ahora) {
+    return "update ftcfactura set f_comp=" + sql_fecha(ahora.f_comp) +
+           ", documento=" + sql_texto(ahora.documento) + ", num_docum=" + sql_texto(ahora.num_docum) +
+           " where empresa=" + sql_numero(antes.empresa) + " and f_comp=" + sql_fecha(antes.f_comp) +
+           " and documento=" + sql_texto(antes.documento) + " and num_docum=" + sql_texto(antes.num_docum);
+}
+
+std::string sql_borrar_detalle(const Clave& k) { return " delete from ctdquorvel " + sql_clave(k); }
+
+std::optional<std::string> sql_detalle(const Clave& k, std::size_t secuencia, const Linea& l) {
+    const auto debe = entero_sql(l.debe);
+    const auto haber = entero_sql(l.haber);
+    if (!debe || !haber) return std::nullopt;
+    return "Insert into ctdquorvel(empresa,  subsistema, f_comp, documento, num_docum, "
+           " secuencia, centro, auxiliar, debe_nacional,  haber_nacional, glosa, centro2, conciliado,num_ref,"
+           " codigo_otro_impuesto,tasa_impuesto_otro) values (" +
+           sql_numero(k.empresa) + "," + sql_texto(k.subsistema) + "," + sql_fecha(k.f_comp) + "," +
+           sql_texto(k.documento) + "," + sql_texto(k.num_docum) + "," + std::to_string(secuencia) + "," +
+           sql_texto(l.centro) + "," + sql_texto(l.auxiliar) + "," + *debe + "," + *haber + "," +
+           sql_texto(primeros(l.glosa, LARGO_GLOSA)) + "," + sql_texto(l.centro2) + "," +
+           sql_texto(l.conciliado) + "," + sql_texto(l.num_ref) + "," + sql_texto(l.codigo_otro_impuesto) +
+           "," + tasa(l.tasa_impuesto_otro) + ")";
+}
+
+std::string sql_borrar_adjuntos(const std::string& conjunto) {
+    return " delete from ctdcomprad  where comprobante_adjunto=" + conjunto;
+}
+
+std::string sql_adjunto(const std::string& conjunto, std::int64_t correlativo, const std::string& nombre) {
+    return "Insert into ctdcomprad(comprobante_adjunto,  correlativo,nombre) values ( " + conjunto + "," +
+           sql_numero(correlativo) + "," + sql_texto(nombre) + ")";
+}
+
+} // namespace quorvel

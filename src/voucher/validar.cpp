@@ -1,0 +1,124 @@
+#include "voucher/validar.h"
+
+#include "text/letras_utf8.h"
+#include "text/numeros.h"
+#include "voucher/cargar.h"
+
+#include <algorithm>
+
+namespace quorvel {
+namespace {
+
+using E = const EntradaValidacion&;
+using enum Icono;
+
+/// One check of the fixed order; the RUT check rewrites its box and runs before, on the screen.
+struct Regla {
+    int paso;
+    bool (*falla)(E);
+    const char* mensaje;
+    std::string (*resto)(E); ///< what follows the message, null is nothing
+    Icono icono;
+    const char* foco;
+};
+
+std::string dmy(const std::optional<Fecha>& f) { return f ? fecha_dmy(*f) : std::string(); }
+
+bool despues_del_periodo(E e) {
+    const auto fin = e.k.existe ? e.k.fin(e.hoy) : std::nullopt;
+    return e.c.f_comp && fin && *e.c.f_comp > *fin;
+}
+/// Also without a date at all: an empty or impossible one lies in no period.
+bool antes_del_periodo(E e) {
+    if (!e.c.f_comp) return true;
+    const auto inicio = e.k.existe ? e.k.inicio(e.hoy) : std::nullopt;
+    return inicio && *e.c.f_comp < *inicio;
+}
+bool anio_bloqueado_por_cierre(E e) {
+    return e.k.existe && e.c.f_comp && anio(*e.c.f_comp) == e.k.anio && e.k.f_comp_cierre &&
+           !es_comprobante_cierre(e.c, e.k) && cierre_vigente(e.db, e.c.empresa, e.k);
+}
+/// As displayed: an assistant may have written one of them without grouping.
+bool descuadrado(E e) {
+    const auto mostrado = [](const std::string& total) { return Decimal::leer(total).formato("#,##0"); };
+    return mostrado(e.c.total_debe) != mostrado(e.c.total_haber);
+}
+
+constexpr Regla REGLAS[] = {
+    {2, [](E e) { return e.c.documento.empty() || e.c.documento == "(Ninguno)"; },
+     "Ingrese tipo de documento", nullptr, critico, "cmbDocumento"},
+    {3, [](E e) { return recortar(e.c.num_docum).empty(); }, "Ingrese Número", nullptr, critico,
+     "txtNum_doc"},
+    {4, despues_del_periodo, "Fecha fuera del período de digitacion, Máxima:",
+     [](E e) { return dmy(e.k.fin(e.hoy)); }, critico, "mskF_comp"},
+    {5, antes_del_periodo, "Fecha fuera del período de digitacion, Mínima:",
+     [](E e) { return dmy(e.k.inicio(e.hoy)); }, critico, "mskF_comp"},
+    {6, [](E e) { return e.c.fecha_factura && e.c.f_comp < e.c.fecha_factura; }, "Fecha de comprobante ",
+     [](E e) { return dmy(e.c.f_comp) + " menor a fecha de documento:" + dmy(e.c.fecha_factura); }, critico,
+     "txtfecha_doc"},
+    {7, [](E e) { return e.k.existe && anio(*e.c.f_comp) < e.k.anio; },
+     "Año del Comprobante ya esta cerrado ", nullptr, critico, "mskF_comp"},
+    {8, anio_bloqueado_por_cierre, "No se puede ingresar mas Comprobantes en el año ",
+     [](E e) {
+         return std::to_string(e.k.anio) + "\r\n porque el Comprobante de Cierre Anual ha sido generado"
+                                           "\r\n y todavia no se ha cerrado el Año Contable, para cerrar"
+                                           "\r\n el año ejecute la opcion del menú Cerrar Año Contable";
+     },
+     critico, ""},
+    {9, [](E e) { return e.c.concepto.empty(); }, "Ingrese Glosa", nullptr, critico, "txtconcepto"},
+    {10, [](E e) { return e.c.libro.empty(); }, "Ingrese libros", nullptr, critico, "cmblibro"},
+    {11, [](E e) { return e.c.lineas.empty(); }, "Ingrese detalle del comprobante", nullptr, critico,
+     "grdDetalle"},
+    {12, [](E e) { return e.editando; },
+     "Cuadricula en modo de edicion, cambiese de fila para cambiar el modo ", nullptr, critico, "grdDetalle"},
+    {13, descuadrado, "Comprobante descuadrado", nullptr, critico, ""},
+    {14, [](E e) { return e.nuevo && ExisteComprobante(e.db, e.c.clave()); },
+     "Ya existe un comprobante contable con el mismo numero para esa fecha, debe cambiar el numero de "
+     "comprobante o la fecha del comprobante antes de volver a presionar el boton actualizar, para que la "
+     "información quede grabada.",
+     nullptr, exclamacion, ""},
+    {15, [](E e) { return e.c.libro != "CONTABLES" && e.c.ifrs != "0"; },
+     "Norma ingresada no valida, cambiar el campo norma a Tributaria / IFRS, solamente los comprobantes de "
+     "los libros CONTABLES pueden ser de norma tributaria e IFRS ",
+     nullptr, exclamacion, ""},
+};
+
+constexpr bool del_periodo(const Regla& r) {
+    return r.paso == 4 || r.paso == 5 || r.paso == 7 || r.paso == 8;
+}
+Rechazo rechazar(const Regla& r, E e) {
+    return {r.mensaje + (r.resto != nullptr ? r.resto(e) : std::string()), r.icono, r.foco, {}, {}};
+}
+
+} // namespace
+
+bool es_comprobante_cierre(const Comprobante& c, const Configuracion& k) {
+    return k.f_comp_cierre && c.f_comp == k.f_comp_cierre &&
+           c.documento == recortar_fin(k.documento_cierre) &&
+           recortar_fin(c.num_docum) == recortar_fin(k.num_docum_cierre);
+}
+
+bool cierre_vigente(clsConexion& db, int empresa, const Configuracion& k) {
+    if (!k.f_comp_cierre) return false;
+    return ExisteComprobante(db, {empresa, "01", *k.f_comp_cierre, k.documento_cierre, k.num_docum_cierre});
+}
+
+std::optional<Rechazo> rechazo_periodo(const Comprobante& c, const Configuracion& k, clsConexion& db,
+                                       Fecha hoy) {
+    Maestros ninguno;
+    const EntradaValidacion e{c, k, ninguno, db, hoy, false, false, {}};
+    for (const Regla& r : REGLAS)
+        if (del_periodo(r) && r.falla(e)) return rechazar(r, e);
+    return std::nullopt;
+}
+
+std::optional<Rechazo> ValidarComprobante(const EntradaValidacion& e) {
+    const auto* const regla =
+        std::find_if(std::begin(REGLAS), std::end(REGLAS), [&](const Regla& r) { return r.falla(e); });
+    if (regla != std::end(REGLAS)) return rechazar(*regla, e);
+    if (auto rechazo = ValidarLibro(e)) return rechazo;
+    if (!e.maestros.rsCuentas) e.maestros.reabrir(e.db, false);
+    return ValidarLineas(e.c.lineas, *e.maestros.rsCuentas);
+}
+
+} // namespace quorvel
