@@ -1,0 +1,190 @@
+#include "screen/campos.h"
+
+#include "screen/frmQuorvel.h"
+#include "platform/db/literal.h"
+#include "screen/detalle/detalle.h"
+#include "screen/listas.h"
+#include "text/letras_utf8.h"
+#include "text/numeros.h"
+
+namespace quorvel {
+
+namespace {
+
+std::string codigo(const ui::ListControl& lista, std::size_t n) { return recortar(primeros(lista.Text(), n)); }
+
+/// Selects by code; a stored code without an entry is added for this voucher, so that saving writes it back.
+void seleccionar(ui::ListControl& lista, std::size_t n, const std::string& buscado) {
+    for (int i = 0; i < lista.ListCount(); ++i)
+        if (recortar(primeros(lista.List(i), n)) == recortar(buscado)) return lista.SetListIndex(i);
+    lista.AddItem(buscado);
+    lista.SetListIndex(lista.ListCount() - 1);
+}
+
+/// The same for lists whose whole text is stored; blank is the first entry.
+void seleccionar_texto(ui::ListControl& lista, const std::string& texto) {
+    if (recortar(texto).empty() && lista.ListCount() > 0 && recortar(lista.List(0)).empty())
+        return lista.SetListIndex(0);
+    if (lista.select_text(texto)) return;
+    if (recortar(texto).empty()) return lista.SetListIndex(-1);
+    lista.AddItem(texto);
+    lista.SetListIndex(lista.ListCount() - 1);
+}
+
+std::string nombre_de(Recordset& rs, const std::string& criterio, const char* codigo_, const char* nombre,
+                      const std::string& si_falta) {
+    rs.FindFirst(criterio);
+    if (rs.nomatch()) return si_falta;
+    return recortar_fin(rs.fields(codigo_).Value.text()) + " " + recortar_fin(rs.fields(nombre).Value.text());
+}
+
+void mostrar_listas(frmQuorvel& f, const Comprobante& c) {
+    seleccionar(f.cmbDocumento, 3, c.documento);
+    seleccionar(f.cmbMoneda, 2, c.moneda);
+    seleccionar(f.cmbcodigo_no_recuperable, 2, c.codigo_no_recuperable);
+    seleccionar(f.cmbcodigo_otro_impuesto, 3, c.codigo_otro_impuesto);
+    if (!seleccionar_codigo(f, "cmbifrs", 1, c.ifrs)) f.cmbifrs.SetListIndex(0);
+    f.chkactivo_fijo.SetValue(c.activo_fijo);
+    f.txttasa_impuesto_otro.SetText(c.tasa_impuesto_otro);
+}
+
+void mostrar_libro(frmQuorvel& f, const Comprobante& c) {
+    seleccionar_texto(f.cmblibro, c.libro);
+    seleccionar_texto(f.cmbdoc_libro, c.doc_libro);
+    f.txtrut_persona.SetText(recortar(c.rut_persona));
+    f.txtnombre.SetText(recortar(c.nombre));
+    f.txtnum_ref.SetText(recortar(c.num_ref));
+    f.txtfecha_doc.SetDate(c.fecha_factura);
+    f.txtfecha_pago.SetDate(c.fecha_pago);
+}
+
+} // namespace
+
+bool seleccionar_codigo(frmQuorvel& f, const char* nombre, std::size_t n, const std::string& buscado) {
+    auto* lista = dynamic_cast<ui::ListControl*>(f.find(nombre));
+    if (!lista) return false;
+    for (int i = 0; i < lista->ListCount(); ++i)
+        if (recortar(primeros(lista->List(i), n)) == recortar(buscado)) {
+            lista->SetListIndex(i);
+            return true;
+        }
+    return false;
+}
+
+std::string codigo_documento(const frmQuorvel& f) {
+    const std::string texto = f.cmbDocumento.Text();
+    return texto == NINGUNO ? "" : recortar_fin(primeros(texto, 3));
+}
+
+std::string subsistema(const frmQuorvel& f) {
+    // A subsystem without a name has an empty label; the voucher keeps its own code.
+    if (!f.glbBanderaNuevo && f.estado.cargado) return f.estado.cargado->subsistema;
+    return primeros(f.lblsubsistema.Caption(), 2);
+}
+
+std::optional<Clave> clave_pantalla(const frmQuorvel& f) {
+    if (!f.glbBanderaNuevo && f.estado.cargado) return f.estado.cargado->clave();
+    const auto fecha = f.mskF_comp.date();
+    if (!fecha) return std::nullopt;
+    return Clave{f.glbEmpresa, subsistema(f), *fecha, codigo_documento(f), f.txtNum_doc.Text()};
+}
+
+Comprobante leer_pantalla(const frmQuorvel& f) {
+    Comprobante c;
+    if (f.estado.cortado) c.cheque = f.estado.cortado->cheque;
+    c.empresa = f.glbEmpresa;
+    c.usuario = f.glbUsuario;
+    c.subsistema = subsistema(f);
+    c.f_comp = f.mskF_comp.date();
+    c.documento = codigo_documento(f);
+    c.num_docum = f.txtNum_doc.Text();
+    if (!f.glbBanderaNuevo && f.estado.cargado) { // the key of a saved voucher is the one that it was read with
+        c.f_comp = f.estado.cargado->f_comp;
+        c.documento = f.estado.cargado->documento;
+        c.num_docum = f.estado.cargado->num_docum;
+    }
+    c.moneda = codigo(f.cmbMoneda, 2);
+    c.concepto = f.txtconcepto.Text();
+    const bool intacta = f.estado.cargado && f.txtCotizacion.Text() == f.estado.cotizacion_mostrada;
+    c.cotizacion = intacta ? f.estado.cargado->cotizacion : f.txtCotizacion.Text();
+    c.estado = f.lblEstado.Caption();
+    c.libro = f.cmblibro.Text();
+    c.doc_libro = f.cmbdoc_libro.Text();
+    c.num_ref = f.txtnum_ref.Text();
+    c.fecha_factura = f.txtfecha_doc.date();
+    c.fecha_pago = f.txtfecha_pago.date();
+    c.rut_persona = f.txtrut_persona.Text();
+    c.nombre = f.txtnombre.Text();
+    c.apertura = f.chkApertura.Value();
+    c.monto_neto = f.estado.monto_neto;
+    c.monto_exento = f.estado.monto_exento;
+    c.codigo_otro_impuesto = codigo(f.cmbcodigo_otro_impuesto, 3);
+    c.tasa_impuesto_otro = f.txttasa_impuesto_otro.Text();
+    c.activo_fijo = f.chkactivo_fijo.Value();
+    c.codigo_no_recuperable = codigo(f.cmbcodigo_no_recuperable, 2);
+    c.ifrs = codigo(f.cmbifrs, 1);
+    c.comprobante_adjunto = f.gstrcomprobante_adjunto;
+    c.nro_correlativo = f.txtnro_correlativo.Text();
+    c.iva_activo_fijo = f.txtiva_activo_fijo.Text();
+    c.total_debe = f.lblTotalDebe.Caption();
+    c.total_haber = f.lblTotalhaber.Caption();
+    c.f_ult_modificacion = leer_fecha(f.lblF_ult_modificacion.Caption());
+    c.lineas = lineas_de_grilla(f);
+    for (int i = 0; i < f.lstadjunto.ListCount(); ++i) c.adjuntos.push_back(f.lstadjunto.List(i));
+    return c;
+}
+
+void mostrar_comprobante(frmQuorvel& f, const Comprobante& c) {
+    f.txtNum_doc.SetEnabled(false);
+    f.cmbDocumento.SetEnabled(false);
+    f.mskF_comp.SetEnabled(false);
+    mostrar_listas(f, c);
+    f.mskF_comp.SetDate(c.f_comp);
+    f.txtNum_doc.SetText(c.num_docum);
+    f.txtconcepto.SetText(c.concepto);
+    fijar_totales(f, c.total_debe, c.total_haber);
+    f.chkApertura.SetValue(c.apertura);
+    mostrar_libro(f, c);
+    const std::string usuario = std::to_string(c.usuario);
+    f.lblUsuario.SetCaption(
+        nombre_de(*f.maestros.rsPersonas, "persona=" + usuario, "persona", "n_persona", usuario));
+    f.lblF_ult_modificacion.SetCaption(c.f_ult_modificacion ? fecha_dmy(*c.f_ult_modificacion) : "");
+    f.estado.cotizacion_mostrada = formato(valnumeroformato(c.cotizacion), "#,##0");
+    f.txtCotizacion.SetText(f.estado.cotizacion_mostrada);
+    f.lblEstado.SetCaption(c.estado);
+    f.SetCaption(titulo(f));
+    f.lblsubsistema.SetCaption(nombre_de(*f.maestros.rsSubsistemas, "subsistema=" + sql_texto(c.subsistema),
+                                         "subsistema", "n_subsistema", ""));
+    f.estado.monto_neto = c.monto_neto;
+    f.estado.monto_exento = c.monto_exento;
+    f.txtnro_correlativo.SetText(c.nro_correlativo);
+    f.txtiva_activo_fijo.SetText(c.iva_activo_fijo);
+}
+
+std::string titulo(const frmQuorvel& f, const std::string& estado) {
+    return f.cmbDocumento.Text() + " Nro." + f.txtNum_doc.Text() + " Fecha:" + f.mskF_comp.Text() +
+           (estado.empty() ? "" : " " + estado);
+}
+
+std::string fila_texto(const std::vector<std::string>& celdas) {
+    std::string fila;
+    for (std::size_t i = 0; i < celdas.size(); ++i) fila += (i ? "\t" : "") + sin_controles(celdas[i]);
+    return fila;
+}
+
+void reemplazar_lineas(frmQuorvel& f, const std::vector<Linea>& lineas, const std::string& total) {
+    f.grdDetalle.Clear();
+    int n = 0;
+    for (const Linea& l : lineas)
+        f.grdDetalle.AddItem(fila_texto({std::to_string(++n), l.centro, l.auxiliar, l.debe, l.haber,
+                                         primeros(l.glosa, 60), l.centro2, l.conciliado, l.num_ref,
+                                         l.codigo_otro_impuesto, l.tasa_impuesto_otro}));
+    fijar_totales(f, total, total);
+}
+
+void fijar_totales(frmQuorvel& f, const std::string& debe, const std::string& haber) {
+    f.lblTotalDebe.SetCaption(debe);
+    f.lblTotalhaber.SetCaption(haber);
+}
+
+} // namespace quorvel

@@ -1,0 +1,165 @@
+// What a cell accepts when its edit starts, when it is left, and where the cursor goes then.
+#include "platform/db/literal.h"
+#include "screen/detalle/detalle.h"
+#include "screen/frmQuorvel.h"
+#include "text/letras_utf8.h"
+#include "text/numeros.h"
+
+namespace quorvel {
+
+namespace {
+
+constexpr const char* PATRON = "#,##0";
+constexpr std::size_t LARGO_GLOSA = 60;
+
+bool buscar(Recordset& rs, const char* columna, const std::string& codigo) {
+    rs.FindFirst(std::string(columna) + "=" + sql_texto(codigo));
+    return !rs.nomatch();
+}
+std::string campo(Recordset& rs, const char* nombre) { return recortar_fin(rs.fields(nombre).Value.text()); }
+
+/// The code is as long as its group asks for.
+bool largo_de_grupo(Recordset& rs, const std::string& codigo) {
+    return static_cast<std::int64_t>(largo(codigo)) >= rs.fields("longitud").Value.integer();
+}
+
+void rechazar(frmQuorvel& f, bool& cancelar, const std::string& mensaje) {
+    cancelar = true;
+    if (!mensaje.empty()) f.critico(mensaje);
+}
+
+void cuenta_dejada(frmQuorvel& f, const std::string& anterior, bool& cancelar) {
+    const std::string cuenta = f.grdDetalle.Value(CUENTA);
+    Recordset& rs = *f.maestros.rsCuentas;
+    if (!buscar(rs, "centro", cuenta) || !largo_de_grupo(rs, cuenta))
+        return rechazar(f, cancelar, "Cuenta no válida");
+    if (cuenta == anterior) { // typed again: auxiliary and gloss written by hand stay
+        f.estado.ultima_cuenta = cuenta;
+        return f.lblCuenta.SetCaption(campo(rs, "n_centro"));
+    }
+    cuenta_elegida(f, cuenta, campo(rs, "n_centro"));
+}
+
+void auxiliar_dejado(frmQuorvel& f, const std::string&, bool& cancelar) {
+    const std::string auxiliar = f.grdDetalle.Value(AUXILIAR);
+    if (auxiliar.empty()) return f.lblAuxiliar.SetCaption("");
+    const std::string codigo = codigo_seis(auxiliar);
+    Recordset& rs = *f.maestros.rsAuxiliares;
+    if (!buscar(rs, "auxiliar", codigo)) return rechazar(f, cancelar, "Auxiliar no válida");
+    f.grdDetalle.SetValue(AUXILIAR, codigo);
+    f.lblAuxiliar.SetCaption(campo(rs, "n_auxiliar"));
+}
+
+void monto_dejado(frmQuorvel& f, int columna) {
+    ui::Label& total = columna == DEBE ? f.lblTotalDebe : f.lblTotalhaber;
+    const double nuevo = valnumeroformato(f.grdDetalle.Value(columna));
+    total.SetCaption(formato(valnumeroformato(total.Caption()) - f.estado.valor_editado + nuevo, PATRON));
+    if (!f.grdDetalle.Value(columna).empty()) f.grdDetalle.SetValue(columna, formato(nuevo, PATRON));
+}
+
+void debe_dejado(frmQuorvel& f, const std::string&, bool&) { monto_dejado(f, DEBE); }
+void haber_dejado(frmQuorvel& f, const std::string&, bool&) { monto_dejado(f, HABER); }
+
+void glosa_dejada(frmQuorvel& f, const std::string&, bool& cancelar) {
+    if (largo(f.grdDetalle.Value(GLOSA)) > LARGO_GLOSA) rechazar(f, cancelar, "Longitud máxima del campo 60");
+}
+
+void centro_dejado(frmQuorvel& f, const std::string&, bool& cancelar) {
+    const std::string centro = f.grdDetalle.Value(CENTRO);
+    if (centro.empty()) return f.lblCentro.SetCaption("");
+    Recordset& rs = *f.maestros.rsCentros;
+    if (!buscar(rs, "centro", centro) || !largo_de_grupo(rs, centro))
+        return rechazar(f, cancelar, "Centro no válida");
+    f.lblCentro.SetCaption(campo(rs, "n_centro"));
+}
+
+void impuesto_dejado(frmQuorvel& f, const std::string&, bool& cancelar) {
+    const std::string codigo = f.grdDetalle.Value(OTRO_IMP);
+    if (codigo.empty()) return f.lblOtro_impuesto.SetCaption("");
+    if (!ValidarOtroImpuesto(f, codigo)) return rechazar(f, cancelar, "Codigo de impuesto no válido");
+    f.grdDetalle.SetValue(TASA, tasa_otro_impuesto(f));
+}
+
+using AlDejar = void (*)(frmQuorvel&, const std::string& anterior, bool& cancelar);
+constexpr AlDejar AL_DEJAR[COLUMNAS] = {nullptr,       cuenta_dejada, auxiliar_dejado, debe_dejado,
+                                        haber_dejado,  glosa_dejada,  centro_dejado,   nullptr,
+                                        nullptr,       impuesto_dejado, nullptr};
+
+/// A line holds a debit or a credit, never both.
+void vaciar_otro_lado(frmQuorvel& f, int columna) {
+    ui::Label& total = columna == DEBE ? f.lblTotalDebe : f.lblTotalhaber;
+    const double monto = valnumeroformato(f.grdDetalle.Value(columna));
+    total.SetCaption(formato(valnumeroformato(total.Caption()) - monto, PATRON));
+    f.grdDetalle.SetValue(columna, "");
+    f.grdDetalle.SetCol(GLOSA);
+}
+
+} // namespace
+
+std::string requiere_auxiliar(frmQuorvel& f, const std::string& cuenta) {
+    Recordset& rs = *f.maestros.rsCuentas;
+    if (!buscar(rs, "centro", cuenta)) return "0";
+    const std::string r = campo(rs, "req_auxiliar");
+    return r.empty() ? "0" : r;
+}
+
+void cuenta_elegida(frmQuorvel& f, const std::string& cuenta, const std::string& nombre) {
+    f.estado.ultima_cuenta = cuenta;
+    f.lblCuenta.SetCaption(nombre);
+    f.lblAuxiliar.SetCaption("");
+    f.grdDetalle.SetValue(AUXILIAR, "");
+    f.grdDetalle.SetValue(GLOSA, sin_controles(primeros(f.txtconcepto.Text(), LARGO_GLOSA)));
+}
+
+bool ValidarOtroImpuesto(frmQuorvel& f, const std::string& codigo) {
+    Recordset& rs = *f.maestros.rsOtrosImpuestos;
+    if (codigo.empty() || !buscar(rs, "otro_impuesto", codigo)) return false;
+    f.lblOtro_impuesto.SetCaption(campo(rs, "descripcion"));
+    return true;
+}
+
+std::string tasa_otro_impuesto(frmQuorvel& f) {
+    return formato(f.maestros.rsOtrosImpuestos->fields("tasa").Value.number(), "0.00");
+}
+
+void antes_de_editar(frmQuorvel& f, int columna, bool& cancelar) {
+    ui::ctlPlanilla& g = f.grdDetalle;
+    if (columna == CUENTA && g.Row() == g.Rows()) g.SetValue(SEC, std::to_string(g.Rows() + 1));
+    if (columna < AUXILIAR || columna > GLOSA) return;
+    const std::string cuenta = g.Value(CUENTA);
+    if (cuenta.empty()) return rechazar(f, cancelar, "");
+    const std::string requiere = requiere_auxiliar(f, cuenta);
+    if (columna == AUXILIAR && requiere == "0") {
+        rechazar(f, cancelar, "Cuenta no requiere auxiliar");
+        return g.SetCol(DEBE);
+    }
+    if (columna != AUXILIAR && requiere == "1" && g.Value(AUXILIAR).empty()) {
+        rechazar(f, cancelar, "Cuenta requiere auxiliar");
+        return g.SetCol(AUXILIAR);
+    }
+    if (columna == GLOSA && g.Value(DEBE).empty() && g.Value(HABER).empty()) {
+        rechazar(f, cancelar, "");
+        return g.SetCol(DEBE);
+    }
+    if (columna == DEBE || columna == HABER) f.estado.valor_editado = valnumeroformato(g.Value(columna));
+}
+
+void antes_de_actualizar(frmQuorvel& f, int columna, const std::string& anterior, bool& cancelar) {
+    if (const AlDejar al_dejar = AL_DEJAR[columna]) al_dejar(f, anterior, cancelar);
+}
+
+void despues_de_actualizar(frmQuorvel& f, int columna) {
+    ui::ctlPlanilla& g = f.grdDetalle;
+    switch (columna) {
+    case CUENTA:
+        g.SetCol(requiere_auxiliar(f, g.Value(CUENTA)) == "1" ? AUXILIAR : DEBE);
+        CuadrarLinea(f);
+        break;
+    case AUXILIAR: g.SetCol(DEBE); break;
+    case DEBE: vaciar_otro_lado(f, HABER); break;
+    case HABER: vaciar_otro_lado(f, DEBE); break;
+    default: break;
+    }
+}
+
+} // namespace quorvel

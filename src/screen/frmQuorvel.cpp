@@ -1,0 +1,126 @@
+#include "screen/frmQuorvel.h"
+
+#include "screen/adjuntos/adjuntos.h"
+#include "screen/calculadora.h"
+#include "screen/campos.h"
+#include "screen/comandos/comandos.h"
+#include "screen/consultas/consultas.h"
+#include "screen/detalle/detalle.h"
+#include "screen/persona.h"
+#include "text/numeros.h"
+#include "voucher/cargar.h"
+
+namespace quorvel {
+
+frmQuorvel::frmQuorvel(Servicios s) : Form(s.escritorio, "frmQuorvel", "Comprobante Contable"), servicios(s) {
+    conectar_comandos();
+    conectar_campos();
+    conectar_detalle();
+}
+
+frmQuorvel::~frmQuorvel() = default;
+
+void frmQuorvel::SetglbTipoImpresora(const std::string& tipo) {
+    Load();
+    ctlRegistro1.SetPrinter(tipo);
+}
+
+void frmQuorvel::conectar_comandos() {
+    using Comando = void (*)(frmQuorvel&);
+    const auto en = [this](ui::Event<>& evento, Comando comando) {
+        evento += [this, comando] { atender([&] { comando(*this); }); };
+    };
+    en(ctlRegistro1.New, nuevo);
+    en(ctlRegistro1.Save, guardar);
+    en(ctlRegistro1.DeleteLine, borrar_linea);
+    en(ctlRegistro1.Print, imprimir);
+    en(ctlRegistro1.Search, buscar);
+    en(ctlRegistro1.Exit, salir);
+    const std::pair<ui::MenuItem*, Comando> menus[] = {
+        {&mnuAnular, anular},           {&mnuEliminar, eliminar},
+        {&mnuGenerarCierre, generar_cierre}, {&mnuCerrarAnio, cerrar_anio},
+        {&mnuApertura, apertura},       {&mnuAperturaDoc, apertura_doc},
+        {&mnuImportar, importar_csv},   {&mnuexportar, exportar_csv},
+        {&mnuSalir, salir},             {&mnuventa, asistente_venta},
+        {&mnucompra, asistente_compra}, {&mnuretencion, asistente_retencion},
+        {&mnuFactura, factura},         {&mnucheque, cheque},
+        {&mnudoc_egreso, doc_egreso},   {&mnudescuadrado, descuadrados},
+    };
+    for (const auto& [menu, comando] : menus) en(menu->Click, comando);
+    const std::pair<ui::CommandButton*, Comando> botones[] = {
+        {&cmdasistente, asistente},           {&cmdcortar, cortar},
+        {&cmdCopiar, copiar},                 {&cmdrut_persona, buscar_persona},
+        {&cmdadjunto_agregar, adjunto_agregar}, {&cmdadjunto_eliminar, adjunto_eliminar},
+        {&cmdAbrir, adjunto_abrir},           {&cmdigual, calcular},
+        {&cmdlimpiar, limpiar_calculadora},
+    };
+    for (const auto& [boton, comando] : botones) en(boton->Click, comando);
+    en(lstadjunto.DblClick, adjunto_guardar_copia);
+}
+
+void frmQuorvel::conectar_campos() {
+    cmbDocumento.Click += [this] { atender([&] { proponer_numero_documento(*this); }); };
+    cmblibro.Click += [this] { atender([&] { proponer_correlativo_libro(*this); }); };
+    txtrut_persona.LeftChanged += [this](bool&) { atender([&] { rut_dejado(*this); }); };
+    txtrut_persona.KeyDown += [this](ui::KeyEvent& e) { tecla_persona(*this, e); };
+    txtnumero.KeyDown += [this](ui::KeyEvent& e) {
+        if (e.key != ui::Key::enter) return;
+        e.handled = true;
+        atender([&] { calcular(*this); });
+    };
+    txtnombre.SetUpperCase(true);
+    txtfecha_doc.SetRefusesInvalid(true);
+    txtfecha_pago.SetRefusesInvalid(true);
+    for (ui::TextBox* caja : {&txtCotizacion, &txtiva_activo_fijo, &txttasa_impuesto_otro, &txtnumero, &txtresultado1})
+        caja->SetRightAligned(true);
+    txtresultado1.SetLocked(true);
+    txtresultado2.SetLocked(true);
+}
+
+void frmQuorvel::conectar_detalle() {
+    ui::ctlPlanilla& g = grdDetalle;
+    g.SetEnterColumns(CUENTA, GLOSA);
+    g.KeyPress += [this](int& tecla) { atender([&] { tecla_detalle(*this, tecla); }); };
+    g.ButtonClick += [this](int col) { atender([&] { boton_detalle(*this, col); }); };
+    g.BeforeColEdit += [this](int col, bool& no) { atender([&] { antes_de_editar(*this, col, no); }); };
+    g.BeforeColUpdate += [this](int col, const std::string& anterior, bool& no) {
+        atender([&] { antes_de_actualizar(*this, col, anterior, no); });
+    };
+    g.AfterColUpdate += [this](int col) { atender([&] { despues_de_actualizar(*this, col); }); };
+    g.BeforeDelete += [this](bool&) { atender([&] { antes_de_borrar(*this); }); };
+    g.RowsChanged += [this] { RecalcularTotales(); };
+    g.RowColChange += [this](int, int) { atender([&] { celda_movida(*this); }); };
+}
+
+void frmQuorvel::Form_KeyDown(ui::KeyEvent& e) {
+    using F = ui::ctlRegistro::Function;
+    static constexpr std::pair<ui::Key, F> TECLAS[] = {
+        {ui::Key::f2, F::New},   {ui::Key::f5, F::Save},   {ui::Key::f8, F::DeleteLine},
+        {ui::Key::f6, F::Print}, {ui::Key::f3, F::Search},
+    };
+    if (e.ctrl || e.shift || e.alt) return;
+    for (const auto& [tecla, funcion] : TECLAS)
+        if (e.key == tecla) {
+            e.handled = true;
+            ctlRegistro1.press(funcion);
+        }
+}
+
+std::string frmQuorvel::formato(double v, std::string_view patron, bool bcero) const {
+    return quorvel::formato(v, patron, bcero);
+}
+double frmQuorvel::valnumerobase(std::string_view t) const { return quorvel::valnumerobase(t); }
+double frmQuorvel::valnumeroformato(std::string_view t) const { return quorvel::valnumeroformato(t); }
+std::string frmQuorvel::req_aux(const std::string& cuenta) const { return quorvel::req_aux(*glbdb, cuenta); }
+
+std::string frmQuorvel::NumeroAdjunto() {
+    const auto clave = clave_pantalla(*this);
+    return numero_adjunto(*glbdb, clave);
+}
+
+void frmQuorvel::CargarAdjuntos() {
+    lstadjunto.Clear();
+    for (const std::string& nombre : leer_adjuntos(*glbdb, gstrcomprobante_adjunto)) lstadjunto.AddItem(nombre);
+}
+
+} // namespace quorvel
