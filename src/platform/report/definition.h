@@ -34,7 +34,7 @@ struct Item {
     int source_line = 0;
     double x = 0, y = 0, w = 0, h = 0; ///< a line runs from (x, y) to (x + w, y + h)
     double pen = 0.2;                  ///< line width
-    int gray = 0;                      ///< box: percent of black inside
+    int gray = 0;                      ///< percent of black: inside of a box (0 open), a line (0 black)
     double step = 10;                  ///< ruler
     Align align = Align::left;
     Font font;

@@ -42,11 +42,11 @@ void set_ruler(const Item& i, Page& page) {
     font.size = 5;
     const double h = line_height(font);
     marks(i.w, [&](int n, double at) {
-        page.lines.push_back({i.x + at, i.y, i.x + at, i.y + i.h, n % 5 ? 0.05 : 0.15});
+        page.lines.push_back({i.x + at, i.y, i.x + at, i.y + i.h, 0.1, n % 5 ? 25 : 60});
         page.texts.push_back({i.x + at + 0.4, i.y, 8, h, Align::left, font, std::to_string(std::lround(at))});
     });
     marks(i.h, [&](int n, double at) {
-        page.lines.push_back({i.x, i.y + at, i.x + i.w, i.y + at, n % 5 ? 0.05 : 0.15});
+        page.lines.push_back({i.x, i.y + at, i.x + i.w, i.y + at, 0.1, n % 5 ? 25 : 60});
         if (n)
             page.texts.push_back(
                 {i.x + 0.4, i.y + at, 8, h, Align::left, font, std::to_string(std::lround(at))});
@@ -110,7 +110,8 @@ private:
         for (const Item& i : band.items) {
             if (i.kind == ItemKind::text || !i.when.holds(c)) continue;
             const double y = i.y + shifted(grown, i.y), h = i.h + stretched(grown, i.y, i.h);
-            if (i.kind == ItemKind::line) s.items.lines.push_back({i.x, y, i.x + i.w, y + h, i.pen});
+            if (i.kind == ItemKind::line)
+                s.items.lines.push_back({i.x, y, i.x + i.w, y + h, i.pen, i.gray > 0 ? i.gray : 100});
             if (i.kind == ItemKind::box) s.items.boxes.push_back({i.x, y, i.w, h, i.pen, i.gray});
             if (i.kind == ItemKind::ruler) set_ruler(i, s.items);
         }
@@ -126,7 +127,7 @@ private:
             p.texts.push_back(std::move(t));
         }
         for (const PlacedLine& l : s.items.lines)
-            p.lines.push_back({l.x1 + dx, l.y1 + dy, l.x2 + dx, l.y2 + dy, l.pen});
+            p.lines.push_back({l.x1 + dx, l.y1 + dy, l.x2 + dx, l.y2 + dy, l.pen, l.gray});
         for (const PlacedBox& b : s.items.boxes)
             p.boxes.push_back({b.x + dx, b.y + dy, b.w, b.h, b.pen, b.gray});
     }

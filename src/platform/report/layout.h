@@ -16,6 +16,7 @@ struct PlacedText {
 };
 struct PlacedLine {
     double x1 = 0, y1 = 0, x2 = 0, y2 = 0, pen = 0.2;
+    int gray = 100; ///< percent of black
 };
 struct PlacedBox {
     double x = 0, y = 0, w = 0, h = 0, pen = 0.2;

@@ -12,7 +12,7 @@ struct ReportJob {
     std::filesystem::path definition; ///< an .rpt file
     std::string table;                ///< staging table of the session
     clsConexion* session = nullptr;
-    bool to_printer = false;          ///< false: preview window
+    bool to_printer = false; ///< false: preview window
     std::string title;
 };
 
@@ -20,8 +20,8 @@ struct ReportJob {
 class ReportPrinter {
 public:
     virtual ~ReportPrinter() = default;
-    /// @throws std::runtime_error with a Spanish text for the user: missing definition (with its path), broken
-    /// definition (with file and line), unknown field, no printer
+    /// @throws std::runtime_error with a Spanish text for the user: missing definition (with its path),
+    /// broken definition (with file and line), unknown field, no printer
     virtual void run(const ReportJob& job) = 0;
 };
 
