@@ -110,11 +110,20 @@ private:
             try {
                 ejecutar(como_usuario((bin_ / "pg_ctl").string() + " -D " + datos() + " -l " + datos() +
                                       ".log -w -o " + opciones + " start"));
+                vigilar();
                 return;
             } catch (const std::exception&) {
                 if (intento == 3) throw;
             }
         }
+    }
+
+    /// A test that is killed stops no server: a shell waits for this process and does it then.
+    void vigilar() const {
+        const std::string parar =
+            como_usuario((bin_ / "pg_ctl").string() + " -D " + datos() + " -m immediate stop");
+        ejecutar("(while kill -0 " + std::to_string(getpid()) + "; do sleep 2; done; test -d " + datos() +
+                 " && (" + parar + "; rm -rf " + carpeta_.string() + ")) >/dev/null 2>&1 &");
     }
 
     fs::path bin_, carpeta_;

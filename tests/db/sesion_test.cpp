@@ -283,6 +283,10 @@ TEST_P(Sesion, LiftedValues) {
     EXPECT_EQ(rows("select n, x, s, f from v where k=300"), "-900000000300|300.25|it's 300 |2024-01-21");
     ejecutar(*db, "update v set n= n - 5, s=null where k=300");
     EXPECT_EQ(rows("select n from v where n=-900000000305 and s is null"), "-900000000305");
+    for (const char* anio : {"2024", "2023", "2024"}) // not lifted, so part of the statement's text
+        EXPECT_EQ(rows("select count(*) from v where year(f)=" + std::string(anio)),
+                  anio[3] == '4' ? "300" : "0");
+    EXPECT_EQ(rows("select 'a' as x from v where k=1") + rows("select 'b' as x from v where k=1"), "ab");
     EXPECT_EQ(db->executesql("insert into v (k, s) values (400, 'a'), (401, 'b')"), 1) << db->last_error();
     for (int i = 0; i < 250; ++i) // more statements than are kept
         EXPECT_EQ(rows("select k as c" + std::to_string(i) + " from v where k=" + std::to_string(i + 1)),
@@ -320,6 +324,21 @@ TEST_P(Sesion, LongListsWhileOtherStatementsRun) {
     }
     EXPECT_EQ(filas_leidas, 2000);
     EXPECT_EQ(rows("select count(*) from n"), "0");
+}
+
+TEST_P(Sesion, ATableThatAnotherProgramChanges) {
+    const std::string conexion = conexion_nueva(GetParam());
+    const auto uno = abrir_sesion(conexion), otro = abrir_sesion(conexion);
+    ejecutar(*uno, "create table t (k integer)");
+    ejecutar(*uno, "insert into t values (7)");
+    EXPECT_EQ(filas(*uno, "select * from t where k=7"), "7");
+    ejecutar(*otro, "alter table t add column s text default 'x'");
+    const auto rs = uno->NewRecord("select * from t where k=7");
+    ASSERT_FALSE(rs->eof());
+    EXPECT_EQ(rs->fields("s").Value.text(), "x");
+    rs->MoveNext();
+    EXPECT_TRUE(rs->eof());
+    EXPECT_EQ(filas(*uno, "select * from t where k=8"), "");
 }
 
 TEST(SesionPostgres, ReconnectsOutsideATransaction) {

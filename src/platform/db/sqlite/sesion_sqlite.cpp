@@ -168,8 +168,13 @@ void SesionSqlite::step_all(sqlite3_stmt* stmt, const std::string& sql) {
     if (code != SQLITE_DONE) fail(sql);
 }
 
+void SesionSqlite::refresh(Statement& s) {
+    const auto width = static_cast<std::size_t>(sqlite3_column_count(s.stmt));
+    if (width != s.columns->info.size()) s.columns = columnas(s.stmt);
+}
+
 std::shared_ptr<const ResultColumns> SesionSqlite::read(const std::string& sql, std::vector<Value>& cells) {
-    const Statement& s = acquire(sql).payload;
+    Statement& s = acquire(sql).payload;
     if (s.stmt == nullptr) throw ErrorSesion("La sentencia no devuelve filas", sql);
     bind(s);
     const Reset reset{s.stmt};
@@ -179,6 +184,7 @@ std::shared_ptr<const ResultColumns> SesionSqlite::read(const std::string& sql, 
         for (int i = 0; i < width; ++i) cells.push_back(valor(s.stmt, i));
     }
     if (code != SQLITE_DONE) fail(sql);
+    refresh(s);
     return s.columns;
 }
 
@@ -186,9 +192,10 @@ sqlite3_stmt* SesionSqlite::read_first(const std::string& sql, std::vector<Value
                                        std::shared_ptr<const ResultColumns>& columns) {
     Statement& s = acquire(sql).payload;
     if (s.stmt == nullptr) throw ErrorSesion("La sentencia no devuelve filas", sql);
-    columns = s.columns;
     bind(s, SQLITE_TRANSIENT);
     const bool further = read_next(s.stmt, cells);
+    refresh(s);
+    columns = s.columns;
     return further ? std::exchange(s.stmt, nullptr) : nullptr;
 }
 

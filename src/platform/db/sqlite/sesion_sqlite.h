@@ -53,6 +53,8 @@ private:
     Cache::Entry& acquire(const std::string& sql);
     sqlite3_stmt* prepare(const std::string& text, const std::string& sql);
     void bind(const Statement& s, sqlite3_destructor_type texts = SQLITE_STATIC);
+    /// Another program may have given a table further columns since the statement was prepared.
+    static void refresh(Statement& s);
     void complete_reading();
     void step_all(sqlite3_stmt* stmt, const std::string& sql);
     void define(const std::string& text, const std::string& sql);
