@@ -1,0 +1,125 @@
+#include "assistants/lineas.h"
+
+#include "assistants/libros.h"
+#include "text/letras_utf8.h"
+#include "text/numeros.h"
+
+#include <algorithm>
+#include <array>
+#include <stdexcept>
+
+namespace quorvel {
+namespace {
+
+using K = Configuracion;
+constexpr Contraparte FACTURA_COBRAR{&K::factura_cobrar, &K::req_factura_cobrar};
+constexpr Contraparte BOLETA_COBRAR{&K::boleta_cobrar, &K::req_boleta_cobrar};
+constexpr Contraparte FACTURA_PAGAR{&K::factura_pagar, &K::req_factura_pagar};
+constexpr Contraparte BOLETA_PAGAR{&K::boleta_pagar, &K::req_boleta_pagar};
+
+// Income looks for its other tax where purchases do, egress where sales do.
+constexpr std::array<Variante, 4> VARIANTES{{
+    {VENTAS, "Asistente de Ventas", Lado::haber, &K::iva, &K::otros_impuestos, FACTURA_COBRAR, BOLETA_COBRAR,
+     es_boleta_venta, true},
+    {COMPRAS, "Asistente de Compras", Lado::debe, &K::iva_compra, &K::otros_impuestos_compra, FACTURA_PAGAR,
+     BOLETA_PAGAR, es_boleta_compra, false},
+    {INGRESOS,
+     "Asistente de Ingreso",
+     Lado::haber,
+     nullptr,
+     &K::otros_impuestos_compra,
+     FACTURA_COBRAR,
+     {},
+     nullptr,
+     false},
+    {EGRESOS,
+     "Asistente de Egreso",
+     Lado::debe,
+     nullptr,
+     &K::otros_impuestos,
+     FACTURA_PAGAR,
+     {},
+     nullptr,
+     false},
+}};
+
+constexpr std::size_t LARGO_GLOSA = 60;
+
+/// Collects lines; an amount cell is "0" or the text as the dialog shows it.
+class Armador {
+public:
+    explicit Armador(const std::string& concepto) : glosa_(primeros(concepto, LARGO_GLOSA)) {}
+    void poner(const std::string& cuenta, const std::string& auxiliar, bool en_debe,
+               const std::string& monto) {
+        Linea l;
+        l.centro = cuenta;
+        l.auxiliar = auxiliar;
+        l.debe = en_debe ? monto : "0";
+        l.haber = en_debe ? "0" : monto;
+        l.glosa = glosa_;
+        lineas_.push_back(std::move(l));
+    }
+    std::vector<Linea> lineas() { return std::move(lineas_); }
+
+private:
+    std::string glosa_;
+    std::vector<Linea> lineas_;
+};
+
+std::string auxiliar_de(const Contraparte& c, const Configuracion& k, const std::string& auxiliar) {
+    return k.*c.requiere == "1" ? auxiliar : "";
+}
+
+std::string sin_signo(std::string monto) {
+    std::erase(monto, '-');
+    return monto;
+}
+
+} // namespace
+
+const Variante& variante(int libro) {
+    const auto* const v = std::ranges::find(VARIANTES, libro, &Variante::libro);
+    if (v == VARIANTES.end()) throw std::out_of_range("libro sin asistente");
+    return *v;
+}
+
+std::vector<Linea> lineas_documento(const Variante& v, const DocumentoTributario& d, const Configuracion& k,
+                                    const std::string& concepto) {
+    const bool solo_total = v.iva == nullptr;
+    const bool nota_credito = !solo_total && es_nota_credito(d.documento);
+    const bool boleta = !solo_total && !nota_credito && v.es_boleta(d.documento);
+    const bool impuestos = !solo_total && (!boleta || v.iva_en_boleta);
+    const bool debe = (v.principal == Lado::debe) != (solo_total ? d.trasponer : nota_credito);
+    const Decimal otro = Decimal::leer(d.otro);
+    const Decimal principal = Decimal::leer(d.total) - otro - Decimal::leer(d.iva);
+
+    Armador a(concepto);
+    a.poner(d.cuenta, d.auxiliar, debe, solo_total ? d.total : principal.formato("#,##0"));
+    if (impuestos) a.poner(k.*v.iva, "", debe, d.iva);
+    const Contraparte& contraparte = boleta ? v.boleta : v.factura;
+    a.poner(k.*contraparte.cuenta, auxiliar_de(contraparte, k, d.aux_contraparte), !debe, d.total);
+    if (impuestos && otro != Decimal())
+        a.poner(k.*v.otros, "", debe == (otro > Decimal()), sin_signo(d.otro));
+    return a.lineas();
+}
+
+std::vector<Linea> lineas_retencion(const DocumentoTributario& d, const std::string& retencion,
+                                    const Configuracion& k, const std::string& concepto) {
+    const Decimal liquido = Decimal::leer(d.total) - Decimal::leer(retencion);
+    Armador a(concepto);
+    a.poner(d.cuenta, d.auxiliar, true, d.total);
+    a.poner(k.retencion_seg_cat, "", false, retencion);
+    a.poner(k.honorarios_pagar,
+            auxiliar_de({&K::honorarios_pagar, &K::req_honorarios_pagar}, k, d.aux_contraparte), false,
+            liquido.formato("#,##0"));
+    return a.lineas();
+}
+
+std::vector<Linea> lineas_retiro_socio(const RetiroSocio& r, const std::string& concepto) {
+    Armador a(concepto);
+    a.poner(r.banco, r.aux_banco, true, r.total);
+    a.poner(r.socio, r.aux_socio, false, r.total);
+    return a.lineas();
+}
+
+} // namespace quorvel

@@ -1,0 +1,44 @@
+#include "assistants/reapertura.h"
+
+#include "assistants/calculo.h"
+#include "platform/db/literal.h"
+#include "text/numeros.h"
+
+#include <cmath>
+
+namespace quorvel {
+namespace {
+
+constexpr double IVA = 0.19;
+
+/// The voucher's stored other-tax line, whatever its side; "0" when there is none.
+std::string otro_guardado(clsConexion& db, const DocumentoAnterior& d) {
+    if (!d.clave) return "0";
+    const auto rs = db.NewRecord(
+        "select * from ctdquorvel where empresa=" + sql_numero(d.clave->empresa) +
+        " and   subsistema=" + sql_texto(d.clave->subsistema) +
+        " and   f_comp=" + sql_fecha(d.clave->f_comp) + " and   documento=" + sql_texto(d.clave->documento) +
+        " and   num_docum=" + sql_texto(d.clave->num_docum) + " and centro =" + sql_texto(d.cuenta_otros));
+    if (rs->eof()) return "0";
+    return mostrar_monto(rs->fields("debe_nacional").Value.number() +
+                         rs->fields("haber_nacional").Value.number());
+}
+
+} // namespace
+
+std::optional<Propuesta> proponer_reapertura(clsConexion& db, const DocumentoAnterior& d) {
+    if (!(d.neto + d.exento > 0)) return std::nullopt;
+    Propuesta p{mostrar_monto(d.neto), mostrar_monto(d.exento), mostrar_monto(IVA * d.neto), d.total_debe,
+                "0"};
+    const double documento = Round(IVA * d.neto) + d.neto + d.exento;
+    const double diferencia = valnumeroformato(d.total_debe) - documento;
+    if (diferencia == 0) return p;
+    if (std::fabs(diferencia) > 1) {
+        const double tasa = valnumerobase(d.tasa);
+        p.otro = tasa == 0 ? otro_guardado(db, d) : mostrar_monto(tasa * d.neto / 100);
+    }
+    p.total = mostrar_monto(documento + valnumeroformato(p.otro));
+    return p;
+}
+
+} // namespace quorvel

@@ -1,0 +1,25 @@
+#pragma once
+#include "platform/db/clsConexion.h"
+#include "voucher/comprobante.h"
+
+#include <optional>
+#include <string>
+
+namespace quorvel {
+
+/// What the screen holds when an assistant is opened again on a document.
+struct DocumentoAnterior {
+    double neto = 0, exento = 0;
+    std::string total_debe, tasa; ///< displayed texts
+    std::optional<Clave> clave;   ///< voucher whose other-tax line may be stored
+    std::string cuenta_otros;
+};
+/// Texts that the dialog proposes.
+struct Propuesta {
+    std::string neto, exento, iva, total, otro;
+};
+/// Splits a document's total again. @return nothing when it has neither net nor exempt amount.
+/// @throws ErrorSesion
+[[nodiscard]] std::optional<Propuesta> proponer_reapertura(clsConexion& db, const DocumentoAnterior& d);
+
+} // namespace quorvel

@@ -1,0 +1,86 @@
+#include "yearend/apertura.h"
+
+#include "platform/db/literal.h"
+#include "voucher/configuracion.h"
+#include "yearend/saldos.h"
+
+namespace quorvel {
+namespace {
+
+/// Balance-sheet lines of the year before, without the two accounts that take the result.
+std::string desde_donde(const PedidoApertura& p, const Configuracion& k) {
+    const std::string anterior = std::to_string(p.anio - 1);
+    return " from ctdquorvel a, ctmcentros b, ctmgcuenta c, ctcquorvel d  where a.empresa=" +
+           sql_numero(p.empresa) + " and a.f_comp between #01/01/" + anterior + "# and #12/31/" + anterior +
+           "# and a.centro=b.centro and b.g_cuenta=c.g_cuenta and c.transitorio='0' and a.centro not in(" +
+           sql_texto(k.centro_per) + "," + sql_texto(k.centro_gan) +
+           ") and a.empresa=d.empresa and a.subsistema=d.subsistema and a.f_comp=d.f_comp and "
+           "a.documento=d.documento and a.num_docum=d.num_docum  and d.ifrs in ('0'," +
+           sql_texto(p.norma) + ")";
+}
+
+std::string saldos_por_auxiliar(const std::string& donde) {
+    return "select a.centro,a.auxiliar,sum(a.debe_nacional) as debe, sum(a.haber_nacional) as haber " +
+           donde + " group by a.centro,a.auxiliar order by a.centro, a.auxiliar ";
+}
+
+/// A line with an auxiliary and no reference of its own belongs to the document of its voucher's header.
+std::string saldos_por_documento(clsConexion& db, const std::string& donde) {
+    db.executesql("drop table temporal "); // missing on the first run
+    const std::string pasos[] = {
+        "select a.centro,a.auxiliar,sum(a.debe_nacional) as debe, sum(a.haber_nacional) as haber, d.num_ref "
+        "as "
+        "ref1  ,a.num_ref  as ref2 into temporal " +
+            donde + " group by a.centro,a.auxiliar, a.num_ref, d.num_ref order by a.centro, a.auxiliar ",
+        "update temporal set ref2=ref1 where len(auxiliar)>0 and len(ref2)=0 and len(ref1)>0 ",
+        "update temporal set ref2='' where len(auxiliar)=0 and len(ref2)=0 "};
+    for (const std::string& sql : pasos)
+        if (db.executesql(sql) < 1) throw ErrorSesion(db.last_error(), sql);
+    return "select centro,auxiliar,sum(debe) as debe, sum(haber) as haber,ref2  from temporal  group by "
+           "centro, auxiliar, ref2 order by centro, auxiliar, ref2 ";
+}
+
+Rechazo critico(std::string mensaje) {
+    return {std::move(mensaje), Icono::critico, "", std::nullopt, std::nullopt};
+}
+
+} // namespace
+
+ResultadoAsiento generar_apertura(clsConexion& db, const PedidoApertura& p, const Avance& avance) {
+    ResultadoAsiento r;
+    const Configuracion k = leer_configuracion(db, p.empresa, Fecha{});
+    if (!k.existe)
+        r.rechazo = critico("Empresa no configurada");
+    else if (!tiene_movimientos(db, p.empresa, p.anio - 1))
+        r.rechazo = critico("Empresa no tiene movimientos en año " + std::to_string(p.anio - 1));
+    if (r.rechazo) return r;
+
+    ArmadorAsiento a(p.glosa);
+    const auto fila = [&](Saldo s) {
+        const bool deudor = s.debe > s.haber;
+        const Decimal saldo = deudor ? s.debe - s.haber : s.haber - s.debe;
+        s.debe = deudor ? saldo : Decimal();
+        s.haber = deudor ? Decimal() : saldo;
+        a.poner(s, Round(saldo.valor()) > 0);
+    };
+    if (avance && !avance(0)) {
+        r.cancelado = true;
+        return r;
+    }
+    const std::string donde = desde_donde(p, k);
+    const std::string sql = p.por_documento ? saldos_por_documento(db, donde) : saldos_por_auxiliar(donde);
+    if (!recorrer_saldos(db, sql, avance, fila)) {
+        r.cancelado = true;
+        return r;
+    }
+    const bool perdida = a.haber() > a.debe();
+    const std::string& cuenta = perdida ? k.centro_per : k.centro_gan;
+    if ((r.rechazo = sin_cuenta_resultado(cuenta, perdida))) return r;
+    a.poner({cuenta, "", "", perdida ? a.haber() - a.debe() : Decimal(),
+             perdida ? Decimal() : a.debe() - a.haber()},
+            true);
+    r.asiento = a.terminar({}, {});
+    return r;
+}
+
+} // namespace quorvel

@@ -1,0 +1,19 @@
+#pragma once
+#include "platform/db/clsConexion.h"
+#include "voucher/configuracion.h"
+#include "voucher/rechazo.h"
+
+namespace quorvel {
+
+inline constexpr const char* FALTA_CIERRE = "Antes de Cerrar el Año de debe Generar el Comprobante de Cierre";
+
+struct ResultadoCerrarAnio {
+    std::optional<Rechazo> rechazo; ///< nothing was changed
+    std::string mensaje;            ///< what was done
+    Configuracion nueva;            ///< configuration of the year that is open now
+};
+/// Checks that the result accounts are at zero, opens the next year, restarts the numbering. The statements
+/// stand by themselves: what was done before a failure stays. @throws ErrorSesion
+[[nodiscard]] ResultadoCerrarAnio cerrar_anio_contable(clsConexion& db, int empresa, Fecha hoy);
+
+} // namespace quorvel

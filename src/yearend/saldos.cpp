@@ -1,0 +1,75 @@
+#include "yearend/saldos.h"
+
+#include "platform/db/literal.h"
+#include "text/letras_utf8.h"
+
+#include <algorithm>
+
+namespace quorvel {
+namespace {
+
+constexpr long CADA = 500;
+
+/// Sums come as whole numbers or, from foreign data, with decimals; never through binary floating point
+/// while they are whole.
+Decimal monto(const Value& v) {
+    if (v.is_integer()) return v.integer();
+    std::string texto = v.text();
+    std::ranges::replace(texto, '.', ',');
+    return Decimal::leer(texto);
+}
+
+} // namespace
+
+bool tiene_movimientos(clsConexion& db, int empresa, int anio) {
+    const std::string a = std::to_string(anio);
+    const auto rs = db.NewRecord(
+        "select count(*) as contador  from ctdquorvel a  where a.empresa=" + sql_numero(empresa) +
+        " and a.f_comp between #01/01/" + a + "# and #12/31/" + a + "#");
+    return !rs->eof() && rs->fields("contador").Value.integer() > 0;
+}
+
+bool recorrer_saldos(clsConexion& db, const std::string& sql, const Avance& avance,
+                     const std::function<void(const Saldo&)>& fila) {
+    if (avance && !avance(0)) return false;
+    long n = 0;
+    for (const auto rs = db.NewRecord(sql); !rs->eof(); rs->MoveNext()) {
+        const bool con_ref = rs->columns().size() > 4;
+        fila({rs->at(0).text(), rs->at(1).text(), con_ref ? rs->at(4).text() : "", monto(rs->at(2)),
+              monto(rs->at(3))});
+        if (++n % CADA == 0 && avance && !avance(n)) return false;
+    }
+    return true;
+}
+
+ArmadorAsiento::ArmadorAsiento(const std::string& glosa) : glosa_(primeros(glosa, 60)) {}
+
+void ArmadorAsiento::poner(const Saldo& s, bool con_linea) {
+    ++contador_;
+    debe_ = debe_ + s.debe;
+    haber_ = haber_ + s.haber;
+    if (!con_linea) return;
+    LineaNumerada n{contador_, {}};
+    n.linea.centro = s.centro;
+    n.linea.auxiliar = s.auxiliar;
+    n.linea.debe = s.debe.formato("#,##0");
+    n.linea.haber = s.haber.formato("#,##0");
+    n.linea.glosa = glosa_;
+    n.linea.num_ref = s.ref;
+    asiento_.lineas.push_back(std::move(n));
+}
+
+AsientoGenerado ArmadorAsiento::terminar(Decimal desde_debe, Decimal desde_haber) {
+    asiento_.total_debe = (desde_debe + debe_).formato("#,##0");
+    asiento_.total_haber = (desde_haber + haber_).formato("#,##0");
+    return std::move(asiento_);
+}
+
+std::optional<Rechazo> sin_cuenta_resultado(const std::string& cuenta, bool perdida) {
+    if (!recortar(cuenta).empty()) return std::nullopt;
+    return Rechazo{std::string("La cuenta de ") + (perdida ? "pérdida" : "utilidad") +
+                       " no esta configurada. Configure la contabilidad antes de generar el comprobante",
+                   Icono::critico, "", std::nullopt, std::nullopt};
+}
+
+} // namespace quorvel
