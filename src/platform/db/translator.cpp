@@ -2,6 +2,7 @@
 
 #include "platform/db/clsConexion.h"
 #include "platform/db/literal_value.h"
+#include "platform/db/token_view.h"
 #include "platform/db/vocabulary.h"
 
 #include <algorithm>
@@ -14,14 +15,14 @@ namespace {
 enum class Clause { none, select, from, where, set, values, group, order, call };
 
 /// One pass over the tokens, writing the engine's text as it goes.
-class Translator {
+class Translator : private TokenView {
 public:
     Translator(std::vector<Token> tokens, std::string_view sql, Engine engine)
-        : tokens_(std::move(tokens)), sql_(sql), engine_(engine) {}
+        : TokenView(std::move(tokens)), sql_(sql), engine_(engine) {}
 
     Translation run() {
         classify();
-        close_parentheses();
+        close_parentheses(sql_);
         out_at_.assign(tokens_.size() + 1, 0);
         group(0, tokens_.size(), Clause::none);
         result_.text = std::move(out_);
@@ -29,40 +30,6 @@ public:
     }
 
 private:
-    // --- looking at tokens
-    [[nodiscard]] bool is(std::size_t i, std::string_view text) const {
-        return i < tokens_.size() && (tokens_[i].kind == Tok::name || tokens_[i].kind == Tok::op) &&
-               tokens_[i].text == text;
-    }
-    [[nodiscard]] bool column_name(std::size_t i) const {
-        return i < tokens_.size() &&
-               (tokens_[i].kind == Tok::quoted_name ||
-                (tokens_[i].kind == Tok::name && !vocabulary::keyword(tokens_[i].text)));
-    }
-    [[nodiscard]] bool comparison(std::size_t i) const {
-        return i < tokens_.size() && tokens_[i].kind == Tok::op && vocabulary::comparison(tokens_[i].text);
-    }
-    /// "in", "not in", or a comparison stands at i.
-    [[nodiscard]] bool compares(std::size_t i) const {
-        return comparison(i) || is(i, "in") || (is(i, "not") && is(i + 1, "in"));
-    }
-    /// First token of the column (qualified or not) that ends at i; nothing when it is part of an expression.
-    [[nodiscard]] std::optional<std::size_t> bare_column(std::size_t i) const {
-        if (!column_name(i)) return std::nullopt;
-        const std::size_t first = i >= 2 && is(i - 1, ".") && column_name(i - 2) ? i - 2 : i;
-        if (first == 0) return first;
-        const Token& before = tokens_[first - 1];
-        const bool opens = before.kind == Tok::name ? vocabulary::opens_condition(before.text)
-                                                    : before.text == "(" || before.text == ",";
-        return opens ? std::optional(first) : std::nullopt;
-    }
-    /// The expression of a comparison ends before i.
-    [[nodiscard]] bool ends_here(std::size_t i, std::size_t end) const {
-        if (i >= end) return true;
-        return tokens_[i].kind == Tok::name ? vocabulary::ends_condition(tokens_[i].text)
-                                            : tokens_[i].text == "," || tokens_[i].text == ")";
-    }
-
     // --- preparation
     void classify() {
         const std::string& first = tokens_[0].text;
@@ -97,20 +64,6 @@ private:
             return;
         }
     }
-    void close_parentheses() {
-        partner_.assign(tokens_.size(), 0);
-        std::vector<std::size_t> open;
-        for (std::size_t i = 0; i < tokens_.size(); ++i) {
-            if (is(i, "(")) open.push_back(i);
-            if (!is(i, ")")) continue;
-            if (open.empty()) throw ErrorSesion("Paréntesis sin abrir", std::string(sql_));
-            partner_[open.back()] = i;
-            partner_[i] = open.back();
-            open.pop_back();
-        }
-        if (!open.empty()) throw ErrorSesion("Paréntesis sin cerrar", std::string(sql_));
-    }
-
     // --- writing
     void put(std::string_view text) {
         if (!out_.empty() && out_.back() != '(' && out_.back() != '.' && text != ")" && text != "," &&
@@ -419,8 +372,7 @@ private:
         return 0;
     }
 
-    std::vector<Token> tokens_;
-    std::vector<std::size_t> partner_, out_at_;
+    std::vector<std::size_t> out_at_;
     std::string_view sql_;
     Engine engine_;
     bool lifting_ = false;
