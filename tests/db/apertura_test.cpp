@@ -57,6 +57,8 @@ TEST(Apertura, TwoSessionsOnOneFile) {
     a->BeginTrans();
     ejecutar(*a, "insert into t values (1)");
     EXPECT_EQ(filas(*b, "select count(*) from t"), "0");
+    EXPECT_EQ(b->executesql("insert into t values (9)"), 0) << "waits five seconds, then says which file";
+    EXPECT_NE(b->last_error().find(b->Name() + " está bloqueada"), std::string::npos) << b->last_error();
     a->CommitTrans();
     EXPECT_EQ(filas(*b, "select count(*) from t"), "1");
     b->BeginTrans();

@@ -283,6 +283,9 @@ TEST_P(Sesion, LiftedValues) {
     EXPECT_EQ(rows("select n, x, s, f from v where k=300"), "-900000000300|300.25|it's 300 |2024-01-21");
     ejecutar(*db, "update v set n= n - 5, s=null where k=300");
     EXPECT_EQ(rows("select n from v where n=-900000000305 and s is null"), "-900000000305");
+    ejecutar(*db, "insert into v (k, s, n) values (350, 12, '34')"); // a number for a text and the reverse
+    EXPECT_EQ(rows("select s, n from v where k='350' and n='34' and s='12'"), "12|34");
+    ejecutar(*db, "delete from v where k=350");
     for (const char* anio : {"2024", "2023", "2024"}) // not lifted, so part of the statement's text
         EXPECT_EQ(rows("select count(*) from v where year(f)=" + std::string(anio)),
                   anio[3] == '4' ? "300" : "0");
