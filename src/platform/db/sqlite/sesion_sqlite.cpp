@@ -80,6 +80,8 @@ void SesionSqlite::fail(const std::string& sql) const {
     if (code == SQLITE_BUSY || code == SQLITE_LOCKED)
         throw ErrorSesion("La base de datos " + path_ + " está bloqueada por otro programa: " + description,
                           sql);
+    if (code == SQLITE_CANTOPEN || code == SQLITE_READONLY || code == SQLITE_IOERR || code == SQLITE_FULL)
+        throw ErrorSesion("No se puede usar la base de datos " + path_ + ": " + description, sql);
     throw ErrorSesion(description, sql);
 }
 
