@@ -1,0 +1,39 @@
+#include "host/clsQuorvel.h"
+
+#include "host/clases.h"
+#include "host/miembros.h"
+#include "host/sesion_host.h"
+
+namespace quorvel {
+
+namespace {
+
+class Quorvel final : public SesionHost<clsQuorvel> {
+public:
+    explicit Quorvel(Servicios s) : SesionHost(std::move(s)) {
+        miembros_.agregar_sesion(*this);
+        miembros_.agregar({"ShowForm", 0, [this](auto) { return ShowForm(); }, {}, {}});
+        miembros_.agregar({"UnloadForm", 0, [this](auto) { return UnloadForm(); }, {}, {}});
+    }
+    Estado ShowForm() override {
+        return intentar([this] {
+            entregar_sesion();
+            pantalla().Show();
+        });
+    }
+    Estado GetIDsOfNames(std::string_view nombre, int& id) const override { return miembros_.id(nombre, id); }
+    Estado Invoke(int id, Llamada l, std::span<const Variant> a, Variant* r) override {
+        return miembros_.llamar(id, l, a, r);
+    }
+
+private:
+    Miembros miembros_;
+};
+
+} // namespace
+
+std::unique_ptr<ObjetoHost> crear_clsQuorvel(Servicios servicios) {
+    return std::make_unique<Quorvel>(std::move(servicios));
+}
+
+} // namespace quorvel
