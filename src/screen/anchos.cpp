@@ -14,7 +14,7 @@ constexpr std::size_t LARGO_MAXIMO = 250;
 } // namespace
 
 void restaurar_anchos(ui::ctlPlanilla& grilla, const std::filesystem::path& carpeta) {
-    const std::string valor = recortar(primeros(leer_ajuste(carpeta, CLAVE), LARGO_MAXIMO));
+    const std::string valor = recortar(primeros(SettingsFile(carpeta).get("NIVO", CLAVE), LARGO_MAXIMO));
     int columna = 0;
     for (std::size_t inicio = 0, fin; columna < grilla.Cols(); ++columna, inicio = fin + 1) {
         fin = valor.find('#', inicio);
@@ -22,14 +22,16 @@ void restaurar_anchos(ui::ctlPlanilla& grilla, const std::filesystem::path& carp
         int ancho = 0;
         const char* hasta = valor.data() + fin;
         const auto leido = std::from_chars(valor.data() + inicio, hasta, ancho);
-        if (leido.ec == std::errc{} && leido.ptr == hasta && ancho >= 0) grilla.Columns(columna).Width = ancho;
+        if (leido.ec == std::errc{} && leido.ptr == hasta && ancho >= 0)
+            grilla.Columns(columna).Width = ancho;
     }
 }
 
 void guardar_anchos(const ui::ctlPlanilla& grilla, const std::filesystem::path& carpeta) {
     std::string valor;
     for (int i = 0; i < grilla.Cols(); ++i) valor += std::to_string(grilla.Columns(i).Width) + '#';
-    guardar_ajuste(carpeta, CLAVE, valor);
+    // A folder that cannot be written costs the widths, nothing else.
+    (void)SettingsFile(carpeta, "NIVO.ini").set("NIVO", CLAVE, valor);
 }
 
 } // namespace quorvel

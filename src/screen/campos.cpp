@@ -1,8 +1,8 @@
 #include "screen/campos.h"
 
-#include "screen/frmQuorvel.h"
 #include "platform/db/literal.h"
 #include "screen/detalle/detalle.h"
+#include "screen/frmQuorvel.h"
 #include "screen/listas.h"
 #include "text/letras_utf8.h"
 #include "text/numeros.h"
@@ -11,7 +11,9 @@ namespace quorvel {
 
 namespace {
 
-std::string codigo(const ui::ListControl& lista, std::size_t n) { return recortar(primeros(lista.Text(), n)); }
+std::string codigo(const ui::ListControl& lista, std::size_t n) {
+    return recortar(primeros(lista.Text(), n));
+}
 
 /// Selects by code; a stored code without an entry is added for this voucher, so that saving writes it back.
 void seleccionar(ui::ListControl& lista, std::size_t n, const std::string& buscado) {
@@ -98,7 +100,8 @@ Comprobante leer_pantalla(const frmQuorvel& f) {
     c.f_comp = f.mskF_comp.date();
     c.documento = codigo_documento(f);
     c.num_docum = f.txtNum_doc.Text();
-    if (!f.glbBanderaNuevo && f.estado.cargado) { // the key of a saved voucher is the one that it was read with
+    if (!f.glbBanderaNuevo &&
+        f.estado.cargado) { // the key of a saved voucher is the one that it was read with
         c.f_comp = f.estado.cargado->f_comp;
         c.documento = f.estado.cargado->documento;
         c.num_docum = f.estado.cargado->num_docum;
@@ -176,9 +179,9 @@ void reemplazar_lineas(frmQuorvel& f, const std::vector<Linea>& lineas, const st
     f.grdDetalle.Clear();
     int n = 0;
     for (const Linea& l : lineas)
-        f.grdDetalle.AddItem(fila_texto({std::to_string(++n), l.centro, l.auxiliar, l.debe, l.haber,
-                                         primeros(l.glosa, 60), l.centro2, l.conciliado, l.num_ref,
-                                         l.codigo_otro_impuesto, l.tasa_impuesto_otro}));
+        f.grdDetalle.AddItem(
+            fila_texto({std::to_string(++n), l.centro, l.auxiliar, l.debe, l.haber, primeros(l.glosa, 60),
+                        l.centro2, l.conciliado, l.num_ref, l.codigo_otro_impuesto, l.tasa_impuesto_otro}));
     fijar_totales(f, total, total);
 }
 

@@ -1,4 +1,5 @@
 // The load step and the activations of the voucher screen, in their fixed order.
+#include "assistants/libros.h"
 #include "interchange/tablas_impresion.h"
 #include "screen/anchos.h"
 #include "screen/campos.h"
@@ -15,7 +16,7 @@ namespace {
 
 template <class Textos> void llenar(ui::ListControl& lista, const Textos& textos) {
     lista.Clear();
-    for (const char* texto : textos) lista.AddItem(texto);
+    for (const std::string_view texto : textos) lista.AddItem(std::string(texto));
 }
 
 void llenar(ui::ListControl& lista, clsConexion& db, const std::string& sql, const char* codigo,
@@ -45,7 +46,8 @@ void cargar_configuracion(frmQuorvel& f) {
 void cargar_maestros(frmQuorvel& f) {
     f.cmbcodigo_otro_impuesto.Clear();
     f.cmbcodigo_otro_impuesto.AddItem("");
-    llenar(f.cmbcodigo_otro_impuesto, *f.glbdb, "SELECT a.* from ctmotroimp a ", "otro_impuesto", "descripcion");
+    llenar(f.cmbcodigo_otro_impuesto, *f.glbdb, "SELECT a.* from ctmotroimp a ", "otro_impuesto",
+           "descripcion");
     recargar_documentos(f);
     f.cmbMoneda.Clear();
     llenar(f.cmbMoneda, *f.glbdb, "select * from admmonedas ", "moneda", "n_moneda");
@@ -62,7 +64,7 @@ void recargar_documentos(frmQuorvel& f) {
 void frmQuorvel::Form_Load() {
     atender([this] {
         estado = {};
-        llenar(cmbdoc_libro, DOC_LIBROS);
+        llenar(cmbdoc_libro, DOCUMENTOS_LIBRO);
         llenar(cmbcodigo_no_recuperable, NO_RECUPERABLES);
         llenar(cmbifrs, NORMAS);
         cmbifrs.SetListIndex(0);

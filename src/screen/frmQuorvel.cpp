@@ -37,21 +37,33 @@ void frmQuorvel::conectar_comandos() {
     en(ctlRegistro1.Search, buscar);
     en(ctlRegistro1.Exit, salir);
     const std::pair<ui::MenuItem*, Comando> menus[] = {
-        {&mnuAnular, anular},           {&mnuEliminar, eliminar},
-        {&mnuGenerarCierre, generar_cierre}, {&mnuCerrarAnio, cerrar_anio},
-        {&mnuApertura, apertura},       {&mnuAperturaDoc, apertura_doc},
-        {&mnuImportar, importar_csv},   {&mnuexportar, exportar_csv},
-        {&mnuSalir, salir},             {&mnuventa, asistente_venta},
-        {&mnucompra, asistente_compra}, {&mnuretencion, asistente_retencion},
-        {&mnuFactura, factura},         {&mnucheque, cheque},
-        {&mnudoc_egreso, doc_egreso},   {&mnudescuadrado, descuadrados},
+        {&mnuAnular, anular},
+        {&mnuEliminar, eliminar},
+        {&mnuGenerarCierre, generar_cierre},
+        {&mnuCerrarAnio, cerrar_anio},
+        {&mnuApertura, apertura},
+        {&mnuAperturaDoc, apertura_doc},
+        {&mnuImportar, importar_csv},
+        {&mnuexportar, exportar_csv},
+        {&mnuSalir, salir},
+        {&mnuventa, asistente_venta},
+        {&mnucompra, asistente_compra},
+        {&mnuretencion, asistente_retencion},
+        {&mnuFactura, factura},
+        {&mnucheque, cheque},
+        {&mnudoc_egreso, doc_egreso},
+        {&mnudescuadrado, descuadrados},
     };
     for (const auto& [menu, comando] : menus) en(menu->Click, comando);
     const std::pair<ui::CommandButton*, Comando> botones[] = {
-        {&cmdasistente, asistente},           {&cmdcortar, cortar},
-        {&cmdCopiar, copiar},                 {&cmdrut_persona, buscar_persona},
-        {&cmdadjunto_agregar, adjunto_agregar}, {&cmdadjunto_eliminar, adjunto_eliminar},
-        {&cmdAbrir, adjunto_abrir},           {&cmdigual, calcular},
+        {&cmdasistente, asistente},
+        {&cmdcortar, cortar},
+        {&cmdCopiar, copiar},
+        {&cmdrut_persona, buscar_persona},
+        {&cmdadjunto_agregar, adjunto_agregar},
+        {&cmdadjunto_eliminar, adjunto_eliminar},
+        {&cmdAbrir, adjunto_abrir},
+        {&cmdigual, calcular},
         {&cmdlimpiar, limpiar_calculadora},
     };
     for (const auto& [boton, comando] : botones) en(boton->Click, comando);
@@ -71,7 +83,8 @@ void frmQuorvel::conectar_campos() {
     txtnombre.SetUpperCase(true);
     txtfecha_doc.SetRefusesInvalid(true);
     txtfecha_pago.SetRefusesInvalid(true);
-    for (ui::TextBox* caja : {&txtCotizacion, &txtiva_activo_fijo, &txttasa_impuesto_otro, &txtnumero, &txtresultado1})
+    for (ui::TextBox* caja :
+         {&txtCotizacion, &txtiva_activo_fijo, &txttasa_impuesto_otro, &txtnumero, &txtresultado1})
         caja->SetRightAligned(true);
     txtresultado1.SetLocked(true);
     txtresultado2.SetLocked(true);
@@ -120,7 +133,8 @@ std::string frmQuorvel::NumeroAdjunto() {
 
 void frmQuorvel::CargarAdjuntos() {
     lstadjunto.Clear();
-    for (const std::string& nombre : leer_adjuntos(*glbdb, gstrcomprobante_adjunto)) lstadjunto.AddItem(nombre);
+    for (const std::string& nombre : leer_adjuntos(*glbdb, gstrcomprobante_adjunto))
+        lstadjunto.AddItem(nombre);
 }
 
 } // namespace quorvel

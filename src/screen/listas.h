@@ -4,15 +4,6 @@
 namespace quorvel {
 
 // Fixed list texts; the text is the stored key, character for character.
-inline constexpr std::array LIBROS{"CONTABLES", "VENTAS",  "COMPRAS",   "RETENCIONES",
-                                   "INGRESOS",  "EGRESOS", "RET. SOCIO"};
-inline constexpr std::array DOC_LIBROS{
-    " ",               "BOLETA",           "FACTURA",          "FACTURA EXENTA",   "F. ELECTRONICA",
-    "F. EXENTA ELECT.", "F. IMPORTACION",  "NOTA CREDITO",     "N.C. ELECTRONICA", "NOTA DEBITO",
-    "N.D. ELECTRONICA", "DECLARACION IMP.", "B. ELECTRONICA",  "B. EXENTA",        "B. EXENTA ELECT.",
-    "FACTURA COMPRA",  "F. COMPRA ELECT.", "FACTURA EXP.",     "F EXP. ELECT.",    "N.C. EXP. ELECT.",
-    "N.D. EXP. ELECT.", "F. VENTA. Z.F.",  "F. TRASP. Z.F.",   "VALES TRANSBANK",  "SRF SOL. REG.",
-    "EGRESO",          "INGRESO"};
 inline constexpr std::array NORMAS{"0 TRIBUTARIA / IFRS", "1 TRIBUTARIA", "2 IFRS"};
 inline constexpr std::array NO_RECUPERABLES{"",
                                             "1 Compras Generan Op. Exentas",

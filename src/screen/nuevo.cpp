@@ -1,3 +1,4 @@
+#include "screen/adjuntos/adjuntos.h"
 #include "screen/campos.h"
 #include "screen/frmQuorvel.h"
 #include "screen/permisos.h"
@@ -65,8 +66,7 @@ void limpiar_para_nuevo(frmQuorvel& f) {
     for (ui::Label* l : {&f.lblCuenta, &f.lblAuxiliar, &f.lblCentro, &f.lblOtro_impuesto}) l->SetCaption("");
     e.ultima_cuenta.clear();
     vaciar_impuestos(f);
-    f.gstrcomprobante_adjunto = f.NumeroAdjunto();
-    f.lblgstrcomprobante_adjunto.SetCaption(f.gstrcomprobante_adjunto);
+    nuevo_conjunto(f);
     const auto p = permisos(f.glbPermiso);
     permitir_cambios(f, true, p[PERMISO_BORRAR_LINEA], p[PERMISO_IMPRIMIR], "");
     f.ctlRegistro1.NewRecord();
@@ -98,8 +98,7 @@ void proponer_numero_documento(frmQuorvel& f) {
     const Fecha fecha = f.mskF_comp.date().value_or(f.servicios.reloj.hoy());
     const int anio_fecha = anio(fecha) < 2000 ? anio(f.servicios.reloj.hoy()) : anio(fecha);
     if (texto.empty()) return;
-    f.estado.numero_propuesto =
-        proponer_numero(*f.glbdb, f.glbEmpresa, codigo_documento(f), anio_fecha);
+    f.estado.numero_propuesto = proponer_numero(*f.glbdb, f.glbEmpresa, codigo_documento(f), anio_fecha);
     f.txtNum_doc.SetText(std::to_string(f.estado.numero_propuesto));
 }
 

@@ -13,10 +13,10 @@ struct Definicion {
 };
 constexpr int ANCHO_LETRA = 9; // pixels of an "X" in the screen's font
 constexpr Definicion DEFINICIONES[COLUMNAS] = {
-    {"Sec", 4, "", 0, false},          {"Cuenta", 10, "", 0, true},         {"Auxiliar", 7, "", 0, true},
-    {"Debe", 12, "#,##0", 1, false},   {"Haber", 12, "#,##0", 1, false},    {"Glosa", 29, "", 0, false},
-    {"C. Costo", 7, "", 0, true},      {"Conciliado", 7, "", 0, false},     {"Doc.Pagado", 9, "", 0, false},
-    {"Otro Imp.", 7, "", 0, true},     {"Tasa Imp.", 7, "", 0, false},
+    {"Sec", 4, "", 0, false},        {"Cuenta", 10, "", 0, true},      {"Auxiliar", 7, "", 0, true},
+    {"Debe", 12, "#,##0", 1, false}, {"Haber", 12, "#,##0", 1, false}, {"Glosa", 29, "", 0, false},
+    {"C. Costo", 7, "", 0, true},    {"Conciliado", 7, "", 0, false},  {"Doc.Pagado", 9, "", 0, false},
+    {"Otro Imp.", 7, "", 0, true},   {"Tasa Imp.", 7, "", 0, false},
 };
 } // namespace
 

@@ -45,8 +45,8 @@ std::vector<Linea> lineas_de_grilla(const frmQuorvel& f) {
     lineas.reserve(static_cast<std::size_t>(g.Rows()));
     for (int i = 0; i < g.Rows(); ++i) {
         const auto celda = [&](int col) { return g.TextMatrix(i, col); };
-        lineas.push_back({celda(CUENTA), celda(AUXILIAR), celda(DEBE), celda(HABER), celda(GLOSA), celda(CENTRO),
-                          celda(CONCILIADO), celda(DOC_PAGADO), celda(OTRO_IMP), celda(TASA)});
+        lineas.push_back({celda(CUENTA), celda(AUXILIAR), celda(DEBE), celda(HABER), celda(GLOSA),
+                          celda(CENTRO), celda(CONCILIADO), celda(DOC_PAGADO), celda(OTRO_IMP), celda(TASA)});
     }
     return lineas;
 }

@@ -9,7 +9,20 @@ namespace quorvel {
 class frmQuorvel;
 
 // Columns of the detail grid.
-enum Columna { SEC, CUENTA, AUXILIAR, DEBE, HABER, GLOSA, CENTRO, CONCILIADO, DOC_PAGADO, OTRO_IMP, TASA, COLUMNAS };
+enum Columna {
+    SEC,
+    CUENTA,
+    AUXILIAR,
+    DEBE,
+    HABER,
+    GLOSA,
+    CENTRO,
+    CONCILIADO,
+    DOC_PAGADO,
+    OTRO_IMP,
+    TASA,
+    COLUMNAS
+};
 
 /// Builds the grid's columns; rows that are already there stay.
 void construir_columnas(frmQuorvel& f);

@@ -81,9 +81,9 @@ void impuesto_dejado(frmQuorvel& f, const std::string&, bool& cancelar) {
 }
 
 using AlDejar = void (*)(frmQuorvel&, const std::string& anterior, bool& cancelar);
-constexpr AlDejar AL_DEJAR[COLUMNAS] = {nullptr,       cuenta_dejada, auxiliar_dejado, debe_dejado,
-                                        haber_dejado,  glosa_dejada,  centro_dejado,   nullptr,
-                                        nullptr,       impuesto_dejado, nullptr};
+constexpr AlDejar AL_DEJAR[COLUMNAS] = {nullptr,      cuenta_dejada,   auxiliar_dejado, debe_dejado,
+                                        haber_dejado, glosa_dejada,    centro_dejado,   nullptr,
+                                        nullptr,      impuesto_dejado, nullptr};
 
 /// A line holds a debit or a credit, never both.
 void vaciar_otro_lado(frmQuorvel& f, int columna) {

@@ -32,7 +32,8 @@ void celda_movida(frmQuorvel& f) {
     // Two neighbouring lines may share an account and differ in the party.
     nombrar(f.lblAuxiliar, *f.maestros.rsAuxiliares, "auxiliar", "n_auxiliar", g.Value(AUXILIAR));
     nombrar(f.lblCentro, *f.maestros.rsCentros, "centro", "n_centro", g.Value(CENTRO));
-    nombrar(f.lblOtro_impuesto, *f.maestros.rsOtrosImpuestos, "otro_impuesto", "descripcion", g.Value(OTRO_IMP));
+    nombrar(f.lblOtro_impuesto, *f.maestros.rsOtrosImpuestos, "otro_impuesto", "descripcion",
+            g.Value(OTRO_IMP));
 }
 
 } // namespace quorvel

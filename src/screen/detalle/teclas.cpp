@@ -17,7 +17,8 @@ int en_mayuscula(int tecla) {
     if (c < 0x800) {
         letra = {static_cast<char>(0xC0 | c >> 6), static_cast<char>(0x80 | (c & 0x3F))};
         const std::string m = mayusculas(letra);
-        if (m.size() == 2) return (static_cast<unsigned char>(m[0]) & 0x1F) << 6 | (static_cast<unsigned char>(m[1]) & 0x3F);
+        if (m.size() == 2)
+            return (static_cast<unsigned char>(m[0]) & 0x1F) << 6 | (static_cast<unsigned char>(m[1]) & 0x3F);
     }
     return tecla;
 }

@@ -1,6 +1,6 @@
 #include "screen/papeles/frmcheque.h"
 
-#include "screen/papeles/elegir.h"
+#include "screen/consultas/consultas.h"
 
 namespace quorvel {
 

@@ -1,6 +1,6 @@
 #include "screen/papeles/frmfactura.h"
 
-#include "screen/papeles/elegir.h"
+#include "screen/consultas/consultas.h"
 #include "text/letras_utf8.h"
 #include "text/rut.h"
 

@@ -1,0 +1,37 @@
+#include "screen/campos.h"
+#include "screen/comandos/comandos.h"
+#include "screen/comandos/procesado.h"
+#include "screen/frmQuorvel.h"
+#include "voucher/grabar.h"
+
+namespace quorvel {
+
+bool exigir_procesado(frmQuorvel& f) {
+    if (!f.glbBanderaNuevo && f.lblEstado.Caption() == "P") return true;
+    f.critico("Comprobante no válido");
+    return false;
+}
+
+void anular(frmQuorvel& f) {
+    if (f.estado.comprobante_cierre)
+        return f.critico("Comprobante de Cierre anual no puede ser anulado,\r\n Pero puede ser modificado o "
+                         "vuelto a generar");
+    if (!exigir_procesado(f)) return;
+    if (!f.pregunta("Esta seguro que desea anular el Comprobante Contable\r\nNota: Una vez Anulado no es "
+                    "posible recuperarlo"))
+        return;
+    const Comprobante c = leer_pantalla(f);
+    const std::string error =
+        AnularComprobante(*f.glbdb, c, c.f_ult_modificacion.value_or(f.servicios.reloj.hoy()));
+    if (!error.empty()) return f.critico(error);
+    f.lblEstado.SetCaption("X");
+    f.estado.cargado->estado = "X";
+    f.informacion("Comprobante Anulado");
+    f.SetCaption(titulo(f, "X"));
+    const std::string debe = f.lblTotalDebe.Caption(), haber = f.lblTotalhaber.Caption();
+    f.grdDetalle.Clear();
+    fijar_totales(f, debe, haber); // the header keeps its totals
+    permitir_cambios(f, false, false, false, "El comprobante está anulado");
+}
+
+} // namespace quorvel

@@ -1,0 +1,81 @@
+#include "screen/campos.h"
+#include "screen/comandos/comandos.h"
+#include "screen/consultas/consultas.h"
+#include "screen/frmQuorvel.h"
+#include "screen/permisos.h"
+#include "text/letras_utf8.h"
+#include "voucher/bloqueo.h"
+#include "voucher/cargar.h"
+#include "voucher/validar.h"
+
+namespace quorvel {
+
+namespace {
+
+/// Whether the shown state lets a voucher be changed, and why not.
+struct Permitido {
+    bool modificar = true, borrar_linea = true, imprimir = true;
+    std::string motivo;
+};
+
+Permitido segun_estado(const frmQuorvel& f, const Comprobante& c) {
+    const auto p = permisos(f.glbPermiso);
+    Permitido r{true, p[PERMISO_BORRAR_LINEA], p[PERMISO_IMPRIMIR], ""};
+    if (c.estado != "P") r = {false, false, false, "Solo un comprobante procesado se puede modificar"};
+    if (c.subsistema != "01") {
+        r.modificar = r.borrar_linea = false;
+        r.motivo = "El comprobante pertenece a otro subsistema";
+    }
+    return r;
+}
+
+void cargar_detalle(frmQuorvel& f, const Comprobante& c) {
+    f.grdDetalle.Clear();
+    f.lstadjunto.Clear();
+    f.gstrcomprobante_adjunto = f.NumeroAdjunto();
+    if (c.estado == "P") {
+        f.grdDetalle.SetRecordSource(consulta_lineas(c.clave()));
+        f.grdDetalle.Load();
+        f.CargarAdjuntos();
+    }
+    f.lblgstrcomprobante_adjunto.SetCaption(f.gstrcomprobante_adjunto);
+    fijar_totales(f, c.total_debe, c.total_haber);
+}
+
+void tomar_bloqueo(frmQuorvel& f, const Comprobante& c, Permitido permitido) {
+    desbloquear(*f.glbdb, f.glbEmpresa, f.glbUsuario); // what was on the screen before is no longer shown
+    const bool ajeno = c.bloqueo_usuario >= 1 && c.bloqueo_usuario != f.glbUsuario;
+    f.estado.solo_lectura = ajeno;
+    if (ajeno) {
+        f.informacion(SOLO_LECTURA);
+        permitido.modificar = permitido.borrar_linea = false;
+        permitido.motivo = SOLO_LECTURA;
+    } else {
+        bloquear(*f.glbdb, c.clave(), f.glbUsuario);
+    }
+    permitir_cambios(f, permitido.modificar, permitido.borrar_linea, permitido.imprimir, permitido.motivo);
+}
+
+} // namespace
+
+void buscar(frmQuorvel& f) {
+    const auto elegido = elegir_comprobante(f.escritorio(), *f.glbdb,
+                                            consulta_busqueda(f.glbEmpresa, f.glbUsuario, f.glbAlias));
+    if (!elegido) return;
+    const auto fecha = leer_fecha_mdy(elegido->f_comp);
+    if (!fecha) return;
+    const auto c = leer_cabecera(*f.glbdb, f.glbEmpresa, *fecha, elegido->documento, elegido->num_docum,
+                                 elegido->subsistema);
+    if (!c) return;
+    f.estado.cierre_generado = false;
+    f.estado.cortado.reset();
+    f.ctlRegistro1.RecordShown();
+    f.estado.cargado = *c;
+    f.glbBanderaNuevo = false;
+    mostrar_comprobante(f, *c);
+    f.estado.comprobante_cierre = es_comprobante_cierre(*c, f.config);
+    cargar_detalle(f, *c);
+    tomar_bloqueo(f, *c, segun_estado(f, *c));
+}
+
+} // namespace quorvel

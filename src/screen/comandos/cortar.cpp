@@ -1,0 +1,81 @@
+#include "screen/adjuntos/adjuntos.h"
+#include "screen/campos.h"
+#include "screen/comandos/comandos.h"
+#include "screen/comandos/procesado.h"
+#include "screen/frmQuorvel.h"
+#include "screen/permisos.h"
+#include "screen/recargar_documentos.h"
+#include "voucher/cargar.h"
+#include "voucher/grabar.h"
+
+namespace quorvel {
+
+namespace {
+
+std::vector<std::string> nombres(const ui::ListBox& lista) {
+    std::vector<std::string> todos;
+    for (int i = 0; i < lista.ListCount(); ++i) todos.push_back(lista.List(i));
+    return todos;
+}
+
+} // namespace
+
+void RenovarComprobante(frmQuorvel& f) {
+    desbloquear_usuario(f);
+    f.estado.comprobante_cierre = f.estado.cierre_generado = f.estado.solo_lectura = false;
+    f.estado.cargado.reset();
+    f.glbBanderaNuevo = f.glbBanderaLeer = true;
+    f.txtNum_doc.SetEnabled(true);
+    f.cmbDocumento.SetEnabled(true);
+    f.mskF_comp.SetEnabled(true);
+    f.lblEstado.SetCaption(""); // what is on the screen is saved nowhere
+    f.lblUsuario.SetCaption(std::to_string(f.glbUsuario) + " " + f.glbN_usuario);
+    f.lblF_ult_modificacion.SetCaption(fecha_dmy(f.servicios.reloj.hoy()));
+    f.lblsubsistema.SetCaption("01 Contabilidad");
+    f.lblCuenta.SetCaption("");
+    f.lblAuxiliar.SetCaption("");
+    f.estado.ultima_cuenta.clear();
+    f.SetCaption("Comprobante Contable");
+    f.ctlRegistro1.NewRecord();
+    const auto p = permisos(f.glbPermiso);
+    permitir_cambios(f, true, p[PERMISO_BORRAR_LINEA], p[PERMISO_IMPRIMIR], "");
+    proponer_correlativo_libro(f);
+}
+
+void cortar(frmQuorvel& f) {
+    if (!exigir_procesado(f)) return;
+    if (!f.pregunta(
+            "Esta seguro que desea cortar el Comprobante Contable\r\nNota: Utilice esta opción para "
+            "modificar la fecha y numero de comprobante, no olvide presionar el botón actualizar una vez "
+            "realizado los cambios, porque sino graba el comprobante este se elimina"))
+        return;
+    // Read again: a cheque may have been issued since the voucher was opened.
+    const Clave clave = f.estado.cargado->clave();
+    const auto guardado = leer_cabecera(*f.glbdb, clave.empresa, clave.f_comp, clave.documento,
+                                        clave.num_docum, clave.subsistema);
+    const std::string error =
+        EliminarComprobante(*f.glbdb, clave, f.estado.cargado->comprobante_adjunto, f.glbUsuario);
+    if (!error.empty()) return f.critico(error);
+    RenovarComprobante(f); // the attachment set stays: its files are where they were
+    f.estado.cortado = guardado;
+}
+
+void copiar(frmQuorvel& f) {
+    const std::string origen = f.gstrcomprobante_adjunto;
+    const bool guardado = !f.glbBanderaNuevo;
+    RenovarComprobante(f);
+    f.estado.cortado.reset();
+    if (guardado) { // two vouchers never share a set: deleting one would take the other's files
+        const Attachments carpeta = carpeta_adjuntos(f);
+        f.gstrcomprobante_adjunto = carpeta.first_free(numero_adjunto(*f.glbdb, std::nullopt));
+        f.lblgstrcomprobante_adjunto.SetCaption(f.gstrcomprobante_adjunto);
+        if (f.lstadjunto.ListCount() > 0 &&
+            !carpeta.copy_set(origen, f.gstrcomprobante_adjunto, nombres(f.lstadjunto))) {
+            f.lstadjunto.Clear();
+            f.exclamacion("No se pudieron copiar los archivos adjuntos");
+        }
+    }
+    f.cmbDocumento.SetFocus();
+}
+
+} // namespace quorvel

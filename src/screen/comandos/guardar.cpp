@@ -1,0 +1,117 @@
+#include "screen/adjuntos/adjuntos.h"
+#include "screen/campos.h"
+#include "screen/comandos/comandos.h"
+#include "screen/frmQuorvel.h"
+#include "text/rut.h"
+#include "voucher/bloqueo.h"
+#include "voucher/grabar.h"
+#include "voucher/validar.h"
+
+namespace quorvel {
+
+namespace {
+
+void mostrar_rechazo(frmQuorvel& f, const Rechazo& r) {
+    if (r.fila && r.columna) {
+        f.grdDetalle.SetRow(*r.fila);
+        f.grdDetalle.SetCol(*r.columna);
+    }
+    switch (r.icono) {
+    case Icono::critico: f.critico(r.mensaje); break;
+    case Icono::exclamacion: f.exclamacion(r.mensaje); break;
+    case Icono::informacion: f.informacion(r.mensaje); break;
+    }
+    if (ui::Control* foco = r.foco.empty() ? nullptr : f.find(r.foco)) foco->SetFocus();
+}
+
+bool rut_valido(frmQuorvel& f) {
+    if (f.txtrut_persona.Text().empty()) return true;
+    f.txtrut_persona.SetText(con_guion(f.txtrut_persona.Text()));
+    return f.validarut();
+}
+
+bool validar(frmQuorvel& f, const Comprobante& c) {
+    const EntradaValidacion e{.c = c,
+                              .k = f.config,
+                              .maestros = f.maestros,
+                              .db = *f.glbdb,
+                              .hoy = f.servicios.reloj.hoy(),
+                              .nuevo = f.glbBanderaNuevo,
+                              .editando = f.grdDetalle.EditActive() || f.grdDetalle.NewRowPending() == 1,
+                              .fecha_comp_texto = f.mskF_comp.Text()};
+    const auto rechazo = ValidarComprobante(e);
+    if (rechazo) mostrar_rechazo(f, *rechazo);
+    return !rechazo;
+}
+
+OpcionesGrabar opciones(const frmQuorvel& f, const Comprobante& c) {
+    OpcionesGrabar o;
+    o.nuevo = f.glbBanderaNuevo;
+    o.numero_propuesto = f.estado.numero_propuesto;
+    o.registrar_cierre = f.estado.cierre_generado;
+    o.anio = f.config.anio;
+    o.hoy = f.servicios.reloj.hoy();
+    if (f.estado.cortado) o.clave_anterior = f.estado.cortado->clave();
+    o.mover_adjuntos = [&f, adjuntos = c.adjuntos](const std::string& de, const std::string& a) {
+        return carpeta_adjuntos(f).move_set(de, a, adjuntos);
+    };
+    return o;
+}
+
+void recordar_cierre(frmQuorvel& f, const Comprobante& c) {
+    if (!f.estado.cierre_generado) return;
+    f.config.f_comp_cierre = c.f_comp;
+    f.config.documento_cierre = c.documento;
+    f.config.num_docum_cierre = c.num_docum;
+    f.estado.cierre_generado = false;
+    f.estado.comprobante_cierre = true;
+}
+
+void numerar_lineas(frmQuorvel& f) {
+    for (int i = 0; i < f.grdDetalle.Rows(); ++i) f.grdDetalle.SetTextMatrix(i, 0, std::to_string(i + 1));
+}
+
+void mostrar_grabado(frmQuorvel& f, Comprobante c) {
+    f.gstrcomprobante_adjunto = c.comprobante_adjunto;
+    f.lblgstrcomprobante_adjunto.SetCaption(c.comprobante_adjunto);
+    f.lblEstado.SetCaption("P");
+    if (f.glbBanderaNuevo) {
+        f.glbBanderaNuevo = false;
+        f.ctlRegistro1.RecordStored();
+        f.txtNum_doc.SetEnabled(false);
+        f.cmbDocumento.SetEnabled(false);
+        f.mskF_comp.SetEnabled(false);
+    }
+    recordar_cierre(f, c);
+    numerar_lineas(f);
+    f.RecalcularTotales();
+    f.lblF_ult_modificacion.SetCaption(fecha_dmy(f.servicios.reloj.hoy()));
+    f.lblUsuario.SetCaption(std::to_string(f.glbUsuario) + " " + f.glbN_usuario);
+    c.estado = "P";
+    f.estado.cotizacion_mostrada = f.txtCotizacion.Text();
+    f.estado.cargado = std::move(c);
+    f.estado.cortado.reset();
+    f.SetCaption(titulo(f, "P"));
+    f.informacion("Comprobante Ingresado y Mayorizado");
+}
+
+} // namespace
+
+void guardar(frmQuorvel& f) {
+    if (!rut_valido(f)) return;
+    Comprobante c = leer_pantalla(f);
+    if (!validar(f, c)) return;
+    const ResultadoGrabar r = GrabarComprobante(*f.glbdb, c, opciones(f, c));
+    if (!r.error.empty()) {
+        f.critico(r.error);
+    } else {
+        c.comprobante_adjunto = r.comprobante_adjunto;
+        mostrar_grabado(f, std::move(c));
+    }
+    f.grdDetalle.SetFocus();
+    if (f.glbBanderaNuevo || !r.error.empty()) return; // a lock belongs to a saved voucher of one's own
+    desbloquear(*f.glbdb, f.glbEmpresa, f.glbUsuario);
+    bloquear(*f.glbdb, f.estado.cargado->clave(), f.glbUsuario);
+}
+
+} // namespace quorvel

@@ -1,0 +1,130 @@
+#include "screen/consultas/formas_codigo.h"
+
+#include "platform/db/literal.h"
+#include "text/letras_utf8.h"
+
+namespace quorvel {
+
+namespace {
+
+std::string campo(Recordset& rs, const char* nombre) { return recortar_fin(rs.fields(nombre).Value.text()); }
+
+void enter_avanza(ui::ComboBox& lista) {
+    lista.KeyDown += [&lista](ui::KeyEvent& e) {
+        if (e.key != ui::Key::enter) return;
+        e.handled = true;
+        lista.form().focus_next();
+    };
+}
+
+} // namespace
+
+FormaConsulta::FormaConsulta(ui::Escritorio& escritorio, std::string name, std::string caption,
+                             std::vector<std::string> columnas)
+    : Form(escritorio, std::move(name), std::move(caption)) {
+    ctlConsulta1.SetColumns(std::move(columnas));
+    ctlConsulta1.Selected += [this](const std::vector<std::string>& fila) {
+        glbCodigo = recortar(fila.at(0));
+        glbNombre = fila.size() > 1 ? recortar(fila[1]) : "";
+        Hide();
+    };
+    ctlConsulta1.Cancelled += [this] { Hide(); };
+}
+
+frmBuscaCentro::frmBuscaCentro(ui::Escritorio& escritorio)
+    : FormaConsulta(escritorio, "frmBuscaCentro", "Buscar Cuenta", {"centro", "n_centro"}) {
+    cmbGcuenta.Click += [this] { atender([this] { cmbGcuenta_Click(); }); };
+    enter_avanza(cmbGcuenta);
+}
+
+void frmBuscaCentro::Form_Load() {
+    atender([this] {
+        const bool centros = glbTipo == "centro";
+        if (centros) SetCaption("Buscar Centro de Costo");
+        for (auto rs = glbdb->NewRecord(centros ? "select * from ctmgcuentc" : "select * from ctmgcuenta");
+             !rs->eof(); rs->MoveNext())
+            cmbGcuenta.AddItem(campo(*rs, "g_cuenta") + " " + campo(*rs, "n_g_cuenta"),
+                               rs->fields("longitud").Value.integer());
+        if (cmbGcuenta.ListCount() == 0) return;
+        cmbGcuenta.SetListIndex(0);
+        ctlConsulta1.SetConnection(glbdb);
+        ctlConsulta1.Load();
+        ctlConsulta1.SetFocus();
+    });
+}
+
+void frmBuscaCentro::cmbGcuenta_Click() {
+    if (cmbGcuenta.Text().empty()) return;
+    ctlConsulta1.SetSQL(recortar_fin(glbSQL) + " and g_cuenta=" + sql_texto(primeros(cmbGcuenta.Text(), 1)) +
+                        " and len(centro)= " + sql_numero(cmbGcuenta.ItemData(cmbGcuenta.ListIndex())));
+}
+
+frmBuscaAuxiliar::frmBuscaAuxiliar(ui::Escritorio& escritorio)
+    : FormaConsulta(escritorio, "frmBuscaAuxiliar", "Buscar Auxiliar", {"auxiliar", "n_auxiliar", "rut"}) {
+    ctlConsulta1.SetLayout({2500});
+    cmbtipoaux.Click += [this] { atender([this] { cmbtipoaux_Click(); }); };
+    enter_avanza(cmbtipoaux);
+}
+
+void frmBuscaAuxiliar::Form_Load() {
+    atender([this] {
+        for (auto rs = glbdb->NewRecord(glbTipoSistema ? "SELECT a.* from ctmtipoaux a  "
+                                                       : "SELECT a.* from ctmtipoaux a where sistema = '0' ");
+             !rs->eof(); rs->MoveNext())
+            cmbtipoaux.AddItem(campo(*rs, "tipo_aux") + " " + campo(*rs, "n_tipo_aux"));
+        ctlConsulta1.SetConnection(glbdb);
+        cmbtipoaux_Click();
+        if (cmbtipoaux.ListCount() > 0) cmbtipoaux.SetListIndex(0);
+        ctlConsulta1.Load();
+        ctlConsulta1.SetFocus();
+    });
+}
+
+void frmBuscaAuxiliar::cmbtipoaux_Click() {
+    ctlConsulta1.SetSQL(recortar_fin(glbSQL) + " and tipo = " + sql_texto(primeros(cmbtipoaux.Text(), 2)));
+}
+
+frmpersona::frmpersona(ui::Escritorio& escritorio)
+    : FormaConsulta(escritorio, "frmpersona", "Buscar Persona", {"rut_persona", "nombre"}) {
+    ctlConsulta1.SetLayout({0});
+}
+
+void frmpersona::Form_Load() {
+    atender([this] {
+        ctlConsulta1.SetConnection(glbdb);
+        ctlConsulta1.SetSQL(
+            "SELECT distinct rut_persona, nombre FROM ctcquorvel where 1=1 AND rut_persona<>' ' ");
+        ctlConsulta1.SetOrderBy(" nombre");
+        ctlConsulta1.Load();
+    });
+}
+
+frmcuenta::frmcuenta(ui::Escritorio& escritorio)
+    : FormaConsulta(escritorio, "frmcuenta", "Buscar Cuenta de Banco", {"banco", "cuenta"}) {
+    ctlConsulta1.SetLayout({0});
+}
+
+void frmcuenta::Form_Load() {
+    atender([this] {
+        ctlConsulta1.SetConnection(glbdb);
+        ctlConsulta1.SetSQL(
+            "SELECT distinct banco, cuenta FROM ctcquorvel where 1=1 AND cuenta<>' ' and cuenta is "
+            "not null ");
+        ctlConsulta1.SetOrderBy(" banco");
+        ctlConsulta1.Load();
+    });
+}
+
+frmBuscaImpuesto::frmBuscaImpuesto(ui::Escritorio& escritorio)
+    : FormaConsulta(escritorio, "frmBuscaImpuesto", "Buscar Otro Impuesto",
+                    {"otro_impuesto", "descripcion", "tasa"}) {}
+
+void frmBuscaImpuesto::Form_Load() {
+    atender([this] {
+        ctlConsulta1.SetConnection(glbdb);
+        ctlConsulta1.SetSQL(glbSQL);
+        ctlConsulta1.Load();
+    });
+}
+
+} // namespace quorvel

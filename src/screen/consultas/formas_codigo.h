@@ -1,0 +1,73 @@
+#pragma once
+#include "platform/ui/controls.h"
+#include "platform/ui/ctlConsulta.h"
+#include "platform/ui/form.h"
+
+namespace quorvel {
+
+/// Common part of the lookups that return a code and a name: picking copies and closes, cancelling closes.
+class FormaConsulta : public ui::Form {
+public:
+    FormaConsulta(ui::Escritorio& escritorio, std::string name, std::string caption,
+                  std::vector<std::string> columnas);
+    clsConexion* glbdb = nullptr;
+    std::string glbSQL, glbCodigo, glbNombre;
+    ui::ctlConsulta ctlConsulta1{*this, "ctlConsulta1"};
+};
+
+/// Accounts, or cost centres when glbTipo is "centro", of one group and of the group's code length.
+class frmBuscaCentro : public FormaConsulta {
+public:
+    explicit frmBuscaCentro(ui::Escritorio& escritorio);
+    std::string glbTipo;
+    ui::ComboBox cmbGcuenta{*this, "cmbGcuenta"};
+
+protected:
+    void Form_Load() override;
+
+private:
+    void cmbGcuenta_Click();
+};
+
+/// Auxiliaries of one type.
+class frmBuscaAuxiliar : public FormaConsulta {
+public:
+    explicit frmBuscaAuxiliar(ui::Escritorio& escritorio);
+    bool glbTipoSistema = true;
+    ui::ComboBox cmbtipoaux{*this, "cmbtipoaux"};
+
+protected:
+    void Form_Load() override;
+
+private:
+    void cmbtipoaux_Click();
+};
+
+/// Counterparts already used in vouchers.
+class frmpersona : public FormaConsulta {
+public:
+    explicit frmpersona(ui::Escritorio& escritorio);
+
+protected:
+    void Form_Load() override;
+};
+
+/// Bank accounts already used on cheques.
+class frmcuenta : public FormaConsulta {
+public:
+    explicit frmcuenta(ui::Escritorio& escritorio);
+
+protected:
+    void Form_Load() override;
+};
+
+/// Other taxes.
+class frmBuscaImpuesto : public FormaConsulta {
+public:
+    explicit frmBuscaImpuesto(ui::Escritorio& escritorio);
+
+protected:
+    void Form_Load() override;
+};
+
+} // namespace quorvel
