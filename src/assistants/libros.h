@@ -8,11 +8,11 @@ namespace quorvel {
 
 // Books and tax-document kinds. Both are stored as these texts, so every blank and point counts.
 
-/// Position in LIBROS; the assistants use it as their mode.
+/// Position in TEXTOS_LIBRO; the assistants use it as their mode.
 enum Libro : std::int16_t { CONTABLES, VENTAS, COMPRAS, RETENCIONES, INGRESOS, EGRESOS, RET_SOCIO };
 
-inline constexpr std::array<std::string_view, 7> LIBROS{"CONTABLES", "VENTAS",  "COMPRAS",   "RETENCIONES",
-                                                        "INGRESOS",  "EGRESOS", "RET. SOCIO"};
+inline constexpr std::array<std::string_view, 7> TEXTOS_LIBRO{
+    "CONTABLES", "VENTAS", "COMPRAS", "RETENCIONES", "INGRESOS", "EGRESOS", "RET. SOCIO"};
 
 inline constexpr std::string_view SIN_DOCUMENTO = " "; ///< no kind chosen
 

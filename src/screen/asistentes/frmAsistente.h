@@ -1,0 +1,62 @@
+#pragma once
+#include "assistants/calculo.h"
+#include "screen/asistentes/partes.h"
+
+#include <cstdint>
+
+namespace quorvel {
+
+/// One tax document keyed for a book: kind, account, counterpart and amounts that derive from each other. It
+/// does not touch the voucher; the caller reads its fields after the modal show.
+class frmAsistente : public ui::Form, public SesionAsistente {
+public:
+    explicit frmAsistente(ui::Escritorio& escritorio);
+    std::int16_t gintlibro = 0; ///< mode: position of the book; set before the form loads
+
+    // In tab order.
+    ui::ComboBox cmbdoc_libro{*this, "cmbdoc_libro"};
+    ui::ctlEntrada txtCuenta{*this, "txtCuenta"};
+    ui::CommandButton cmdCuenta{*this, "cmdCuenta", "..."};
+    ui::ctlEntrada txtauxiliar{*this, "txtauxiliar"};
+    ui::CommandButton cmdAuxiliar{*this, "cmdAuxiliar", "..."};
+    ui::ComboBox cmbAuxiliar{*this, "cmbAuxiliar"};
+    ui::CommandButton cmdGenera{*this, "cmdGenera", "Genera Aux."};
+    ui::ctlEntrada txtNeto{*this, "txtNeto"}, txtExento{*this, "txtExento"};
+    ui::ComboBox cmbcodigo_otro_impuesto{*this, "cmbcodigo_otro_impuesto"};
+    ui::ctlEntrada txttasa_impuesto_otro{*this, "txttasa_impuesto_otro"}, txtotro{*this, "txtotro"};
+    ui::ComboBox cmbporcentaje{*this, "cmbporcentaje"};
+    ui::ctlEntrada txttotal{*this, "txttotal"};
+    ui::CommandButton cmdiva{*this, "cmdiva", "Calcula IVA"};
+    ui::CheckBox chktrasponer{*this, "chktrasponer", "Comprobante de Pago cuentas"};
+    ui::CommandButton cmdaceptar{*this, "cmdaceptar", "Aceptar"},
+        cmdcancelar{*this, "cmdcancelar", "Cancelar"};
+    ui::Label lblCuenta{*this, "lblCuenta"}, lblauxiliar{*this, "lblauxiliar"}, lblRut{*this, "lblRut"},
+        lblnombre{*this, "lblnombre"}, lbliva{*this, "lbliva", "0"}, lblimpuesto{*this, "lblimpuesto", "IVA"};
+    ui::Label lblneto{*this, "lblneto", "Neto Imponible"}, lblexento{*this, "lblexento", "Monto Exento"},
+        lblcodigo_otro{*this, "lblcodigo_otro", "Otro Impuesto"}, lbltasa{*this, "lbltasa", "Tasa"},
+        lblporcentaje{*this, "lblporcentaje", "Porcentaje"};
+    ui::Label lblCuadre{*this, "lblCuadre"}; ///< whether the parts add up to the total
+
+    /// The auxiliary is open exactly when the account shown requires one.
+    void habilitar_auxiliar();
+
+protected:
+    void Form_Load() override;
+    void Form_QueryClose() override { Hide(); }
+    void Form_KeyDown(ui::KeyEvent& e) override;
+
+private:
+    [[nodiscard]] ParteContraparte contraparte() { return {lblRut, lblnombre, cmbAuxiliar, cmdGenera}; }
+    [[nodiscard]] ParteCodigo parte_auxiliar() { return {txtauxiliar, lblauxiliar, cmdAuxiliar}; }
+    void conectar_montos();
+    void mostrar_segun_libro();
+    void CargarOtrosImpuestos();
+    void CargarTasaOtroImpuesto();
+    void cmdaceptar_Click();
+    [[nodiscard]] Importes leer() const;
+    void mostrar(const Importes& i);
+    void reaccionar(Importes (*reaccion)(Importes)) { mostrar(reaccion(leer())); }
+    void mostrar_cuadre() { lblCuadre.SetCaption(texto_cuadre(leer())); }
+};
+
+} // namespace quorvel

@@ -1,0 +1,42 @@
+#pragma once
+#include "screen/asistentes/partes.h"
+
+namespace quorvel {
+
+/// One amount between a bank account and a partner's account. It does not touch the voucher; the caller reads
+/// its fields after the modal show.
+class frmAsistente2 : public ui::Form, public SesionAsistente {
+public:
+    explicit frmAsistente2(ui::Escritorio& escritorio);
+
+    // In tab order.
+    ui::ComboBox cmbdoc_libro{*this, "cmbdoc_libro"};
+    ui::ctlEntrada txtCuenta{*this, "txtCuenta"};
+    ui::CommandButton cmdCuenta{*this, "cmdCuenta", "..."};
+    ui::ctlEntrada txtCuenta2{*this, "txtCuenta2"};
+    ui::CommandButton cmdcuenta2{*this, "cmdcuenta2", "..."};
+    ui::ctlEntrada txtAuxiliar2{*this, "txtAuxiliar2"};
+    ui::CommandButton cmdAuxiliar2{*this, "cmdAuxiliar2", "..."};
+    ui::ComboBox cmbAuxiliar{*this, "cmbAuxiliar"};
+    ui::CommandButton cmdGenera{*this, "cmdGenera", "Genera Aux."};
+    ui::ctlEntrada txttotal{*this, "txttotal"};
+    ui::CommandButton cmdaceptar{*this, "cmdaceptar", "Aceptar"},
+        cmdcancelar{*this, "cmdcancelar", "Cancelar"};
+    ui::Label lblCuenta{*this, "lblCuenta"}, lblCuenta2{*this, "lblCuenta2"},
+        lblauxiliar2{*this, "lblauxiliar2"}, lblRut{*this, "lblRut"}, lblnombre{*this, "lblnombre"};
+
+    /// The partner's auxiliary is open exactly when the partner account shown requires one.
+    void habilitar_auxiliar();
+
+protected:
+    void Form_Load() override;
+    void Form_QueryClose() override { Hide(); }
+    void Form_KeyDown(ui::KeyEvent& e) override;
+
+private:
+    [[nodiscard]] ParteContraparte contraparte() { return {lblRut, lblnombre, cmbAuxiliar, cmdGenera}; }
+    [[nodiscard]] ParteCodigo parte_auxiliar() { return {txtAuxiliar2, lblauxiliar2, cmdAuxiliar2}; }
+    void cmdaceptar_Click();
+};
+
+} // namespace quorvel

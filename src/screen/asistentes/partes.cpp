@@ -1,0 +1,137 @@
+#include "screen/asistentes/partes.h"
+
+#include "assistants/auxiliares.h"
+#include "assistants/calculo.h"
+#include "platform/db/literal.h"
+#include "screen/consultas/consultas.h"
+#include "text/letras_utf8.h"
+#include "text/numeros.h"
+
+namespace quorvel {
+namespace {
+
+bool buscar(Recordset& rs, const char* columna, const std::string& codigo) {
+    rs.FindFirst(std::string(columna) + "=" + sql_texto(codigo));
+    return !rs.nomatch();
+}
+
+std::string campo(Recordset& rs, const char* nombre) { return recortar_fin(rs.fields(nombre).Value.text()); }
+
+/// The account found becomes the governing one: its name is shown, the auxiliary starts again.
+bool tomar_cuenta(ui::Form& f, SesionAsistente& s, const ParteCodigo& cuenta,
+                  const std::optional<ParteCodigo>& auxiliar, const std::string& codigo) {
+    if (!existe_cuenta(s, codigo)) {
+        f.critico("Cuenta no válida");
+        return false;
+    }
+    cuenta.nombre.SetCaption(campo(*s.grsCuentas, "n_centro"));
+    if (auxiliar) {
+        auxiliar->codigo.SetText("");
+        auxiliar->nombre.SetCaption("");
+        habilitar(*auxiliar, campo(*s.grsCuentas, "req_auxiliar") == "1");
+    }
+    return true;
+}
+
+bool tomar_auxiliar(ui::Form& f, SesionAsistente& s, const ParteCodigo& auxiliar, const std::string& codigo) {
+    if (!buscar(*s.grsAuxiliares, "auxiliar", codigo)) {
+        f.critico("Auxiliar no válido");
+        return false;
+    }
+    auxiliar.nombre.SetCaption(campo(*s.grsAuxiliares, "n_auxiliar"));
+    return true;
+}
+
+/// The button and Ctrl+Y in its box open the same lookup; the box is not left, so a half-typed code is no
+/// error.
+template <class F> void conectar_busqueda(ui::Form& f, const ParteCodigo& p, F abrir) {
+    p.buscar.Click += [&f, abrir] { f.atender(abrir); };
+    p.codigo.KeyDown += [&f, abrir](ui::KeyEvent& e) {
+        if (!e.ctrl || (e.ch != U'y' && e.ch != U'Y')) return;
+        e.handled = true;
+        f.atender(abrir);
+    };
+    p.buscar.SetToolTip("Ctrl - Y");
+}
+
+} // namespace
+
+bool existe_cuenta(SesionAsistente& s, const std::string& cuenta) {
+    return buscar(*s.grsCuentas, "centro", cuenta);
+}
+
+bool cuenta_requiere_auxiliar(SesionAsistente& s, const std::string& cuenta) {
+    return existe_cuenta(s, cuenta) && campo(*s.grsCuentas, "req_auxiliar") == "1";
+}
+
+void habilitar(const ParteCodigo& auxiliar, bool si) {
+    auxiliar.codigo.SetEnabled(si);
+    auxiliar.buscar.SetEnabled(si);
+}
+
+void conectar_cuenta(ui::Form& f, SesionAsistente& s, const ParteCodigo& cuenta,
+                     const std::optional<ParteCodigo>& auxiliar) {
+    cuenta.codigo.LeftChanged += [&f, &s, cuenta, auxiliar](bool&) {
+        if (!tomar_cuenta(f, s, cuenta, auxiliar, cuenta.codigo.Text()))
+            cuenta.codigo.SetText(cuenta.codigo.text_on_entry());
+    };
+    conectar_busqueda(f, cuenta, [&f, &s, cuenta, auxiliar] {
+        const auto elegida = elegir_cuenta_contable(f.escritorio(), *s.gdb);
+        if (elegida && tomar_cuenta(f, s, cuenta, auxiliar, elegida->codigo))
+            cuenta.codigo.SetText(elegida->codigo);
+    });
+}
+
+void conectar_auxiliar(ui::Form& f, SesionAsistente& s, const ParteCodigo& auxiliar,
+                       const ui::ctlEntrada& cuenta) {
+    auxiliar.codigo.LeftChanged += [&f, &s, auxiliar](bool&) {
+        if (auxiliar.codigo.Text().empty()) return auxiliar.nombre.SetCaption("");
+        auxiliar.codigo.SetText(codigo_seis(auxiliar.codigo.Text()));
+        if (!tomar_auxiliar(f, s, auxiliar, auxiliar.codigo.Text()))
+            auxiliar.codigo.SetText(auxiliar.codigo.text_on_entry());
+    };
+    conectar_busqueda(f, auxiliar, [&f, &s, auxiliar, &cuenta] {
+        if (!exigir(f, !cuenta.Text().empty(), "Ingrese cuenta")) return;
+        if (!exigir(f, existe_cuenta(s, cuenta.Text()), "Cuenta no válida")) return;
+        const auto elegido = elegir_auxiliar(f.escritorio(), *s.gdb);
+        if (elegido && tomar_auxiliar(f, s, auxiliar, elegido->codigo))
+            auxiliar.codigo.SetText(elegido->codigo);
+    });
+}
+
+void conectar_contraparte(ui::Form& f, SesionAsistente& s, const ParteContraparte& p) {
+    p.generar.Click += [&f, &s, p] {
+        try {
+            generar_auxiliar(*s.gdb, s.gstrrut, s.gstrnombre);
+            s.auxiliares_nuevos = s.gdb->NewRecord("select * from ctxaux_cod a  where a.activo='1'");
+            s.grsAuxiliares = s.auxiliares_nuevos.get();
+            CargarAuxiliaresRut(s, p);
+        } catch (const std::invalid_argument& e) {
+            f.critico(e.what());
+        } catch (const std::exception& e) {
+            f.critico(std::string("Problemas al generar auxiliar ") + e.what());
+        }
+    };
+}
+
+void CargarAuxiliaresRut(SesionAsistente& s, const ParteContraparte& p) {
+    p.rut.SetCaption(s.gstrrut);
+    p.nombre.SetCaption(s.gstrnombre);
+    p.auxiliares.Clear();
+    for (std::string& entrada : auxiliares_de_rut(*s.gdb, s.gstrrut))
+        p.auxiliares.AddItem(std::move(entrada));
+    if (p.auxiliares.ListCount() > 0) p.auxiliares.SetListIndex(0);
+}
+
+void formatear_monto(ui::ctlEntrada& monto) {
+    if (!monto.Text().empty()) monto.SetText(mostrar_monto(monto.Value()));
+}
+
+bool exigir(ui::Form& f, bool ok, const char* mensaje, ui::Control* foco) {
+    if (ok) return true;
+    f.critico(mensaje);
+    if (foco != nullptr) foco->SetFocus();
+    return false;
+}
+
+} // namespace quorvel

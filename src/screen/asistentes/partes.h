@@ -1,0 +1,57 @@
+#pragma once
+#include "platform/db/clsConexion.h"
+#include "platform/ui/controls.h"
+#include "platform/ui/form.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace quorvel {
+
+// What both assistant dialogs share: account and auxiliary entry, the counterpart and its auxiliaries.
+
+/// Set by the caller before the dialog loads.
+struct SesionAsistente {
+    clsConexion* gdb = nullptr;
+    Recordset* grsCuentas = nullptr;
+    Recordset* grsAuxiliares = nullptr; ///< replaced by a fresh one after an auxiliary was created
+    std::string gstrrut, gstrnombre;
+    bool gblnaceptar = false; ///< every check of "Aceptar" passed
+    std::unique_ptr<Recordset> auxiliares_nuevos;
+};
+
+/// A code, its name and its lookup button; the code may be an account or an auxiliary.
+struct ParteCodigo {
+    ui::ctlEntrada& codigo;
+    ui::Label& nombre;
+    ui::CommandButton& buscar;
+};
+struct ParteContraparte {
+    ui::Label &rut, &nombre;
+    ui::ComboBox& auxiliares;
+    ui::CommandButton& generar;
+};
+
+[[nodiscard]] bool existe_cuenta(SesionAsistente& s, const std::string& cuenta);
+/// Whether the account is known and requires an auxiliary.
+[[nodiscard]] bool cuenta_requiere_auxiliar(SesionAsistente& s, const std::string& cuenta);
+void habilitar(const ParteCodigo& auxiliar, bool si);
+/// @param auxiliar governed by this account; nothing when none is
+void conectar_cuenta(ui::Form& f, SesionAsistente& s, const ParteCodigo& cuenta,
+                     const std::optional<ParteCodigo>& auxiliar);
+void conectar_auxiliar(ui::Form& f, SesionAsistente& s, const ParteCodigo& auxiliar,
+                       const ui::ctlEntrada& cuenta);
+/// "Genera Aux."
+void conectar_contraparte(ui::Form& f, SesionAsistente& s, const ParteContraparte& p);
+/// Shows RUT and name, fills the counterpart's auxiliaries and selects the first.
+void CargarAuxiliaresRut(SesionAsistente& s, const ParteContraparte& p);
+/// An amount leaves its box as it goes into cells and labels.
+void formatear_monto(ui::ctlEntrada& monto);
+/// Shows a failed check and goes to its control. @return ok
+bool exigir(ui::Form& f, bool ok, const char* mensaje, ui::Control* foco = nullptr);
+
+inline constexpr const char* FALTA_AUXILIAR_CONTRAPARTE =
+    "Ingrese auxiliar, sino existe auxiliar presione el botón Generar auxiliar";
+
+} // namespace quorvel

@@ -1,0 +1,20 @@
+#pragma once
+#include "yearend/asiento.h"
+
+namespace quorvel {
+
+class frmQuorvel;
+
+/// Lets the person decide when vouchers of the year do not balance. @return go on
+[[nodiscard]] bool aceptar_descuadrados(frmQuorvel& f, int anio);
+/// Runs a generating rule under the busy pointer with a progress box. @return nothing after a refusal, which
+/// has been shown, or when cancelled
+[[nodiscard]] std::optional<AsientoGenerado>
+generar_con_avance(frmQuorvel& f, const std::function<ResultadoAsiento(const Avance&)>& regla);
+/// New voucher of the second document kind with this date and gloss; number and correlative are those of the
+/// date.
+void preparar_comprobante(frmQuorvel& f, Fecha fecha, const std::string& glosa);
+/// Adds the lines behind those of the grid and shows both totals.
+void agregar_lineas(frmQuorvel& f, const AsientoGenerado& a);
+
+} // namespace quorvel

@@ -1,0 +1,59 @@
+#include "assistants/libros.h"
+#include "assistants/lineas.h"
+#include "platform/db/literal.h"
+#include "screen/asistentes/frmAsistente2.h"
+#include "screen/asistentes/pasos.h"
+#include "screen/campos.h"
+#include "screen/comandos/comandos.h"
+#include "screen/frmQuorvel.h"
+#include "text/letras_utf8.h"
+
+namespace quorvel {
+namespace {
+
+bool sin_auxiliar(frmQuorvel& f, const std::string& cuenta) {
+    Recordset& rs = *f.maestros.rsCuentas;
+    rs.FindFirst("centro=" + sql_texto(cuenta));
+    return !rs.nomatch() && recortar(rs.fields("req_auxiliar").Value.text()) == "0";
+}
+
+void proponer(frmQuorvel& f, frmAsistente2& d) {
+    recordar_linea(f, f.estado.socio, 1, true);
+    recordar_linea(f, f.estado.banco, 0, false);
+    d.txtCuenta.SetText(f.estado.banco.cuenta);
+    d.lblCuenta.SetCaption(f.estado.banco.n_cuenta);
+    d.txtCuenta2.SetText(f.estado.socio.cuenta);
+    d.lblCuenta2.SetCaption(f.estado.socio.n_cuenta);
+    d.txtAuxiliar2.SetText(f.estado.socio.auxiliar);
+    d.lblauxiliar2.SetCaption(f.estado.socio.n_auxiliar);
+    d.habilitar_auxiliar();
+    d.txttotal.SetText(f.lblTotalDebe.Caption());
+}
+
+void aplicar(frmQuorvel& f, const frmAsistente2& d) {
+    f.cmblibro.SetListIndex(RET_SOCIO);
+    f.cmbdoc_libro.select_text(d.cmbdoc_libro.Text());
+    f.estado.socio = {d.txtCuenta2.Text(), d.txtAuxiliar2.Text(), d.lblCuenta2.Caption(),
+                      d.lblauxiliar2.Caption()};
+    f.estado.banco = {d.txtCuenta.Text(), "", d.lblCuenta.Caption(), ""};
+    const std::string auxiliar =
+        sin_auxiliar(f, d.txtCuenta.Text()) ? "" : auxiliar_contraparte(d.cmbAuxiliar);
+    const RetiroSocio r{d.txtCuenta.Text(), auxiliar, d.txtCuenta2.Text(), d.txtAuxiliar2.Text(),
+                        d.txttotal.Text()};
+    reemplazar_lineas(f, lineas_retiro_socio(r, f.txtconcepto.Text()), r.total);
+}
+
+} // namespace
+
+void asistente_retiro_socio(frmQuorvel& f) {
+    frmAsistente2 d(f.escritorio());
+    preparar_sesion(f, d);
+    d.Load();
+    preseleccionar_documento(f, d.cmbdoc_libro);
+    proponer(f, d);
+    d.ShowModal();
+    if (d.gblnaceptar) aplicar(f, d);
+    d.Unload();
+}
+
+} // namespace quorvel
