@@ -1,0 +1,195 @@
+// Goal: the detail grid's cell rules, totals and name labels. Method: cells typed through the key rules.
+#include "apoyo/pantalla.h"
+
+#include <gtest/gtest.h>
+
+using namespace quorvel;
+using namespace quorvel::pruebas;
+using Textos = std::vector<std::string>;
+
+namespace {
+class Detalle : public ::testing::Test {
+protected:
+    Pantalla p;
+    ui::ctlPlanilla& g = p.f.grdDetalle;
+    void SetUp() override {
+        p.abrir();
+        p.f.txtconcepto.SetText(std::string(30, 'N') + "ÑANDÚ" + std::string(30, 'Z'));
+    }
+};
+} // namespace
+
+TEST_F(Detalle, CellsThatAreRefused) {
+    ASSERT_TRUE(p.celda(0, 1, "101001"));
+    ASSERT_TRUE(p.celda(0, 3, "10"));
+    ASSERT_TRUE(g.move_to(1, 1));
+    ASSERT_TRUE(p.celda(1, 1, "103001"));
+    struct Caso {
+        int fila, columna;
+        const char *texto, *mensaje;
+        int queda; ///< current column afterwards
+    } const casos[] = {
+        {0, 1, "999999", "Cuenta no válida", 1},
+        {0, 1, "1010", "Cuenta no válida", 1},
+        {0, 1, "501009", "Cuenta no válida", 1},
+        {0, 2, "12", "Cuenta no requiere auxiliar", 3},
+        {0, 6, "999", "Centro no válida", 6},
+        {0, 6, "201002", "Centro no válida", 6},
+        {0, 9, "999", "Codigo de impuesto no válido", 9},
+        {1, 3, "5", "Cuenta requiere auxiliar", 2},
+        {1, 2, "777", "Auxiliar no válida", 2},
+        {1, 2, "99", "Auxiliar no válida", 2},
+    };
+    for (const Caso& c : casos) {
+        EXPECT_FALSE(p.celda(c.fila, c.columna, c.texto)) << c.texto;
+        EXPECT_EQ(p.mensajes(), Textos{c.mensaje}) << c.columna << " " << c.texto;
+        EXPECT_EQ(g.Col(), c.queda) << c.texto;
+        g.cancel_edit();
+    }
+    EXPECT_FALSE(p.celda(0, 5, std::string(61, 'x')));
+    EXPECT_EQ(p.mensajes(), Textos{"Longitud máxima del campo 60"});
+    g.cancel_edit();
+    EXPECT_TRUE(p.celda(0, 5, std::string(60, 'x')));
+    EXPECT_EQ(g.TextMatrix(0, 5), std::string(60, 'X'));
+    EXPECT_TRUE(g.move_to(2, 1) || g.move_to(1, 1));
+    for (int col = 2; col <= 5; ++col) EXPECT_FALSE(p.celda(2, col, "1")) << "no account yet, column " << col;
+    EXPECT_EQ(p.mensajes(), Textos{});
+}
+
+TEST_F(Detalle, KeysThatAColumnTakes) {
+    ASSERT_TRUE(p.celda(0, 1, "1a0.1-0x01"));
+    EXPECT_EQ(g.TextMatrix(0, 1), "101001");
+    struct Caso {
+        int columna;
+        const char *teclas, *queda;
+    } const casos[] = {
+        {3, "1x2,3.4-", "1.234"}, {5, "año ñ", "AÑO Ñ"}, {7, "xsz", "S"},
+        {8, "a9-9", "99"},        {10, "3a1,5", "31,5"},
+    };
+    for (const Caso& c : casos) {
+        EXPECT_TRUE(p.celda(0, c.columna, c.teclas)) << c.columna;
+        EXPECT_EQ(g.TextMatrix(0, c.columna), c.queda);
+    }
+    g.move_to(0, 7);
+    p.tecla("backspace");
+    EXPECT_EQ(g.TextMatrix(0, 7), "S") << "the mark is replaced or cleared whole";
+    g.cancel_edit();
+    p.tecla("delete");
+    EXPECT_EQ(g.TextMatrix(0, 7), "");
+}
+
+TEST_F(Detalle, AccountAuxiliaryAndGloss) {
+    ASSERT_TRUE(p.celda(0, 1, "103001"));
+    EXPECT_EQ(g.Col(), 2) << "the account asks for an auxiliary";
+    EXPECT_EQ(p.f.lblCuenta.Caption(), "CLIENTES");
+    EXPECT_EQ(g.TextMatrix(0, 5), std::string(30, 'N') + "ÑANDÚ" + std::string(25, 'Z')) << "60 letters";
+    ASSERT_TRUE(p.celda(0, 2, "12"));
+    EXPECT_EQ(g.TextMatrix(0, 2) + "|" + p.f.lblAuxiliar.Caption(), "000012|JUAN PEREZ SOTO");
+    ASSERT_TRUE(p.celda(0, 3, "700"));
+    ASSERT_TRUE(p.celda(0, 5, "a mano"));
+    ASSERT_TRUE(p.celda(0, 1, "103001")); // the same account again keeps auxiliary and gloss
+    EXPECT_EQ(p.fila(0), "103001|000012|700||A MANO");
+    ASSERT_TRUE(g.move_to(1, 1));
+    ASSERT_TRUE(p.celda(1, 1, "103001"));
+    EXPECT_EQ(p.f.lblAuxiliar.Caption(), "");
+    ASSERT_TRUE(p.celda(1, 2, "000013"));
+    g.move_to(0, 4);
+    EXPECT_EQ(p.f.lblAuxiliar.Caption(), "JUAN PEREZ SOTO") << "neighbours with one account";
+    ASSERT_TRUE(p.celda(0, 6, "101001"));
+    ASSERT_TRUE(p.celda(0, 9, "024"));
+    EXPECT_EQ(p.f.lblCentro.Caption() + "|" + p.f.lblOtro_impuesto.Caption() + "|" + g.TextMatrix(0, 10),
+              "GERENCIA|LICORES|31,50");
+    g.move_to(0, 3);
+    EXPECT_EQ(p.f.txtnumero.Text(), "700");
+    ASSERT_TRUE(g.move_to(2, 1)); // an empty row names nothing
+    EXPECT_EQ(p.f.lblCuenta.Caption() + p.f.lblAuxiliar.Caption() + p.f.lblCentro.Caption() +
+                  p.f.lblOtro_impuesto.Caption(),
+              "");
+}
+
+TEST_F(Detalle, TotalsFollowTheRows) {
+    ASSERT_TRUE(p.celda(0, 1, "101001") && p.celda(0, 3, "1000"));
+    ASSERT_TRUE(g.move_to(1, 1));
+    ASSERT_TRUE(p.celda(1, 1, "301001") && p.celda(1, 4, "400"));
+    EXPECT_EQ(p.totales(), "1.000|400");
+    ASSERT_TRUE(g.move_to(2, 1));
+    ASSERT_TRUE(p.celda(2, 1, "401001"));
+    EXPECT_EQ(g.TextMatrix(2, 4), "600");
+    EXPECT_EQ(p.totales(), "1.000|1.000");
+    p.tecla("escape"); // the row that balanced the voucher is given up
+    p.tecla("escape");
+    EXPECT_EQ(p.totales(), "1.000|400");
+
+    ASSERT_TRUE(p.celda(0, 4, "250")); // a line holds one side only
+    EXPECT_EQ(p.fila(0).substr(0, 12), "101001|||250");
+    EXPECT_EQ(p.totales(), "0|650");
+    g.move_to(0, 4);
+    g.begin_edit();
+    g.commit_edit(); // walked over without a change
+    EXPECT_EQ(p.totales(), "0|650");
+    g.move_to(0, 1);
+    p.f.ctlRegistro1.press(ui::ctlRegistro::Function::DeleteLine);
+    EXPECT_EQ(g.Rows(), 1);
+    EXPECT_EQ(p.totales(), "0|400");
+    EXPECT_EQ(g.TextMatrix(0, 0), "2") << "the numbers of the other rows stay";
+}
+
+TEST_F(Detalle, ABlockFromASpreadsheetFillsRows) {
+    g.SetFocus();
+    g.move_to(0, 1);
+    g.paste("101001\t\t1.500\t\tCaja\r\n301001\t\t\t1.500\tCapital\r\n");
+    g.move_to(2, 1);
+    EXPECT_EQ(p.mensajes(), Textos{});
+    EXPECT_EQ(p.fila(0), "101001||1.500||CAJA");
+    EXPECT_EQ(p.fila(1), "301001|||1.500|CAPITAL");
+    EXPECT_EQ(p.totales(), "1.500|1.500");
+}
+
+TEST_F(Detalle, LookupsFromInsideACell) {
+    g.SetFocus();
+    g.move_to(0, 1);
+    p.escritorio.al_abrir([](ui::Form& f) { elegir_fila(f, 0, "103001"); });
+    p.tecla("ctrl+y");
+    EXPECT_EQ(p.f.lblCuenta.Caption(), "CLIENTES");
+    EXPECT_EQ(g.TextMatrix(0, 0) + g.TextMatrix(0, 1), "1103001");
+    g.move_to(0, 2);
+    p.escritorio.al_abrir([](ui::Form& f) { elegir_fila(f, 0, "000012"); });
+    g.press_button(0, 2);
+    EXPECT_EQ(p.f.lblAuxiliar.Caption(), "JUAN PEREZ SOTO");
+    p.escritorio.al_abrir([](ui::Form& f) { elegir_fila(f, 0, "101001"); });
+    g.press_button(0, 6);
+    p.escritorio.al_abrir([](ui::Form& f) { elegir_fila(f, 0, "025"); });
+    g.press_button(0, 9);
+    EXPECT_EQ(g.TextMatrix(0, 6) + "|" + g.TextMatrix(0, 9) + "|" + g.TextMatrix(0, 10), "101001|025|20,50");
+    p.escritorio.al_abrir([](ui::Form& f) { f.close_by_user(); });
+    g.press_button(0, 9);
+    EXPECT_EQ(g.TextMatrix(0, 9), "025") << "cancelled";
+    EXPECT_EQ(p.mensajes(), Textos{});
+}
+
+TEST_F(Detalle, Calculator) {
+    struct Paso {
+        const char *opcion, *numero, *resultado;
+    } const pasos[] = {{"optsuma", "1299,5", "1.299,50"},
+                       {"optresta", "299,5", "1.000,00"},
+                       {"optporcentaje", "19", "190,00"}};
+    for (const Paso& paso : pasos) {
+        p.pulsar(paso.opcion);
+        p.f.txtnumero.SetFocus();
+        p.f.txtnumero.SelectAll();
+        teclear(p.f, paso.numero);
+        p.tecla("enter");
+        EXPECT_EQ(p.f.txtresultado1.Text(), paso.resultado);
+    }
+    EXPECT_EQ(p.f.txtresultado2.Text(),
+              "+1299,5\r\n=1.299,50\r\n1.299,50-299,5\r\n=1.000,00\r\n1.000,00%19\r\n="
+              "190,00\r\n");
+    EXPECT_TRUE(p.f.txtnumero.all_selected());
+    p.pulsar("cmdlimpiar");
+    EXPECT_EQ(p.f.txtresultado1.Text() + p.f.txtresultado2.Text(), "");
+    // 1299,5 x 19 % is 246,905: shown as a person rounds it
+    p.f.txtresultado1.SetText("1.299,5");
+    p.f.txtnumero.SetText("19");
+    p.pulsar("cmdigual");
+    EXPECT_EQ(p.f.txtresultado1.Text(), "246,91");
+}
