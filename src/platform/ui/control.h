@@ -30,14 +30,17 @@ public:
     [[nodiscard]] const std::string& ToolTip() const { return tooltip_; }
     void SetToolTip(std::string text);
     [[nodiscard]] virtual bool takes_focus() const { return true; }
+    /// Menus and the toolbar act while this keeps its open edit, instead of leaving it first.
+    [[nodiscard]] virtual bool stays_open_for_commands() const { return false; }
     [[nodiscard]] bool can_focus() const { return takes_focus() && enabled_ && visible_; }
     [[nodiscard]] bool has_focus() const;
     /// Goes through the form's focus door. @return false when the focused control refused to be left.
     bool SetFocus();
-    /// One key while the control has the focus; raises KeyDown first. Tab and Enter that nobody handles move on.
+    /// One key while the control has the focus; raises KeyDown first. Tab and Enter that nobody handles move
+    /// on.
     void send_key(KeyEvent& e);
 
-    Event<> Changed;          ///< anything that a view shows
+    Event<> Changed; ///< anything that a view shows
     Event<> GotFocus, LostFocus;
     Event<bool&> Validate;    ///< before the focus leaves; true refuses
     Event<KeyEvent&> KeyDown; ///< before the control's own handling

@@ -37,10 +37,13 @@ protected:
     void on_key(KeyEvent& e) override;
     void on_enter() override;
     bool on_leave() override;
+    /// Whether the kind of box takes this character at all.
+    [[nodiscard]] virtual bool accepts(char32_t) const { return true; }
 
 private:
+    void edit(std::string text);
     std::string text_, on_entry_;
-    bool selected_ = false, locked_ = false, upper_ = false, right_ = false;
+    bool edited_ = false, selected_ = false, locked_ = false, upper_ = false, right_ = false;
 };
 
 /// Text-entry control of the suite: a text and its numeric value.
@@ -71,6 +74,7 @@ public:
 
 protected:
     bool on_leave() override; ///< completes short forms ("5/3/24", "050324") first
+    [[nodiscard]] bool accepts(char32_t ch) const override;
 
 private:
     bool refuses_ = false;
@@ -89,6 +93,9 @@ public:
     [[nodiscard]] int ListIndex() const { return index_; }
     /// Selects an entry (-1 none); an entry always raises Click, selected before or not.
     void SetListIndex(int index);
+    /// The person picks an entry. @return false when the list is off or the focused control refuses to be
+    /// left
+    bool choose(int index);
     /// The selected entry's text, empty when none is.
     [[nodiscard]] std::string Text() const;
     /// Selects the first entry with this text. @return false leaves the selection as it was.
@@ -97,8 +104,11 @@ public:
 
 protected:
     void on_key(KeyEvent& e) override; ///< arrows move; letters search code and name
+    void on_enter() override { typed_.clear(); }
 
 private:
+    void type(char32_t ch);
+    [[nodiscard]] int find_typed(int from) const;
     struct Item {
         std::string text;
         std::int64_t data;
@@ -117,6 +127,7 @@ public:
     using ListControl::ListControl;
     [[nodiscard]] std::string_view kind() const override { return "ListBox"; }
     Event<> DblClick;
+    bool double_click(); ///< by the person, on the selected entry
 };
 
 /// Label, button, check box, option, menu entry: something with a caption.
@@ -186,7 +197,9 @@ public:
     [[nodiscard]] std::string_view kind() const override { return "MenuItem"; }
     [[nodiscard]] bool takes_focus() const override { return false; }
     [[nodiscard]] MenuItem* parent() const { return parent_; }
-    [[nodiscard]] const std::string& shortcut() const { return shortcut_; } ///< "ctrl+f5", as parse_key reads it
+    [[nodiscard]] const std::string& shortcut() const {
+        return shortcut_;
+    } ///< "ctrl+f5", as parse_key reads it
     [[nodiscard]] bool separator_before() const { return separator_; }
     bool press(); ///< menus take no focus: an open edit stays open
     Event<> Click;

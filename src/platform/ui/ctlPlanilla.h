@@ -20,6 +20,7 @@ public:
     ctlPlanilla(Form& form, std::string name);
     ~ctlPlanilla() override;
     [[nodiscard]] std::string_view kind() const override { return "ctlPlanilla"; }
+    [[nodiscard]] bool stays_open_for_commands() const override { return true; }
 
     [[nodiscard]] int Cols() const { return static_cast<int>(columns_.size()); }
     void SetCols(int n); ///< keeps rows and columns that stay
@@ -45,8 +46,8 @@ public:
     void SetConnection(clsConexion* db) { db_ = db; }
     void SetRecordSource(std::string sql) { record_source_ = std::move(sql); }
     [[nodiscard]] const std::string& RecordSource() const { return record_source_; }
-    /// Replaces all rows by the query's result, columns in the order of the query, numbers through the column's
-    /// NumberFormat in the Chilean form. Raises RowsChanged once. @throws ErrorSesion
+    /// Replaces all rows by the query's result, columns in the order of the query, numbers through the
+    /// column's NumberFormat in the Chilean form. Raises RowsChanged once. @throws ErrorSesion
     void Load();
     /// Appends a row given as cells joined by tabs. Raises nothing.
     void AddItem(const std::string& text);
@@ -63,6 +64,8 @@ public:
     bool begin_edit(bool keep = true);
     [[nodiscard]] const std::string& edit_text() const { return edit_; }
     void set_edit_text(std::string text); ///< the view's editor changed (already filtered)
+    /// Runs a typed character through KeyPress. @return what goes into the text, 0 nothing
+    [[nodiscard]] char32_t filter(char32_t ch);
     /// One typed character through KeyPress. Opens an edit when none is open. @return false when discarded
     bool type(char32_t ch);
     /// Closes the edit through BeforeColUpdate and AfterColUpdate; an unchanged text raises neither.
@@ -74,7 +77,10 @@ public:
     /// Text from the clipboard: lines and tabs fill cells, every character through the key rules.
     void paste(const std::string& text);
     /// Enter after this column goes to the next row; -1 = last column. Tab visits every column.
-    void SetEnterColumns(int first, int last) { enter_first_ = first; enter_last_ = last; }
+    void SetEnterColumns(int first, int last) {
+        enter_first_ = first;
+        enter_last_ = last;
+    }
 
     Event<int&> KeyPress; ///< 0 discards the key
     Event<int> ButtonClick;
@@ -95,13 +101,37 @@ protected:
     bool on_leave() override; ///< commits the open edit, keeps the pending row
 
 private:
+    using Cells = std::vector<std::string>;
+    [[nodiscard]] bool on_new_row() const { return row_ == Rows(); }
+    [[nodiscard]] const std::string& stored(int row, int col) const;
+    void store(int row, int col, std::string text);
+    [[nodiscard]] bool being_edited(int row, int col) const {
+        return editing_ && row == edit_row_ && col == edit_col_;
+    }
+    [[nodiscard]] std::string as_shown(int col, const quorvel::Value& value, ColumnKind kind) const;
+    void open_pending();
+    void drop_pending();
+    void settle_pending(); ///< the pending row becomes a row, or goes away when nothing was entered
+    void close_edit();
+    void set_current(int row, int col);
+    bool start_edit(bool keep);
+    bool finish_edit();
+    bool go(int row, int col);
+    bool remove_current();
+    void paste_block(const std::string& text);
+    void paste_cell(const std::string& text);
+    void on_move_key(KeyEvent& e);
+    void on_step_key(KeyEvent& e);
+    void on_text_key(KeyEvent& e);
+    void clear_cell();
     std::vector<Column> columns_;
-    std::vector<std::vector<std::string>> rows_;
-    std::vector<std::string> new_row_;
+    std::vector<Cells> rows_;
+    Cells new_row_;
     clsConexion* db_ = nullptr;
     std::string record_source_, edit_, old_text_;
-    int row_ = 0, col_ = 0, enter_first_ = 0, enter_last_ = -1;
-    bool locked_ = false, editing_ = false, pending_ = false, committing_ = false;
+    int row_ = 0, col_ = 0, edit_row_ = 0, edit_col_ = 0, enter_first_ = 0, enter_last_ = -1;
+    bool locked_ = false, editing_ = false, pending_ = false, entered_ = false;
+    bool opening_ = false, committing_ = false;
 };
 
 } // namespace quorvel::ui

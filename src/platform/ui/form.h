@@ -34,9 +34,13 @@ public:
     void Unload();
     [[nodiscard]] bool visible() const { return visible_; }
     /// The person closes the window: Form_QueryClose, which unloads unless a form says otherwise.
-    void close_by_user() { atender([this] { Form_QueryClose(); }); }
+    void close_by_user() {
+        atender([this] { Form_QueryClose(); });
+    }
     /// The form has become the top one (shown, or what covered it closed).
-    void activate() { atender([this] { Form_Activate(); }); }
+    void activate() {
+        atender([this] { Form_Activate(); });
+    }
 
     [[nodiscard]] const std::vector<Control*>& controls() const { return controls_; }
     /// By name without regard to case; nullptr when there is none.
@@ -46,6 +50,8 @@ public:
     bool set_active(Control* control);
     /// Runs what leaving the focused control runs, and keeps the focus. @return false when it refuses.
     bool commit_active();
+    /// What a menu entry or the toolbar does first: leaves a text box, keeps a grid's edit open.
+    bool leave_for_command();
     void focus_next(bool backwards = false);
     /// A key to what has the focus, then the form's own keys (menu shortcuts, toolbar keys).
     void send_key(KeyEvent& e);
@@ -77,10 +83,11 @@ private:
     friend class Control;
     void adopt(Control* control);
     void abandon(Control* control);
+    bool leave_active();
     Escritorio& escritorio_;
     std::string name_, caption_;
     std::vector<Control*> controls_;
-    Control* active_ = nullptr;
+    Control *active_ = nullptr, *goal_ = nullptr;
     bool loaded_ = false, visible_ = false, moving_focus_ = false;
 };
 

@@ -6,8 +6,34 @@
 namespace quorvel::ui {
 
 enum class Key {
-    character, enter, tab, backtab, escape, backspace, del, up, down, left, right, home, end,
-    page_up, page_down, insert, f1, f2, f3, f4, f5, f6, f7, f8, f9, f10, f11, f12
+    character,
+    enter,
+    tab,
+    backtab,
+    escape,
+    backspace,
+    del,
+    up,
+    down,
+    left,
+    right,
+    home,
+    end,
+    page_up,
+    page_down,
+    insert,
+    f1,
+    f2,
+    f3,
+    f4,
+    f5,
+    f6,
+    f7,
+    f8,
+    f9,
+    f10,
+    f11,
+    f12
 };
 
 /// One key stroke; a handler sets `handled` to keep it from going further.

@@ -1,0 +1,90 @@
+#include "platform/ui/controls.h"
+#include "platform/ui/form.h"
+
+namespace quorvel::ui {
+
+namespace {
+bool is_press(const KeyEvent& e) { return !e.ctrl && !e.alt && e.key == Key::character && e.ch == U' '; }
+} // namespace
+
+Captioned::Captioned(Form& form, std::string name, std::string caption)
+    : Control(form, std::move(name)), caption_(std::move(caption)) {}
+
+void Captioned::SetCaption(std::string caption) {
+    if (caption == caption_) return;
+    caption_ = std::move(caption);
+    Changed();
+}
+
+bool CommandButton::press() {
+    if (!can_focus() || !SetFocus()) return false;
+    form().atender([this] { Click(); });
+    return true;
+}
+
+void CommandButton::on_key(KeyEvent& e) {
+    if (!is_press(e) && (e.key != Key::enter || e.ctrl || e.alt)) return;
+    e.handled = true;
+    press();
+}
+
+void CheckBox::SetValue(int value) {
+    if (value == value_) return;
+    value_ = value;
+    Changed();
+}
+
+bool CheckBox::press() {
+    if (!can_focus() || !SetFocus()) return false;
+    SetValue(value_ == 0 ? 1 : 0);
+    form().atender([this] { Click(); });
+    return true;
+}
+
+void CheckBox::on_key(KeyEvent& e) {
+    if (!is_press(e)) return;
+    e.handled = true;
+    press();
+}
+
+OptionButton::OptionButton(Form& form, std::string name, std::string caption, std::string group)
+    : Captioned(form, std::move(name), std::move(caption)), group_(std::move(group)) {}
+
+void OptionButton::SetValue(int value) {
+    if (value == value_) return;
+    value_ = value;
+    Changed();
+    if (value_ == 0) return;
+    for (Control* c : form().controls()) {
+        auto* const other = dynamic_cast<OptionButton*>(c);
+        if (other != nullptr && other != this && other->group_ == group_) other->SetValue(0);
+    }
+}
+
+bool OptionButton::press() {
+    if (!can_focus() || !SetFocus()) return false;
+    SetValue(1);
+    form().atender([this] { Click(); });
+    return true;
+}
+
+void OptionButton::on_key(KeyEvent& e) {
+    if (!is_press(e)) return;
+    e.handled = true;
+    press();
+}
+
+MenuItem::MenuItem(Form& form, std::string name, std::string caption, MenuItem* parent, std::string shortcut,
+                   bool separator_before)
+    : Captioned(form, std::move(name), std::move(caption)), parent_(parent), shortcut_(std::move(shortcut)),
+      separator_(separator_before) {}
+
+bool MenuItem::press() {
+    for (const MenuItem* m = this; m != nullptr; m = m->parent_)
+        if (!m->Enabled() || !m->Visible()) return false;
+    if (!form().leave_for_command()) return false;
+    form().atender([this] { Click(); });
+    return true;
+}
+
+} // namespace quorvel::ui

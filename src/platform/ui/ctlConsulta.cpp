@@ -1,0 +1,129 @@
+#include "platform/ui/ctlConsulta.h"
+
+#include "platform/ui/form.h"
+#include "platform/ui/utf8.h"
+#include "text/letras_utf8.h"
+
+#include <algorithm>
+
+namespace quorvel::ui {
+
+namespace {
+constexpr int BLOCK = 200; // rows that one screenful needs at most, read in a few milliseconds
+constexpr std::size_t NONE = static_cast<std::size_t>(-1);
+
+std::string shown(const quorvel::Value& v, ColumnKind kind) {
+    if (kind == ColumnKind::date) {
+        const auto f = v.date();
+        if (f) return fecha_dmy(*f);
+    }
+    return recortar_fin(v.text());
+}
+} // namespace
+
+void ctlConsulta::SetSQL(std::string sql) {
+    sql_ = std::move(sql);
+    if (loaded_) Load();
+}
+
+void ctlConsulta::Load() {
+    loaded_ = true;
+    rows_.clear();
+    names_.clear();
+    kinds_.clear();
+    sources_.clear();
+    rs_.reset();
+    typed_.clear();
+    current_ = -1;
+    if (db_ != nullptr && !sql_.empty()) {
+        rs_ = db_->NewRecord(order_by_.empty() ? sql_ : sql_ + " order by " + recortar(order_by_));
+        const auto& all = rs_->columns();
+        names_ = wanted_;
+        if (names_.empty())
+            for (const auto& c : all) names_.push_back(c.name);
+        for (const auto& name : names_) {
+            const auto it = std::find_if(all.begin(), all.end(),
+                                         [&](const ColumnInfo& c) { return igual_sin_caso(c.name, name); });
+            sources_.push_back(it == all.end() ? NONE : static_cast<std::size_t>(it - all.begin()));
+            kinds_.push_back(it == all.end() ? ColumnKind::text : it->kind);
+        }
+        more();
+        current_ = rows_.empty() ? -1 : 0;
+    }
+    Changed();
+}
+
+bool ctlConsulta::more() {
+    if (!rs_) return false;
+    int n = 0;
+    for (; n < BLOCK && !rs_->eof(); ++n, rs_->MoveNext()) {
+        std::vector<std::string> row;
+        for (std::size_t i = 0; i < sources_.size(); ++i)
+            row.push_back(sources_[i] == NONE ? std::string() : shown(rs_->at(sources_[i]), kinds_[i]));
+        rows_.push_back(std::move(row));
+    }
+    if (n < BLOCK) rs_.reset();
+    if (n > 0) Changed();
+    return n > 0;
+}
+
+void ctlConsulta::set_current(int row) {
+    while (row >= static_cast<int>(rows_.size()) && more()) {
+    }
+    const int last = static_cast<int>(rows_.size()) - 1;
+    row = std::min(row, last);
+    if (row < 0 || row == current_) return;
+    current_ = row;
+    Changed();
+}
+
+void ctlConsulta::pick(int row) {
+    if (!Enabled() || row < 0 || row >= static_cast<int>(rows_.size())) return;
+    const auto values = rows_[static_cast<std::size_t>(row)]; // the handler may unload the list
+    form().atender([&] { Selected(values); });
+}
+
+void ctlConsulta::cancel() {
+    form().atender([this] { Cancelled(); });
+}
+
+void ctlConsulta::search(const std::string& typed) {
+    const std::string wanted = sin_acentos(typed);
+    if (wanted.empty()) return;
+    std::size_t i = 0;
+    do {
+        for (; i < rows_.size(); ++i)
+            for (const auto& cell : rows_[i])
+                if (sin_acentos(cell).starts_with(wanted)) return set_current(static_cast<int>(i));
+    } while (more());
+}
+
+void ctlConsulta::on_key(KeyEvent& e) {
+    if (e.ctrl || e.alt) return;
+    e.handled = true;
+    if (e.key == Key::character) {
+        typed_ += utf8(e.ch);
+        return search(typed_);
+    }
+    if (e.key == Key::backspace) {
+        drop_last(typed_);
+        return search(typed_);
+    }
+    typed_.clear();
+    switch (e.key) {
+    case Key::up: return set_current(std::max(current_ - 1, 0));
+    case Key::down: return set_current(current_ + 1);
+    case Key::page_up: return set_current(std::max(current_ - 10, 0));
+    case Key::page_down: return set_current(current_ + 10);
+    case Key::home: return set_current(0);
+    case Key::end:
+        while (more()) {
+        }
+        return set_current(static_cast<int>(rows_.size()) - 1);
+    case Key::enter: return pick(current_);
+    case Key::escape: return cancel();
+    default: e.handled = false;
+    }
+}
+
+} // namespace quorvel::ui

@@ -1,0 +1,25 @@
+#include "platform/ui/escritorio.h"
+
+#include "platform/ui/form.h"
+
+#include <algorithm>
+
+namespace quorvel::ui {
+
+void Escritorio::open(Form& form, bool modal) {
+    const bool was_top = top() == &form;
+    std::erase(open_, &form);
+    open_.push_back(&form);
+    on_open(form, modal);
+    if (!was_top) form.activate();
+    if (modal && form.visible()) wait(form);
+}
+
+void Escritorio::close(Form& form) {
+    const bool was_top = top() == &form;
+    if (std::erase(open_, &form) == 0) return;
+    on_close(form);
+    if (was_top && top() != nullptr) top()->activate();
+}
+
+} // namespace quorvel::ui

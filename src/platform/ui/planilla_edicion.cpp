@@ -1,0 +1,254 @@
+#include "platform/ui/ctlPlanilla.h"
+#include "platform/ui/form.h"
+#include "platform/ui/utf8.h"
+#include "text/letras_utf8.h"
+#include "text/numeros.h"
+
+#include <algorithm>
+
+namespace quorvel::ui {
+
+namespace {
+
+class Flag {
+public:
+    explicit Flag(bool& flag) : flag_(flag) { flag_ = true; }
+    ~Flag() { flag_ = false; }
+    Flag(const Flag&) = delete;
+    Flag& operator=(const Flag&) = delete;
+
+private:
+    bool& flag_;
+};
+
+/// Text in the form in which its column shows numbers.
+std::string in_format(const std::string& text, const std::string& pattern) {
+    if (pattern.empty() || text.empty() || !numero_sql(text)) return text;
+    return formato(valnumeroformato(text), pattern, false);
+}
+
+} // namespace
+
+void ctlPlanilla::close_edit() {
+    if (!editing_) return;
+    editing_ = false;
+    edit_.clear();
+    EditChanged();
+}
+
+bool ctlPlanilla::begin_edit(bool keep) {
+    bool open = false;
+    form().atender([&] { open = start_edit(keep); });
+    return open;
+}
+
+bool ctlPlanilla::start_edit(bool keep) {
+    if (editing_) return true;
+    if (locked_ || !Enabled() || Cols() == 0 || committing_ || opening_) return false;
+    const bool was_pending = pending_;
+    if (on_new_row()) open_pending();
+    const int row = row_, col = col_;
+    bool cancel = false;
+    {
+        const Flag opening(opening_);
+        BeforeColEdit(col, cancel);
+    }
+    if (cancel || row_ != row || col_ != col) {
+        if (!was_pending && pending_ && !entered_) {
+            drop_pending();
+            Reset();
+        }
+        return false;
+    }
+    old_text_ = stored(row, col);
+    edit_ = keep ? old_text_ : std::string();
+    edit_row_ = row;
+    edit_col_ = col;
+    editing_ = true;
+    EditChanged();
+    return true;
+}
+
+void ctlPlanilla::set_edit_text(std::string text) {
+    if (!editing_ || text == edit_) return;
+    edit_ = sin_controles(text);
+    EditChanged();
+}
+
+char32_t ctlPlanilla::filter(char32_t ch) {
+    if (locked_ || ch < 32) return 0;
+    int code = static_cast<int>(ch);
+    form().atender([&] { KeyPress(code); });
+    return code < 32 ? 0 : static_cast<char32_t>(code);
+}
+
+bool ctlPlanilla::type(char32_t ch) {
+    ch = filter(ch);
+    if (ch == 0 || !begin_edit(editing_)) return false;
+    set_edit_text(edit_ + utf8(ch));
+    return true;
+}
+
+bool ctlPlanilla::commit_edit() {
+    bool done = false;
+    form().atender([&] { done = finish_edit(); });
+    return done;
+}
+
+bool ctlPlanilla::finish_edit() {
+    if (!editing_) return true;
+    if (committing_) return false; // a message of the handlers moved the focus
+    const int row = edit_row_, col = edit_col_;
+    {
+        const Flag committing(committing_);
+        edit_ = in_format(edit_, Columns(col).NumberFormat);
+        if (edit_ == old_text_) {
+            close_edit();
+            return true;
+        }
+        bool cancel = false;
+        const std::string old = old_text_;
+        BeforeColUpdate(col, old, cancel);
+        if (!editing_) return true; // the handlers replaced the rows
+        if (cancel) {
+            set_current(edit_row_, edit_col_);
+            EditChanged();
+            return false;
+        }
+    }
+    const std::string text = edit_;
+    editing_ = false;
+    store(row, col, text);
+    EditChanged();
+    AfterColUpdate(col);
+    return true;
+}
+
+void ctlPlanilla::cancel_edit() { close_edit(); }
+
+void ctlPlanilla::cancel_pending_row() {
+    close_edit();
+    if (!pending_) return;
+    drop_pending();
+    Reset();
+    form().atender([this] { RowsChanged(); });
+}
+
+void ctlPlanilla::set_current(int row, int col) {
+    if (row == row_ && col == col_) return;
+    const int last_row = row_, last_col = col_;
+    row_ = row;
+    col_ = col;
+    RowPainted(last_row);
+    if (row != last_row) RowPainted(row);
+    RowColChange(last_row, last_col);
+}
+
+void ctlPlanilla::SetRow(int row) {
+    if (row < 0 || row == row_) return;
+    if (!committing_) close_edit();
+    settle_pending();
+    if (row <= Rows()) set_current(row, col_);
+}
+
+void ctlPlanilla::SetCol(int col) {
+    if (col < 0 || col == col_ || (col >= Cols() && Cols() > 0)) return;
+    if (!committing_) close_edit();
+    set_current(row_, col);
+}
+
+bool ctlPlanilla::move_to(int row, int col) {
+    bool moved = false;
+    form().atender([&] { moved = go(row, col); });
+    return moved;
+}
+
+bool ctlPlanilla::go(int row, int col) {
+    if (committing_ || opening_) return false;
+    const auto inside = [&](int r) {
+        const int last = locked_ ? std::max(Rows() - 1, 0) : Rows() + (pending_ ? 1 : 0);
+        return r >= 0 && r <= last && col >= 0 && col < Cols();
+    };
+    if (!inside(row)) return false;
+    if (being_edited(row, col)) return true;
+    if (!finish_edit()) return false;
+    if (!inside(row)) return false;
+    if (row != row_) {
+        settle_pending(); // an emptied row goes away, and with it the place below it
+        row = std::min(row, Rows());
+    }
+    set_current(row, col);
+    return true;
+}
+
+bool ctlPlanilla::delete_row() {
+    bool done = false;
+    form().atender([&] { done = remove_current(); });
+    return done;
+}
+
+bool ctlPlanilla::remove_current() {
+    if (locked_ || !Enabled() || committing_ || opening_) return false;
+    if (on_new_row()) {
+        if (!pending_) return false;
+        cancel_pending_row();
+        return true;
+    }
+    close_edit();
+    bool cancel = false;
+    BeforeDelete(cancel);
+    if (cancel || on_new_row()) return false;
+    RemoveRow(row_);
+    return true;
+}
+
+void ctlPlanilla::press_button(int row, int col) {
+    if (!can_focus() || col < 0 || col >= Cols() || !Columns(col).Button || !SetFocus()) return;
+    if (move_to(row, col)) form().atender([&] { ButtonClick(col); });
+}
+
+void ctlPlanilla::paste(const std::string& text) {
+    if (locked_ || !Enabled()) return;
+    std::string plain = reemplazar(text, "\r\n", "\n");
+    while (plain.ends_with('\n')) plain.pop_back();
+    if (!editing_ && plain.find_first_of("\t\n") != std::string::npos)
+        paste_block(plain);
+    else
+        paste_cell(plain);
+}
+
+void ctlPlanilla::paste_cell(const std::string& text) {
+    std::string kept;
+    for (const char32_t c : code_points(sin_controles(text)))
+        if (const char32_t k = filter(c)) kept += utf8(k);
+    if (!kept.empty() && begin_edit(editing_)) set_edit_text(edit_ + kept);
+}
+
+void ctlPlanilla::paste_block(const std::string& text) {
+    const int first_row = row_, first_col = col_;
+    int line = 0;
+    std::size_t begin = 0;
+    for (std::size_t end = 0; end != std::string::npos; begin = end + 1, ++line) {
+        end = text.find('\n', begin);
+        const std::string cells = text.substr(begin, end == std::string::npos ? end : end - begin);
+        std::size_t from = 0;
+        int col = first_col;
+        for (std::size_t tab = 0; tab != std::string::npos && col < Cols(); from = tab + 1, ++col) {
+            tab = cells.find('\t', from);
+            const std::string cell = cells.substr(from, tab == std::string::npos ? tab : tab - from);
+            if (!move_to(first_row + line, col)) return;
+            if (cell.empty())
+                clear_cell();
+            else
+                paste_cell(cell);
+            if (!commit_edit()) return;
+        }
+    }
+}
+
+void ctlPlanilla::clear_cell() {
+    if (locked_ || editing_ || stored(row_, col_).empty()) return;
+    if (begin_edit(false)) commit_edit();
+}
+
+} // namespace quorvel::ui
