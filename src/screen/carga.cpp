@@ -68,7 +68,7 @@ void frmQuorvel::Form_Load() {
         llenar(cmbcodigo_no_recuperable, NO_RECUPERABLES);
         llenar(cmbifrs, NORMAS);
         cmbifrs.SetListIndex(0);
-        llenar(cmblibro, LIBROS);
+        llenar(cmblibro, TEXTOS_LIBRO);
         mostrar_sesion(*this);
         glbBanderaNuevo = glbBanderaLeer = true;
         // A configuration that cannot be read is reported; the screen opens with what was loaded before.

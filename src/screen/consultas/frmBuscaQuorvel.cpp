@@ -49,7 +49,7 @@ void frmBuscaQuorvel::Form_Load() {
             cmbDocumento.AddItem(recortar_fin(rs->fields("documento").Value.text()) + " " +
                                  recortar_fin(rs->fields("n_documento").Value.text()));
         llenar(cmbEstado, ESTADOS);
-        llenar(cmblibro, LIBROS);
+        llenar(cmblibro, TEXTOS_LIBRO);
         llenar(cmbifrs, NORMAS);
         for (ui::ComboBox* filtro : {&cmbDocumento, &cmbifrs, &cmbEstado, &cmblibro}) filtro->SetListIndex(0);
         lista_ = true;
