@@ -124,6 +124,8 @@ bool ctlPlanilla::finish_edit() {
     return true;
 }
 
+bool ctlPlanilla::on_leave() { return finish_edit(); }
+
 void ctlPlanilla::cancel_edit() { close_edit(); }
 
 void ctlPlanilla::cancel_pending_row() {
