@@ -12,8 +12,8 @@ namespace quorvel {
     for (const char c : mascara) {
         if (c != '.') {
             ++largos[k];
-        } else if (k + 1 < largos.size()) {
-            ++k;
+        } else {
+            if (++k == largos.size()) break;
             largos[k] = largos[k - 1];
         }
     }

@@ -14,11 +14,11 @@ struct OpcionesGrabar {
     int anio = 0;                      ///< open year, for the closing data
     Fecha hoy{};
     /// After a cut: the key that the voucher had, so that its invoice follows.
-    std::optional<Clave> clave_anterior;
+    std::optional<Clave> clave_anterior{};
     /// Called inside the transaction when the proposed attachment set belongs to another voucher by now:
     /// moves the files from the first set to the second.
     /// @return false: the next number is tried, after 50 the save stops
-    std::function<bool(const std::string& de, const std::string& a)> mover_adjuntos;
+    std::function<bool(const std::string& de, const std::string& a)> mover_adjuntos{};
 };
 struct ResultadoGrabar {
     std::string error; ///< empty when saved

@@ -1,0 +1,114 @@
+// Goal: a voucher's files stay in its own folder and its settings survive a change of one key.
+#include "platform/files/attachments.h"
+#include "platform/files/settings_file.h"
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <fstream>
+#include <iterator>
+
+using namespace quorvel;
+namespace fs = std::filesystem;
+
+namespace {
+
+class Files : public ::testing::Test {
+protected:
+    const fs::path dir = fs::temp_directory_path() / ("quorvel_files_" + std::to_string(getpid()));
+    void SetUp() override { fs::create_directories(dir); }
+    void TearDown() override { fs::remove_all(dir); }
+    static void write(const fs::path& path, const std::string& text) {
+        fs::create_directories(path.parent_path());
+        std::ofstream(path, std::ios::binary) << text;
+    }
+    static std::string read(const fs::path& path) {
+        std::ifstream in(path, std::ios::binary);
+        return {std::istreambuf_iterator<char>(in), {}};
+    }
+};
+
+TEST_F(Files, SettingsKeepEverythingButOneKey) {
+    write(dir / "NIVO.INI", "; nota\r\n[otra]\r\nbase=no\r\n[Nivo]\r\n Base = \"C:\\datos; x\\\" \r\n"
+                            "BASE=segunda\r\n\r\n[fin]\r\nultima=1");
+    const SettingsFile s(dir);
+    EXPECT_EQ(s.get("NIVO", "base"), "C:\\datos; x\\");
+    EXPECT_EQ(s.get("fin", "Ultima"), "1");
+    EXPECT_EQ(s.get("nivo", "nada"), "");
+    ASSERT_TRUE(s.set("nivo", "BASE", "/srv/ñ\nx"));
+    ASSERT_TRUE(s.set("nivo", "frmquorvel_grddetalle", "10#20#"));
+    ASSERT_TRUE(s.set("nueva", "k", "v"));
+    EXPECT_EQ(read(dir / "NIVO.INI"),
+              "; nota\r\n[otra]\r\nbase=no\r\n[Nivo]\r\n Base =/srv/ñ x\r\nBASE=segunda\r\n"
+              "frmquorvel_grddetalle=10#20#\n\r\n[fin]\r\nultima=1\n[nueva]\nk=v\n");
+    EXPECT_EQ(std::distance(fs::directory_iterator(dir), {}), 1) << "no second file, no remains";
+    EXPECT_FALSE(SettingsFile(dir / "no_existe").set("nivo", "a", "b"));
+    const SettingsFile fresh(dir, "otro.ini");
+    ASSERT_TRUE(fresh.set("nivo", "a", "b"));
+    EXPECT_EQ(read(dir / "otro.ini"), "[nivo]\na=b\n");
+}
+
+TEST_F(Files, FoldersOfBaseAndDatabase) {
+    struct Row {
+        const char *name, *folder;
+    };
+    for (const Row& r : {Row{"/datos/empresa.db", "EMPRESA.DB"}, Row{"sqlite:/a/b/año.db?create=1", "AÑO.DB"},
+                         Row{"C:\\suite\\conta.mdb", "CONTA"}, Row{"sqlite:x.db", "X.DB"},
+                         Row{"postgresql://ana:se/creto@h1:5432,h2/conta?target=x/y", "CONTA"},
+                         Row{"host=h password='x y' dbname=conta user=u", "CONTA"}, Row{"/a/..", "BASE"},
+                         Row{"postgresql://h/..", "BASE"}, Row{"", "BASE"}})
+        EXPECT_EQ(attachment_database(r.name), r.folder) << r.name;
+    for (const Row& r : {Row{"", "/prog"}, Row{"/srv/x/", "/srv/x"}, Row{"/srv/x\\", "/srv/x"},
+                         Row{"docs\\", "/prog/docs"}, Row{" /srv/x ", "/srv/x"}})
+        EXPECT_EQ(attachment_base(r.name, "/prog"), fs::path(r.folder)) << r.name;
+}
+
+TEST_F(Files, AddFindRemoveStayInside) {
+    const Attachments a(dir, "D");
+    const std::string longest(251, 'n');
+    write(dir / "src" / "f.pdf", "uno");
+    write(dir / "src" / (longest + ".pdf"), "largo");
+    write(dir / "adjunto" / "5" / "vieja.pdf", "vieja");
+    write(dir / "adjunto" / "D" / "secreto", "no");
+    EXPECT_EQ(a.add("5", dir / "src" / "f.pdf"), "f.pdf");
+    EXPECT_EQ(a.add("5", dir / "src" / (longest + ".pdf")), longest + ".pdf");
+    EXPECT_FALSE(a.add("5", dir / "src" / "falta"));
+    EXPECT_FALSE(a.add("5", dir / "src"));
+    EXPECT_EQ(read(dir / "adjunto/D/5/f.pdf"), "uno");
+    EXPECT_FALSE(a.would_replace("5", dir / "src" / "f.pdf"));
+    write(dir / "src" / "f.pdf", "dos");
+    EXPECT_TRUE(a.would_replace("5", dir / "src" / "f.pdf"));
+    EXPECT_EQ(a.find("5", "vieja.pdf"), dir / "adjunto/5/vieja.pdf");
+    EXPECT_FALSE(a.remove("5", "vieja.pdf"));
+    EXPECT_TRUE(fs::exists(dir / "adjunto/5/vieja.pdf"));
+    for (const char* name : {"../secreto", "..", "", "/etc/passwd", "a/b", "..\\secreto"}) {
+        EXPECT_FALSE(a.find("5", name)) << name;
+        EXPECT_FALSE(a.remove("5", name)) << name;
+    }
+    for (const char* set : {"..", "", "5/..", "-1", "5a"}) EXPECT_FALSE(a.find(set, "secreto")) << set;
+    EXPECT_TRUE(a.save_copy("5", "f.pdf", dir / "copia.pdf"));
+    EXPECT_EQ(read(dir / "copia.pdf"), "uno");
+    EXPECT_FALSE(a.save_copy("5", "f.pdf", dir / "no" / "hay" / "x"));
+    EXPECT_TRUE(a.remove("5", "f.pdf"));
+    EXPECT_FALSE(a.find("5", "f.pdf"));
+}
+
+TEST_F(Files, SetsMoveAndCopyWithoutTouchingOthers) {
+    const Attachments a(dir, "D");
+    write(dir / "adjunto/D/5/mia.pdf", "mia");
+    write(dir / "adjunto/D/5/ajena.pdf", "ajena");
+    write(dir / "adjunto/5/vieja.pdf", "vieja");
+    write(dir / "adjunto/D/6/x", "x");
+    EXPECT_EQ(a.first_free("5"), "7");
+    EXPECT_FALSE(a.move_set("5", "6", {"mia.pdf"})) << "another voucher's folder";
+    ASSERT_TRUE(a.copy_set("5", "7", {"mia.pdf", "vieja.pdf", "falta.pdf"}));
+    EXPECT_EQ(read(dir / "adjunto/D/7/vieja.pdf"), "vieja");
+    ASSERT_TRUE(a.move_set("5", "8", {"mia.pdf"}));
+    EXPECT_EQ(read(dir / "adjunto/D/8/mia.pdf"), "mia");
+    EXPECT_FALSE(fs::exists(dir / "adjunto/D/5/mia.pdf"));
+    EXPECT_TRUE(fs::exists(dir / "adjunto/D/5/ajena.pdf"));
+    EXPECT_TRUE(a.move_set("8", "9", {"mia.pdf"}));
+    EXPECT_FALSE(fs::exists(dir / "adjunto/D/8")) << "an emptied folder goes";
+}
+
+} // namespace

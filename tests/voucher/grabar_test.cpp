@@ -1,0 +1,370 @@
+// Goal: a voucher is written whole or not at all. Method: the stored rows are compared after each step of a
+// voucher's life, on both engines; triggers make single statements fail.
+#include "apoyo/comprobante.h"
+#include "apoyo/sesiones.h"
+#include "app/db/base.h"
+#include "app/db/esquema.h"
+#include "voucher/bloqueo.h"
+#include "voucher/cargar.h"
+#include "voucher/chart.h"
+#include "voucher/grabar.h"
+#include "voucher/numeracion.h"
+
+#include <gtest/gtest.h>
+
+using namespace quorvel;
+using namespace quorvel::apoyo;
+
+namespace {
+
+constexpr const char* LINEAS = "select secuencia, centro, auxiliar, debe_nacional, haber_nacional, glosa, "
+                               "centro2, conciliado, num_ref, codigo_otro_impuesto, tasa_impuesto_otro from "
+                               "ctdquorvel order by num_docum, secuencia";
+constexpr const char* TOTALES =
+    "select num_docum, t_debe, t_haber, estado from ctcquorvel order by num_docum";
+
+class Grabar : public ::testing::TestWithParam<Motor> {
+protected:
+    const std::string conexion = conexion_nueva(GetParam());
+    std::unique_ptr<clsConexion> db;
+    void SetUp() override {
+        crear_esquema(conexion);
+        db = abrir_sesion(conexion);
+        sembrar_empresa(*db);
+    }
+    std::string rows(const std::string& sql) { return filas(*db, sql); }
+    std::string grabar(const Comprobante& c, OpcionesGrabar o) {
+        o.hoy = HOY;
+        return GrabarComprobante(*db, c, o).error;
+    }
+    std::string nuevo(const Comprobante& c) { return grabar(c, {.nuevo = true}); }
+    /// From now on this event on the table fails with "falla pedida".
+    void hacer_fallar(const std::string& evento) {
+        const auto base = abrir_base(conexion, Abrir::existente);
+        if (GetParam() == Motor::sqlite)
+            base->ejecutar("create trigger falla before " + evento +
+                           " begin select raise(abort, 'falla pedida'); end");
+        else
+            base->ejecutar("create function falla() returns trigger language plpgsql as 'begin raise "
+                           "exception ''falla pedida''; end'; create trigger falla before " +
+                           evento + " for each row execute function falla()");
+    }
+    /// Everything that a save may touch.
+    std::string todo() {
+        return rows(TOTALES) + "/" + rows("select concepto, usuario, comprobante_adjunto from ctcquorvel") +
+               "/" + rows(LINEAS) + "/" +
+               rows("select comprobante_adjunto, nombre from ctdcomprad order by correlativo") + "/" +
+               rows("select ultimo_emitido from adxemp_doc order by documento") + "/" +
+               rows("select num_docum_cierre from ctmconfigu") + "/" +
+               rows("select centro, debe3, haber3 from ctmsdcenth order by centro") + "/" +
+               rows("select centro, debe3, haber3 from ctmsdmayor order by centro") + "/" +
+               rows("select num_docum from ftcfactura");
+    }
+    void saldos() {
+        for (const char* c : {"5", "501", "501002", "2", "201", "201001"})
+            ejecutar(*db, "insert into ctmsdcenth(empresa,anio,centro,debe3,haber3) values (1,2024,'" +
+                              std::string(c) + "',500000,500000)");
+        ejecutar(*db, "insert into ctmsdmayor(empresa,anio,centro,auxiliar,debe3,haber3) values "
+                      "(1,2024,'201001','000013',0,119000)");
+    }
+};
+std::string como(const ::testing::TestParamInfo<Motor>& m) { return nombre(m.param); }
+INSTANTIATE_TEST_SUITE_P(Motores, Grabar, ::testing::ValuesIn(MOTORES), como);
+
+TEST_P(Grabar, SavedLoadedAndSavedAgain) {
+    Comprobante c = compra();
+    c.cotizacion = "1.950,5";
+    c.iva_activo_fijo = "1.234";
+    c.total_debe = c.total_haber = "238.000"; // labels that count the lines twice
+    c.lineas[0].glosa = std::string(59, 'x') + "ñandú";
+    c.adjuntos = {"b.pdf", "a'b.pdf"};
+    c.comprobante_adjunto = "1";
+    ASSERT_EQ(nuevo(c), "");
+    EXPECT_EQ(rows(TOTALES), "1|119000|119000|P");
+    EXPECT_EQ(rows(LINEAS), "1|501002||100000|0|" + std::string(59, 'x') + "ñ|||||;" +
+                                "2|109001||19000|0|iva||S|||;"
+                                "3|201001|000013|0|119000|factura|101001||9|024|31.50");
+    EXPECT_EQ(rows("select ultimo_emitido, f_u_emision from adxemp_doc where documento='002'"),
+              "1|2024-06-15");
+    auto leido = leer_cabecera(*db, 1, *c.f_comp, "002", "1");
+    ASSERT_TRUE(leido);
+    EXPECT_EQ(leido->cotizacion, "1.950,5");
+    EXPECT_EQ(leido->total_debe, "119.000");
+    EXPECT_EQ(leido->rut_persona, "76.418.352-5");
+    EXPECT_EQ(leer_adjuntos(*db, "1"), c.adjuntos);
+    leido->lineas = c.lineas;
+    leido->lineas.pop_back();
+    leido->lineas[0].debe = "", leido->lineas[0].haber = "19.000";
+    leido->concepto = "otra";
+    leido->usuario = 2;
+    ASSERT_EQ(grabar(*leido, {}), "");
+    EXPECT_EQ(rows("select concepto, usuario, cotizacion, iva_activo_fijo, t_debe, comprobante_adjunto from "
+                   "ctcquorvel"),
+              "otra|2|1950.5|1234|19000|1");
+    EXPECT_EQ(rows("select secuencia, debe_nacional, haber_nacional from ctdquorvel order by secuencia"),
+              "1|0|19000;2|19000|0");
+    EXPECT_TRUE(leer_adjuntos(*db, "1").empty()) << "the list was empty at the second save";
+}
+
+TEST_P(Grabar, HostileValuesAreStoredWhole) {
+    Comprobante c = compra();
+    const std::string hostil = "O'Higgins'); delete from ctcquorvel; -- # \" \t\r\n ñ 😀 \\ $1 ?";
+    c.concepto = hostil + std::string(10000, 'z');
+    c.nombre = hostil;
+    c.num_ref = "9'9";
+    c.lineas[0].glosa = "#03/05/2024# ' ; año 😀";
+    c.lineas[0].num_ref = "a'b\\";
+    c.adjuntos = {hostil};
+    c.comprobante_adjunto = "3";
+    ASSERT_EQ(nuevo(c), "");
+    const auto leido = leer_cabecera(*db, 1, *c.f_comp, "002", "1");
+    ASSERT_TRUE(leido);
+    EXPECT_EQ(leido->concepto, c.concepto);
+    EXPECT_EQ(leido->nombre, hostil);
+    EXPECT_EQ(leer_adjuntos(*db, "3"), c.adjuntos);
+    EXPECT_EQ(rows("select glosa, num_ref from ctdquorvel where secuencia=1"),
+              c.lineas[0].glosa + "|" + c.lineas[0].num_ref);
+    Comprobante otro = compra("2");
+    otro.concepto = std::string("a\0b", 3);
+    ASSERT_EQ(nuevo(otro), "");
+    EXPECT_EQ(leer_cabecera(*db, 1, *c.f_comp, "002", "2")->concepto, "a b");
+    for (const char* malo : {"5+1", "1;2", "12a", "--"}) {
+        otro = compra("3");
+        otro.cotizacion = malo;
+        EXPECT_EQ(nuevo(otro), "Problemas al grabar cabecera") << malo;
+        otro = compra("3");
+        otro.lineas[1].debe = malo;
+        EXPECT_EQ(nuevo(otro), "Problemas al grabar detalle") << malo;
+    }
+    EXPECT_EQ(rows("select count(*) as n from ctcquorvel"), "2");
+}
+
+TEST_P(Grabar, EachStepThatFailsTakesEverythingBack) {
+    struct Fila {
+        const char *evento, *mensaje;
+        char que; // n new voucher, g saved again, a annulled, e deleted
+    };
+    const Fila filas[] = {
+        {"insert on ctcquorvel", "Problemas al grabar cabecera", 'n'},
+        {"update on adxemp_doc", "Problemas al grabar numero de documento", 'n'},
+        {"update on ctmconfigu", "Problemas al grabar datos de cirre anual", 'n'},
+        {"insert on ctdquorvel", "Problemas al grabar detalle", 'n'},
+        {"insert on ctdcomprad", "Problemas al grabar detalle", 'n'},
+        {"update of concepto on ctcquorvel", "Problemas para actualizar cabecera", 'g'},
+        {"delete on ctdquorvel", "falla pedida", 'g'},
+        {"insert on ctdquorvel", "Problemas al grabar detalle", 'g'},
+        {"delete on ctdcomprad", "falla pedida", 'g'},
+        {"update on ctmsdcenth", "Problemas al desprocesar centros", 'a'},
+        {"update on ctmsdmayor", "Problemas al desprocesar auxiliar", 'a'},
+        {"update of estado on ctcquorvel", "falla pedida", 'a'},
+        {"delete on ctdquorvel", "falla pedida", 'a'},
+        {"delete on ctdquorvel", "falla pedida", 'e'},
+        {"delete on ctdcomprad", "falla pedida", 'e'},
+        {"delete on ctcquorvel", "falla pedida", 'e'},
+    };
+    saldos();
+    Comprobante c = compra();
+    c.comprobante_adjunto = "1";
+    c.adjuntos = {"a.pdf", "b.pdf"};
+    ASSERT_EQ(nuevo(c), "");
+    const std::string antes = todo();
+    for (const Fila& f : filas) {
+        hacer_fallar(f.evento);
+        Comprobante otro = c;
+        otro.concepto = "cambiado";
+        if (f.que == 'n') otro.num_docum = "2", otro.comprobante_adjunto = "2";
+        std::string error;
+        if (f.que == 'n') error = grabar(otro, {.nuevo = true, .registrar_cierre = true, .anio = 2024});
+        if (f.que == 'g') error = grabar(otro, {});
+        if (f.que == 'a') error = AnularComprobante(*db, otro, HOY);
+        if (f.que == 'e') error = EliminarComprobante(*db, c.clave(), "1");
+        EXPECT_NE(error.find(f.mensaje), std::string::npos) << f.evento << ": " << error;
+        EXPECT_EQ(todo(), antes) << f.evento;
+        const auto base = abrir_base(conexion, Abrir::existente);
+        const std::string evento = f.evento;
+        base->ejecutar(GetParam() == Motor::sqlite
+                           ? "drop trigger falla"
+                           : "drop trigger falla " + evento.substr(evento.find(" on ") + 1) +
+                                 "; drop function falla()");
+    }
+    ASSERT_EQ(grabar(c, {}), "") << "works again without the fault";
+}
+
+TEST_P(Grabar, NumbersAreProposedAndRecorded) {
+    EXPECT_EQ(proponer_numero(*db, 1, "002", 2024), 1);
+    EXPECT_EQ(proponer_correlativo(*db, 1, "COMPRAS", 2024, 3), 1);
+    for (const char* n : {"1", "2", "10", "12A", "", "099"}) {
+        Comprobante c = compra(n);
+        c.nro_correlativo = "7";
+        ASSERT_EQ(nuevo(c), "");
+    }
+    ejecutar(*db, "update ctcquorvel set f_comp=#12/31/2023# where num_docum='099'");
+    EXPECT_EQ(proponer_numero(*db, 1, "002", 2024), 13);
+    EXPECT_EQ(proponer_numero(*db, 1, "002", 2023), 100);
+    EXPECT_EQ(proponer_numero(*db, 1, "0'2", 2024), 1);
+    EXPECT_EQ(proponer_correlativo(*db, 1, "COMPRAS", 2024, 3), 8);
+    EXPECT_EQ(proponer_correlativo(*db, 1, "COMPRAS", 2024, 4), 1);
+    const auto ultimo = [&] { return rows("select ultimo_emitido from adxemp_doc where documento='002'"); };
+    ejecutar(*db, "update adxemp_doc set ultimo_emitido='0'");
+    ASSERT_EQ(grabar(compra("5"), {.nuevo = true, .numero_propuesto = 13}), "");
+    EXPECT_EQ(ultimo(), "0");
+    ASSERT_EQ(grabar(compra("14"), {.nuevo = true, .numero_propuesto = 13}), "");
+    EXPECT_EQ(ultimo(), "14");
+    Comprobante sin_fila = compra("1");
+    sin_fila.documento = "006"; // no row to record it in
+    EXPECT_EQ(nuevo(sin_fila), "");
+}
+
+TEST_P(Grabar, TwoSessionsForOneNumberOneLockAndOneAttachmentSet) {
+    const auto otra = abrir_sesion(conexion);
+    Comprobante a = compra(), b = compra();
+    a.comprobante_adjunto = b.comprobante_adjunto = numero_adjunto(*db, b.clave());
+    a.adjuntos = {"a.pdf"}, b.adjuntos = {"b.pdf"};
+    const OpcionesGrabar o{.nuevo = true, .hoy = HOY};
+    ASSERT_EQ(GrabarComprobante(*otra, a, o).error, "");
+    EXPECT_EQ(nuevo(b), "Problemas al grabar cabecera") << "the number is taken";
+    b.num_docum = "2";
+    std::string movido;
+    OpcionesGrabar mover = o;
+    mover.mover_adjuntos = [&](const std::string& de, const std::string& a_donde) {
+        movido += de + ">" + a_donde + " ";
+        return a_donde != "2"; // a folder that an abandoned voucher left behind
+    };
+    const auto r = GrabarComprobante(*db, b, mover);
+    EXPECT_EQ(r.error, "");
+    EXPECT_EQ(r.comprobante_adjunto, "3");
+    EXPECT_EQ(movido, "1>2 1>3 ");
+    EXPECT_EQ(leer_adjuntos(*db, "1"), a.adjuntos);
+    EXPECT_EQ(leer_adjuntos(*db, "3"), b.adjuntos);
+
+    bloquear(*otra, a.clave(), 2);
+    const std::string antes = todo();
+    a.concepto = "de otro";
+    EXPECT_EQ(grabar(a, {}), SOLO_LECTURA);
+    EXPECT_EQ(AnularComprobante(*db, a, HOY), SOLO_LECTURA);
+    EXPECT_EQ(EliminarComprobante(*db, a.clave(), "1", 1), SOLO_LECTURA);
+    EXPECT_EQ(todo(), antes);
+    desbloquear(*otra, 1, 2);
+    EXPECT_EQ(rows("select bloqueo_usuario from ctcquorvel order by num_docum").substr(0, 1), "0");
+    EXPECT_EQ(grabar(a, {}), "");
+    ASSERT_EQ(EliminarComprobante(*otra, a.clave(), "1"), "");
+    EXPECT_EQ(grabar(a, {}), "Problemas para actualizar cabecera") << "deleted by someone else";
+    EXPECT_EQ(rows("select count(*) as n from ctdquorvel where num_docum='1'"), "0");
+}
+
+TEST_P(Grabar, PeriodAndClosingAreReadAgain) {
+    const auto otra = abrir_sesion(conexion);
+    Comprobante cierre = compra("50");
+    cierre.f_comp = fecha(2024, 12, 31);
+    ASSERT_EQ(grabar(cierre, {.nuevo = true, .registrar_cierre = true, .anio = 2024}), "");
+    EXPECT_EQ(rows("select f_comp_cierre, documento_cierre, num_docum_cierre from ctmconfigu"),
+              "2024-12-31|002|50");
+    EXPECT_EQ(nuevo(compra()).substr(0, 20), "No se puede ingresar");
+    EXPECT_EQ(grabar(cierre, {}), "");
+    ASSERT_EQ(EliminarComprobante(*otra, cierre.clave(), "0"), "");
+    EXPECT_EQ(nuevo(compra()), "") << "a closing voucher that is gone closes nothing";
+    ejecutar(*otra, "update ctmconfigu set f_digi_inicial=#04/01/2024#");
+    EXPECT_EQ(nuevo(compra("2")), "Fecha fuera del período de digitacion, Mínima:01/04/2024");
+    ejecutar(*otra, "update ctmconfigu set anio=2025, f_digi_inicial=#01/01/2024#");
+    EXPECT_EQ(grabar(compra(), {}), "Año del Comprobante ya esta cerrado ");
+}
+
+TEST_P(Grabar, AnnulledVoucherLeavesTheBalances) {
+    saldos();
+    ejecutar(*db, "insert into ctmsdcenth(empresa,anio,centro,debe3,haber3) values (1,2024,'1',null,7)");
+    Comprobante c = compra();
+    c.comprobante_adjunto = "4";
+    c.adjuntos = {"a.pdf"};
+    ASSERT_EQ(nuevo(c), "");
+    ASSERT_EQ(AnularComprobante(*db, c, fecha(2024, 5, 2)), "");
+    EXPECT_EQ(rows("select centro, debe3, haber3 from ctmsdcenth order by centro"),
+              "1||7;2|500000|381000;201|500000|381000;201001|500000|381000;5|400000|500000;501|400000|500000;"
+              "501002|400000|500000");
+    EXPECT_EQ(rows("select debe3, haber3 from ctmsdmayor"), "0|0");
+    EXPECT_EQ(rows("select estado, t_debe, f_ult_modificacion from ctcquorvel"), "X|119000|2024-05-02");
+    EXPECT_EQ(rows(LINEAS), "");
+    EXPECT_EQ(leer_adjuntos(*db, "4").size(), 1U);
+    const std::string antes = todo();
+    EXPECT_EQ(AnularComprobante(*db, c, HOY), "Comprobante no válido");
+    EXPECT_EQ(grabar(c, {}), "Problemas para actualizar cabecera") << "must not come to life again";
+    ASSERT_EQ(nuevo(compra("2")), "");
+    ejecutar(*db, "update ctmcentros set g_cuenta='8' where centro='201001'");
+    EXPECT_EQ(AnularComprobante(*db, compra("2"), HOY), "Problemas al buscar grupo de cuenta ");
+    EXPECT_EQ(rows("select debe3 from ctmsdcenth where centro='501002'"), "400000");
+}
+
+TEST_P(Grabar, CutVoucherKeepsChequeInvoiceAndAttachments) {
+    Comprobante c = compra();
+    c.comprobante_adjunto = "6";
+    c.adjuntos = {"a.pdf"};
+    ASSERT_EQ(nuevo(c), "");
+    ejecutar(*db, "update ctcquorvel set cheque='77', banco='CHILE', cuenta='1', fecha_cheque=#03/21/2024#, "
+                  "beneficiario='D''Alba', nominativo=1");
+    ejecutar(*db, "insert into ftcfactura(empresa,factura,f_comp,documento,num_docum) values "
+                  "(1,'8',#03/20/2024#,'002','1')");
+    ejecutar(*db, "insert into ctdcomprad(comprobante_adjunto,correlativo,nombre) values (0,90,'ajeno')");
+    auto cortado = leer_cabecera(*db, 1, *c.f_comp, "002", "1");
+    ASSERT_TRUE(cortado && cortado->cheque);
+    cortado->lineas = c.lineas;
+    cortado->adjuntos = c.adjuntos;
+    const Clave antes = cortado->clave();
+    ASSERT_EQ(EliminarComprobante(*db, antes, "6", 1), "");
+    EXPECT_EQ(rows("select nombre from ctdcomprad"), "ajeno");
+    EXPECT_FALSE(ExisteComprobante(*db, antes));
+    cortado->f_comp = fecha(2024, 4, 2);
+    cortado->num_docum = "9";
+    ASSERT_EQ(grabar(*cortado, {.nuevo = true, .clave_anterior = antes}), "");
+    EXPECT_EQ(
+        rows("select f_comp, num_docum, cheque, banco, fecha_cheque, beneficiario, nominativo, cruzado, "
+             "comprobante_adjunto from ctcquorvel"),
+        "2024-04-02|9|77|CHILE|2024-03-21|D'Alba|1|0|6");
+    EXPECT_EQ(rows("select f_comp, num_docum from ftcfactura"), "2024-04-02|9");
+    EXPECT_EQ(leer_adjuntos(*db, "6"), c.adjuntos);
+    ASSERT_EQ(EliminarComprobante(*db, cortado->clave(), "0"), "");
+    EXPECT_EQ(rows("select count(*) as n from ctdcomprad where comprobante_adjunto=0"), "1");
+}
+
+TEST_P(Grabar, SearchListsAndSubsystems) {
+    ASSERT_EQ(nuevo(compra()), "");
+    Comprobante dos = compra("2");
+    dos.usuario = 2, dos.subsistema = "02", dos.doc_libro = "";
+    ASSERT_EQ(nuevo(dos), "");
+    EXPECT_EQ(filas(*db, consulta_busqueda(1, 2, 1)).find("|002|2|") != std::string::npos, true);
+    const auto rs = db->NewRecord(consulta_busqueda(1, 2, 2));
+    ASSERT_FALSE(rs->eof());
+    EXPECT_EQ(rs->fields("num_docum").Value.text(), "2");
+    rs->MoveNext();
+    EXPECT_TRUE(rs->eof());
+    EXPECT_FALSE(leer_cabecera(*db, 1, *dos.f_comp, "002", "2", "01"));
+    const auto leido = leer_cabecera(*db, 1, *dos.f_comp, "002", "2");
+    ASSERT_TRUE(leido);
+    EXPECT_EQ(leido->subsistema, "02");
+    EXPECT_EQ(leido->doc_libro, " ");
+    EXPECT_EQ(filas(*db, consulta_lineas(leido->clave())).substr(0, 9), "1|501002|");
+}
+
+TEST_P(Grabar, ConfigurationOfTheLatestYear) {
+    ejecutar(*db, "insert into ctmconfigu(empresa,anio,aprobado,documento_cierre,factura_cobrar) values "
+                  "(1,2025,'','002','103001')");
+    const auto k = leer_configuracion(*db, 1, HOY);
+    EXPECT_EQ(k.anio, 2025);
+    EXPECT_EQ(k.elaborado + "|" + k.aprobado, "Elaborado|");
+    EXPECT_EQ(k.documento_cierre, "");
+    EXPECT_EQ(k.req_factura_cobrar + k.req_boleta_cobrar, "10");
+    EXPECT_EQ(k.inicio(HOY), HOY);
+    EXPECT_EQ(req_aux(*db, "no'hay"), "0");
+    EXPECT_FALSE(leer_configuracion(*db, 2, HOY).existe);
+}
+
+TEST(Plan, LevelLengthsOfAMask) {
+    struct Fila {
+        const char* mascara;
+        std::array<std::size_t, 4> largos;
+    };
+    for (const Fila& f : {Fila{"9.99.999", {1, 3, 6, 0}}, Fila{"99", {2, 0, 0, 0}}, Fila{"", {0, 0, 0, 0}}})
+        for (std::size_t i = 0; i < f.largos.size(); ++i)
+            EXPECT_EQ(largos_de_niveles(f.mascara)[i], f.largos[i]) << f.mascara;
+    EXPECT_EQ(largos_de_niveles("9.9.9.9.9.9.9.9.9.9.9.9.9.9")[10], 11U);
+}
+
+} // namespace

@@ -1,0 +1,242 @@
+// Goal: the checks of a save stop at the first failure, in their order, each with its text and focus.
+// Method: one good voucher; each row spoils one thing more than the good one, and every failure after it in
+// the table is spoilt as well, so that a check out of place shows another text.
+#include "apoyo/comprobante.h"
+#include "apoyo/sesiones.h"
+#include "voucher/cargar.h"
+#include "voucher/grabar.h"
+#include "voucher/validar.h"
+
+#include <gtest/gtest.h>
+
+using namespace quorvel;
+using namespace quorvel::apoyo;
+
+namespace {
+
+class Validar : public ::testing::TestWithParam<Motor> {
+public:
+    std::unique_ptr<clsConexion> db = crear_empresa(GetParam());
+    Comprobante c = compra();
+    Configuracion k = leer_configuracion(*db, 1, HOY);
+    Maestros maestros;
+    bool nuevo = true, editando = false;
+    Fecha hoy = HOY;
+
+    std::optional<Rechazo> rechazo() {
+        return ValidarComprobante({c, k, maestros, *db, hoy, nuevo, editando, {}});
+    }
+    std::string mensaje() {
+        const auto r = rechazo();
+        return r ? r->mensaje : "";
+    }
+    void guardar(const Comprobante& otro) {
+        ASSERT_EQ(GrabarComprobante(*db, otro, {.nuevo = true, .hoy = HOY}).error, "");
+    }
+};
+std::string como(const ::testing::TestParamInfo<Motor>& m) { return nombre(m.param); }
+INSTANTIATE_TEST_SUITE_P(Motores, Validar, ::testing::ValuesIn(MOTORES), como);
+
+TEST_P(Validar, FirstFailureOfTheFixedOrder) {
+    guardar(compra("1"));
+    ejecutar(*db, "update ctmconfigu set f_digi_inicial=#02/01/2024#, f_digi_final=#12/30/2024#");
+    k = leer_configuracion(*db, 1, HOY);
+    ASSERT_EQ(rechazo()->mensaje.substr(0, 34), "Ya existe un comprobante contable ");
+    struct Fila {
+        const char *mensaje, *foco;
+        Icono icono;
+        void (*romper)(Validar&);
+    };
+    // from the last check to the first: each row keeps what the rows above it have spoilt
+    const Fila filas[] = {
+        {"Norma ingresada no valida", "", Icono::exclamacion,
+         [](Validar& v) { v.c.num_docum = "2", v.c.ifrs = "1"; }},
+        {"Ya existe un comprobante contable con el mismo numero para esa fecha, debe cambiar el numero de "
+         "comprobante o la fecha del comprobante antes de volver a presionar el boton actualizar, para que "
+         "la información quede grabada.",
+         "", Icono::exclamacion, [](Validar& v) { v.c.num_docum = "1"; }},
+        {"Comprobante descuadrado", "", Icono::critico, [](Validar& v) { v.c.total_haber = "119.001"; }},
+        {"Cuadricula en modo de edicion, cambiese de fila para cambiar el modo ", "grdDetalle",
+         Icono::critico, [](Validar& v) { v.editando = true; }},
+        {"Ingrese detalle del comprobante", "grdDetalle", Icono::critico,
+         [](Validar& v) { v.c.lineas.clear(); }},
+        {"Ingrese libros", "cmblibro", Icono::critico, [](Validar& v) { v.c.libro = ""; }},
+        {"Ingrese Glosa", "txtconcepto", Icono::critico, [](Validar& v) { v.c.concepto = ""; }},
+        {"No se puede ingresar mas Comprobantes en el año 2024\r\n porque el Comprobante de Cierre Anual ha "
+         "sido generado\r\n y todavia no se ha cerrado el Año Contable, para cerrar\r\n el año ejecute la "
+         "opcion del menú Cerrar Año Contable",
+         "", Icono::critico,
+         [](Validar& v) {
+             v.k.f_comp_cierre = fecha(2024, 3, 20);
+             v.k.documento_cierre = "002", v.k.num_docum_cierre = "1";
+             v.c.num_docum = "3";
+         }},
+        {"Año del Comprobante ya esta cerrado ", "mskF_comp", Icono::critico,
+         [](Validar& v) { v.k.anio = 2025; }},
+        {"Fecha de comprobante 20/03/2024 menor a fecha de documento:21/03/2024", "txtfecha_doc",
+         Icono::critico, [](Validar& v) { v.c.fecha_factura = fecha(2024, 3, 21); }},
+        {"Fecha fuera del período de digitacion, Mínima:01/02/2024", "mskF_comp", Icono::critico,
+         [](Validar& v) { v.c.f_comp = fecha(2024, 1, 31); }},
+        {"Fecha fuera del período de digitacion, Mínima:01/02/2024", "mskF_comp", Icono::critico,
+         [](Validar& v) { v.c.f_comp.reset(); }},
+        {"Fecha fuera del período de digitacion, Máxima:30/12/2024", "mskF_comp", Icono::critico,
+         [](Validar& v) { v.c.f_comp = fecha(2024, 12, 31); }},
+        {"Ingrese Número", "txtNum_doc", Icono::critico, [](Validar& v) { v.c.num_docum = ""; }},
+        {"Ingrese tipo de documento", "cmbDocumento", Icono::critico, [](Validar& v) { v.c.documento = ""; }},
+    };
+    for (const Fila& f : filas) {
+        f.romper(*this);
+        const auto r = rechazo();
+        ASSERT_TRUE(r) << f.mensaje;
+        EXPECT_EQ(r->mensaje.substr(0, std::string(f.mensaje).size()), f.mensaje);
+        EXPECT_EQ(r->foco, f.foco) << f.mensaje;
+        EXPECT_EQ(r->icono, f.icono) << f.mensaje;
+    }
+}
+
+TEST_P(Validar, LimitsThatPass) {
+    for (const Fecha f : {fecha(2024, 1, 1), fecha(2024, 12, 31)}) {
+        c.f_comp = c.fecha_factura = f;
+        EXPECT_EQ(mensaje(), "");
+    }
+    c = compra();
+    c.total_debe = "119000"; // as an assistant writes it
+    EXPECT_EQ(mensaje(), "");
+    c.lineas[0].debe = "100.000,4";
+    EXPECT_EQ(mensaje().substr(0, 31), "Cuadricula en modo de edición,");
+    c = compra();
+    c.doc_libro = "B. ELECTRONICA"; // needs no VAT line
+    c.lineas[1].centro = "501001";
+    EXPECT_EQ(mensaje(), "");
+    c.doc_libro = "FACTURA", c.libro = "CONTABLES", c.ifrs = "2", c.rut_persona = "";
+    EXPECT_EQ(mensaje(), "");
+}
+
+TEST_P(Validar, PeriodOfTodayAndCompanyWithoutConfiguration) {
+    ejecutar(*db, "update ctmconfigu set f_digi_inicial=null, f_digi_final=null");
+    k = leer_configuracion(*db, 1, HOY);
+    c.f_comp = HOY;
+    EXPECT_EQ(mensaje(), "");
+    hoy = fecha(2024, 6, 16); // the screen stayed open over midnight
+    EXPECT_EQ(mensaje(), "Fecha fuera del período de digitacion, Mínima:16/06/2024");
+    c.f_comp = hoy;
+    EXPECT_EQ(mensaje(), "");
+    k = leer_configuracion(*db, 99, HOY);
+    EXPECT_EQ(mensaje().substr(0, 60), "La cuenta factura por cobrar no esta configurada. Antes de i");
+}
+
+TEST_P(Validar, ClosingVoucherCountsWhileItExists) {
+    k.f_comp_cierre = fecha(2024, 12, 31);
+    k.documento_cierre = "002", k.num_docum_cierre = "50";
+    EXPECT_EQ(mensaje(), "") << "recorded but deleted since";
+    Comprobante cierre = compra("50");
+    cierre.f_comp = k.f_comp_cierre;
+    guardar(cierre);
+    EXPECT_EQ(mensaje().substr(0, 20), "No se puede ingresar");
+    c = cierre;
+    nuevo = false;
+    EXPECT_EQ(mensaje(), "");
+    c.f_comp = fecha(2024, 12, 30); // differs in its date only
+    EXPECT_EQ(mensaje().substr(0, 20), "No se puede ingresar");
+}
+
+TEST_P(Validar, BookChecks) {
+    struct Fila {
+        const char *libro, *campo, *mensaje, *foco;
+    };
+    const Fila filas[] = {
+        {"VENTAS", "doc", "Ingrese boleta o factura de venta", "cmbdoc_libro"},
+        {"VENTAS", "ref", "Ingrese número de boleta o factura de venta", "txtnum_ref"},
+        {"VENTAS", "fecha", "Ingrese fecha de boleta o factura de venta", "txtfecha_doc"},
+        {"VENTAS", "rut", "Ingrese RUT del cliente", "txtrut_persona"},
+        {"VENTAS", "nombre", "Ingrese nombre del cliente", "txtnombre"},
+        {"VENTAS", "",
+         "Asiento Contable del libro de VENTAS debe incluir la cuenta de Factura por cobrar 103001 o Boletas "
+         "por cobrar103002",
+         ""},
+        {"VENTAS", "103002", "Asiento Contable del libro de VENTAS debe incluir la cuenta de IVA 203001", ""},
+        {"COMPRAS", "doc", "Ingrese boleta o factura de compra", "cmbdoc_libro"},
+        {"COMPRAS", "ref", "Ingrese número de boleta o factura de compras", "txtnum_ref"},
+        {"COMPRAS", "fecha", "Ingrese fecha de boleta o factura de compras", "txtfecha_doc"},
+        {"COMPRAS", "rut", "Ingrese RUT del proveedor", "txtrut_persona"},
+        {"COMPRAS", "nombre", "Ingrese nombre del proveedor", "txtnombre"},
+        {"COMPRAS", "101001",
+         "Asiento Contable del libro de COMPRAS debe incluir la cuenta de Factura por pagar 201001 o Boletas "
+         "por pagar201002",
+         ""},
+        {"RETENCIONES", "doc", "Ingrese boleta de honorarios", "cmbdoc_libro"},
+        {"RETENCIONES", "boleta", "Ingrese boleta de honorarios", "cmbdoc_libro"},
+        {"RETENCIONES", "fecha", "Ingrese fecha de boleta de honorarios", "txtfecha_doc"},
+        {"RETENCIONES", "",
+         "Asiento Contable del libro de RETENCIONES debe incluir la cuenta de honorarios por pagar 204001",
+         ""},
+        {"RETENCIONES", "204001",
+         "Asiento Contable del libro de RETENCIONES debe incluir la cuenta de retención segunta categoria "
+         "204002",
+         ""},
+        {"EGRESOS", "doc", "", ""},
+    };
+    for (const Fila& f : filas) {
+        c = compra();
+        c.libro = f.libro;
+        if (c.libro == "RETENCIONES") c.doc_libro = "BOLETA";
+        const std::string campo = f.campo;
+        if (campo == "doc") c.doc_libro = " ";
+        if (campo == "boleta") c.doc_libro = "FACTURA";
+        if (campo == "ref") c.num_ref = "";
+        if (campo == "fecha") c.fecha_factura.reset();
+        if (campo == "rut") c.rut_persona = "";
+        if (campo == "nombre") c.nombre = "";
+        if (campo.starts_with("1") || campo.starts_with("2")) c.lineas[2].centro = campo;
+        const auto r = ValidarLibro({c, k, maestros, *db, hoy, true, false, {}});
+        EXPECT_EQ(r ? r->mensaje : "", f.mensaje) << f.libro << ' ' << f.campo;
+        EXPECT_EQ(r ? r->foco : "", f.foco) << f.mensaje;
+    }
+}
+
+TEST_P(Validar, RepeatedDocumentCountsActiveVouchersOfOthers) {
+    guardar(compra("1"));
+    nuevo = false;
+    EXPECT_EQ(mensaje(), "") << "does not find itself";
+    nuevo = true;
+    c.num_docum = "2";
+    const char* const repetido = "Ya existe una documento:FACTURA numero:91 RUT:76.418.352-5";
+    EXPECT_EQ(mensaje(), repetido);
+    nuevo = false;
+    EXPECT_EQ(mensaje(), repetido);
+    c.rut_persona = "O'Higgins";
+    EXPECT_EQ(mensaje(), "");
+    c.rut_persona = "76.418.352-5";
+    ASSERT_EQ(AnularComprobante(*db, compra("1"), HOY), "");
+    EXPECT_EQ(mensaje(), "");
+}
+
+TEST_P(Validar, Lines) {
+    struct Fila {
+        Linea linea;
+        const char* mensaje;
+        int columna;
+    };
+    const Fila filas[] = {
+        {{"", "", "1", "", "", "", "", "", "", ""}, "Ingrese cuenta en linea 2", 1},
+        {{"501009", "", "1", "", "", "", "", "", "", ""}, "Cuenta 501009 no válida", 1},
+        {{"9'9", "", "1", "", "", "", "", "", "", ""}, "Cuenta 9'9 no válida", 1},
+        {{"103001", "", "1", "", "", "", "", "", "", ""}, "Cuenta 103001 requiere auxiliar", 2},
+        {{"101001", "000012", "1", "", "", "", "", "", "", ""}, "Cuenta 101001 no requiere auxiliar", 2},
+        {{"101001", "", "", "", "", "", "", "", "", ""}, "Ingrese valor del debe", 3},
+    };
+    maestros.reabrir(*db, false);
+    for (const Fila& f : filas) {
+        const auto r = ValidarLineas({compra().lineas[0], f.linea}, *maestros.rsCuentas);
+        ASSERT_TRUE(r) << f.mensaje;
+        EXPECT_EQ(r->mensaje, f.mensaje);
+        EXPECT_EQ(r->fila, 1);
+        EXPECT_EQ(r->columna, f.columna) << f.mensaje;
+    }
+    const std::vector<Linea> centavos = {{"101001", "", "0,1", "", "", "", "", "", "", ""},
+                                         {"101001", "", "0,2", "", "", "", "", "", "", ""},
+                                         {"101002", "", "", "0,3", "", "", "", "", "", ""}};
+    EXPECT_FALSE(ValidarLineas(centavos, *maestros.rsCuentas)) << "summed in decimal";
+}
+
+} // namespace
