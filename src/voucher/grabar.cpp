@@ -103,7 +103,7 @@ private:
 
     void grabar_cabecera() {
         const Sumas sumas = sumar_lineas(c_.lineas);
-        Importes m;
+        ImportesSql m;
         m.t_debe = sumas.debe.formato("0");
         m.t_haber = sumas.haber.formato("0");
         m.cotizacion = importe(numero_sql(c_.cotizacion));

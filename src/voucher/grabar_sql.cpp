@@ -26,7 +26,7 @@ std::string sql_clave(const Clave& k) {
            " and num_docum=" + sql_texto(k.num_docum);
 }
 
-std::string sql_H1(const Comprobante& c, const Importes& m, Fecha hoy) {
+std::string sql_H1(const Comprobante& c, const ImportesSql& m, Fecha hoy) {
     return "insert into ctcQuorvel( empresa,subsistema,f_comp, documento, num_docum,moneda, "
            " t_debe, t_haber, concepto, usuario,  f_ult_modificacion, cotizacion,estado,"
            " libro, doc_libro, num_ref, fecha_factura, fecha_pago, rut_persona,nombre,"
@@ -44,7 +44,7 @@ std::string sql_H1(const Comprobante& c, const Importes& m, Fecha hoy) {
            sql_texto(c.ifrs) + "," + m.conjunto + "," + m.correlativo + "," + m.iva_activo_fijo + ")";
 }
 
-std::string sql_H2(const Comprobante& c, const Importes& m, Fecha hoy) {
+std::string sql_H2(const Comprobante& c, const ImportesSql& m, Fecha hoy) {
     return "update ctcQuorvel  set concepto=" + sql_texto(c.concepto) + ", t_debe=" + m.t_debe +
            ", t_haber=" + m.t_haber + ", f_ult_modificacion=" + sql_fecha(hoy) +
            ", cotizacion=" + m.cotizacion + ", usuario=" + sql_numero(c.usuario) +
@@ -73,7 +73,7 @@ std::string sql_C1(const Clave& k, int anio) {
            " where empresa= " + sql_numero(k.empresa) + " and anio=" + sql_numero(anio);
 }
 
-std::string sql_anulada(const Comprobante& c, const Importes& m, Fecha f_ult_modificacion) {
+std::string sql_anulada(const Comprobante& c, const ImportesSql& m, Fecha f_ult_modificacion) {
     return "update  ctcQuorvel  set concepto=" + sql_texto(c.concepto) + ", t_debe=" + m.t_debe +
            ", t_haber=" + m.t_haber + ", f_ult_modificacion=" + sql_fecha(f_ult_modificacion) +
            ", cotizacion=" + m.cotizacion + ", usuario=" + sql_numero(c.usuario) + ", estado='X'" +

@@ -4,7 +4,7 @@
 namespace quorvel {
 
 /// A voucher's amounts as plain numbers, ready for a statement.
-struct Importes {
+struct ImportesSql {
     std::string t_debe, t_haber, cotizacion, monto_neto, monto_exento, conjunto, correlativo, iva_activo_fijo;
 };
 /// A displayed amount as whole pesos in plain digits; nothing for a text that is no number.
@@ -13,15 +13,15 @@ struct Importes {
 /// " where empresa=… and subsistema=… and f_comp=… and documento=… and num_docum=…"
 [[nodiscard]] std::string sql_clave(const Clave& clave);
 /// Header of a new voucher.
-[[nodiscard]] std::string sql_H1(const Comprobante& c, const Importes& m, Fecha hoy);
+[[nodiscard]] std::string sql_H1(const Comprobante& c, const ImportesSql& m, Fecha hoy);
 /// Header of a saved voucher.
-[[nodiscard]] std::string sql_H2(const Comprobante& c, const Importes& m, Fecha hoy);
+[[nodiscard]] std::string sql_H2(const Comprobante& c, const ImportesSql& m, Fecha hoy);
 /// Last issued number of the document kind.
 [[nodiscard]] std::string sql_N1(const Clave& clave, Fecha hoy);
 /// Closing data of the year.
 [[nodiscard]] std::string sql_C1(const Clave& clave, int anio);
 /// Header of an annulled voucher.
-[[nodiscard]] std::string sql_anulada(const Comprobante& c, const Importes& m, Fecha f_ult_modificacion);
+[[nodiscard]] std::string sql_anulada(const Comprobante& c, const ImportesSql& m, Fecha f_ult_modificacion);
 [[nodiscard]] std::string sql_cheque(const Clave& clave, const Comprobante::Cheque& cheque);
 /// The invoice of a voucher whose key changed follows it.
 [[nodiscard]] std::string sql_factura_sigue(const Clave& antes, const Clave& ahora);
