@@ -72,7 +72,7 @@ std::string AnularComprobante(clsConexion& db, const Comprobante& c, Fecha f_ult
         }
         const auto cotizacion = numero_sql(c.cotizacion);
         if (!cotizacion) throw PasoFallido("Problemas para actualizar cabecera");
-        Importes m;
+        ImportesSql m;
         m.t_debe = sql_numero(debe);
         m.t_haber = sql_numero(haber);
         m.cotizacion = *cotizacion;
