@@ -1,0 +1,22 @@
+// A host of Quorvel in ten lines: open the sessions, fill in who works where, show the voucher screen.
+// Usage: ejemplo_host DATABASE PRINT.DB      (for example out/demo.db out/print.db)
+#include "host/clsQuorvel.h"
+#include "platform/db/clsConexion.h"
+
+extern "C" quorvel::ObjetoHost* quorvel_create(const char* class_name);
+
+int main(int argc, char** argv) {
+    if (argc < 3) return 2;
+    const auto db = quorvel::abrir_sesion(std::string("sqlite:") + argv[1]);
+    const auto reporte = quorvel::abrir_sesion_informes(argv[2]);
+    const std::unique_ptr<quorvel::ObjetoHost> objeto(quorvel_create("clsQuorvel"));
+    objeto->let_glbEmpresa(1);
+    objeto->let_glbN_empresa("Empresa de ejemplo");
+    objeto->let_glbUsuario(1);
+    objeto->let_glbPermiso("11111");
+    objeto->set_glbdb(db.get());
+    objeto->set_glbdbReport(reporte.get());
+    auto& pantalla = dynamic_cast<quorvel::clsQuorvel&>(*objeto);
+    const bool bien = pantalla.ShowForm() == quorvel::S_OK && pantalla.UnloadForm() == quorvel::S_OK;
+    return bien ? 0 : 1;
+}

@@ -1,0 +1,150 @@
+#include "app/demo_run.h"
+
+#include "app/db/demo.h"
+#include "app/sesion_app.h"
+#include "app/teclado.h"
+#include "qt/FormWindow.h"
+#include "qt/text.h"
+#include "screen/frmQuorvel.h"
+
+#include <QApplication>
+#include <QMessageBox>
+#include <QTimer>
+#include <iostream>
+
+namespace quorvel {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// Answers the modal windows that the keys bring up, and takes their pictures.
+class Ayudante : public QObject {
+public:
+    Ayudante(fs::path carpeta, Teclado& teclado) : carpeta_(std::move(carpeta)), teclado_(teclado) {
+        connect(&reloj_, &QTimer::timeout, this, [this] { mirar(); });
+        reloj_.start(30);
+    }
+    std::vector<std::string> mensajes;
+
+    void foto(QWidget& ventana, const std::string& nombre) const {
+        ventana.grab().save(qt::to_qt((carpeta_ / (nombre + ".png")).string()));
+    }
+
+private:
+    void mirar() {
+        QWidget* modal = QApplication::activeModalWidget();
+        if (modal == nullptr || modal == visto_) return;
+        visto_ = modal;
+        if (auto* caja = qobject_cast<QMessageBox*>(modal)) {
+            mensajes.push_back(qt::to_std(caja->text()));
+            foto(*modal, "mensaje");
+            teclado_.tecla(Qt::Key_Return);
+        } else if (auto* ventana = dynamic_cast<qt::FormWindow*>(modal)) {
+            atender(*ventana);
+        }
+        visto_ = nullptr;
+    }
+    void atender(qt::FormWindow& ventana) {
+        foto(ventana, ventana.form().name());
+        if (ventana.form().name() == "frmImprimir") {
+            ventana.form().find("cmdOK")->SetFocus();
+            teclado_.tecla(Qt::Key_Return);
+            return;
+        }
+        ui::Control* lista = ventana.form().find("ctlConsulta1");
+        if (lista != nullptr) lista->SetFocus();
+        teclado_.tecla(ventana.form().name() == "frmBuscaQuorvel" ? Qt::Key_Return : Qt::Key_Escape);
+    }
+
+    fs::path carpeta_;
+    Teclado& teclado_;
+    QTimer reloj_;
+    QWidget* visto_ = nullptr;
+};
+
+/// Tab until the named control has the focus.
+bool ir_a(frmQuorvel& f, Teclado& t, const std::string& nombre) {
+    for (int i = 0; i < 60; ++i) {
+        if (f.active_control() != nullptr && f.active_control()->name() == nombre) return true;
+        t.tecla(Qt::Key_Tab);
+    }
+    std::cerr << "no se llega a " << nombre << '\n';
+    return false;
+}
+
+void campo(frmQuorvel& f, Teclado& t, const std::string& nombre, const std::string& texto) {
+    if (ir_a(f, t, nombre)) t.escribir(texto);
+}
+
+void ingresar_compra(frmQuorvel& f, Teclado& t) {
+    const std::string hoy = fecha_dmy(f.servicios.reloj.hoy());
+    campo(f, t, "cmbDocumento", "COMPRA");
+    campo(f, t, "cmblibro", "COMPRAS");
+    campo(f, t, "txtconcepto", "Compra de materiales de oficina");
+    campo(f, t, "cmbdoc_libro", "FACTURA");
+    campo(f, t, "txtnum_ref", "4521");
+    campo(f, t, "txtfecha_doc", hoy);
+    campo(f, t, "txtfecha_pago", hoy);
+    campo(f, t, "txtrut_persona", "96511640-0");
+    campo(f, t, "txtnombre", "EMBOTELLADORA DEL MAIPO S.A.");
+    if (!ir_a(f, t, "grdDetalle")) return;
+}
+
+struct Linea {
+    const char *cuenta, *auxiliar, *debe, *haber, *glosa;
+};
+
+constexpr Linea LINEAS[] = {
+    {"503006", "", "100000", "", "utiles de oficina"},
+    {"109001", "", "19000", "", "iva credito fiscal"},
+    {"201001", "000021", "", "119000", "factura 4521"},
+};
+
+void linea(Teclado& t, const Linea& l) {
+    for (const char* celda : {l.cuenta, l.auxiliar, l.debe, l.haber, l.glosa}) {
+        t.escribir(celda);
+        t.tecla(celda == l.glosa ? Qt::Key_Return : Qt::Key_Tab);
+    }
+}
+
+} // namespace
+
+int demo_run(const fs::path& carpeta) {
+    try {
+        fs::create_directories(carpeta);
+        const auto base = carpeta / "demo.db";
+        if (!fs::exists(base)) crear_demo("sqlite:" + base.string());
+        qt::QtEscritorio escritorio;
+        qt::PdfReportPrinter impresor(carpeta);
+        const RelojSistema reloj;
+        SesionApp sesion({"sqlite:" + base.string(), carpeta / "print.db", 1, 1}, escritorio, impresor, reloj,
+                         carpeta);
+        sesion.mostrar();
+        frmQuorvel& f = sesion.pantalla();
+        qt::FormWindow* ventana = escritorio.window_of(f);
+        if (ventana == nullptr) throw std::runtime_error("La pantalla no se abrió");
+        ventana->resize(1280, 720);
+        Teclado teclado;
+        Ayudante ayudante(carpeta, teclado);
+        ingresar_compra(f, teclado);
+        teclado.tecla(Qt::Key_Y, Qt::ControlModifier);
+        for (const Linea& l : LINEAS) linea(teclado, l);
+        ayudante.foto(*ventana, "comprobante");
+        teclado.tecla(Qt::Key_F5);
+        teclado.tecla(Qt::Key_F2);
+        teclado.tecla(Qt::Key_F3);
+        teclado.tecla(Qt::Key_F6);
+        ayudante.foto(*ventana, "comprobante_abierto");
+        for (const auto& mensaje : ayudante.mensajes) std::cout << "Mensaje: " << mensaje << '\n';
+        std::cout << teclado.pulsaciones() << " pulsaciones, PDF: "
+                  << (impresor.printed().empty() ? "ninguno" : impresor.printed().front()) << '\n';
+        f.Unload();
+        return impresor.printed().empty() || ayudante.mensajes.empty() ? 1 : 0;
+    } catch (const std::exception& e) {
+        std::cerr << e.what() << '\n';
+        return 1;
+    }
+}
+
+} // namespace quorvel

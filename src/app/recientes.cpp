@@ -1,0 +1,42 @@
+#include "app/recientes.h"
+
+#include <algorithm>
+#include <fstream>
+#include <regex>
+
+namespace quorvel {
+
+namespace {
+constexpr std::size_t MAXIMO = 12;
+}
+
+std::vector<std::string> leer_recientes(const std::filesystem::path& archivo) {
+    std::vector<std::string> lista;
+    std::ifstream entrada(archivo);
+    for (std::string linea; std::getline(entrada, linea) && lista.size() < MAXIMO;)
+        if (!linea.empty()) lista.push_back(linea);
+    return lista;
+}
+
+std::string sin_clave(const std::string& conexion) {
+    static const std::regex clave_url("(postgres(?:ql)?://[^:/@]+):[^@]*@");
+    static const std::regex clave_opcion("([?&])password=[^&]*&?");
+    std::string texto = std::regex_replace(conexion, clave_url, "$1@");
+    texto = std::regex_replace(texto, clave_opcion, "$1");
+    while (!texto.empty() && (texto.back() == '?' || texto.back() == '&')) texto.pop_back();
+    return texto;
+}
+
+void anotar_reciente(const std::filesystem::path& archivo, const std::string& conexion) {
+    auto lista = leer_recientes(archivo);
+    const std::string limpia = sin_clave(conexion);
+    std::erase(lista, limpia);
+    lista.insert(lista.begin(), limpia);
+    if (lista.size() > MAXIMO) lista.resize(MAXIMO);
+    std::error_code ignorado;
+    std::filesystem::create_directories(archivo.parent_path(), ignorado);
+    std::ofstream salida(archivo, std::ios::trunc);
+    for (const auto& linea : lista) salida << linea << '\n';
+}
+
+} // namespace quorvel

@@ -1,0 +1,14 @@
+#pragma once
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace quorvel {
+
+/// Databases that were opened before, the last one first; a text file, one connection a line.
+[[nodiscard]] std::vector<std::string> leer_recientes(const std::filesystem::path& archivo);
+/// Puts a connection first; passwords of a server's connection are not kept.
+void anotar_reciente(const std::filesystem::path& archivo, const std::string& conexion);
+[[nodiscard]] std::string sin_clave(const std::string& conexion);
+
+} // namespace quorvel

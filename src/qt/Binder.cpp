@@ -1,0 +1,153 @@
+#include "qt/Binder.h"
+
+#include "qt/ConsultaView.h"
+#include "qt/DateBox.h"
+#include "qt/GridView.h"
+#include "qt/RegistroBar.h"
+#include "qt/bindings.h"
+#include "qt/text.h"
+#include "text/numeros.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QRadioButton>
+#include <algorithm>
+#include <functional>
+#include <set>
+
+namespace quorvel::qt {
+
+namespace {
+
+using Make = std::function<std::unique_ptr<Binding>(QWidget&, ui::Control&)>;
+
+template <class B, class W, class C> std::unique_ptr<Binding> make(QWidget& widget, ui::Control& control) {
+    auto* w = dynamic_cast<W*>(&widget);
+    auto* c = dynamic_cast<C*>(&control);
+    return w != nullptr && c != nullptr ? std::make_unique<B>(*w, *c) : nullptr;
+}
+
+struct Kind {
+    std::string_view name;
+    Make make;
+};
+
+const std::vector<Kind>& kinds() {
+    static const std::vector<Kind> rows{
+        {"TextBox", make<TextBinding, QLineEdit, ui::TextBox>},
+        {"ctlEntrada", make<TextBinding, QLineEdit, ui::TextBox>},
+        {"ctlCalendario", make<DateBinding, DateBox, ui::ctlCalendario>},
+        {"ComboBox", make<ComboBinding, QComboBox, ui::ComboBox>},
+        {"ListBox", make<ListBinding, QListWidget, ui::ListBox>},
+        {"Label", make<LabelBinding, QLabel, ui::Label>},
+        {"CommandButton", make<ButtonBinding<ui::CommandButton>, QPushButton, ui::CommandButton>},
+        {"CheckBox", make<ButtonBinding<ui::CheckBox>, QCheckBox, ui::CheckBox>},
+        {"OptionButton", make<ButtonBinding<ui::OptionButton>, QRadioButton, ui::OptionButton>},
+        {"ctlPlanilla", make<GridBinding, GridView, ui::ctlPlanilla>},
+        {"ctlConsulta", make<ConsultaBinding, ConsultaView, ui::ctlConsulta>},
+        {"ctlRegistro", make<RegistroBinding, RegistroBar, ui::ctlRegistro>},
+    };
+    return rows;
+}
+
+bool same_name(const QWidget* widget, const std::string& name) {
+    return widget->objectName().compare(to_qt(name), Qt::CaseInsensitive) == 0;
+}
+
+/// Frames and plain widgets only arrange; everything else that carries a name must belong to a control.
+bool needs_control(const QWidget* widget) {
+    const QString name = widget->objectName();
+    if (name.isEmpty() || name.startsWith("qt_") || name.startsWith("lbl_static_") || name.startsWith("box_"))
+        return false;
+    for (const QWidget* p = widget->parentWidget(); p != nullptr; p = p->parentWidget()) {
+        if (dynamic_cast<const RegistroBar*>(p) || dynamic_cast<const DateBox*>(p) ||
+            dynamic_cast<const QTableView*>(p) || dynamic_cast<const QComboBox*>(p) ||
+            dynamic_cast<const QListWidget*>(p))
+            return false;
+    }
+    return true;
+}
+
+} // namespace
+
+Binder::Binder(ui::Form& form, QWidget& layout) {
+    std::vector<QWidget*> named;
+    for (QWidget* widget : layout.findChildren<QWidget*>())
+        if (needs_control(widget)) named.push_back(widget);
+    for (ui::Control* control : form.controls())
+        if (control->kind() != "MenuItem") bind(*control, named);
+    for (const QWidget* widget : named) {
+        const bool bound = std::any_of(bindings_.begin(), bindings_.end(),
+                                       [&](const auto& b) { return &b->widget() == widget; });
+        const bool known = form.find(to_std(widget->objectName())) != nullptr;
+        if (!bound && !known) problems_.push_back("no control for widget " + to_std(widget->objectName()));
+    }
+    name_labels(layout);
+    follow_differences(form, layout);
+    pull_all();
+}
+
+void Binder::bind(ui::Control& control, const std::vector<QWidget*>& named) {
+    const auto widget = std::find_if(named.begin(), named.end(),
+                                     [&](const QWidget* w) { return same_name(w, control.name()); });
+    if (widget == named.end()) {
+        problems_.push_back("no widget for control " + control.name());
+        return;
+    }
+    const auto kind =
+        std::find_if(kinds().begin(), kinds().end(), [&](const Kind& k) { return k.name == control.kind(); });
+    auto binding = kind == kinds().end() ? nullptr : kind->make(**widget, control);
+    if (!binding) {
+        problems_.push_back("wrong class for " + control.name() + ": " +
+                            (*widget)->metaObject()->className());
+        return;
+    }
+    bindings_.push_back(std::move(binding));
+}
+
+void Binder::name_labels(QWidget& layout) {
+    for (QLabel* label : layout.findChildren<QLabel*>()) {
+        label->setTextFormat(Qt::PlainText);
+        if (label->buddy() == nullptr) continue;
+        for (const auto& binding : bindings_)
+            if (&binding->widget() == label->buddy()) binding->set_caption_label(label);
+    }
+}
+
+/// A label with the property "difference_of" shows by how much two amount labels differ, and nothing when
+/// they agree. It is drawn from what those two show; no rule hangs on it.
+void Binder::follow_differences(ui::Form& form, QWidget& layout) {
+    for (QLabel* label : layout.findChildren<QLabel*>()) {
+        const QStringList names = label->property("difference_of").toString().split(',', Qt::SkipEmptyParts);
+        if (names.size() != 2) continue;
+        auto* first = dynamic_cast<ui::Label*>(form.find(to_std(names[0])));
+        auto* second = dynamic_cast<ui::Label*>(form.find(to_std(names[1])));
+        if (first == nullptr || second == nullptr) {
+            problems_.push_back("difference of unknown labels: " + to_std(label->objectName()));
+            continue;
+        }
+        const auto show = [label, first, second] {
+            const double gap = valnumeroformato(first->Caption()) - valnumeroformato(second->Caption());
+            label->setText(gap == 0 ? QString::fromUtf8("Cuadrado") : to_qt(formato(gap, "#,##0")));
+        };
+        links_.push_back(first->Changed.connect(show));
+        links_.push_back(second->Changed.connect(show));
+        show();
+    }
+}
+
+Binding* Binder::find(const ui::Control* control) const {
+    for (const auto& binding : bindings_)
+        if (&binding->control() == control) return binding.get();
+    return nullptr;
+}
+
+void Binder::pull_all() {
+    for (const auto& binding : bindings_) binding->pull();
+}
+
+} // namespace quorvel::qt

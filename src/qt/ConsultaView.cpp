@@ -1,0 +1,167 @@
+#include "qt/ConsultaView.h"
+
+#include "platform/ui/form.h"
+#include "qt/text.h"
+
+#include <QHeaderView>
+#include <QMouseEvent>
+#include <algorithm>
+
+namespace quorvel::qt {
+
+namespace {
+
+/// Column names as people read them; the database's own spelling for the rest.
+QString caption_of(const std::string& column) {
+    static const std::pair<const char*, const char*> captions[] = {
+        {"centro", "Código"},
+        {"n_centro", "Nombre"},
+        {"auxiliar", "Código"},
+        {"n_auxiliar", "Nombre"},
+        {"f_comp", "Fecha"},
+        {"documento", "Documento"},
+        {"num_docum", "Número"},
+        {"concepto", "Glosa"},
+        {"libro", "Libro"},
+        {"rut_persona", "RUT"},
+        {"nombre", "Nombre"},
+        {"banco", "Banco"},
+        {"cuenta", "Cuenta"},
+        {"otro_impuesto", "Código"},
+        {"descripcion", "Descripción"},
+        {"tasa", "Tasa"},
+        {"estado", "Estado"},
+        {"num_ref", "Num. Doc"},
+        {"rut", "RUT"},
+        {"tipo", "Tipo"},
+        {"debe", "Debe"},
+        {"haber", "Haber"},
+        {"diferencia", "Diferencia"},
+    };
+    for (const auto& [name, caption] : captions)
+        if (column == name) return QString::fromUtf8(caption);
+    return to_qt(column);
+}
+
+} // namespace
+
+int ConsultaModel::columnCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : static_cast<int>(columns_.size());
+}
+
+QVariant ConsultaModel::data(const QModelIndex& index, int role) const {
+    if (list_ == nullptr || !index.isValid() || role != Qt::DisplayRole) return {};
+    const auto& rows = list_->rows();
+    const auto row = static_cast<std::size_t>(index.row());
+    const auto col = static_cast<std::size_t>(index.column());
+    if (row >= rows.size() || col >= rows[row].size()) return {};
+    return to_qt(rows[row][col]).trimmed();
+}
+
+QVariant ConsultaModel::headerData(int section, Qt::Orientation orientation, int role) const {
+    if (orientation != Qt::Horizontal || section >= columnCount()) return {};
+    if (role == Qt::DisplayRole) return caption_of(columns_[static_cast<std::size_t>(section)]);
+    if (role == Qt::TextAlignmentRole) return QVariant::fromValue(Qt::AlignLeft | Qt::AlignVCenter);
+    return {};
+}
+
+bool ConsultaModel::canFetchMore(const QModelIndex& parent) const {
+    return list_ != nullptr && !parent.isValid() && !exhausted_ && rows_ > 0;
+}
+
+void ConsultaModel::fetchMore(const QModelIndex&) {
+    if (fetching_) return;
+    fetching_ = true;
+    list_->form().atender([this] { exhausted_ = !list_->more(); });
+    fetching_ = false;
+    sync();
+}
+
+void ConsultaModel::sync() {
+    if (fetching_) return;
+    const auto& rows = list_->rows();
+    const int count = static_cast<int>(rows.size());
+    const void* first = rows.empty() || rows[0].empty() ? nullptr : rows[0][0].data();
+    const bool grown =
+        first == first_row_ && count >= rows_ && columns_ == list_->columns() && shown_sql_ == list_->SQL();
+    if (grown && count == rows_) return;
+    if (grown) {
+        beginInsertRows({}, rows_, count - 1);
+        rows_ = count;
+        endInsertRows();
+        return;
+    }
+    beginResetModel();
+    first_row_ = first;
+    shown_sql_ = list_->SQL();
+    columns_ = list_->columns();
+    rows_ = count;
+    exhausted_ = false;
+    endResetModel();
+}
+
+ConsultaView::ConsultaView(QWidget* parent) : QTableView(parent), model_(new ConsultaModel(this)) {
+    setModel(model_);
+    setEditTriggers(NoEditTriggers);
+    setSelectionBehavior(SelectRows);
+    setSelectionMode(SingleSelection);
+    setTabKeyNavigation(false);
+    setAlternatingRowColors(true);
+    setShowGrid(false);
+    setWordWrap(false);
+    verticalHeader()->hide();
+    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 7);
+    verticalHeader()->setMinimumSectionSize(fontMetrics().height() + 4);
+    horizontalHeader()->setHighlightSections(false);
+    horizontalHeader()->setStretchLastSection(true);
+    horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+}
+
+void ConsultaView::attach(ui::ctlConsulta& list) {
+    list_ = &list;
+    model_->attach(list);
+    sync();
+}
+
+void ConsultaView::sync() {
+    model_->sync();
+    const QModelIndex wanted = model_->index(list_->current(), 0);
+    if (wanted != currentIndex() || !selectionModel()->isRowSelected(list_->current())) {
+        setCurrentIndex(wanted);
+        if (wanted.isValid()) selectRow(wanted.row());
+    }
+    if (wanted.isValid()) scrollTo(wanted);
+    fit_columns();
+}
+
+/// Widths follow the first rows that came; later blocks do not make the columns jump.
+void ConsultaView::fit_columns() {
+    const int columns = model_->columnCount();
+    if (columns == 0 || (columns == fitted_columns_ && (fitted_rows_ || model_->rowCount() == 0))) return;
+    fitted_columns_ = columns;
+    fitted_rows_ = model_->rowCount() > 0;
+    const int widest = std::max(120, viewport()->width() / 2);
+    for (int i = 0; i < columns; ++i) {
+        const int wanted = std::max(sizeHintForColumn(i), horizontalHeader()->sectionSizeHint(i)) + 14;
+        setColumnWidth(i, std::min(wanted, widest));
+    }
+}
+
+void ConsultaView::resizeEvent(QResizeEvent* event) {
+    QTableView::resizeEvent(event);
+    if (list_ != nullptr) fit_columns();
+}
+
+void ConsultaView::mousePressEvent(QMouseEvent* event) {
+    if (list_ == nullptr || event->button() != Qt::LeftButton) return;
+    const QModelIndex cell = indexAt(event->position().toPoint());
+    if (cell.isValid()) list_->form().atender([&] { list_->set_current(cell.row()); });
+}
+
+void ConsultaView::mouseDoubleClickEvent(QMouseEvent* event) {
+    const QModelIndex cell = indexAt(event->position().toPoint());
+    if (list_ != nullptr && cell.isValid()) list_->form().atender([&] { list_->pick(cell.row()); });
+}
+
+} // namespace quorvel::qt

@@ -1,0 +1,56 @@
+#pragma once
+#include "platform/ui/ctlConsulta.h"
+
+#include <QAbstractTableModel>
+#include <QTableView>
+#include <vector>
+
+namespace quorvel::qt {
+
+/// Rows of a ctlConsulta; more of them are read when the view scrolls to the end.
+class ConsultaModel : public QAbstractTableModel {
+    Q_OBJECT
+public:
+    explicit ConsultaModel(QObject* parent) : QAbstractTableModel(parent) {}
+    void attach(ui::ctlConsulta& list) { list_ = &list; }
+    int rowCount(const QModelIndex& parent = {}) const override { return parent.isValid() ? 0 : rows_; }
+    int columnCount(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+    bool canFetchMore(const QModelIndex& parent) const override;
+    void fetchMore(const QModelIndex& parent) override;
+    /// Rows were read or replaced.
+    void sync();
+
+private:
+    ui::ctlConsulta* list_ = nullptr;
+    const void* first_row_ = nullptr;
+    std::string shown_sql_;
+    std::vector<std::string> columns_;
+    int rows_ = 0;
+    bool exhausted_ = false, fetching_ = false;
+};
+
+/// Paints a ctlConsulta: pick with Enter or a double click, type to search.
+class ConsultaView : public QTableView {
+    Q_OBJECT
+public:
+    explicit ConsultaView(QWidget* parent = nullptr);
+    void attach(ui::ctlConsulta& list);
+    void sync();
+
+protected:
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent*) override {}
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    void fit_columns();
+    ui::ctlConsulta* list_ = nullptr;
+    ConsultaModel* model_;
+    int fitted_columns_ = 0;
+    bool fitted_rows_ = false;
+};
+
+} // namespace quorvel::qt

@@ -1,0 +1,84 @@
+#include "qt/FormWindow.h"
+
+#include "qt/UiLoader.h"
+#include "qt/icons.h"
+#include "qt/keys.h"
+#include "qt/text.h"
+
+#include <QCloseEvent>
+#include <QKeyEvent>
+#include <QMenuBar>
+#include <QVBoxLayout>
+
+namespace quorvel::qt {
+
+FormWindow::FormWindow(ui::Form& form, QWidget* owner)
+    : QDialog(owner, Qt::Window | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
+                         Qt::WindowMinMaxButtonsHint | Qt::WindowCloseButtonHint),
+      form_(form) {
+    setObjectName(to_qt(form.name()));
+    setWindowTitle(to_qt(form.Caption()));
+    setWindowIcon(program_icon());
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    auto* bar = new QMenuBar(this);
+    menus_ = std::make_unique<MenuBuilder>(form, *bar);
+    if (menus_->empty())
+        delete bar;
+    else
+        column->setMenuBar(bar);
+    if (QWidget* layout = UiLoader().load_form(form.name(), this, problems_)) {
+        column->addWidget(layout);
+        if (layout->minimumSize().isValid()) setMinimumSize(layout->minimumSize());
+        resize(layout->size());
+        binder_ = std::make_unique<Binder>(form, *layout);
+        problems_.insert(problems_.end(), binder_->problems().begin(), binder_->problems().end());
+    }
+    links_.push_back(form.Changed.connect([this] { setWindowTitle(to_qt(form_.Caption())); }));
+    links_.push_back(form.FocusMoved.connect([this] { focus_active(); }));
+}
+
+FormWindow::~FormWindow() = default;
+
+void FormWindow::focus_active() {
+    if (retired_ || !binder_) return;
+    const ui::Control* active = form_.active_control();
+    Binding* binding = active == nullptr ? nullptr : binder_->find(active);
+    if (binding == nullptr) return;
+    binding->focused();
+    QWidget& target = binding->focus_target();
+    if (!target.hasFocus()) target.setFocus(Qt::OtherFocusReason);
+}
+
+void FormWindow::retire() {
+    if (retired_) return;
+    retired_ = true;
+    links_.clear();
+    menus_.reset();
+    binder_.reset();
+    hide();
+}
+
+void FormWindow::reject() {
+    if (!retired_) form_.close_by_user();
+}
+
+void FormWindow::closeEvent(QCloseEvent* event) {
+    // The form decides; when it agrees it takes the window away itself.
+    event->ignore();
+    reject();
+}
+
+void FormWindow::keyPressEvent(QKeyEvent* event) {
+    auto e = translate(*event);
+    if (retired_ || !e) return;
+    form_.send_key(*e);
+    event->setAccepted(e->handled);
+}
+
+void FormWindow::changeEvent(QEvent* event) {
+    QDialog::changeEvent(event);
+    if (event->type() == QEvent::ActivationChange && isActiveWindow()) focus_active();
+}
+
+} // namespace quorvel::qt

@@ -1,0 +1,295 @@
+#include "qt/GridView.h"
+
+#include "platform/ui/form.h"
+#include "qt/GridDelegate.h"
+#include "qt/GridModel.h"
+#include "qt/keys.h"
+#include "qt/text.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QHeaderView>
+#include <QInputMethodEvent>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QMouseEvent>
+#include <QPointer>
+
+namespace quorvel::qt {
+
+GridView::GridView(QWidget* parent)
+    : QTableView(parent), model_(new GridModel(this)), editor_(new QLineEdit(viewport())) {
+    setModel(model_);
+    setItemDelegate(new GridDelegate(*this));
+    setEditTriggers(NoEditTriggers);
+    setSelectionMode(NoSelection);
+    setTabKeyNavigation(false);
+    setAlternatingRowColors(false);
+    setWordWrap(false);
+    setMouseTracking(true);
+    setFocusPolicy(Qt::TabFocus);
+    setAttribute(Qt::WA_InputMethodEnabled);
+    setHorizontalScrollMode(ScrollPerPixel);
+    verticalHeader()->hide();
+    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
+    verticalHeader()->setMinimumSectionSize(fontMetrics().height() + 4);
+    horizontalHeader()->setHighlightSections(false);
+    horizontalHeader()->setSectionsMovable(false);
+    horizontalHeader()->setStretchLastSection(true);
+    editor_->hide();
+    editor_->setFrame(false);
+    editor_->setAcceptDrops(false);
+    editor_->installEventFilter(this);
+    connect(editor_, &QLineEdit::textEdited, this, [this] {
+        if (grid_ != nullptr && grid_->EditActive()) grid_->set_edit_text(to_std(editor_->text()));
+    });
+    connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this](int section, int, int size) {
+        if (grid_ != nullptr && !applying_widths_ && section < grid_->Cols() - 1)
+            grid_->Columns(section).Width = size;
+        place_editor();
+    });
+}
+
+GridView::~GridView() = default;
+
+void GridView::attach(ui::ctlPlanilla& grid) {
+    grid_ = &grid;
+    model_->attach(grid);
+    links_.push_back(grid.RowPainted.connect([this](int row) { model_->row_changed(row); }));
+    links_.push_back(grid.Reset.connect([this] { sync(); }));
+    links_.push_back(grid.EditChanged.connect([this] { sync_editor(); }));
+    links_.push_back(grid.RowColChange.connect([this](int, int) { sync_current(); }));
+    sync();
+}
+
+void GridView::sync() {
+    model_->sync_shape();
+    sync_widths();
+    sync_current();
+    sync_editor();
+}
+
+void GridView::sync_widths() {
+    applying_widths_ = true;
+    for (int i = 0; i < grid_->Cols(); ++i) {
+        const int width = grid_->Columns(i).Width;
+        if (width > 0 && columnWidth(i) != width) setColumnWidth(i, width);
+    }
+    applying_widths_ = false;
+}
+
+void GridView::sync_current() {
+    const QModelIndex wanted = model_->index(grid_->Row(), grid_->Col());
+    if (wanted != currentIndex()) {
+        setCurrentIndex(wanted);
+        if (wanted.isValid()) scrollTo(wanted);
+        viewport()->update();
+    }
+    place_editor();
+}
+
+void GridView::sync_editor() {
+    model_->row_changed(grid_->Row());
+    if (!grid_->EditActive()) {
+        if (editor_->isHidden()) return;
+        const bool had_focus = editor_->hasFocus() || window()->focusWidget() == editor_;
+        // Hiding a focused widget hands the focus to its neighbour unless the view takes it first.
+        if (had_focus) setFocus(Qt::OtherFocusReason);
+        editor_->hide();
+        return;
+    }
+    const QString text = to_qt(grid_->edit_text());
+    if (editor_->text() != text) editor_->setText(text);
+    const bool right = grid_->Columns(grid_->Col()).Alignment == 1;
+    editor_->setAlignment((right ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
+    if (editor_->isHidden()) {
+        sync_current();
+        editor_->show();
+        place_editor();
+        editor_->end(false);
+        if (grid_->has_focus()) editor_->setFocus(Qt::OtherFocusReason);
+    }
+}
+
+void GridView::place_editor() {
+    if (grid_ == nullptr || !grid_->EditActive()) return;
+    QRect cell = visualRect(model_->index(grid_->Row(), grid_->Col()));
+    if (const QRect button = button_rect(grid_->Row(), grid_->Col()); button.isValid())
+        cell.setRight(button.left() - 1);
+    editor_->setGeometry(cell.adjusted(2, 2, -2, -2));
+}
+
+QWidget& GridView::focus_target() {
+    if (grid_ != nullptr && grid_->EditActive() && !editor_->isHidden()) return *editor_;
+    return *this;
+}
+
+QRect GridView::button_rect(int row, int col) const {
+    if (grid_ == nullptr || col >= grid_->Cols() || !grid_->Columns(col).Button || grid_->Locked()) return {};
+    if (row != grid_->Row() || col != grid_->Col()) return {};
+    const QRect cell = visualRect(model_->index(row, col));
+    return QRect(cell.right() - 19, cell.top(), 19, cell.height());
+}
+
+bool GridView::forward(QKeyEvent& event) {
+    auto e = translate(event);
+    if (!e) return false;
+    if (!grid_->has_focus() && !grid_->SetFocus()) return true;
+    grid_->form().send_key(*e);
+    return e->handled || !e->alt;
+}
+
+void GridView::paste() {
+    const std::string text = to_std(QGuiApplication::clipboard()->text());
+    grid_->form().atender([&] { grid_->paste(text); });
+}
+
+void GridView::keyPressEvent(QKeyEvent* event) {
+    if (grid_ == nullptr) return;
+    if (event->matches(QKeySequence::Copy)) {
+        QGuiApplication::clipboard()->setText(to_qt(grid_->TextMatrix(grid_->Row(), grid_->Col())));
+    } else if (event->matches(QKeySequence::Paste)) {
+        paste();
+    } else if (!forward(*event)) {
+        event->ignore();
+    }
+}
+
+void GridView::inputMethodEvent(QInputMethodEvent* event) {
+    if (grid_ == nullptr) return;
+    // A composed letter (dead key and vowel) starts an edit as a plain letter does.
+    for (const auto ch : event->commitString().toUcs4()) {
+        ui::KeyEvent e;
+        e.ch = ch;
+        grid_->form().send_key(e);
+    }
+    event->accept();
+}
+
+bool GridView::event(QEvent* event) {
+    if (event->type() == QEvent::ShortcutOverride &&
+        !(static_cast<QKeyEvent*>(event)->modifiers() & Qt::AltModifier)) {
+        event->accept();
+        return true;
+    }
+    // Tab never reaches keyPressEvent of an item view's base class as navigation: it is a key like any other.
+    if (event->type() == QEvent::KeyPress) {
+        keyPressEvent(static_cast<QKeyEvent*>(event));
+        return event->isAccepted();
+    }
+    return QTableView::event(event);
+}
+
+void GridView::type_in_editor(const QString& text) {
+    grid_->form().atender([&] {
+        const QPointer<QLineEdit> alive(editor_);
+        const auto filter = [this](char32_t ch) {
+            int code = static_cast<int>(ch);
+            grid_->KeyPress(code);
+            return static_cast<char32_t>(code);
+        };
+        QString accepted;
+        for (const auto ch : text.toUcs4()) {
+            const char32_t kept = ch < 0x20 ? 0 : filter(ch);
+            if (!alive) return;
+            if (kept != 0) accepted += QString::fromUcs4(&kept, 1);
+        }
+        if (accepted.isEmpty() || !grid_->EditActive()) return;
+        editor_->insert(accepted);
+        grid_->set_edit_text(to_std(editor_->text()));
+    });
+}
+
+bool GridView::editor_key(QKeyEvent& event) {
+    auto e = translate(event);
+    if (!e) return false;
+    const bool native = edits_natively(event);
+    const bool pastes = event.matches(QKeySequence::Paste);
+    if (!native && !pastes && !types_character(*e)) {
+        forward(event);
+        return true;
+    }
+    grid_->form().atender([&] { grid_->KeyDown(*e); });
+    if (e->handled || !grid_->EditActive()) return true;
+    if (native) return false;
+    if (!pastes) {
+        type_in_editor(QString::fromUcs4(&e->ch, 1));
+        return true;
+    }
+    const QString text = QGuiApplication::clipboard()->text();
+    if (text.contains('\n') || text.contains('\t'))
+        paste();
+    else
+        type_in_editor(text);
+    return true;
+}
+
+bool GridView::eventFilter(QObject* watched, QEvent* event) {
+    if (watched != editor_ || grid_ == nullptr) return QTableView::eventFilter(watched, event);
+    switch (event->type()) {
+    case QEvent::ShortcutOverride:
+        if (!(static_cast<QKeyEvent*>(event)->modifiers() & Qt::AltModifier)) event->accept();
+        return false;
+    case QEvent::KeyPress: return editor_key(*static_cast<QKeyEvent*>(event));
+    case QEvent::InputMethod: {
+        const auto* input = static_cast<QInputMethodEvent*>(event);
+        if (input->commitString().isEmpty()) return false;
+        type_in_editor(input->commitString());
+        return true;
+    }
+    case QEvent::FocusIn:
+    case QEvent::FocusOut: viewport()->update(); return false;
+    default: return false;
+    }
+}
+
+void GridView::mousePressEvent(QMouseEvent* event) {
+    if (grid_ == nullptr || event->button() != Qt::LeftButton) return;
+    event->accept();
+    const QPoint at = event->position().toPoint();
+    const QModelIndex cell = indexAt(at);
+    grid_->form().atender([&] {
+        if (!grid_->has_focus() && !grid_->SetFocus()) return;
+        if (!cell.isValid()) return;
+        if (button_rect(cell.row(), cell.column()).contains(at)) {
+            grid_->press_button(cell.row(), cell.column());
+            return;
+        }
+        const bool again = cell.row() == grid_->Row() && cell.column() == grid_->Col();
+        if (again && hasFocus())
+            grid_->begin_edit(true);
+        else if (!again)
+            grid_->move_to(cell.row(), cell.column());
+    });
+}
+
+void GridView::mouseDoubleClickEvent(QMouseEvent* event) { mousePressEvent(event); }
+
+void GridView::mouseMoveEvent(QMouseEvent* event) {
+    const QPoint at = event->position().toPoint();
+    const QModelIndex cell = indexAt(at);
+    const bool on_button = cell.isValid() && button_rect(cell.row(), cell.column()).contains(at);
+    viewport()->setCursor(on_button ? Qt::PointingHandCursor : Qt::ArrowCursor);
+    viewport()->setToolTip(on_button ? "Buscar (Ctrl+Y)" : QString());
+}
+
+void GridView::mouseReleaseEvent(QMouseEvent* event) { event->accept(); }
+
+void GridView::focusInEvent(QFocusEvent* event) {
+    QTableView::focusInEvent(event);
+    if (&focus_target() == editor_) editor_->setFocus(Qt::OtherFocusReason);
+    viewport()->update();
+}
+
+void GridView::updateGeometries() {
+    QTableView::updateGeometries();
+    place_editor();
+}
+
+void GridView::scrollContentsBy(int dx, int dy) {
+    QTableView::scrollContentsBy(dx, dy);
+    place_editor();
+}
+
+} // namespace quorvel::qt

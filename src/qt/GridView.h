@@ -1,0 +1,58 @@
+#pragma once
+#include "platform/ui/ctlPlanilla.h"
+
+#include <QTableView>
+#include <vector>
+
+class QLineEdit;
+
+namespace quorvel::qt {
+
+class GridModel;
+
+/// Paints a ctlPlanilla and forwards keys and clicks to it. Which cell is current, whether an edit is open
+/// and what it holds is the planilla's business alone.
+class GridView : public QTableView {
+    Q_OBJECT
+public:
+    explicit GridView(QWidget* parent = nullptr);
+    ~GridView() override;
+    void attach(ui::ctlPlanilla& grid);
+    /// Rows, columns, current cell and edit as the planilla has them.
+    void sync();
+    /// The open editor, or the view.
+    [[nodiscard]] QWidget& focus_target();
+    [[nodiscard]] QLineEdit& editor() const { return *editor_; }
+    /// Where a column's lookup button is drawn in a cell, in the viewport's coordinates.
+    [[nodiscard]] QRect button_rect(int row, int col) const;
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void inputMethodEvent(QInputMethodEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    bool event(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void updateGeometries() override;
+    void scrollContentsBy(int dx, int dy) override;
+
+private:
+    void sync_current();
+    void sync_editor();
+    void sync_widths();
+    void place_editor();
+    bool forward(QKeyEvent& event);
+    bool editor_key(QKeyEvent& event);
+    void type_in_editor(const QString& text);
+    void paste();
+    ui::ctlPlanilla* grid_ = nullptr;
+    GridModel* model_;
+    QLineEdit* editor_;
+    std::vector<ui::Connection> links_;
+    bool applying_widths_ = false;
+};
+
+} // namespace quorvel::qt

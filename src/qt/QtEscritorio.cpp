@@ -1,0 +1,189 @@
+#include "qt/QtEscritorio.h"
+
+#include "qt/FormWindow.h"
+#include "qt/text.h"
+
+#include <QApplication>
+#include <QDesktopServices>
+#include <QEventLoop>
+#include <QFileDialog>
+#include <QMessageBox>
+#include <QProcess>
+#include <QPushButton>
+#include <QStandardPaths>
+#include <QTimer>
+#include <QUrl>
+#include <algorithm>
+
+namespace quorvel::qt {
+
+/// One event loop inside another: afterwards the window that is then on top gets the keys back.
+struct QtEscritorio::Nested {
+    explicit Nested(QtEscritorio& owner) : escritorio(owner) { ++escritorio.depth_; }
+    ~Nested() {
+        --escritorio.depth_;
+        escritorio.activate_top();
+        escritorio.purge();
+    }
+    Nested(const Nested&) = delete;
+    Nested& operator=(const Nested&) = delete;
+    QtEscritorio& escritorio;
+};
+
+QtEscritorio::QtEscritorio() = default;
+
+QtEscritorio::~QtEscritorio() {
+    for (const auto* list : {&windows_, &retired_})
+        for (const Open& open : *list) delete open.window;
+}
+
+FormWindow* QtEscritorio::window_of(const ui::Form& form) const {
+    const auto it = std::find_if(windows_.rbegin(), windows_.rend(),
+                                 [&](const Open& open) { return open.form == &form; });
+    return it == windows_.rend() ? nullptr : it->window;
+}
+
+FormWindow* QtEscritorio::top_window() const {
+    const ui::Form* form = top();
+    return form == nullptr ? nullptr : window_of(*form);
+}
+
+void QtEscritorio::activate_top() {
+    FormWindow* window = top_window();
+    if (window == nullptr || !window->isVisible()) return;
+    window->raise();
+    window->activateWindow();
+    window->focus_active();
+}
+
+void QtEscritorio::on_open(ui::Form& form, bool modal) {
+    if (FormWindow* shown = window_of(form)) {
+        shown->raise();
+        return;
+    }
+    FormWindow* owner = windows_.empty() ? nullptr : windows_.back().window;
+    auto* window = new FormWindow(form, modal ? owner : nullptr);
+    for (const auto& problem : window->problems()) qWarning("%s: %s", form.name().c_str(), problem.c_str());
+    window->setWindowModality(modal ? Qt::ApplicationModal : Qt::NonModal);
+    windows_.push_back({&form, window, depth_, nullptr});
+    window->show();
+    window->activateWindow();
+    window->focus_active();
+}
+
+void QtEscritorio::on_close(ui::Form& form) {
+    const auto it =
+        std::find_if(windows_.begin(), windows_.end(), [&](const Open& open) { return open.form == &form; });
+    if (it == windows_.end()) return;
+    const Open open = *it;
+    windows_.erase(it);
+    open.window->retire();
+    // The window may be in the middle of one of its own events: it goes when those have returned.
+    retired_.push_back(open);
+    if (open.waiting) open.waiting->quit();
+    QTimer::singleShot(0, qApp, [this] { purge(); });
+    activate_top();
+}
+
+void QtEscritorio::purge() {
+    std::vector<Open> gone;
+    std::erase_if(retired_, [&](const Open& open) {
+        if (open.depth < depth_ || (open.waiting && open.waiting->isRunning())) return false;
+        gone.push_back(open);
+        return true;
+    });
+    for (const Open& open : gone) open.window->deleteLater();
+}
+
+void QtEscritorio::wait(ui::Form& form) {
+    const Nested nested(*this);
+    while (form.visible()) {
+        const auto it = std::find_if(windows_.begin(), windows_.end(),
+                                     [&](const Open& open) { return open.form == &form; });
+        if (it == windows_.end()) return;
+        QEventLoop loop;
+        it->waiting = &loop;
+        loop.exec(QEventLoop::DialogExec);
+        if (QCoreApplication::closingDown()) return;
+    }
+}
+
+ui::Answer QtEscritorio::message(const std::string& text, ui::Icon icon, ui::Buttons buttons,
+                                 const std::string& title) {
+    static constexpr QMessageBox::Icon icons[] = {QMessageBox::Critical, QMessageBox::Warning,
+                                                  QMessageBox::Information, QMessageBox::Question};
+    const Nested nested(*this);
+    QMessageBox box(icons[static_cast<int>(icon)], to_qt(title), to_qt(text), QMessageBox::NoButton,
+                    top_window());
+    box.setTextFormat(Qt::PlainText);
+    if (buttons == ui::Buttons::ok) {
+        auto* accept = box.addButton("Aceptar", QMessageBox::AcceptRole);
+        box.setEscapeButton(accept);
+        box.exec();
+        return ui::Answer::ok;
+    }
+    auto* yes = box.addButton(QString::fromUtf8("&Sí"), QMessageBox::YesRole);
+    auto* no = box.addButton("&No", QMessageBox::NoRole);
+    box.setDefaultButton(yes);
+    box.setEscapeButton(no);
+    box.exec();
+    return box.clickedButton() == yes ? ui::Answer::yes : ui::Answer::no;
+}
+
+std::optional<std::string> QtEscritorio::ask_file(const ui::FileRequest& request) {
+    const Nested nested(*this);
+    QFileDialog dialog(top_window(), to_qt(request.title));
+    dialog.setAcceptMode(request.save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+    dialog.setFileMode(request.save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+    dialog.setLabelText(QFileDialog::Accept, request.save ? "Guardar" : "Abrir");
+    dialog.setLabelText(QFileDialog::Reject, "Cancelar");
+    const QString filter = to_qt(request.filter);
+    if (!filter.isEmpty()) dialog.setNameFilters({filter, "Todos los archivos (*)"});
+    if (filter.startsWith("*.")) dialog.setDefaultSuffix(filter.mid(2));
+    if (!request.name.empty()) dialog.selectFile(to_qt(request.name));
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
+    return to_std(dialog.selectedFiles().front());
+}
+
+void QtEscritorio::open_with(const std::string& path) {
+    const QString file = to_qt(path);
+    // The path is an argument of its own: nothing in a file name is ever read as a command.
+    const QString opener = QStandardPaths::findExecutable("xdg-open");
+    if (!opener.isEmpty() && QProcess::startDetached(opener, {file})) return;
+    QDesktopServices::openUrl(QUrl::fromLocalFile(file));
+}
+
+void QtEscritorio::busy(bool on) {
+    if (on == busy_) return;
+    busy_ = on;
+    if (on)
+        QApplication::setOverrideCursor(Qt::WaitCursor);
+    else
+        QApplication::restoreOverrideCursor();
+}
+
+bool QtEscritorio::progress(const std::string& what, long done, long total) {
+    constexpr int steps = 1000;
+    if (!progress_) {
+        progress_ = std::make_unique<QProgressDialog>(top_window());
+        progress_->setWindowTitle("Quorvel");
+        progress_->setWindowModality(Qt::ApplicationModal);
+        progress_->setCancelButtonText("Cancelar");
+        progress_->setRange(0, steps);
+        progress_->setAutoClose(false);
+        progress_->setAutoReset(false);
+        progress_->setMinimumDuration(400);
+    }
+    progress_->setLabelText(to_qt(what));
+    progress_->setValue(
+        total > 0 ? static_cast<int>(static_cast<double>(done) * steps / static_cast<double>(total)) : 0);
+    QApplication::processEvents();
+    return !progress_->wasCanceled();
+}
+
+void QtEscritorio::progress_done() {
+    progress_.reset();
+    activate_top();
+}
+
+} // namespace quorvel::qt

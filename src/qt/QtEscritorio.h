@@ -1,0 +1,56 @@
+#pragma once
+#include "platform/ui/escritorio.h"
+
+#include <QPointer>
+#include <QProgressDialog>
+#include <memory>
+#include <vector>
+
+class QEventLoop;
+
+namespace quorvel::qt {
+
+class FormWindow;
+
+/// The desktop with windows. Keeps its own order of open windows: after a modal one closes, the one below is
+/// activated by hand, since not every window system does it.
+class QtEscritorio : public ui::Escritorio {
+public:
+    QtEscritorio();
+    ~QtEscritorio() override;
+    ui::Answer message(const std::string& text, ui::Icon icon, ui::Buttons buttons,
+                       const std::string& title = "Mensaje") override;
+    std::optional<std::string> ask_file(const ui::FileRequest& request) override;
+    void open_with(const std::string& path) override;
+    void busy(bool on) override;
+    bool progress(const std::string& what, long done, long total) override;
+    void progress_done() override;
+
+    /// @return nullptr when the form is not open
+    [[nodiscard]] FormWindow* window_of(const ui::Form& form) const;
+    /// The window that has the keys.
+    [[nodiscard]] FormWindow* top_window() const;
+
+protected:
+    void on_open(ui::Form& form, bool modal) override;
+    void on_close(ui::Form& form) override;
+    void wait(ui::Form& form) override;
+
+private:
+    struct Open {
+        ui::Form* form;
+        FormWindow* window;
+        int depth;                    ///< event loops running when it was opened
+        QPointer<QEventLoop> waiting; ///< the loop of a modal show
+    };
+    struct Nested;
+    void activate_top();
+    void purge();
+    std::vector<Open> windows_;
+    std::vector<Open> retired_;
+    std::unique_ptr<QProgressDialog> progress_;
+    int depth_ = 0;
+    bool busy_ = false;
+};
+
+} // namespace quorvel::qt

@@ -1,0 +1,103 @@
+#include "qt/RegistroBar.h"
+
+#include "platform/ui/form.h"
+#include "qt/bindings.h"
+#include "qt/icons.h"
+#include "qt/text.h"
+
+#include <QEvent>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+namespace quorvel::qt {
+
+namespace {
+
+struct FunctionRow {
+    const char* text;
+    const char* why_off;
+};
+constexpr FunctionRow FUNCTIONS[] = {
+    {"Nuevo", ""},
+    {"Grabar", "El comprobante no se puede modificar"},
+    {"Borrar línea", "No tiene permiso para borrar líneas o el comprobante no se puede modificar"},
+    {"Imprimir", "No tiene permiso para imprimir"},
+    {"Buscar", ""},
+    {"Salir", ""},
+};
+
+} // namespace
+
+RegistroBar::RegistroBar(QWidget* parent)
+    : QWidget(parent), company_(new QLabel(this)), user_(new QLabel(this)) {
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(2);
+    for (std::size_t i = 0; i < buttons_.size(); ++i) {
+        auto* button = new QToolButton(this);
+        button->setText(FUNCTIONS[i].text);
+        button->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+        button->setIconSize({24, 24});
+        button->setAutoRaise(true);
+        button->setFocusPolicy(Qt::NoFocus);
+        button->setMinimumWidth(64);
+        connect(button, &QToolButton::clicked, this, [this, i] { Q_EMIT pressed(static_cast<int>(i)); });
+        buttons_[i] = button;
+        row->addWidget(button);
+    }
+    row->addStretch(1);
+    auto* who = new QVBoxLayout;
+    who->setSpacing(0);
+    for (QLabel* label : {company_, user_}) {
+        label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+        label->setTextFormat(Qt::PlainText);
+        who->addWidget(label);
+    }
+    QFont bold = company_->font();
+    bold.setBold(true);
+    company_->setFont(bold);
+    row->addLayout(who);
+    draw_icons();
+}
+
+QToolButton& RegistroBar::button(ui::ctlRegistro::Function f) const {
+    return *buttons_.at(static_cast<std::size_t>(f));
+}
+
+void RegistroBar::draw_icons() {
+    for (std::size_t i = 0; i < buttons_.size(); ++i) {
+        buttons_[i]->setIcon(toolbar_icon(static_cast<ui::ctlRegistro::Function>(i),
+                                          palette().color(QPalette::ButtonText),
+                                          palette().color(QPalette::Highlight)));
+    }
+}
+
+void RegistroBar::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::PaletteChange && buttons_.back() != nullptr) draw_icons();
+    QWidget::changeEvent(event);
+}
+
+void RegistroBar::show_state(const ui::ctlRegistro& registro) {
+    for (std::size_t i = 0; i < buttons_.size(); ++i) {
+        const bool on = registro.enabled(static_cast<ui::ctlRegistro::Function>(i));
+        buttons_[i]->setEnabled(on);
+        buttons_[i]->setToolTip(on ? FUNCTIONS[i].text : FUNCTIONS[i].why_off);
+    }
+    company_->setText(to_qt(registro.Company()));
+    QString user = to_qt(registro.User());
+    if (!registro.Program().empty()) user += QString::fromUtf8("  ·  ") + to_qt(registro.Program());
+    user_->setText(user);
+}
+
+RegistroBinding::RegistroBinding(RegistroBar& bar, ui::ctlRegistro& control)
+    : Binding(bar, control), bar_(bar), registro_(control) {
+    connect(&bar, &RegistroBar::pressed, this, [this](int function) {
+        registro_.form().atender([&] { registro_.press(static_cast<ui::ctlRegistro::Function>(function)); });
+    });
+}
+
+void RegistroBinding::pull_state() { bar_.show_state(registro_); }
+
+} // namespace quorvel::qt

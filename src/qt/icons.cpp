@@ -1,0 +1,127 @@
+#include "qt/icons.h"
+
+#include <QPainter>
+#include <QPainterPath>
+#include <QPixmap>
+
+namespace quorvel::qt {
+
+namespace {
+
+using Function = ui::ctlRegistro::Function;
+
+struct Pens {
+    QPen ink, accent;
+};
+
+void draw_page(QPainter& p) {
+    QPainterPath page;
+    page.moveTo(5, 2.5);
+    page.lineTo(13, 2.5);
+    page.lineTo(18, 7.5);
+    page.lineTo(18, 21.5);
+    page.lineTo(5, 21.5);
+    page.closeSubpath();
+    page.moveTo(13, 2.5);
+    page.lineTo(13, 7.5);
+    page.lineTo(18, 7.5);
+    p.drawPath(page);
+}
+
+void draw_new(QPainter& p, const Pens& pens) {
+    draw_page(p);
+    p.setPen(pens.accent);
+    p.drawLine(QPointF(11.5, 11), QPointF(11.5, 18));
+    p.drawLine(QPointF(8, 14.5), QPointF(15, 14.5));
+}
+
+void draw_save(QPainter& p, const Pens& pens) {
+    p.drawRoundedRect(QRectF(3, 3, 18, 18), 2, 2);
+    p.drawRect(QRectF(7.5, 3, 9, 6));
+    p.setPen(pens.accent);
+    p.drawRect(QRectF(6.5, 13, 11, 8));
+}
+
+void draw_delete_line(QPainter& p, const Pens& pens) {
+    for (const double y : {5.0, 12.0, 19.0}) p.drawLine(QPointF(3, y), QPointF(y == 12.0 ? 12 : 21, y));
+    p.setPen(pens.accent);
+    p.drawLine(QPointF(15.5, 9), QPointF(21.5, 15));
+    p.drawLine(QPointF(21.5, 9), QPointF(15.5, 15));
+}
+
+void draw_print(QPainter& p, const Pens& pens) {
+    p.drawLine(QPointF(7, 8), QPointF(7, 3));
+    p.drawLine(QPointF(7, 3), QPointF(17, 3));
+    p.drawLine(QPointF(17, 3), QPointF(17, 8));
+    p.drawRoundedRect(QRectF(3, 8, 18, 9), 2, 2);
+    p.setPen(pens.accent);
+    p.drawRect(QRectF(7, 14, 10, 7));
+}
+
+void draw_search(QPainter& p, const Pens& pens) {
+    p.drawEllipse(QPointF(10, 10), 6.5, 6.5);
+    p.setPen(pens.accent);
+    p.drawLine(QPointF(15, 15), QPointF(21, 21));
+}
+
+void draw_exit(QPainter& p, const Pens& pens) {
+    QPainterPath door;
+    door.moveTo(13, 3);
+    door.lineTo(4, 3);
+    door.lineTo(4, 21);
+    door.lineTo(13, 21);
+    p.drawPath(door);
+    p.setPen(pens.accent);
+    p.drawLine(QPointF(9, 12), QPointF(21, 12));
+    p.drawLine(QPointF(16.5, 7.5), QPointF(21, 12));
+    p.drawLine(QPointF(16.5, 16.5), QPointF(21, 12));
+}
+
+QPixmap drawing(Function function, const QColor& ink, const QColor& accent, double scale) {
+    constexpr int side = 24;
+    QPixmap pixmap(static_cast<int>(side * scale), static_cast<int>(side * scale));
+    pixmap.setDevicePixelRatio(scale);
+    pixmap.fill(Qt::transparent);
+    QPainter p(&pixmap);
+    p.setRenderHint(QPainter::Antialiasing);
+    const auto pen = [](const QColor& color) {
+        return QPen(color, 1.6, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin);
+    };
+    const Pens pens{pen(ink), pen(accent)};
+    p.setPen(pens.ink);
+    using Draw = void (*)(QPainter&, const Pens&);
+    static constexpr Draw drawings[] = {draw_new,   draw_save,   draw_delete_line,
+                                        draw_print, draw_search, draw_exit};
+    drawings[static_cast<int>(function)](p, pens);
+    return pixmap;
+}
+
+} // namespace
+
+QIcon toolbar_icon(Function function, const QColor& ink, const QColor& accent) {
+    QIcon icon;
+    QColor faint = ink;
+    faint.setAlphaF(0.35f);
+    for (const double scale : {1.0, 2.0}) {
+        icon.addPixmap(drawing(function, ink, accent, scale));
+        icon.addPixmap(drawing(function, faint, faint, scale), QIcon::Disabled);
+    }
+    return icon;
+}
+
+QIcon program_icon() {
+    QPixmap pixmap(64, 64);
+    pixmap.fill(Qt::transparent);
+    QPainter p(&pixmap);
+    p.setRenderHint(QPainter::Antialiasing);
+    p.setPen(Qt::NoPen);
+    p.setBrush(QColor(0x1f, 0x5f, 0x8b));
+    p.drawRoundedRect(4, 4, 56, 56, 12, 12);
+    p.setPen(QPen(Qt::white, 5, Qt::SolidLine, Qt::RoundCap));
+    p.setBrush(Qt::NoBrush);
+    p.drawEllipse(QPointF(31, 31), 15, 15);
+    p.drawLine(QPointF(37, 37), QPointF(48, 48));
+    return QIcon(pixmap);
+}
+
+} // namespace quorvel::qt

@@ -1,0 +1,14 @@
+#pragma once
+#include "platform/ui/ctlRegistro.h"
+
+#include <QColor>
+#include <QIcon>
+
+namespace quorvel::qt {
+
+/// A line drawing for a function of the record toolbar, in the given ink so that it fits light and dark.
+QIcon toolbar_icon(ui::ctlRegistro::Function function, const QColor& ink, const QColor& accent);
+/// The program's own icon.
+QIcon program_icon();
+
+} // namespace quorvel::qt

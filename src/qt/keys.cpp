@@ -1,0 +1,94 @@
+#include "qt/keys.h"
+
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QString>
+#include <map>
+
+namespace quorvel::qt {
+
+namespace {
+
+using ui::Key;
+
+const std::map<int, Key>& named_keys() {
+    static const std::map<int, Key> keys{
+        {Qt::Key_Return, Key::enter},    {Qt::Key_Enter, Key::enter},    {Qt::Key_Tab, Key::tab},
+        {Qt::Key_Backtab, Key::backtab}, {Qt::Key_Escape, Key::escape},  {Qt::Key_Backspace, Key::backspace},
+        {Qt::Key_Delete, Key::del},      {Qt::Key_Up, Key::up},          {Qt::Key_Down, Key::down},
+        {Qt::Key_Left, Key::left},       {Qt::Key_Right, Key::right},    {Qt::Key_Home, Key::home},
+        {Qt::Key_End, Key::end},         {Qt::Key_PageUp, Key::page_up}, {Qt::Key_PageDown, Key::page_down},
+        {Qt::Key_Insert, Key::insert},   {Qt::Key_F1, Key::f1},          {Qt::Key_F2, Key::f2},
+        {Qt::Key_F3, Key::f3},           {Qt::Key_F4, Key::f4},          {Qt::Key_F5, Key::f5},
+        {Qt::Key_F6, Key::f6},           {Qt::Key_F7, Key::f7},          {Qt::Key_F8, Key::f8},
+        {Qt::Key_F9, Key::f9},           {Qt::Key_F10, Key::f10},        {Qt::Key_F11, Key::f11},
+        {Qt::Key_F12, Key::f12},
+    };
+    return keys;
+}
+
+/// With Ctrl the event's text is a control code, so the letter comes from the key itself.
+char32_t character_of(const QKeyEvent& event) {
+    if (event.modifiers() & (Qt::ControlModifier | Qt::AltModifier)) {
+        const int key = event.key();
+        if (key >= Qt::Key_A && key <= Qt::Key_Z) return static_cast<char32_t>(key - Qt::Key_A + 'a');
+        return key >= 0x20 && key < 0x1000000 ? static_cast<char32_t>(key) : 0;
+    }
+    const auto text = event.text().toUcs4();
+    return text.size() == 1 && text[0] >= 0x20 && text[0] != 0x7f ? text[0] : 0;
+}
+
+} // namespace
+
+std::optional<ui::KeyEvent> translate(const QKeyEvent& event) {
+    ui::KeyEvent e;
+    const auto modifiers = event.modifiers();
+    // AltGr reports Ctrl+Alt on some systems although it types a character.
+    const bool altgr = (modifiers & Qt::ControlModifier) && (modifiers & Qt::AltModifier) &&
+                       !event.text().isEmpty() && event.text()[0].isPrint();
+    e.ctrl = !altgr && (modifiers & Qt::ControlModifier);
+    e.alt = !altgr && (modifiers & Qt::AltModifier);
+    e.shift = modifiers & Qt::ShiftModifier;
+    e.keypad = modifiers & Qt::KeypadModifier;
+    if (const auto it = named_keys().find(event.key()); it != named_keys().end()) {
+        e.key = it->second;
+        if (e.key == Key::tab && e.shift) e.key = Key::backtab;
+        return e;
+    }
+    e.ch = altgr ? event.text().toUcs4().value(0) : character_of(event);
+    if (e.ch == 0) return std::nullopt;
+    if (e.keypad && (e.ch == '.' || e.ch == ',')) e.ch = ',';
+    return e;
+}
+
+bool edits_natively(const QKeyEvent& event) {
+    if (event.matches(QKeySequence::Paste)) return false;
+    for (const auto standard : {QKeySequence::Copy, QKeySequence::Cut, QKeySequence::Undo, QKeySequence::Redo,
+                                QKeySequence::SelectAll}) {
+        if (event.matches(standard)) return true;
+    }
+    switch (event.key()) {
+    case Qt::Key_Left:
+    case Qt::Key_Right:
+    case Qt::Key_Home:
+    case Qt::Key_End:
+    case Qt::Key_Backspace:
+    case Qt::Key_Delete: return true;
+    default: return false;
+    }
+}
+
+bool types_character(const ui::KeyEvent& e) { return e.key == Key::character && !e.ctrl && !e.alt; }
+
+bool insert_filtered(QLineEdit& edit, const QString& text, const CharFilter& filter) {
+    QString accepted;
+    for (const auto ch : text.toUcs4()) {
+        const char32_t kept = ch < 0x20 ? 0 : filter(ch);
+        if (kept != 0) accepted += QString::fromUcs4(&kept, 1);
+    }
+    if (accepted.isEmpty()) return false;
+    edit.insert(accepted);
+    return true;
+}
+
+} // namespace quorvel::qt

@@ -1,0 +1,25 @@
+#pragma once
+#include "platform/ui/keys.h"
+
+#include <functional>
+#include <optional>
+
+class QKeyEvent;
+class QLineEdit;
+class QString;
+
+namespace quorvel::qt {
+
+/// A key stroke as the control models know it; nothing for keys that only modify (Shift, dead keys).
+std::optional<ui::KeyEvent> translate(const QKeyEvent& event);
+/// True for what a line edit does itself: caret, selection, clipboard except paste, undo, deleting.
+bool edits_natively(const QKeyEvent& event);
+/// True when the key types its character into an edit.
+bool types_character(const ui::KeyEvent& e);
+
+/// One typed character to what goes into the text, 0 for nothing.
+using CharFilter = std::function<char32_t(char32_t)>;
+/// Inserts at the caret what the filter lets through. @return false when nothing was left
+bool insert_filtered(QLineEdit& edit, const QString& text, const CharFilter& filter);
+
+} // namespace quorvel::qt

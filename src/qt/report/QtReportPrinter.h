@@ -1,0 +1,41 @@
+#pragma once
+#include "platform/report/layout.h"
+#include "platform/report/report.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+class QGuiApplication;
+
+namespace quorvel::qt {
+
+/// Reads the definition and the staging table and lays the pages out. @throws std::runtime_error in Spanish
+[[nodiscard]] report::Layout compose_job(const ReportJob& job);
+/// Writes a PDF file. @throws std::runtime_error in Spanish
+void write_pdf(const report::Layout& layout, const std::filesystem::path& file, const std::string& title);
+
+/// Printer or preview window, as the job wants.
+class QtReportPrinter : public ReportPrinter {
+public:
+    void run(const ReportJob& job) override;
+};
+
+/// Every printout becomes a PDF file of a folder, whatever the job wants; needs no window.
+class PdfReportPrinter : public ReportPrinter {
+public:
+    explicit PdfReportPrinter(std::filesystem::path folder);
+    ~PdfReportPrinter() override;
+    void run(const ReportJob& job) override;
+    /// Told the file name of every PDF.
+    std::function<void(const std::string&)> on_printed;
+    [[nodiscard]] const std::vector<std::string>& printed() const { return printed_; }
+
+private:
+    std::filesystem::path folder_;
+    std::vector<std::string> printed_;
+    std::unique_ptr<QGuiApplication> application_; ///< fonts need one; made when the program has none
+};
+
+} // namespace quorvel::qt
