@@ -91,17 +91,17 @@ void ingresar_compra(frmQuorvel& f, Teclado& t) {
     if (!ir_a(f, t, "grdDetalle")) return;
 }
 
-struct Linea {
+struct Renglon {
     const char *cuenta, *auxiliar, *debe, *haber, *glosa;
 };
 
-constexpr Linea LINEAS[] = {
+constexpr Renglon LINEAS[] = {
     {"503006", "", "100000", "", "utiles de oficina"},
     {"109001", "", "19000", "", "iva credito fiscal"},
     {"201001", "000021", "", "119000", "factura 4521"},
 };
 
-void linea(Teclado& t, const Linea& l) {
+void linea(Teclado& t, const Renglon& l) {
     for (const char* celda : {l.cuenta, l.auxiliar, l.debe, l.haber, l.glosa}) {
         t.escribir(celda);
         t.tecla(celda == l.glosa ? Qt::Key_Return : Qt::Key_Tab);
@@ -129,7 +129,7 @@ int demo_run(const fs::path& carpeta) {
         Ayudante ayudante(carpeta, teclado);
         ingresar_compra(f, teclado);
         teclado.tecla(Qt::Key_Y, Qt::ControlModifier);
-        for (const Linea& l : LINEAS) linea(teclado, l);
+        for (const Renglon& l : LINEAS) linea(teclado, l);
         ayudante.foto(*ventana, "comprobante");
         teclado.tecla(Qt::Key_F5);
         teclado.tecla(Qt::Key_F2);
