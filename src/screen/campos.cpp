@@ -11,6 +11,8 @@ namespace quorvel {
 
 namespace {
 
+constexpr std::int64_t PRESTADA = -1; // marks an entry that a list has for one voucher only
+
 std::string codigo(const ui::ListControl& lista, std::size_t n) {
     return recortar(primeros(lista.Text(), n));
 }
@@ -19,7 +21,7 @@ std::string codigo(const ui::ListControl& lista, std::size_t n) {
 void seleccionar(ui::ListControl& lista, std::size_t n, const std::string& buscado) {
     for (int i = 0; i < lista.ListCount(); ++i)
         if (recortar(primeros(lista.List(i), n)) == recortar(buscado)) return lista.SetListIndex(i);
-    lista.AddItem(buscado);
+    lista.AddItem(buscado, PRESTADA);
     lista.SetListIndex(lista.ListCount() - 1);
 }
 
@@ -29,7 +31,7 @@ void seleccionar_texto(ui::ListControl& lista, const std::string& texto) {
         return lista.SetListIndex(0);
     if (lista.select_text(texto)) return;
     if (recortar(texto).empty()) return lista.SetListIndex(-1);
-    lista.AddItem(texto);
+    lista.AddItem(texto, PRESTADA);
     lista.SetListIndex(lista.ListCount() - 1);
 }
 
@@ -61,6 +63,13 @@ void mostrar_libro(frmQuorvel& f, const Comprobante& c) {
 }
 
 } // namespace
+
+void quitar_prestadas(frmQuorvel& f) {
+    for (ui::ListControl* lista : {&f.cmbDocumento, &f.cmbMoneda, &f.cmbcodigo_no_recuperable,
+                                   &f.cmbcodigo_otro_impuesto, &f.cmblibro, &f.cmbdoc_libro})
+        for (int i = lista->ListCount() - 1; i >= 0; --i)
+            if (lista->ItemData(i) == PRESTADA) lista->RemoveItem(i);
+}
 
 bool seleccionar_codigo(frmQuorvel& f, const char* nombre, std::size_t n, const std::string& buscado) {
     auto* lista = dynamic_cast<ui::ListControl*>(f.find(nombre));
@@ -108,8 +117,8 @@ Comprobante leer_pantalla(const frmQuorvel& f) {
     }
     c.moneda = codigo(f.cmbMoneda, 2);
     c.concepto = f.txtconcepto.Text();
-    const bool intacta = f.estado.cargado && f.txtCotizacion.Text() == f.estado.cotizacion_mostrada;
-    c.cotizacion = intacta ? f.estado.cargado->cotizacion : f.txtCotizacion.Text();
+    const bool intacta = f.txtCotizacion.Text() == f.estado.cotizacion_mostrada;
+    c.cotizacion = intacta ? f.estado.cotizacion_exacta : f.txtCotizacion.Text();
     c.estado = f.lblEstado.Caption();
     c.libro = f.cmblibro.Text();
     c.doc_libro = f.cmbdoc_libro.Text();
@@ -141,6 +150,7 @@ void mostrar_comprobante(frmQuorvel& f, const Comprobante& c) {
     f.txtNum_doc.SetEnabled(false);
     f.cmbDocumento.SetEnabled(false);
     f.mskF_comp.SetEnabled(false);
+    quitar_prestadas(f);
     mostrar_listas(f, c);
     f.mskF_comp.SetDate(c.f_comp);
     f.txtNum_doc.SetText(c.num_docum);
@@ -152,6 +162,7 @@ void mostrar_comprobante(frmQuorvel& f, const Comprobante& c) {
     f.lblUsuario.SetCaption(
         nombre_de(*f.maestros.rsPersonas, "persona=" + usuario, "persona", "n_persona", usuario));
     f.lblF_ult_modificacion.SetCaption(c.f_ult_modificacion ? fecha_dmy(*c.f_ult_modificacion) : "");
+    f.estado.cotizacion_exacta = c.cotizacion;
     f.estado.cotizacion_mostrada = formato(valnumeroformato(c.cotizacion), "#,##0");
     f.txtCotizacion.SetText(f.estado.cotizacion_mostrada);
     f.lblEstado.SetCaption(c.estado);

@@ -23,6 +23,8 @@ void mostrar_comprobante(frmQuorvel& f, const Comprobante& c);
 /// Selects the first entry whose first n characters, trimmed, equal the code trimmed. @return false:
 /// unchanged
 bool seleccionar_codigo(frmQuorvel& f, const char* lista, std::size_t n, const std::string& codigo);
+/// Takes away the entries that lists got for a voucher whose texts they do not know.
+void quitar_prestadas(frmQuorvel& f);
 /// Window title of a saved voucher.
 [[nodiscard]] std::string titulo(const frmQuorvel& f, const std::string& estado = {});
 /// Grid row text: cells joined by tabs, control characters as blanks.

@@ -24,7 +24,9 @@ struct EstadoPantalla {
     double monto_neto = 0, monto_exento = 0;
     std::optional<Comprobante> cargado; ///< the saved voucher as it was read; its key addresses it
     std::optional<Comprobante> cortado; ///< the voucher that a cut deleted: its cheque and invoice follow
-    std::string cotizacion_mostrada;    ///< displayed rate of the loaded voucher
+    /// Rate of the loaded voucher, exact and as shown; an untouched box writes the exact one back, also in a
+    /// copy.
+    std::string cotizacion_exacta, cotizacion_mostrada;
     SeleccionRecordada venta, compra, retencion, banco, socio;
 };
 

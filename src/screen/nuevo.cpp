@@ -49,10 +49,12 @@ void limpiar_para_nuevo(frmQuorvel& f) {
     e.cortado.reset();
     e.monto_neto = e.monto_exento = 0; // a new voucher does not inherit the amounts of the one before
     f.glbBanderaNuevo = f.glbBanderaLeer = true;
+    quitar_prestadas(f);
     habilitar_identidad(f);
     f.lstadjunto.Clear();
     primera(f.cmbMoneda);
     f.txtCotizacion.SetText("1");
+    e.cotizacion_exacta = e.cotizacion_mostrada = "1";
     f.txtNum_doc.SetText("");
     f.chkApertura.SetValue(0);
     f.SetCaption("Comprobante Contable");

@@ -61,14 +61,14 @@ TEST(Carga, PermissionsRuleButtonsAndStagingTables) {
                        {"11101", true, true},
                        {"11011", false, true},
                        {"1111", true, false},
-                       {"", false, false}};
+                       {"000", false, false}};
     for (const Caso& c : casos) {
         Pantalla p;
         p.abrir(c.permiso);
         EXPECT_EQ(p.f.ctlRegistro1.enabled(F::DeleteLine), c.borrar) << c.permiso;
         EXPECT_EQ(p.f.ctlRegistro1.enabled(F::Print), c.imprimir) << c.permiso;
         EXPECT_TRUE(p.f.ctlRegistro1.enabled(F::Save)) << c.permiso;
-        EXPECT_EQ(p.f.ctlRegistro1.Flag(3), std::string(c.permiso).substr(0, 4) == "1111") << c.permiso;
+        EXPECT_EQ(p.f.ctlRegistro1.Flag(3), std::string(c.permiso).substr(3, 1) == "1") << c.permiso;
         EXPECT_EQ(tabla_impresion(*p.reporte), c.imprimir) << c.permiso;
         p.f.Unload();
         EXPECT_FALSE(tabla_impresion(*p.reporte)) << c.permiso;

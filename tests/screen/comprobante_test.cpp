@@ -49,7 +49,7 @@ TEST_P(Comprobantes, TypedSavedFoundEditedAndSavedAgain) {
 
     p.buscar("1");
     EXPECT_EQ(p.mensajes(), Textos{});
-    EXPECT_EQ(p.fila(1), "301001|||1.000|Aporte de capital");
+    EXPECT_EQ(p.fila(1), "301001||0|1.000|Aporte de capital");
     EXPECT_EQ(p.f.lblUsuario.Caption() + "|" + p.f.lblEstado.Caption(), "1 ANA ROJAS|P");
     EXPECT_TRUE(p.celda(0, 3, "2500"));
     EXPECT_TRUE(p.celda(1, 4, "2500"));
@@ -172,7 +172,7 @@ TEST_P(Comprobantes, WhatTheListsDoNotKnowIsWrittenBackUnchanged) {
     Pantalla q(p, 2);
     q.abrir();
     q.buscar("1", "002");
-    EXPECT_EQ(q.fila(0), "101001||500||Aporte de capital");
+    EXPECT_EQ(q.fila(0), "101001||500|0|Aporte de capital");
     q.elegir("cmblibro", "ANTIGUO");
     q.guardar();
     EXPECT_EQ(q.mensajes(), Textos{GRABADO});
@@ -187,6 +187,8 @@ TEST_P(Comprobantes, WhatTheListsDoNotKnowIsWrittenBackUnchanged) {
     EXPECT_EQ(q.sql("select cotizacion,t_debe from ctcquorvel where documento='001' and num_docum='2'"),
               "950.5|500");
     q.nuevo();
+    EXPECT_EQ(q.f.cmbDocumento.ListCount(), 2) << "a borrowed entry goes with its voucher";
+    EXPECT_FALSE(q.f.cmblibro.select_text("ANTIGUO"));
     q.buscar("1", "002");
     q.escritorio.responder(ui::Answer::yes);
     q.pulsar("mnuEliminar");

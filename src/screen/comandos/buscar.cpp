@@ -1,9 +1,10 @@
+#include "screen/adjuntos/adjuntos.h"
 #include "screen/campos.h"
 #include "screen/comandos/comandos.h"
 #include "screen/consultas/consultas.h"
 #include "screen/frmQuorvel.h"
 #include "screen/permisos.h"
-#include "text/letras_utf8.h"
+#include "text/numeros.h"
 #include "voucher/bloqueo.h"
 #include "voucher/cargar.h"
 #include "voucher/validar.h"
@@ -32,7 +33,8 @@ Permitido segun_estado(const frmQuorvel& f, const Comprobante& c) {
 void cargar_detalle(frmQuorvel& f, const Comprobante& c) {
     f.grdDetalle.Clear();
     f.lstadjunto.Clear();
-    f.gstrcomprobante_adjunto = f.NumeroAdjunto();
+    f.gstrcomprobante_adjunto = c.comprobante_adjunto;
+    if (val_entero(c.comprobante_adjunto) <= 0) nuevo_conjunto(f); // set 0 is everybody's
     if (c.estado == "P") {
         f.grdDetalle.SetRecordSource(consulta_lineas(c.clave()));
         f.grdDetalle.Load();

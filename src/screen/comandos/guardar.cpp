@@ -88,6 +88,7 @@ void mostrar_grabado(frmQuorvel& f, Comprobante c) {
     f.lblF_ult_modificacion.SetCaption(fecha_dmy(f.servicios.reloj.hoy()));
     f.lblUsuario.SetCaption(std::to_string(f.glbUsuario) + " " + f.glbN_usuario);
     c.estado = "P";
+    f.estado.cotizacion_exacta = c.cotizacion;
     f.estado.cotizacion_mostrada = f.txtCotizacion.Text();
     f.estado.cargado = std::move(c);
     f.estado.cortado.reset();
