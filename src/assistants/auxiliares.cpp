@@ -31,9 +31,13 @@ std::string siguiente_codigo(clsConexion& db) {
 std::vector<std::string> auxiliares_de_rut(clsConexion& db, const std::string& rut) {
     std::vector<std::string> entradas;
     for (const auto rs = db.NewRecord(consulta_rut(rut)); !rs->eof(); rs->MoveNext())
-        entradas.push_back(rs->fields("auxiliar").Value.text() + " - " +
-                           rs->fields("n_auxiliar").Value.text());
+        entradas.push_back(recortar_fin(rs->fields("auxiliar").Value.text()) + " - " +
+                           recortar_fin(rs->fields("n_auxiliar").Value.text()));
     return entradas;
+}
+
+std::unique_ptr<Recordset> auxiliares_activos(clsConexion& db) {
+    return db.NewRecord("select * from ctxaux_cod a  where a.activo='1'");
 }
 
 void generar_auxiliar(clsConexion& db, const std::string& rut, const std::string& nombre) {

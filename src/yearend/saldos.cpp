@@ -35,8 +35,8 @@ bool recorrer_saldos(clsConexion& db, const std::string& sql, const Avance& avan
     long n = 0;
     for (const auto rs = db.NewRecord(sql); !rs->eof(); rs->MoveNext()) {
         const bool con_ref = rs->columns().size() > 4;
-        fila({rs->at(0).text(), rs->at(1).text(), con_ref ? rs->at(4).text() : "", monto(rs->at(2)),
-              monto(rs->at(3))});
+        const auto texto = [&](std::size_t i) { return recortar_fin(rs->at(i).text()); };
+        fila({texto(0), texto(1), con_ref ? texto(4) : "", monto(rs->at(2)), monto(rs->at(3))});
         if (++n % CADA == 0 && avance && !avance(n)) return false;
     }
     return true;

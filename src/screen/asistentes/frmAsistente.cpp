@@ -1,9 +1,8 @@
 #include "screen/asistentes/frmAsistente.h"
 
+#include "assistants/impuestos.h"
 #include "assistants/libros.h"
-#include "platform/db/literal.h"
 #include "text/letras_utf8.h"
-#include "text/numeros.h"
 
 namespace quorvel {
 
@@ -77,21 +76,15 @@ void frmAsistente::mostrar_segun_libro() {
 
 void frmAsistente::CargarOtrosImpuestos() {
     cmbcodigo_otro_impuesto.Clear();
-    cmbcodigo_otro_impuesto.AddItem("");
-    for (const auto rs = gdb->NewRecord("SELECT a.* from ctmotroimp a "); !rs->eof(); rs->MoveNext())
-        cmbcodigo_otro_impuesto.AddItem(recortar_fin(rs->fields("otro_impuesto").Value.text()) + " " +
-                                        recortar_fin(rs->fields("descripcion").Value.text()));
+    for (std::string& entrada : entradas_otro_impuesto(*gdb))
+        cmbcodigo_otro_impuesto.AddItem(std::move(entrada));
     cmbcodigo_otro_impuesto.SetListIndex(0);
 }
 
 void frmAsistente::CargarTasaOtroImpuesto() {
-    const std::string codigo = recortar(primeros(cmbcodigo_otro_impuesto.Text(), 3));
-    if (codigo.empty()) return;
-    const auto rs = gdb->NewRecord("SELECT a.* from ctmotroimp a where otro_impuesto=" + sql_texto(codigo));
-    if (rs->eof()) return;
-    const std::string tasa = reemplazar(rs->fields("tasa").Value.text(), ".", ",");
-    if (tasa == txttasa_impuesto_otro.Text()) return;
-    txttasa_impuesto_otro.SetText(tasa);
+    const auto tasa = tasa_de_entrada(*gdb, cmbcodigo_otro_impuesto.Text());
+    if (!tasa || *tasa == txttasa_impuesto_otro.Text()) return;
+    txttasa_impuesto_otro.SetText(*tasa);
     reaccionar(tasa_cambiada);
 }
 

@@ -103,7 +103,7 @@ void conectar_contraparte(ui::Form& f, SesionAsistente& s, const ParteContrapart
     p.generar.Click += [&f, &s, p] {
         try {
             generar_auxiliar(*s.gdb, s.gstrrut, s.gstrnombre);
-            s.auxiliares_nuevos = s.gdb->NewRecord("select * from ctxaux_cod a  where a.activo='1'");
+            s.auxiliares_nuevos = auxiliares_activos(*s.gdb);
             s.grsAuxiliares = s.auxiliares_nuevos.get();
             CargarAuxiliaresRut(s, p);
         } catch (const std::invalid_argument& e) {

@@ -1,0 +1,325 @@
+// Goal: the assistants from the voucher screen to the stored voucher, on both engines, through the events of
+// the dialogs only.
+#include "apoyo/dialogo.h"
+#include "assistants/auxiliares.h"
+#include "assistants/reapertura.h"
+
+using namespace quorvel;
+using namespace quorvel::apoyo;
+
+namespace {
+
+class Asistentes : public ::testing::TestWithParam<Motor> {
+protected:
+    PantallaAbierta p{GetParam()};
+
+    void cabecera(const char* libro, const char* documento, const std::string& rut = "76.418.352-5") {
+        escribir(p.f, "mskF_comp", "20/03/2024");
+        elegir(p.f, "cmbDocumento", "002 COMPRA");
+        escribir(p.f, "txtconcepto", "Documento de prueba");
+        elegir(p.f, "cmblibro", libro);
+        elegir(p.f, "cmbdoc_libro", documento);
+        p.f.txtnum_ref.SetText("4512");
+        p.f.txtfecha_doc.SetText("19/03/2024");
+        p.f.txtrut_persona.SetText(rut);
+        p.f.txtnombre.SetText("FERRETERIA EL ROBLE SPA");
+    }
+    std::string guardado(const std::string& numero) {
+        return filas(*p.db,
+                     "select centro,auxiliar,debe_nacional,haber_nacional from ctdquorvel where num_docum='" +
+                         numero + "' order by secuencia");
+    }
+};
+std::string como(const ::testing::TestParamInfo<Motor>& m) { return nombre(m.param); }
+INSTANTIATE_TEST_SUITE_P(Motores, Asistentes, ::testing::ValuesIn(MOTORES), como);
+
+struct Caso {
+    const char *libro, *documento, *documento_dialogo, *rut, *cuenta;
+    std::vector<std::pair<const char*, const char*>> cajas;
+    const char* guardado;
+};
+const Caso CASOS[] = {
+    {"COMPRAS",
+     "FACTURA",
+     "FACTURA",
+     "76.418.352-5",
+     "501002",
+     {{"txtNeto", "100000"}},
+     "501002||100000|0;109001||19000|0;201001|000013|0|119000"},
+    {"COMPRAS",
+     "FACTURA",
+     "FACTURA",
+     "76.418.352-5",
+     "501002",
+     {{"txtNeto", "100000"}, {"txtExento", "20000"}, {"txtotro", "-500"}},
+     "501002||120000|0;109001||19000|0;201001|000013|0|138500;109002||0|500"},
+    {"COMPRAS",
+     "FACTURA",
+     "NOTA CREDITO",
+     "76.418.352-5",
+     "501002",
+     {{"txtNeto", "250"}},
+     "501002||0|250;109001||0|48;201001|000013|298|0"},
+    {"VENTAS",
+     "BOLETA",
+     "BOLETA",
+     "12.345.678-5",
+     "401001",
+     {{"txtNeto", "1000"}, {"txttasa_impuesto_otro", "20,5"}},
+     "401001||0|1000;203001||0|190;103002||1395|0;203002||0|205"},
+    {"VENTAS",
+     "NOTA DEBITO",
+     "NOTA DEBITO",
+     "12.345.678-5",
+     "401001",
+     {{"txtNeto", "1000"}},
+     "401001||0|1000;203001||0|190;103001|000012|1190|0"},
+    {"RETENCIONES",
+     "BOLETA",
+     "BOLETA",
+     "11.111.111-1",
+     "501001",
+     {{"txttotal", "100000"}},
+     "501001||100000|0;204002||0|16750;204001|000014|0|83250"},
+    {"INGRESOS",
+     "INGRESO",
+     "INGRESO",
+     "12.345.678-5",
+     "101001",
+     {{"txtExento", "5000"}},
+     "101001||0|5000;103001|000012|5000|0"},
+    {"EGRESOS",
+     "EGRESO",
+     "EGRESO",
+     "76.418.352-5",
+     "101002",
+     {{"txttotal", "7000"}},
+     "101002||7000|0;201001|000013|0|7000"},
+    {"EGRESOS",
+     "EGRESO",
+     "BOLETA",
+     "76.418.352-5",
+     "101002",
+     {{"txttotal", "7000"}, {"chktrasponer", "1"}},
+     "101002||0|7000;201001|000013|7000|0"},
+};
+
+TEST_P(Asistentes, CadaDocumentoSeGraba) {
+    int numero = 0;
+    for (const Caso& c : CASOS) {
+        SCOPED_TRACE(std::string(c.libro) + " " + c.documento_dialogo + " " + c.cajas[0].second);
+        p.f.ctlRegistro1.press(ui::ctlRegistro::Function::New);
+        cabecera(c.libro, c.documento, c.rut);
+        p.f.txtnum_ref.SetText(std::to_string(++numero));
+        p.e.al_abrir([&](ui::Form& d) {
+            elegir(d, "cmbdoc_libro", c.documento_dialogo);
+            escribir(d, "txtCuenta", c.cuenta);
+            for (const auto& [caja, valor] : c.cajas)
+                if (auto* const casilla = dynamic_cast<ui::CheckBox*>(d.find(caja)))
+                    casilla->press();
+                else
+                    escribir(d, caja, valor);
+            pulsar(d, "cmdaceptar");
+        });
+        pulsar(p.f, "cmdasistente");
+        EXPECT_EQ(p.f.cmbdoc_libro.Text(), c.documento_dialogo);
+        EXPECT_EQ(p.mensajes(), "");
+        const std::string propuesto = p.f.txtNum_doc.Text();
+        p.f.ctlRegistro1.press(ui::ctlRegistro::Function::Save);
+        EXPECT_EQ(p.mensajes(), "Comprobante Ingresado y Mayorizado");
+        EXPECT_EQ(guardado(propuesto), c.guardado);
+    }
+}
+
+TEST_P(Asistentes, RetiroDeSocio) {
+    cabecera("RET. SOCIO", "EGRESO", "11.111.111-1");
+    p.e.al_abrir([&](ui::Form& d) {
+        escribir(d, "txttotal", "500000");
+        pulsar(d, "cmdaceptar");
+        EXPECT_EQ(p.mensajes(), "Ingrese cuenta SOCIO");
+        escribir(d, "txtCuenta2", "303001");
+        pulsar(d, "cmdaceptar");
+        EXPECT_EQ(p.mensajes(), "Ingrese cuenta bancos");
+        escribir(d, "txtCuenta", "101002");
+        pulsar(d, "cmdaceptar");
+        EXPECT_EQ(p.mensajes(), "Ingrese auxiliar");
+        escribir(d, "txtAuxiliar2", "14");
+        EXPECT_EQ(texto(d, "lblauxiliar2"), "MARIA NUÑEZ DIAZ");
+        pulsar(d, "cmdaceptar");
+    });
+    pulsar(p.f, "cmdasistente");
+    EXPECT_EQ(p.f.lblTotalhaber.Caption(), "500.000");
+    p.f.ctlRegistro1.press(ui::ctlRegistro::Function::Save);
+    EXPECT_EQ(p.mensajes(), "Comprobante Ingresado y Mayorizado");
+    EXPECT_EQ(guardado(p.f.txtNum_doc.Text()), "101002||500000|0;303001|000014|0|500000");
+}
+
+TEST_P(Asistentes, EventosDelDialogo) {
+    cabecera("COMPRAS", "BOLETA");
+    p.e.al_abrir([&](ui::Form& d) {
+        EXPECT_EQ(texto(d, "cmbdoc_libro"), "") << "not offered for purchases";
+        EXPECT_EQ(texto(d, "cmbAuxiliar"), "000013 - FERRETERIA EL ROBLE SPA");
+        pulsar(d, "cmdaceptar");
+        elegir(d, "cmbdoc_libro", "FACTURA");
+        pulsar(d, "cmdaceptar");
+        EXPECT_EQ(p.mensajes(), "Ingrese documento / Ingrese cuenta");
+        escribir(d, "txtCuenta", "103001");
+        EXPECT_TRUE(d.find("txtauxiliar")->Enabled());
+        escribir(d, "txtauxiliar", "12");
+        EXPECT_EQ(texto(d, "txtauxiliar") + texto(d, "lblauxiliar"), "000012JUAN PEREZ SOTO");
+        escribir(d, "txtauxiliar", "99");
+        EXPECT_EQ(texto(d, "txtauxiliar"), "000012") << "out of use";
+        escribir(d, "txtCuenta", "501009");
+        EXPECT_EQ(texto(d, "txtCuenta"), "103001");
+        EXPECT_EQ(p.mensajes(), "Auxiliar no válido / Cuenta no válida");
+        escribir(d, "txtCuenta", "501001");
+        EXPECT_FALSE(d.find("txtauxiliar")->Enabled());
+        EXPECT_EQ(texto(d, "txtauxiliar"), "");
+        escribir(d, "txttotal", "abc");
+        pulsar(d, "cmdaceptar");
+        EXPECT_EQ(p.mensajes(), "Ingrese total");
+        escribir(d, "txttotal", "100000");
+        EXPECT_EQ(texto(d, "lblCuadre"), "Diferencia 100.000");
+        pulsar(d, "cmdiva");
+        EXPECT_EQ(texto(d, "txtNeto") + " " + texto(d, "lbliva") + " " + texto(d, "lblCuadre"),
+                  "84.034 15.966 Cuadra");
+        elegir(d, "cmbcodigo_otro_impuesto", "024 LICORES");
+        EXPECT_EQ(texto(d, "txttasa_impuesto_otro") + " " + texto(d, "txtotro"), "31,5 26.471");
+        elegir(d, "cmbcodigo_otro_impuesto", "");
+        EXPECT_EQ(texto(d, "txttasa_impuesto_otro"), "31,5");
+        p.db->executesql("update ctmcentros set activo='0' where centro='501001'");
+        pulsar(d, "cmdaceptar");
+        EXPECT_EQ(p.mensajes(), "Cuenta no válida") << "gone between typing and accepting";
+        pulsar(d, "cmdcancelar");
+    });
+    pulsar(p.f, "cmdasistente");
+    EXPECT_EQ(p.f.grdDetalle.Rows(), 0);
+    EXPECT_EQ(p.f.cmbdoc_libro.Text() + p.f.lblTotalDebe.Caption(), "BOLETA0");
+}
+
+TEST_P(Asistentes, BuscarConCtrlY) {
+    cabecera("COMPRAS", "FACTURA");
+    const auto ctrl_y = [](ui::Form& d, const char* caja) {
+        d.find(caja)->SetFocus();
+        auto e = ui::parse_key("ctrl+y");
+        d.send_key(*e);
+    };
+    p.e.al_abrir([&](ui::Form& d) {
+        d.find("txtCuenta")->SetFocus();
+        dynamic_cast<ui::TextBox&>(*d.find("txtCuenta")).user_edit("10");
+        ctrl_y(d, "txtCuenta"); // a half-typed code is no error
+        EXPECT_EQ(texto(d, "txtCuenta") + texto(d, "lblCuenta"), "103001CLIENTES");
+        d.find("cmbdoc_libro")->SetFocus();
+        ctrl_y(d, "txtauxiliar");
+        EXPECT_EQ(texto(d, "txtauxiliar") + texto(d, "lblauxiliar"), "000012JUAN PEREZ SOTO");
+        EXPECT_EQ(p.mensajes(), "");
+        pulsar(d, "cmdcancelar");
+    });
+    p.e.al_abrir([](ui::Form& busca) { pruebas::elegir_fila(busca, 0, "103001"); });
+    p.e.al_abrir([](ui::Form& busca) { pruebas::elegir_fila(busca, 0, "000012"); });
+    pulsar(p.f, "cmdasistente");
+}
+
+TEST_P(Asistentes, SeReabreSobreUnComprobanteGuardado) {
+    cabecera("COMPRAS", "FACTURA");
+    p.e.al_abrir([&](ui::Form& d) {
+        escribir(d, "txtCuenta", "501002");
+        escribir(d, "txtNeto", "100000");
+        escribir(d, "txttotal", "119001");
+        pulsar(d, "cmdaceptar");
+    });
+    pulsar(p.f, "cmdasistente");
+    p.f.ctlRegistro1.press(ui::ctlRegistro::Function::Save);
+    EXPECT_EQ(p.mensajes(), "Comprobante Ingresado y Mayorizado");
+    p.f.estado.compra = {"103001", "000012", "CLIENTES", "JUAN PEREZ SOTO"};
+    p.e.al_abrir([&](ui::Form& d) {
+        EXPECT_EQ(texto(d, "txtCuenta") + texto(d, "lblCuenta") + texto(d, "txtauxiliar") +
+                      texto(d, "lblauxiliar"),
+                  "501002COMPRAS");
+        EXPECT_EQ(texto(d, "txttotal") + " " + texto(d, "txtotro"), "119.000 0");
+        pulsar(d, "cmdcancelar");
+    });
+    pulsar(p.f, "cmdasistente");
+    EXPECT_EQ(p.f.lblTotalDebe.Caption(), "119.001");
+}
+
+TEST_P(Asistentes, ReaperturaReparteElTotal) {
+    const auto propuesta = [&](double neto, double exento, const char* total, const char* tasa) {
+        const auto r = proponer_reapertura(
+            *p.db, {neto, exento, total, tasa, Clave{1, "01", fecha(2024, 3, 20), "002", "7"}, "109002"});
+        return r ? r->neto + " " + r->iva + " " + r->otro + " " + r->total : "nothing";
+    };
+    EXPECT_EQ(propuesta(0, 0, "119.000", ""), "nothing");
+    EXPECT_EQ(propuesta(100000, 0, "119.000", ""), "100.000 19.000 0 119.000");
+    EXPECT_EQ(propuesta(150, 0, "179", ""), "150 29 0 178");
+    EXPECT_EQ(propuesta(100000, 5000, "155.500", "31,5"), "100.000 19.000 31.500 155.500");
+    EXPECT_EQ(propuesta(100000, 0, "118.500", ""), "100.000 19.000 0 119.000");
+    ejecutar(*p.db, "insert into ctdquorvel(empresa,subsistema,f_comp,documento,num_docum,secuencia,centro,"
+                    "haber_nacional) values (1,'01',#03/20/2024#,'002','7',4,'109002',500)");
+    EXPECT_EQ(propuesta(100000, 0, "118.500", ""), "100.000 19.000 500 119.500");
+}
+
+TEST_P(Asistentes, GeneraAuxiliar) {
+    ejecutar(*p.db, "insert into ctxaux_cod(auxiliar,n_auxiliar,activo,rut) values ('000015','x','0','1-9')");
+    cabecera("COMPRAS", "FACTURA", "9.876.543-3");
+    p.f.txtnombre.SetText("O'HIGGINS");
+    p.e.al_abrir([&](ui::Form& d) {
+        pulsar(d, "cmdaceptar");
+        EXPECT_EQ(p.mensajes(), "Ingrese auxiliar, sino existe auxiliar presione el botón Generar auxiliar");
+        pulsar(d, "cmdGenera");
+        pulsar(d, "cmdGenera");
+        EXPECT_EQ(texto(d, "cmbAuxiliar"), "000016 - 9.876.543-3 O'HIGGINS");
+        pulsar(d, "cmdcancelar");
+    });
+    pulsar(p.f, "cmdasistente");
+    EXPECT_EQ(filas(*p.db, "select auxiliar,tipo from ctxaux_cod where rut='9.876.543-3'"), "000016|PS");
+    EXPECT_EQ(filas(*p.db, "select sistema from ctmtipoaux where tipo_aux='PS'"), "0");
+
+    p.f.txtrut_persona.SetText("");
+    p.e.al_abrir([&](ui::Form& d) {
+        pulsar(d, "cmdGenera");
+        EXPECT_EQ(p.mensajes(), "Ingrese RUT");
+        d.close_by_user();
+    });
+    p.f.mnucompra.press();
+}
+
+TEST_P(Asistentes, GeneraAuxiliarSinRastroDeUnaFalla) {
+    ejecutar(*p.db, "alter table ctxaux_cod rename column tipo to tipo_antes");
+    EXPECT_THROW(generar_auxiliar(*p.db, "9.876.543-3", "x"), std::runtime_error);
+    EXPECT_EQ(filas(*p.db, "select n_tipo_aux from ctmtipoaux where tipo_aux='PS'"), "");
+}
+
+TEST_P(Asistentes, ExigenciasDelBoton) {
+    p.f.cmblibro.SetListIndex(2);
+    pulsar(p.f, "cmdasistente");
+    p.f.cmbdoc_libro.SetListIndex(2);
+    pulsar(p.f, "cmdasistente");
+    p.f.txtrut_persona.SetText("76.418.352-5");
+    pulsar(p.f, "cmdasistente");
+    EXPECT_EQ(p.mensajes(), "Ingrese documento / Ingrese RUT / Ingrese Nombre");
+    p.f.txtnombre.SetText("X");
+    p.f.cmblibro.SetListIndex(0);
+    pulsar(p.f, "cmdasistente");
+    EXPECT_EQ(p.e.formas_abiertas.size(), 1U) << "the general journal has no assistant";
+}
+
+TEST_P(Asistentes, DocumentosDeIngresoYEgreso) {
+    cabecera("COMPRAS", "FACTURA");
+    p.e.al_abrir([&](ui::Form& d) {
+        escribir(d, "txtCuenta", "501002");
+        escribir(d, "txtNeto", "100");
+        pulsar(d, "cmdaceptar");
+    });
+    pulsar(p.f, "cmdasistente");
+    p.f.ctlRegistro1.press(ui::ctlRegistro::Function::Save);
+    const std::string numero = p.f.txtNum_doc.Text();
+    (void)p.mensajes();
+    p.f.mnudoc_egreso.press();
+    p.f.mnudoc_egreso.press();
+    EXPECT_EQ(p.mensajes(), "Documento agregados / Documento ya existen");
+    EXPECT_EQ(p.f.cmbDocumento.ListCount(), 5);
+    EXPECT_EQ(p.f.cmbDocumento.Text() + " " + p.f.txtNum_doc.Text(), "002 COMPRA " + numero);
+}
+
+} // namespace

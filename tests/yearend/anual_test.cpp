@@ -1,0 +1,236 @@
+// Goal: closing a year and opening the next, on both engines: the opening equals the balances after the
+// closing. Method: companies built from random vouchers with fixed seeds; the rules alone.
+#include "apoyo/comprobante.h"
+#include "apoyo/empresa.h"
+#include "yearend/apertura.h"
+#include "yearend/cerrar_anio.h"
+#include "yearend/cierre.h"
+#include "yearend/descuadrados.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <random>
+
+using namespace quorvel;
+using namespace quorvel::apoyo;
+
+namespace {
+
+using Saldos = std::map<std::string, std::int64_t>;
+
+class Anual : public ::testing::TestWithParam<Motor> {
+protected:
+    std::unique_ptr<clsConexion> db = crear_empresa(GetParam());
+    int numero = 0;
+
+    struct Apunte {
+        std::string cuenta, auxiliar;
+        std::int64_t debe, haber;
+        std::string ref = "";
+    };
+    void comprobante(const std::string& dia, const std::vector<Apunte>& apuntes,
+                     const std::string& norma = "0", const std::string& ref = "",
+                     const std::string& empresa = "1") {
+        const std::string n = std::to_string(++numero);
+        const std::string clave = "(" + empresa + ",'01',#" + dia + "#,'001','" + n + "',";
+        ejecutar(
+            *db,
+            "insert into ctcquorvel(empresa,subsistema,f_comp,documento,num_docum,ifrs,num_ref) values " +
+                clave + "'" + norma + "','" + ref + " ')");
+        int i = 0;
+        for (const Apunte& a : apuntes)
+            ejecutar(*db,
+                     "insert into ctdquorvel(empresa,subsistema,f_comp,documento,num_docum,secuencia,centro,"
+                     "auxiliar,debe_nacional,haber_nacional,num_ref) values " +
+                         clave + std::to_string(++i) + ",'" + a.cuenta + "','" + a.auxiliar + "'," +
+                         std::to_string(a.debe) + "," + std::to_string(a.haber) + ",'" + a.ref + "')");
+    }
+    /// Sales and expenses of random amounts over customers and suppliers; the last one makes the result.
+    void anio_al_azar(unsigned semilla, std::int64_t resultado) {
+        std::mt19937 azar(semilla);
+        const auto monto = [&] { return static_cast<std::int64_t>(azar() % 900000 + 1); };
+        std::int64_t hasta_ahora = 0;
+        for (int i = 0; i < 40; ++i) {
+            const auto dia = (azar() % 9 < 1 ? "12/31" : "0" + std::to_string(azar() % 9 + 1) + "/15") +
+                             std::string("/2024");
+            const std::int64_t m = monto();
+            const bool venta = azar() % 2 == 0;
+            hasta_ahora += venta ? m : -m;
+            if (venta)
+                comprobante(dia, {{"103001", azar() % 2 ? "000012" : "000014", m, 0}, {"401001", "", 0, m}});
+            else
+                comprobante(dia, {{azar() % 2 ? "501001" : "501002", "", m, 0}, {"201001", "000013", 0, m}});
+            if (azar() % 3 == 0) comprobante(dia, {{"101001", "", m, 0}, {"103001", "000012", 0, m}});
+        }
+        const std::int64_t d = resultado - hasta_ahora;
+        comprobante("12/31/2024",
+                    {{"101002", "", std::max<std::int64_t>(d, 0), std::max<std::int64_t>(-d, 0)},
+                     {"401001", "", std::max<std::int64_t>(-d, 0), std::max<std::int64_t>(d, 0)}});
+    }
+    ResultadoAsiento cierre(const Avance& avance = {}) {
+        return generar_lineas_cierre(*db, {1, fecha(2024, 12, 31), "CIERRE", "302001", "302002", {}, {}},
+                                     avance);
+    }
+    ResultadoAsiento apertura(bool por_documento = false, const char* norma = "1") {
+        return generar_apertura(*db, {1, 2025, norma, "ASIENTO APERTURA 2025", por_documento});
+    }
+    void guardar(const ResultadoAsiento& r, const std::string& dia) {
+        std::vector<Apunte> apuntes;
+        for (const auto& [n, l] : r.asiento.lineas)
+            apuntes.push_back({l.centro, l.auxiliar, *a_numero(l.debe), *a_numero(l.haber)});
+        comprobante(dia, apuntes);
+    }
+    static std::optional<std::int64_t> a_numero(const std::string& t) {
+        return val_entero(numero_sql(t).value_or("x"));
+    }
+    void registrar_cierre() {
+        ejecutar(
+            *db,
+            "update ctmconfigu set f_comp_cierre=#12/31/2024#,documento_cierre='001',num_docum_cierre='" +
+                std::to_string(numero) + "' where empresa=1 and anio=2024");
+    }
+    static Saldos de(const AsientoGenerado& a) {
+        Saldos s;
+        for (const auto& [n, l] : a.lineas)
+            s[l.centro + "/" + l.auxiliar] += *a_numero(l.debe) - *a_numero(l.haber);
+        std::erase_if(s, [](const auto& x) { return x.second == 0; });
+        return s;
+    }
+    Saldos en_base() {
+        Saldos s;
+        for (const auto rs =
+                 db->NewRecord("select centro,auxiliar,sum(debe_nacional) as d,sum(haber_nacional) as h "
+                               "from ctdquorvel where empresa=1 and f_comp<=#12/31/2024# group by "
+                               "centro,auxiliar");
+             !rs->eof(); rs->MoveNext())
+            s[rs->at(0).text() + "/" + rs->at(1).text()] = rs->at(2).integer() - rs->at(3).integer();
+        std::erase_if(s, [](const auto& x) { return x.second == 0; });
+        return s;
+    }
+    static std::string en_texto(const ResultadoAsiento& r) {
+        if (r.rechazo) return r.rechazo->mensaje;
+        std::string t;
+        for (const auto& [n, l] : r.asiento.lineas)
+            t += (t.empty() ? "" : ";") + std::to_string(n) + "|" + l.centro + "|" + l.auxiliar + "|" +
+                 l.debe + "|" + l.haber + "|" + l.num_ref;
+        return t;
+    }
+};
+std::string como(const ::testing::TestParamInfo<Motor>& m) { return nombre(m.param); }
+INSTANTIATE_TEST_SUITE_P(Motores, Anual, ::testing::ValuesIn(MOTORES), como);
+
+TEST_P(Anual, LaAperturaEsElSaldoDespuesDelCierre) {
+    for (const std::int64_t resultado : {4321987, -3456789, 0}) {
+        SCOPED_TRACE(resultado);
+        db = crear_empresa(GetParam());
+        numero = 0;
+        anio_al_azar(static_cast<unsigned>(resultado + 7000000), resultado);
+        const ResultadoAsiento c = cierre();
+        EXPECT_EQ(c.asiento.total_debe, c.asiento.total_haber);
+        guardar(c, "12/31/2024");
+        registrar_cierre();
+        const Saldos esperado = en_base();
+        EXPECT_EQ(esperado.contains("401001/"), false);
+        const std::string cuenta = resultado < 0 ? "302002/" : "302001/";
+        EXPECT_EQ(esperado.contains(cuenta) ? esperado.at(cuenta) : 0, -resultado);
+
+        const auto cerrado = cerrar_anio_contable(*db, 1, HOY);
+        EXPECT_EQ(cerrado.mensaje, "Cierre Anual de 2024 Completado con éxito");
+        for (const bool por_documento : {false, true}) {
+            const ResultadoAsiento a = apertura(por_documento);
+            EXPECT_EQ(de(a.asiento), esperado) << por_documento;
+            EXPECT_EQ(a.asiento.total_debe, a.asiento.total_haber);
+        }
+    }
+}
+
+TEST_P(Anual, AperturaLineaPorLinea) {
+    comprobante("01/10/2024", {{"101001", "", 500, 0}, {"301001", "", 0, 500}});
+    comprobante("02/10/2024", {{"101002", "", 300, 0}, {"101002", "", 0, 300}});
+    comprobante("03/10/2024", {{"103001", "000012", 119, 0}, {"401001", "", 0, 119}}, "2");
+    comprobante("01/01/2025", {{"101001", "", 9, 0}, {"301001", "", 0, 9}});
+    EXPECT_EQ(en_texto(apertura()), "1|101001||500|0|;3|301001||0|500|;4|302001||0|0|")
+        << "an account at zero has no line and is counted; norm 2 and next year do not count";
+    EXPECT_EQ(en_texto(apertura(false, "2")),
+              "1|101001||500|0|;3|103001|000012|119|0|;4|301001||0|500|;5|302001||0|119|");
+}
+
+TEST_P(Anual, AperturaPorDocumento) {
+    comprobante("03/10/2024", {{"103001", "000012", 119, 0}, {"401001", "", 0, 119}}, "0", "77");
+    comprobante("03/11/2024", {{"103001", "000012", 238, 0}, {"401001", "", 0, 238}}, "0", "88");
+    comprobante("03/12/2024", {{"101001", "", 19, 0}, {"103001", "000012", 0, 19, "77"}}, "0", "5");
+    for (int vez = 0; vez < 2; ++vez) // the work table of the first run is replaced
+        EXPECT_EQ(en_texto(apertura(true)),
+                  "1|101001||19|0|;2|103001|000012|100|0|77;3|103001|000012|238|0|88;4|302001||0|357|");
+}
+
+TEST_P(Anual, CierreDeMayorAMenor) {
+    comprobante("03/10/2024", {{"501001", "", 1000, 0}, {"101001", "", 0, 1000}});
+    comprobante("03/11/2024", {{"101001", "", 400, 0}, {"401001", "", 0, 400}});
+    comprobante("03/12/2024", {{"501002", "", 50, 0}, {"501002", "", 0, 50}});
+    EXPECT_EQ(en_texto(cierre()), "1|401001||400|0|;2|501002||0|0|;3|501001||0|1.000|;4|302002||600|0|");
+    guardar(cierre(), "12/31/2024");
+    EXPECT_EQ(en_texto(cierre()), "1|501001||0|0|;2|401001||0|0|;3|501002||0|0|;4|302001||0|0|")
+        << "built again over itself: nothing is left to close";
+}
+
+TEST_P(Anual, LoQueNoSeGenera) {
+    EXPECT_EQ(en_texto(apertura()), "Empresa no tiene movimientos en año 2024");
+    anio_al_azar(1, 1000);
+    long oidas = 0;
+    const ResultadoAsiento r = cierre([&](long) { return ++oidas < 1; });
+    EXPECT_TRUE(r.cancelado);
+    EXPECT_TRUE(r.asiento.lineas.empty());
+    ejecutar(*db, "update ctmconfigu set centro_gan=null");
+    EXPECT_EQ(en_texto(apertura()).substr(0, 50), "La cuenta de utilidad no esta configurada. Configu");
+    ejecutar(*db, "delete from ctmconfigu");
+    EXPECT_EQ(en_texto(apertura()), "Empresa no configurada");
+}
+
+TEST_P(Anual, CerrarElAnio) {
+    const auto cerrar = [&] {
+        const auto r = cerrar_anio_contable(*db, 1, HOY);
+        return r.rechazo ? r.rechazo->mensaje : r.mensaje;
+    };
+    EXPECT_EQ(cerrar(), FALTA_CIERRE);
+    comprobante("03/10/2024", {{"501001", "", 1000, 0}, {"101001", "", 0, 1000}});
+    registrar_cierre();
+    EXPECT_EQ(cerrar(), "Comprobante de Cierre tiene errores que  descuadran el Balance General");
+    guardar(cierre(), "12/31/2024");
+    registrar_cierre();
+    ejecutar(*db, "update ctmconfigu set elaborado='Ana O''H'");
+    ejecutar(*db, "update adxemp_doc set ultimo_emitido='9'");
+    EXPECT_EQ(cerrar(), "Cierre Anual de 2024 Completado con éxito");
+    EXPECT_EQ(
+        filas(*db,
+              "select anio,f_digi_inicial,f_digi_final,f_comp_cierre,iva,elaborado from ctmconfigu where "
+              "anio=2025"),
+        "2025|2025-01-01|2025-12-31||203001|Ana O'H");
+    EXPECT_EQ(filas(*db, "select documento,ultimo_emitido from adxemp_doc order by documento"),
+              "001|0;002|0");
+    EXPECT_EQ(cerrar(), FALTA_CIERRE) << "a second screen must not close the year just opened";
+}
+
+TEST_P(Anual, CerradoAunqueNoSeRenumere) {
+    comprobante("03/10/2024", {{"101001", "", 1000, 0}, {"101002", "", 0, 1000}});
+    registrar_cierre();
+    ejecutar(*db, "alter table adxemp_doc rename column f_u_emision to f_antes");
+    EXPECT_EQ(cerrar_anio_contable(*db, 1, HOY).mensaje,
+              "Cierre anual completado, problemas al reiniciar numero de documento");
+    EXPECT_EQ(filas(*db, "select max(anio) from ctmconfigu"), "2025");
+}
+
+TEST_P(Anual, Descuadrados) {
+    EXPECT_EQ(lista_descuadrados(*db), "");
+    numero = 14;
+    comprobante("03/10/2024", {{"501001", "", 1000, 0}, {"101001", "", 0, 999}});
+    comprobante("03/10/2024", {{"501001", "", 1000, 0}, {"101001", "", 0, 1000}});
+    numero = 26;
+    comprobante("03/10/2024", {{"501001", "", 5, 0}}, "0", "", "2");
+    EXPECT_EQ(lista_descuadrados(*db), "15 - 27 - ");
+    EXPECT_EQ(lista_descuadrados(*db, EmpresaAnio{1, 2024}), "15 - ");
+    EXPECT_EQ(lista_descuadrados(*db, EmpresaAnio{1, 2023}), "");
+}
+
+} // namespace
