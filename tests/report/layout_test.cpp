@@ -92,11 +92,15 @@ TEST(Layout, BreaksPagesWithRepeatedHeaderAndCarriedSums) {
     en(l.pages[1], "Glosa", 10, 20);
     en(l.pages[1], "Vienen 15.000", 10, 25);
     en(l.pages[1], "g6", 10, 30);
-    en(l.pages[1], "g9", 10, 60);
-    // the totals need 20 mm of the 10 left: captions and sums move together
+    en(l.pages[1], "g8", 10, 50);
+    // the totals need 20 mm of the 10 left: captions and sums move together, and the last row with them
     EXPECT_EQ(buscar(l.pages[1], "Total 45.000"), nullptr);
-    en(l.pages[2], "Total 45.000", 10, 30);
-    en(l.pages[2], "Ana Nuñez", 10, 42);
+    EXPECT_EQ(buscar(l.pages[1], "g9"), nullptr);
+    en(l.pages[1], "Van 36.000", 10, 60);
+    en(l.pages[2], "Vienen 36.000", 10, 25);
+    en(l.pages[2], "g9", 10, 30);
+    en(l.pages[2], "Total 45.000", 10, 40);
+    en(l.pages[2], "Ana Nuñez", 10, 52);
     for (std::size_t i = 0; i < 3; ++i) en(l.pages[i], "Página " + std::to_string(i + 1) + " de 3", 10, 82);
 }
 

@@ -162,6 +162,7 @@ private:
             next_page();
             s = set(d_.detail, context(i)); // a text may show the page
         }
+        before_last_ = mark();
         row_ = i;
         for (auto& [name, sum] : sums_)
             sum += data_.rows[static_cast<std::size_t>(i)][static_cast<std::size_t>(data_.column(name))]
@@ -170,10 +171,39 @@ private:
         ++rows_on_page_;
     }
 
+    /// State before a row, to take it back.
+    struct Mark {
+        std::size_t boxes = 0, lines = 0, texts = 0;
+        double y = 0;
+        int row = -1;
+        std::map<std::string, double> sums;
+    };
+    [[nodiscard]] Mark mark() const {
+        const Page& p = out_.pages.back();
+        return {p.boxes.size(), p.lines.size(), p.texts.size(), y_, row_, sums_};
+    }
+
+    /// Totals never stand alone under a table header: the last row goes with them to the next page.
+    void take_last_row_along() {
+        const int last = row_;
+        const bool leaves_rows = rows_on_page_ > 1;
+        if (leaves_rows) {
+            Page& p = out_.pages.back();
+            p.boxes.resize(before_last_.boxes);
+            p.lines.resize(before_last_.lines);
+            p.texts.resize(before_last_.texts);
+            y_ = before_last_.y;
+            row_ = before_last_.row;
+            sums_ = before_last_.sums;
+        }
+        next_page();
+        if (leaves_rows) put_row(last);
+    }
+
     void put_totals() {
         SetBand s = set(d_.totals, context(row_));
         if (y_ + s.height > limit() + 0.001 && rows_on_page_ > 0) {
-            next_page();
+            take_last_row_along();
             s = set(d_.totals, context(row_));
         }
         if (d_.totals.at_bottom) y_ = std::max(y_, limit() - s.height);
@@ -187,6 +217,7 @@ private:
     double y_ = 0;
     int row_ = -1, rows_on_page_ = 0;
     std::map<std::string, double> sums_;
+    Mark before_last_;
 };
 
 } // namespace
