@@ -1,9 +1,12 @@
 #include "screen/adjuntos/adjuntos.h"
+#include "screen/borrador.h"
 #include "screen/campos.h"
 #include "screen/comandos/comandos.h"
 #include "screen/consultas/consultas.h"
+#include "screen/detalle/detalle.h"
 #include "screen/frmQuorvel.h"
 #include "screen/permisos.h"
+#include "text/letras_utf8.h"
 #include "text/numeros.h"
 #include "voucher/bloqueo.h"
 #include "voucher/cargar.h"
@@ -30,6 +33,14 @@ Permitido segun_estado(const frmQuorvel& f, const Comprobante& c) {
     return r;
 }
 
+/// Rates are stored with a point and shown with a comma.
+void tasas_con_coma(ui::ctlPlanilla& g) {
+    for (int i = 0; i < g.Rows(); ++i) {
+        const std::string tasa = g.TextMatrix(i, TASA);
+        if (tasa.find('.') != std::string::npos) g.SetTextMatrix(i, TASA, reemplazar(tasa, ".", ","));
+    }
+}
+
 void cargar_detalle(frmQuorvel& f, const Comprobante& c) {
     f.grdDetalle.Clear();
     f.lstadjunto.Clear();
@@ -38,6 +49,7 @@ void cargar_detalle(frmQuorvel& f, const Comprobante& c) {
     if (c.estado == "P") {
         f.grdDetalle.SetRecordSource(consulta_lineas(c.clave()));
         f.grdDetalle.Load();
+        tasas_con_coma(f.grdDetalle);
         f.CargarAdjuntos();
     }
     f.lblgstrcomprobante_adjunto.SetCaption(f.gstrcomprobante_adjunto);
@@ -69,6 +81,7 @@ void buscar(frmQuorvel& f) {
     const auto c = leer_cabecera(*f.glbdb, f.glbEmpresa, *fecha, elegido->documento, elegido->num_docum,
                                  elegido->subsistema);
     if (!c) return;
+    guardar_borrador(f);
     f.estado.cierre_generado = false;
     f.estado.cortado.reset();
     f.ctlRegistro1.RecordShown();

@@ -1,4 +1,5 @@
 #include "screen/adjuntos/adjuntos.h"
+#include "screen/borrador.h"
 #include "screen/campos.h"
 #include "screen/comandos/comandos.h"
 #include "screen/frmQuorvel.h"
@@ -91,6 +92,7 @@ void mostrar_grabado(frmQuorvel& f, Comprobante c) {
     f.estado.cotizacion_exacta = c.cotizacion;
     f.estado.cotizacion_mostrada = f.txtCotizacion.Text();
     f.estado.cargado = std::move(c);
+    if (f.estado.cortado) borrar_borrador(f);
     f.estado.cortado.reset();
     f.SetCaption(titulo(f, "P"));
     f.informacion("Comprobante Ingresado y Mayorizado");
@@ -103,10 +105,12 @@ void guardar(frmQuorvel& f) {
     Comprobante c = leer_pantalla(f);
     if (!validar(f, c)) return;
     const ResultadoGrabar r = GrabarComprobante(*f.glbdb, c, opciones(f, c));
+    c.comprobante_adjunto = r.comprobante_adjunto; // the files may have moved, also when the save failed
     if (!r.error.empty()) {
+        f.gstrcomprobante_adjunto = r.comprobante_adjunto;
+        f.lblgstrcomprobante_adjunto.SetCaption(r.comprobante_adjunto);
         f.critico(r.error);
     } else {
-        c.comprobante_adjunto = r.comprobante_adjunto;
         mostrar_grabado(f, std::move(c));
     }
     f.grdDetalle.SetFocus();
