@@ -2,6 +2,7 @@
 #include "assistants/libros.h"
 #include "interchange/tablas_impresion.h"
 #include "screen/anchos.h"
+#include "screen/borrador.h"
 #include "screen/campos.h"
 #include "screen/detalle/detalle.h"
 #include "screen/frmQuorvel.h"
@@ -92,6 +93,7 @@ void frmQuorvel::Form_Activate() {
 
 void frmQuorvel::Form_Unload() {
     atender([this] {
+        guardar_borrador(*this);
         if (glbdb) desbloquear_usuario(*this);
         if (glbdb && glbdbReport && ctlRegistro1.Flag(PERMISO_IMPRIMIR) && !misma_base(*glbdb, *glbdbReport))
             borrar_tablas_impresion(*glbdbReport);

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <functional>
 
 using namespace quorvel;
@@ -264,4 +265,31 @@ TEST_P(Comprobantes, AVoucherThatSomeoneDeletedIsNotWrittenInPieces) {
     EXPECT_EQ(p.mensajes(), Textos{"Problemas para actualizar cabecera"});
     EXPECT_EQ(p.sql("select count(*) from ctdquorvel"), "0");
     EXPECT_EQ(p.f.grdDetalle.Rows(), 2) << "the screen keeps the voucher";
+}
+
+TEST(Borrador, AnUnsavedVoucherCanBeImportedAgain) {
+    Pantalla p;
+    const std::string borrador = p.carpeta + "/borrador_1_1.csv";
+    p.abrir();
+    p.comprobante("1000");
+    p.guardar();
+    p.escribir("txtconcepto", "uno; dos");
+    p.escritorio.responder(ui::Answer::yes);
+    p.pulsar("cmdcortar");
+    p.f.Unload(); // a cut voucher that nobody saved again
+    EXPECT_EQ(p.sql("select count(*) from ctcquorvel"), "0");
+    p.mensajes();
+    p.abrir();
+    p.escritorio.elegir_archivo(borrador);
+    p.pulsar("mnuImportar");
+    EXPECT_EQ(p.f.txtconcepto.Text() + "|" + p.f.cmbDocumento.Text() + "|" + p.totales(),
+              "uno, dos|001 TRASPASO|1.000|1.000");
+    p.escritorio.responder(ui::Answer::yes);
+    p.guardar();
+    p.pulsar("cmdcortar");
+    p.guardar();
+    EXPECT_EQ(p.sql("select num_docum,t_debe from ctcquorvel"), "1|1000");
+    EXPECT_FALSE(std::filesystem::exists(borrador)) << "saved again, so no draft is left";
+    p.nuevo();
+    EXPECT_FALSE(std::filesystem::exists(borrador)) << "nothing was lost";
 }

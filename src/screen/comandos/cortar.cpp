@@ -1,4 +1,5 @@
 #include "screen/adjuntos/adjuntos.h"
+#include "screen/borrador.h"
 #include "screen/campos.h"
 #include "screen/comandos/comandos.h"
 #include "screen/comandos/procesado.h"
@@ -58,6 +59,7 @@ void cortar(frmQuorvel& f) {
     if (!error.empty()) return f.critico(error);
     RenovarComprobante(f); // the attachment set stays: its files are where they were
     f.estado.cortado = guardado;
+    guardar_borrador(f); // until it is saved again it exists nowhere else
 }
 
 void copiar(frmQuorvel& f) {

@@ -1,3 +1,4 @@
+#include "screen/borrador.h"
 #include "screen/campos.h"
 #include "screen/comandos/comandos.h"
 #include "screen/frmQuorvel.h"
@@ -5,6 +6,7 @@
 namespace quorvel {
 
 void nuevo(frmQuorvel& f) {
+    guardar_borrador(f);
     limpiar_para_nuevo(f);
     f.cmbDocumento.SetFocus();
 }
