@@ -101,11 +101,17 @@ constexpr Renglon LINEAS[] = {
     {"201001", "000021", "", "119000", "factura 4521"},
 };
 
-void linea(Teclado& t, const Renglon& l) {
-    for (const char* celda : {l.cuenta, l.auxiliar, l.debe, l.haber, l.glosa}) {
-        t.escribir(celda);
-        t.tecla(celda == l.glosa ? Qt::Key_Return : Qt::Key_Tab);
-    }
+/// The screen skips cells that an account does not use, so the goal is a column, not a number of tabs.
+void celda(frmQuorvel& f, Teclado& t, int columna, const std::string& texto) {
+    if (texto.empty()) return;
+    for (int i = 0; i < f.grdDetalle.Cols() && f.grdDetalle.Col() != columna; ++i) t.tecla(Qt::Key_Tab);
+    t.escribir(texto);
+}
+
+void linea(frmQuorvel& f, Teclado& t, const Renglon& r) {
+    const char* const celdas[] = {r.cuenta, r.auxiliar, r.debe, r.haber, r.glosa};
+    for (int i = 0; i < 5; ++i) celda(f, t, i + 1, celdas[i]);
+    t.tecla(Qt::Key_Return);
 }
 
 } // namespace
@@ -129,7 +135,7 @@ int demo_run(const fs::path& carpeta) {
         Ayudante ayudante(carpeta, teclado);
         ingresar_compra(f, teclado);
         teclado.tecla(Qt::Key_Y, Qt::ControlModifier);
-        for (const Renglon& l : LINEAS) linea(teclado, l);
+        for (const Renglon& l : LINEAS) linea(f, teclado, l);
         ayudante.foto(*ventana, "comprobante");
         teclado.tecla(Qt::Key_F5);
         teclado.tecla(Qt::Key_F2);

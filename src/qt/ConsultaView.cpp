@@ -35,6 +35,9 @@ QString caption_of(const std::string& column) {
         {"rut", "RUT"},
         {"tipo", "Tipo"},
         {"debe", "Debe"},
+        {"doc_libro", "Doc."},
+        {"n_documento", "Nombre"},
+        {"usuario", "Usuario"},
         {"haber", "Haber"},
         {"diferencia", "Diferencia"},
     };

@@ -14,6 +14,7 @@
 #include <QLineEdit>
 #include <QMouseEvent>
 #include <QPointer>
+#include <algorithm>
 
 namespace quorvel::qt {
 
@@ -73,7 +74,8 @@ void GridView::sync() {
 void GridView::sync_widths() {
     applying_widths_ = true;
     for (int i = 0; i < grid_->Cols(); ++i) {
-        const int width = grid_->Columns(i).Width;
+        const int wanted = grid_->Columns(i).Width;
+        const int width = wanted > 0 ? std::max(wanted, horizontalHeader()->sectionSizeHint(i)) : 0;
         if (width > 0 && columnWidth(i) != width) setColumnWidth(i, width);
     }
     applying_widths_ = false;

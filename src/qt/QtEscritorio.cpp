@@ -81,7 +81,7 @@ void QtEscritorio::on_close(ui::Form& form) {
     // The window may be in the middle of one of its own events: it goes when those have returned.
     retired_.push_back(open);
     if (open.waiting) open.waiting->quit();
-    QTimer::singleShot(0, qApp, [this] { purge(); });
+    QTimer::singleShot(0, &context_, [this] { purge(); });
     activate_top();
 }
 

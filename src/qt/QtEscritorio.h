@@ -49,6 +49,7 @@ private:
     std::vector<Open> windows_;
     std::vector<Open> retired_;
     std::unique_ptr<QProgressDialog> progress_;
+    QObject context_; ///< queued calls die with it
     int depth_ = 0;
     bool busy_ = false;
 };
