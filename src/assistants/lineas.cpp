@@ -87,7 +87,7 @@ std::vector<Linea> lineas_documento(const Variante& v, const DocumentoTributario
                                     const std::string& concepto) {
     const bool solo_total = v.iva == nullptr;
     const bool nota_credito = !solo_total && es_nota_credito(d.documento);
-    const bool boleta = !solo_total && !nota_credito && v.es_boleta(d.documento);
+    const bool boleta = !solo_total && v.es_boleta(d.documento);
     const bool impuestos = !solo_total && (!boleta || v.iva_en_boleta);
     const bool debe = (v.principal == Lado::debe) != (solo_total ? d.trasponer : nota_credito);
     const Decimal otro = Decimal::leer(d.otro);

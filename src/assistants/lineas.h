@@ -40,7 +40,7 @@ struct DocumentoTributario {
     bool trasponer = false; ///< income and egress: sides exchanged
 };
 
-/// Two to four lines. A credit note exchanges the sides and never takes the receipts account. Nothing is
+/// Two to four lines. A credit note exchanges the sides. Nothing is
 /// balanced here: a total that is not the sum of its parts goes into the main line.
 [[nodiscard]] std::vector<Linea> lineas_documento(const Variante& v, const DocumentoTributario& d,
                                                   const Configuracion& k, const std::string& concepto);

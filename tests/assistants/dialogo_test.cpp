@@ -220,6 +220,36 @@ TEST_P(Asistentes, BuscarConCtrlY) {
     pulsar(p.f, "cmdasistente");
 }
 
+/// Plays keys into the form on top: a word in <> is a key's name. @return how many keys that was
+int teclas(ui::Form& forma, const std::string& guion) {
+    int n = 0;
+    for (std::size_t i = 0; i < guion.size(); ++i, ++n) {
+        if (guion[i] != '<') {
+            pruebas::teclear(forma, guion.substr(i, 1));
+            continue;
+        }
+        const std::size_t fin = guion.find('>', i);
+        auto e = ui::parse_key(guion.substr(i + 1, fin - i - 1));
+        forma.send_key(*e);
+        i = fin;
+    }
+    return n;
+}
+
+TEST_P(Asistentes, FacturaDeCompraSinRaton) {
+    p.f.mskF_comp.SetFocus();
+    int n = teclas(p.f,
+                   "<enter>002<enter><enter>com<enter><enter><enter><enter>Compra<enter>fac<enter>4512<enter>"
+                   "140624<enter><enter>764183525<enter><tab>roble<tab>");
+    EXPECT_EQ(p.f.active_control()->name(), "cmdasistente");
+    p.e.al_abrir([&](ui::Form& d) { n += teclas(d, "<enter>501002<enter><enter>100000<f5>"); });
+    n += teclas(p.f, "<enter>");
+    n += teclas(p.f, "<f5>");
+    EXPECT_EQ(p.mensajes(), "Comprobante Ingresado y Mayorizado");
+    EXPECT_EQ(guardado(p.f.txtNum_doc.Text()), "501002||100000|0;109001||19000|0;201001|000013|0|119000");
+    EXPECT_EQ(n, 72) << "the manual names this figure";
+}
+
 TEST_P(Asistentes, SeReabreSobreUnComprobanteGuardado) {
     cabecera("COMPRAS", "FACTURA");
     p.e.al_abrir([&](ui::Form& d) {

@@ -23,6 +23,8 @@ frmAsistente::frmAsistente(ui::Escritorio& escritorio) : Form(escritorio, "frmAs
         }
     };
     cmdaceptar.Click += [this] { atender([this] { cmdaceptar_Click(); }); };
+    cmdaceptar.SetToolTip("F5");
+    cmdcancelar.SetToolTip("Esc");
     cmdcancelar.Click += [this] { Hide(); };
 }
 
@@ -132,10 +134,6 @@ void frmAsistente::cmdaceptar_Click() {
     Hide();
 }
 
-void frmAsistente::Form_KeyDown(ui::KeyEvent& e) {
-    if (e.key != ui::Key::escape) return;
-    e.handled = true;
-    Hide();
-}
+void frmAsistente::Form_KeyDown(ui::KeyEvent& e) { tecla_dialogo(*this, e, cmdaceptar); }
 
 } // namespace quorvel

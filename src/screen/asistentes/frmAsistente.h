@@ -16,11 +16,8 @@ public:
     // In tab order.
     ui::ComboBox cmbdoc_libro{*this, "cmbdoc_libro"};
     ui::ctlEntrada txtCuenta{*this, "txtCuenta"};
-    ui::CommandButton cmdCuenta{*this, "cmdCuenta", "..."};
     ui::ctlEntrada txtauxiliar{*this, "txtauxiliar"};
-    ui::CommandButton cmdAuxiliar{*this, "cmdAuxiliar", "..."};
     ui::ComboBox cmbAuxiliar{*this, "cmbAuxiliar"};
-    ui::CommandButton cmdGenera{*this, "cmdGenera", "Genera Aux."};
     ui::ctlEntrada txtNeto{*this, "txtNeto"}, txtExento{*this, "txtExento"};
     ui::ComboBox cmbcodigo_otro_impuesto{*this, "cmbcodigo_otro_impuesto"};
     ui::ctlEntrada txttasa_impuesto_otro{*this, "txttasa_impuesto_otro"}, txtotro{*this, "txtotro"};
@@ -30,6 +27,9 @@ public:
     ui::CheckBox chktrasponer{*this, "chktrasponer", "Comprobante de Pago cuentas"};
     ui::CommandButton cmdaceptar{*this, "cmdaceptar", "Aceptar"},
         cmdcancelar{*this, "cmdcancelar", "Cancelar"};
+    // The keyboard opens these by Ctrl+Y, so they do not stand between the boxes.
+    ui::CommandButton cmdCuenta{*this, "cmdCuenta", "..."}, cmdAuxiliar{*this, "cmdAuxiliar", "..."},
+        cmdGenera{*this, "cmdGenera", "Genera Aux."};
     ui::Label lblCuenta{*this, "lblCuenta"}, lblauxiliar{*this, "lblauxiliar"}, lblRut{*this, "lblRut"},
         lblnombre{*this, "lblnombre"}, lbliva{*this, "lbliva", "0"}, lblimpuesto{*this, "lblimpuesto", "IVA"};
     ui::Label lblneto{*this, "lblneto", "Neto Imponible"}, lblexento{*this, "lblexento", "Monto Exento"},

@@ -15,6 +15,8 @@ frmAsistente2::frmAsistente2(ui::Escritorio& escritorio)
     txttotal.SetRightAligned(true);
     txttotal.LeftChanged += [this](bool&) { formatear_monto(txttotal); };
     cmdaceptar.Click += [this] { atender([this] { cmdaceptar_Click(); }); };
+    cmdaceptar.SetToolTip("F5");
+    cmdcancelar.SetToolTip("Esc");
     cmdcancelar.Click += [this] { Hide(); };
 }
 
@@ -50,10 +52,6 @@ void frmAsistente2::cmdaceptar_Click() {
     Hide();
 }
 
-void frmAsistente2::Form_KeyDown(ui::KeyEvent& e) {
-    if (e.key != ui::Key::escape) return;
-    e.handled = true;
-    Hide();
-}
+void frmAsistente2::Form_KeyDown(ui::KeyEvent& e) { tecla_dialogo(*this, e, cmdaceptar); }
 
 } // namespace quorvel

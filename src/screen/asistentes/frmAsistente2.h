@@ -12,16 +12,14 @@ public:
     // In tab order.
     ui::ComboBox cmbdoc_libro{*this, "cmbdoc_libro"};
     ui::ctlEntrada txtCuenta{*this, "txtCuenta"};
-    ui::CommandButton cmdCuenta{*this, "cmdCuenta", "..."};
     ui::ctlEntrada txtCuenta2{*this, "txtCuenta2"};
-    ui::CommandButton cmdcuenta2{*this, "cmdcuenta2", "..."};
     ui::ctlEntrada txtAuxiliar2{*this, "txtAuxiliar2"};
-    ui::CommandButton cmdAuxiliar2{*this, "cmdAuxiliar2", "..."};
     ui::ComboBox cmbAuxiliar{*this, "cmbAuxiliar"};
-    ui::CommandButton cmdGenera{*this, "cmdGenera", "Genera Aux."};
     ui::ctlEntrada txttotal{*this, "txttotal"};
     ui::CommandButton cmdaceptar{*this, "cmdaceptar", "Aceptar"},
         cmdcancelar{*this, "cmdcancelar", "Cancelar"};
+    ui::CommandButton cmdCuenta{*this, "cmdCuenta", "..."}, cmdcuenta2{*this, "cmdcuenta2", "..."},
+        cmdAuxiliar2{*this, "cmdAuxiliar2", "..."}, cmdGenera{*this, "cmdGenera", "Genera Aux."};
     ui::Label lblCuenta{*this, "lblCuenta"}, lblCuenta2{*this, "lblCuenta2"},
         lblauxiliar2{*this, "lblauxiliar2"}, lblRut{*this, "lblRut"}, lblnombre{*this, "lblnombre"};
 

@@ -127,6 +127,15 @@ void formatear_monto(ui::ctlEntrada& monto) {
     if (!monto.Text().empty()) monto.SetText(mostrar_monto(monto.Value()));
 }
 
+void tecla_dialogo(ui::Form& f, ui::KeyEvent& e, ui::CommandButton& aceptar) {
+    if (e.ctrl || e.alt || e.shift || (e.key != ui::Key::escape && e.key != ui::Key::f5)) return;
+    e.handled = true;
+    if (e.key == ui::Key::f5)
+        aceptar.press();
+    else
+        f.Hide();
+}
+
 bool exigir(ui::Form& f, bool ok, const char* mensaje, ui::Control* foco) {
     if (ok) return true;
     f.critico(mensaje);

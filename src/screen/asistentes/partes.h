@@ -51,6 +51,9 @@ void formatear_monto(ui::ctlEntrada& monto);
 /// Shows a failed check and goes to its control. @return ok
 bool exigir(ui::Form& f, bool ok, const char* mensaje, ui::Control* foco = nullptr);
 
+/// F5 presses "Aceptar" from wherever the focus is, Escape cancels.
+void tecla_dialogo(ui::Form& f, ui::KeyEvent& e, ui::CommandButton& aceptar);
+
 inline constexpr const char* FALTA_AUXILIAR_CONTRAPARTE =
     "Ingrese auxiliar, sino existe auxiliar presione el botón Generar auxiliar";
 
