@@ -81,6 +81,7 @@ TEST_F(Detalle, KeysThatAColumnTakes) {
 TEST_F(Detalle, AccountAuxiliaryAndGloss) {
     ASSERT_TRUE(p.celda(0, 1, "103001"));
     EXPECT_EQ(g.Col(), 2) << "the account asks for an auxiliary";
+    EXPECT_EQ(g.TextMatrix(0, 3) + g.TextMatrix(0, 4), "") << "equal totals leave nothing to balance";
     EXPECT_EQ(p.f.lblCuenta.Caption(), "CLIENTES");
     EXPECT_EQ(g.TextMatrix(0, 5), std::string(30, 'N') + "ÑANDÚ" + std::string(25, 'Z')) << "60 letters";
     ASSERT_TRUE(p.celda(0, 2, "12"));
