@@ -16,7 +16,7 @@ struct Colores {
 };
 constexpr Colores CLARO{0xfff3f4f6, 0xffffffff, 0xfff7f8fa, 0xff1d2127, 0xffe9ebee,
                         0xffc3c8cf, 0xff1f5f8b, 0xffffffff, 0xff8a9099};
-constexpr Colores OSCURO{0xff24272b, 0xff1b1d20, 0xff202327, 0xffe4e6e9, 0xff33373c,
+constexpr Colores OSCURO{0xff2f3338, 0xff1b1d20, 0xff212428, 0xffe4e6e9, 0xff3d4248,
                          0xff4a4f56, 0xff5aa3d6, 0xff10141a, 0xff7b828b};
 
 QPalette paleta(const Colores& c) {

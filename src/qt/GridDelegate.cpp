@@ -38,6 +38,9 @@ void GridDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     const QPalette& palette = option.palette;
     const QColor accent = palette.color(QPalette::Highlight);
     if (on_row) painter->fillRect(option.rect, blend(accent, palette.color(QPalette::Base), 0.12));
+    painter->setPen(blend(palette.color(QPalette::Mid), palette.color(QPalette::Base), 0.6));
+    painter->drawLine(option.rect.topRight(), option.rect.bottomRight());
+    painter->drawLine(option.rect.bottomLeft(), option.rect.bottomRight());
     QRect text_rect = option.rect.adjusted(5, 0, -5, 0);
     const QRect button = view_.button_rect(index.row(), index.column());
     if (button.isValid()) text_rect.setRight(button.left() - 2);

@@ -15,6 +15,7 @@
 #include <QMouseEvent>
 #include <QPointer>
 #include <algorithm>
+#include <numeric>
 
 namespace quorvel::qt {
 
@@ -27,6 +28,7 @@ GridView::GridView(QWidget* parent)
     setTabKeyNavigation(false);
     setAlternatingRowColors(false);
     setWordWrap(false);
+    setShowGrid(false); // the delegate rules the cells in a colour that shows on light and dark
     setMouseTracking(true);
     setFocusPolicy(Qt::TabFocus);
     setAttribute(Qt::WA_InputMethodEnabled);
@@ -71,14 +73,30 @@ void GridView::sync() {
     sync_editor();
 }
 
+/// Columns as wide as the planilla says, and never narrower than their captions; what that takes too much of
+/// the room, the widest column gives back.
 void GridView::sync_widths() {
-    applying_widths_ = true;
+    if (grid_ == nullptr || grid_->Cols() == 0) return;
+    constexpr int least = 120;
+    std::vector<int> widths;
     for (int i = 0; i < grid_->Cols(); ++i) {
         const int wanted = grid_->Columns(i).Width;
-        const int width = wanted > 0 ? std::max(wanted, horizontalHeader()->sectionSizeHint(i)) : 0;
-        if (width > 0 && columnWidth(i) != width) setColumnWidth(i, width);
+        widths.push_back(
+            std::max(wanted > 0 ? wanted : columnWidth(i), horizontalHeader()->sectionSizeHint(i)));
     }
+    const int excess = std::accumulate(widths.begin(), widths.end(), 0) - viewport()->width();
+    int& widest = *std::max_element(widths.begin(), widths.end());
+    if (excess > 0 && excess <= widest - least) widest -= excess;
+    applying_widths_ = true;
+    for (int i = 0; i < grid_->Cols(); ++i)
+        if (columnWidth(i) != widths[static_cast<std::size_t>(i)])
+            setColumnWidth(i, widths[static_cast<std::size_t>(i)]);
     applying_widths_ = false;
+}
+
+void GridView::resizeEvent(QResizeEvent* event) {
+    QTableView::resizeEvent(event);
+    sync_widths();
 }
 
 void GridView::sync_current() {

@@ -43,6 +43,7 @@ private:
     void sync_current();
     void sync_editor();
     void sync_widths();
+    void resizeEvent(QResizeEvent* event) override;
     void place_editor();
     bool forward(QKeyEvent& event);
     bool editor_key(QKeyEvent& event);

@@ -36,6 +36,7 @@ void TextBinding::pull_state() {
     if (edit_.text() != text) {
         const QSignalBlocker block(edit_);
         edit_.setText(text);
+        if (!edit_.hasFocus()) edit_.home(false);
     }
     edit_.setReadOnly(box_.Locked());
     edit_.setAlignment((box_.RightAligned() ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
@@ -81,6 +82,8 @@ bool TextBinding::eventFilter(QObject* watched, QEvent* event) {
         const auto* input = static_cast<QInputMethodEvent*>(event);
         if (!input->commitString().isEmpty()) return type(input->commitString());
     }
+    // A long text is read from its beginning once the caret is elsewhere.
+    if (event->type() == QEvent::FocusOut) edit_.home(false);
     return Binding::eventFilter(watched, event);
 }
 

@@ -63,8 +63,9 @@ std::optional<ui::KeyEvent> translate(const QKeyEvent& event) {
 
 bool edits_natively(const QKeyEvent& event) {
     if (event.matches(QKeySequence::Paste)) return false;
-    for (const auto standard : {QKeySequence::Copy, QKeySequence::Cut, QKeySequence::Undo, QKeySequence::Redo,
-                                QKeySequence::SelectAll}) {
+    // Redo is left out: its Ctrl+Y is the lookup key.
+    for (const auto standard :
+         {QKeySequence::Copy, QKeySequence::Cut, QKeySequence::Undo, QKeySequence::SelectAll}) {
         if (event.matches(standard)) return true;
     }
     switch (event.key()) {

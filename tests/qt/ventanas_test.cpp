@@ -108,8 +108,13 @@ TEST(Ventanas, EveryFormBindsWithoutProblems) {
     formas.push_back(std::make_unique<frmcheque>(e, EntradaCheque{}));
     formas.push_back(std::make_unique<frmfactura>(e, EntradaFactura{}));
     EXPECT_EQ(p.escritorio.window_of(p.f())->problems(), std::vector<std::string>{});
-    for (const auto& forma : formas)
-        EXPECT_EQ(qt::FormWindow(*forma, nullptr).problems(), std::vector<std::string>{}) << forma->name();
+    for (const auto& forma : formas) {
+        qt::FormWindow ventana(*forma, nullptr);
+        EXPECT_EQ(ventana.problems(), std::vector<std::string>{}) << forma->name();
+        // Pictures to look at, when somebody wants them.
+        if (const QString fotos = qEnvironmentVariable("QUORVEL_FOTOS"); !fotos.isEmpty())
+            ventana.grab().save(fotos + '/' + QString::fromStdString(forma->name()) + ".png");
+    }
 }
 
 TEST(Ventanas, BinderNamesWhatDoesNotFit) {
@@ -134,9 +139,11 @@ TEST(Ventanas, KeysEnterAndSaveAVoucher) {
     p.ir_a("grdDetalle");
     p.celda(1, "101001");
     p.celda(3, "150000");
+    p.celda(5, "caja");
     p.teclado.tecla(Qt::Key_Return);
     p.celda(1, "301001");
     p.celda(4, "150000");
+    p.celda(5, "capital");
     p.teclado.tecla(Qt::Key_Return);
     EXPECT_EQ(p.f().lblTotalDebe.Caption(), "150.000");
     EXPECT_EQ(p.f().lblTotalhaber.Caption(), "150.000");
