@@ -18,6 +18,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
+constexpr const char* NUMERO = "4521"; // of the document that is keyed in
+
 /// Answers the modal windows that the keys bring up, and takes their pictures.
 class Ayudante : public QObject {
 public:
@@ -53,8 +55,10 @@ private:
             return;
         }
         ui::Control* lista = ventana.form().find("ctlConsulta1");
+        const bool busca = ventana.form().name() == "frmBuscaQuorvel";
+        if (busca && ventana.form().find("txtnum_ref")->SetFocus()) teclado_.escribir(NUMERO);
         if (lista != nullptr) lista->SetFocus();
-        teclado_.tecla(ventana.form().name() == "frmBuscaQuorvel" ? Qt::Key_Return : Qt::Key_Escape);
+        teclado_.tecla(busca ? Qt::Key_Return : Qt::Key_Escape);
     }
 
     fs::path carpeta_;
@@ -83,7 +87,7 @@ void ingresar_compra(frmQuorvel& f, Teclado& t) {
     campo(f, t, "cmblibro", "COMPRAS");
     campo(f, t, "txtconcepto", "Compra de materiales de oficina");
     campo(f, t, "cmbdoc_libro", "FACTURA");
-    campo(f, t, "txtnum_ref", "4521");
+    campo(f, t, "txtnum_ref", NUMERO);
     campo(f, t, "txtfecha_doc", hoy);
     campo(f, t, "txtfecha_pago", hoy);
     campo(f, t, "txtrut_persona", "96511640-0");
@@ -119,8 +123,11 @@ void linea(frmQuorvel& f, Teclado& t, const Renglon& r) {
 int demo_run(const fs::path& carpeta) {
     try {
         fs::create_directories(carpeta);
-        const auto base = carpeta / "demo.db";
-        if (!fs::exists(base)) crear_demo("sqlite:" + base.string());
+        // Every run starts from the same company, so that it always keys in the same document.
+        const auto base = carpeta / "demo-run.db";
+        for (const char* cola : {"", "-wal", "-shm"}) fs::remove(base.string() + cola);
+        fs::remove(carpeta / "ctcQuorvel.pdf");
+        crear_demo("sqlite:" + base.string());
         qt::QtEscritorio escritorio;
         qt::PdfReportPrinter impresor(carpeta);
         const RelojSistema reloj;

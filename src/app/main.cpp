@@ -111,13 +111,15 @@ int principal(int argc, char** argv) {
     if (app.got_subcommand("db")) return 0;
 #ifdef QUORVEL_DRIVER
     if (driver->parsed()) {
-        const auto imprimir = [](const std::filesystem::path& carpeta,
-                                 std::function<void(const std::string&)> avisar) {
-            auto pdf = std::make_unique<qt::PdfReportPrinter>(carpeta);
-            pdf->on_printed = std::move(avisar);
-            return pdf;
+        OpcionesDriver opciones;
+        opciones.definiciones = carpeta_datos() / "reports";
+        opciones.impresor = [](const std::filesystem::path& carpeta,
+                               std::function<void(const std::string&)> impreso) {
+            auto impresor = std::make_unique<qt::PdfReportPrinter>(carpeta);
+            impresor->on_printed = std::move(impreso);
+            return impresor;
         };
-        return run_driver(std::cin, std::cout, {imprimir, carpeta_datos() / "reports"});
+        return run_driver(std::cin, std::cout, opciones);
     }
 #endif
     return con_ventanas(argc, argv, o, app);

@@ -37,11 +37,11 @@ void frmfactura::preparar_columnas() {
         const char* titulo;
         int ancho, alineacion;
     };
-    constexpr std::array<Diseno, COLUMNAS> DISENO{{{"Sec", 500, 0},
-                                                   {"Descripcion", 4500, 0},
-                                                   {"Cantidad", 1100, 1},
-                                                   {"Precio", 1400, 1},
-                                                   {"Total", 1500, 1}}};
+    constexpr std::array<Diseno, COLUMNAS> DISENO{{{"Sec", 40, 0},
+                                                   {"Descripcion", 370, 0},
+                                                   {"Cantidad", 90, 1},
+                                                   {"Precio", 110, 1},
+                                                   {"Total", 120, 1}}};
     grdfac.SetCols(COLUMNAS);
     for (int i = 0; i < COLUMNAS; ++i) {
         const Diseno& d = DISENO.at(static_cast<std::size_t>(i));
