@@ -17,15 +17,16 @@ namespace {
 
 struct FunctionRow {
     const char* text;
+    const char* key;
     const char* why_off;
 };
 constexpr FunctionRow FUNCTIONS[] = {
-    {"Nuevo", ""},
-    {"Grabar", "El comprobante no se puede modificar"},
-    {"Borrar línea", "No tiene permiso para borrar líneas o el comprobante no se puede modificar"},
-    {"Imprimir", "No tiene permiso para imprimir"},
-    {"Buscar", ""},
-    {"Salir", ""},
+    {"Nuevo", "F2", ""},
+    {"Grabar", "F5", "El comprobante no se puede modificar"},
+    {"Borrar línea", "F8", "No tiene permiso para borrar líneas o el comprobante no se puede modificar"},
+    {"Imprimir", "F6", "No tiene permiso para imprimir"},
+    {"Buscar", "F3", ""},
+    {"Salir", "Ctrl+Q", ""},
 };
 
 } // namespace
@@ -83,7 +84,8 @@ void RegistroBar::show_state(const ui::ctlRegistro& registro) {
     for (std::size_t i = 0; i < buttons_.size(); ++i) {
         const bool on = registro.enabled(static_cast<ui::ctlRegistro::Function>(i));
         buttons_[i]->setEnabled(on);
-        buttons_[i]->setToolTip(on ? FUNCTIONS[i].text : FUNCTIONS[i].why_off);
+        buttons_[i]->setToolTip(on ? QString("%1 (%2)").arg(FUNCTIONS[i].text, FUNCTIONS[i].key)
+                                   : QString(FUNCTIONS[i].why_off));
     }
     company_->setText(to_qt(registro.Company()));
     QString user = to_qt(registro.User());
