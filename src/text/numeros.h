@@ -10,14 +10,19 @@ namespace quorvel {
 class Decimal {
 public:
     constexpr Decimal() = default;
-    constexpr Decimal(std::int64_t unidades) : millonesimas_(unidades * ESCALA) {} // NOLINT: whole pesos convert
+    constexpr Decimal(std::int64_t unidades)
+        : millonesimas_(unidades * ESCALA) {} // NOLINT: whole pesos convert
     /// Reads a displayed amount: "." groups thousands, "," is the decimal mark; empty or unreadable is 0.
     [[nodiscard]] static Decimal leer(std::string_view chileno);
     [[nodiscard]] double valor() const;
     /// The amount as a pattern shows it, in the Chilean form; halves go away from zero.
     [[nodiscard]] std::string formato(std::string_view patron) const;
-    friend constexpr Decimal operator+(Decimal a, Decimal b) { return desde(a.millonesimas_ + b.millonesimas_); }
-    friend constexpr Decimal operator-(Decimal a, Decimal b) { return desde(a.millonesimas_ - b.millonesimas_); }
+    friend constexpr Decimal operator+(Decimal a, Decimal b) {
+        return desde(a.millonesimas_ + b.millonesimas_);
+    }
+    friend constexpr Decimal operator-(Decimal a, Decimal b) {
+        return desde(a.millonesimas_ - b.millonesimas_);
+    }
     friend constexpr auto operator<=>(Decimal, Decimal) = default;
 
 private:
@@ -42,7 +47,8 @@ private:
 [[nodiscard]] double valnumeroformato(std::string_view strnumero);
 /// Rounds to a whole number, halves to the even neighbour, on 15 significant digits.
 [[nodiscard]] double Round(double valor);
-/// A displayed amount as an SQL number literal ("1.234.567" gives "1234567", "" gives "0", "12,5" gives "12.5").
+/// A displayed amount as an SQL number literal ("1.234.567" gives "1234567", "" gives "0", "12,5" gives
+/// "12.5").
 /// @return nothing when the text is no number.
 [[nodiscard]] std::optional<std::string> numero_sql(std::string_view chileno);
 /// The leading digits of a text as a number, 0 when there are none: val("12A") is 12.

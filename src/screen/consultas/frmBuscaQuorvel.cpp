@@ -26,6 +26,8 @@ frmBuscaQuorvel::frmBuscaQuorvel(ui::Escritorio& escritorio)
     ctlConsulta1.SetColumns({"f_comp", "documento", "num_docum", "concepto", "libro", "doc_libro", "num_ref",
                              "rut_persona", "nombre", "t_debe", "estado", "subsistema"});
     ctlConsulta1.SetLayout({1200, 600, 1000, 4000});
+    // The latest first, in the order of the key, which an index hands over without sorting.
+    ctlConsulta1.SetOrderBy(" f_comp desc, documento desc, num_docum desc");
     ctlConsulta1.Selected += [this](const std::vector<std::string>& fila) { elegido(fila); };
     ctlConsulta1.Cancelled += [this] { Hide(); };
     for (ui::ComboBox* filtro : {&cmbDocumento, &cmbEstado, &cmblibro, &cmbifrs}) {
