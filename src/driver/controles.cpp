@@ -57,13 +57,28 @@ ui::ctlPlanilla& grilla(Conversacion& c, const Json& pedido) {
     return operable<ui::ctlPlanilla>(c, pedido.value("control", "grdDetalle"));
 }
 
+bool existe_celda(const ui::ctlPlanilla& g, int fila, int col) {
+    return fila >= 0 && fila <= g.Rows() + g.NewRowPending() && col >= 0 && col < g.Cols();
+}
+
 /// Goes to the cell as a person would. @return false when something refused to be left
 bool ir(ui::ctlPlanilla& g, const Json& pedido) {
     const int fila = entero(pedido, "row"), col = entero(pedido, "col");
-    const int ultima = g.Rows() + g.NewRowPending();
-    if (fila < 0 || fila > ultima || col < 0 || col >= g.Cols()) throw Rechazada("no such cell");
+    if (!existe_celda(g, fila, col)) throw Rechazada("no such cell");
     if (g.Locked() && fila >= g.Rows()) throw Rechazada("the grid is locked");
     return g.SetFocus() && g.move_to(fila, col);
+}
+
+/// Types while the current cell takes the keys. @return false when the cell refused to be edited
+bool teclear_celda(ui::ctlPlanilla& g, const std::string& que) {
+    const int fila = g.Row(), col = g.Col();
+    for (const char32_t ch : ui::code_points(que)) {
+        ui::KeyEvent e;
+        e.ch = ch;
+        g.send_key(e);
+        if (g.Row() != fila || g.Col() != col) return false; // a message has sent the person elsewhere
+    }
+    return true;
 }
 
 int buscar_entrada(const ui::ListControl& l, const Json& pedido) {
@@ -111,7 +126,9 @@ void op_enter(Conversacion& c, const Json& pedido, Json&) {
 void op_key(Conversacion& c, const Json& pedido, Json&) {
     auto tecla = ui::parse_key(texto(pedido, "key"));
     if (!tecla) throw Rechazada("unknown key");
-    forma(c, "").send_key(*tecla);
+    ui::Form& f = forma(c, "");
+    if (!f.visible()) throw Rechazada("no form is open");
+    f.send_key(*tecla);
 }
 
 void op_select(Conversacion& c, const Json& pedido, Json&) {
@@ -167,7 +184,7 @@ void op_cell(Conversacion& c, const Json& pedido, Json&) {
         g.set_edit_text("");
     } else {
         if (g.EditActive()) g.set_edit_text("");
-        teclear(g, nuevo);
+        if (!teclear_celda(g, nuevo)) return;
     }
     if (g.EditActive()) g.commit_edit();
 }
@@ -175,7 +192,11 @@ void op_cell(Conversacion& c, const Json& pedido, Json&) {
 void op_goto(Conversacion& c, const Json& pedido, Json&) { ir(grilla(c, pedido), pedido); }
 
 void op_cellbutton(Conversacion& c, const Json& pedido, Json&) {
-    grilla(c, pedido).press_button(entero(pedido, "row"), entero(pedido, "col"));
+    ui::ctlPlanilla& g = grilla(c, pedido);
+    const int fila = entero(pedido, "row"), col = entero(pedido, "col");
+    if (!existe_celda(g, fila, col)) throw Rechazada("no such cell");
+    if (!g.Columns(col).Button) throw Rechazada("the column has no button");
+    g.press_button(fila, col);
 }
 
 void op_pick(Conversacion& c, const Json& pedido, Json&) {

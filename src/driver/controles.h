@@ -20,7 +20,9 @@ template <class C> C& operable(Conversacion& c, const std::string& nombre) {
 }
 /// The first control of a kind on the top form.
 template <class C> C& unico(Conversacion& c) {
-    for (ui::Control* k : forma(c, "").controls())
+    const ui::Form& f = forma(c, "");
+    if (!f.visible()) throw Rechazada("no form is open");
+    for (ui::Control* k : f.controls())
         if (auto* buscado = dynamic_cast<C*>(k)) return *buscado;
     throw Rechazada("the form on top has no such control");
 }

@@ -32,6 +32,7 @@ void anular(frmQuorvel& f) {
     f.grdDetalle.Clear();
     fijar_totales(f, debe, haber); // the header keeps its totals
     permitir_cambios(f, false, false, false, "El comprobante está anulado");
+    f.mnuEliminar.SetEnabled(true); // it answers that there is nothing to delete
 }
 
 } // namespace quorvel

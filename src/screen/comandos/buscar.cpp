@@ -68,6 +68,8 @@ void tomar_bloqueo(frmQuorvel& f, const Comprobante& c, Permitido permitido) {
         bloquear(*f.glbdb, c.clave(), f.glbUsuario);
     }
     permitir_cambios(f, permitido.modificar, permitido.borrar_linea, permitido.imprimir, permitido.motivo);
+    if (c.subsistema == "01" && !ajeno)
+        f.mnuEliminar.SetEnabled(true); // it says so when there is nothing to delete
 }
 
 } // namespace
