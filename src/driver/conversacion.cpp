@@ -83,6 +83,8 @@ Json Conversacion::situacion() {
     s["waiting"] = nombre(espera_, forma != nullptr);
     if (forma != nullptr) s["form"] = forma->name();
     if (forma != nullptr && forma->active_control() != nullptr) s["focus"] = forma->active_control()->name();
+    if (dialogo_ != nullptr)
+        s["file"] = {{"title", dialogo_->title}, {"filter", dialogo_->filter}, {"name", dialogo_->name}};
     return s;
 }
 
@@ -130,8 +132,10 @@ ui::Answer Conversacion::message(const std::string& text, ui::Icon icon, ui::But
 
 std::optional<std::string> Conversacion::ask_file(const ui::FileRequest& request) {
     const Espera antes = std::exchange(espera_, request.save ? Espera::guardar : Espera::abrir);
+    const auto* const dialogo_antes = std::exchange(dialogo_, &request);
     leer_hasta([this] { return archivo_.has_value(); });
     espera_ = antes;
+    dialogo_ = dialogo_antes;
     return std::exchange(archivo_, std::nullopt).value_or(std::nullopt);
 }
 

@@ -75,9 +75,10 @@ private:
     std::ostream& salida_;
     Json mensajes_ = Json::array(), abiertos_ = Json::array();
     Espera espera_ = Espera::reposo;
-    Json dado_{{"ok", true}};         ///< what the last request gave
-    int turno_ = 0;                   ///< of the last request read
-    bool fin_ = false, debe_ = false; ///< debe_: a request waits for its reply
+    const ui::FileRequest* dialogo_ = nullptr; ///< of the file dialog that waits
+    Json dado_{{"ok", true}};                  ///< what the last request gave
+    int turno_ = 0;                            ///< of the last request read
+    bool fin_ = false, debe_ = false;          ///< debe_: a request waits for its reply
     std::vector<const ui::Form*> modales_;
     std::optional<ui::Answer> respuesta_;
     std::optional<std::optional<std::string>> archivo_;

@@ -80,7 +80,6 @@ void frmQuorvel::conectar_campos() {
         e.handled = true;
         atender([&] { calcular(*this); });
     };
-    txtnombre.SetUpperCase(true);
     txtfecha_doc.SetRefusesInvalid(true);
     txtfecha_pago.SetRefusesInvalid(true);
     for (ui::TextBox* caja :

@@ -1,0 +1,158 @@
+// What the driver itself promises: replies to anything, one at a time, and a clean end.
+#include "driver/dialogo.h"
+
+#include <filesystem>
+#include <fstream>
+
+using namespace quorvel;
+using namespace quorvel::apoyo;
+
+namespace {
+
+TEST(Protocolo, answers_what_is_no_request_and_changes_nothing) {
+    const Empresa e(Motor::sqlite);
+    Dialogo d;
+    for (const char* linea :
+         {"{", "[1]", "\"x\"", "7", "{\"op\":5}", "{}", "{\"op\":\"click\",\"control\":7}", "\xff\xfe",
+          "{\"op\":\"create\",\"class\":3}",
+          "{\"op\":\"create\",\"class\":\"clsQuorvel\",\"db\":\"sqlite:/no/x.db\"}",
+          "{\"op\":\"call\",\"object\":\"x\",\"member\":\"ShowForm\"}",
+          "{\"op\":\"toolbar\",\"function\":\"New\"}", "{\"op\":\"state\"}"})
+        EXPECT_EQ(Json::parse(d.linea(linea)).value("ok", true), false) << linea;
+    e.abrir(d);
+    conversar(d, {{en("fly"), {FALLA}},
+                  {escribe("nada", "1"), {FALLA}},
+                  {escribe("lblCuenta", "1"), {FALLA}},
+                  {escribe("frmNada.txtnombre", "1"), {FALLA}},
+                  {en("enter", {{"control", "txtnombre"}}), {FALLA}},
+                  {pulsa("txtnombre"), {FALLA}},
+                  {elige("cmblibro", "NINGUNO"), {FALLA}},
+                  {en("select", {{"control", "cmblibro"}, {"index", 99}}), {FALLA}},
+                  {en("dblclick", {{"control", "txtnombre"}}), {FALLA}},
+                  {en("key", {{"key", "hyper+z"}}), {FALLA}},
+                  {barra("Fly"), {FALLA}},
+                  {va(3, 0), {FALLA}},
+                  {en("pick", {{"index", 0}}), {FALLA}},
+                  {archivo("x"), {FALLA}},
+                  {consulta("delete from ctcquorvel"), {FALLA}},
+                  {consulta("select * from nada"), {FALLA}},
+                  {llama("Volar"), {FALLA}},
+                  {en("setprop", {{"member", "glbEmpresa"}, {"value", "abc"}}), {FALLA}},
+                  {en("getprop", {{"member", "glbEmpresa"}}), {campo("value", 1)}},
+                  {escribe("TXTCONCEPTO", "ñandú €"), {}}, // names without regard to case
+                  {mira("FRMQUORVEL.txtConcepto"), {campo("text", "ñandú €")}},
+                  {barra("exit"), {espera("idle")}},
+                  {barra("New"), {FALLA}}, // the screen is closed
+                  {en("key", {{"key", "a"}}), {FALLA}},
+                  {en("cancel"), {FALLA}},
+                  {llama("ShowForm"), {espera("form")}},
+                  {mira("txtnum_ref"), {campo("text", "")}}});
+}
+
+TEST(Protocolo, a_prepared_voucher_waits_inside_the_call_that_shows_it) {
+    const Empresa e(Motor::sqlite);
+    Dialogo d;
+    conversar(
+        d, {{e.crear(1, "clsQuorvelRem"), {campo("object", 1)}},
+            {llama("LoadForm"), {espera("idle")}},
+            {llama("grd_agregar", {"101001", "", "9", "", "sobra"}), {}},
+            {llama("grd_borrar", {"", "", "", "", ""}), {}},
+            {mira("lblTotalDebe"), {campo("caption", "9")}}, // the totals stay
+            {llama("UnloadForm"), {}},
+            {llama("LoadForm"), {}},
+            {llama("grd_agregar", {"101001", "", "1500", "", std::string(70, 'g')}), {}},
+            {llama("grd_agregar", {"301001", "", "", "1500", "h"}), {}},
+            {llama("grd_agregar", {"x"}), {FALLA}},
+            {barra("Save"), {FALLA}}, // loaded, not shown
+            {en("setprop", {{"member", "gstrconcepto"}, {"value", "REMUNERACIONES"}}), {}},
+            {llama("ShowForm"), {espera("form"), forma("frmQuorvel")}},
+            {mira("txtconcepto"), {campo("text", "REMUNERACIONES")}},
+            {mira("cmblibro"), {campo("text", "CONTABLES")}},
+            {mira("lblTotalDebe"), {campo("caption", "1.500")}},
+            {mira("grdDetalle"), {"\"" + std::string(60, 'g') + "\""}},
+            {elige("cmbDocumento", "001"), {}},
+            {barra("Save"), {dice("Comprobante Ingresado y Mayorizado", "information")}},
+            {consulta("select secuencia,bloqueo_usuario from ctdquorvel a,ctcquorvel b order by secuencia"),
+             {campo("value", {{{"secuencia", 1}, {"bloqueo_usuario", 1}},
+                              {{"secuencia", 2}, {"bloqueo_usuario", 1}}})}},
+            {barra("Exit"), {espera("idle")}},
+            {consulta("select bloqueo_usuario from ctcquorvel"), {campo("bloqueo_usuario", 0)}}});
+}
+
+TEST(Protocolo, a_host_that_dies_at_a_question_changes_nothing_and_frees_the_lock) {
+    const Empresa e(Motor::sqlite);
+    for (const char* boton : {"mnuAnular", "mnuexportar", "mnucheque", "mnucompra"}) {
+        Dialogo d;
+        e.abrir(d);
+        conversar(d, asiento("10"));
+        conversar(d, {{barra("Save"), {dice("Comprobante Ingresado y Mayorizado", "information")}}});
+        const Json r = d.pedir(pulsa(boton));
+        EXPECT_TRUE(r["waiting"] != "form" || r["form"] != "frmQuorvel") << r;
+        d.colgar();
+    }
+    EXPECT_EQ(filas(*e.db, "select estado,bloqueo_usuario from ctcquorvel"), "P|0;P|0;P|0;P|0");
+}
+
+TEST(Protocolo, files_papers_and_attachments) {
+    const Empresa e(Motor::sqlite);
+    Dialogo d;
+    e.abrir(d);
+    const std::string carpeta = carpeta_nueva(), csv = carpeta + "/v.csv", boleta = carpeta + "/boleta ñ.txt";
+    std::ofstream(boleta) << "hola";
+    conversar(d, asiento("1234567"));
+    conversar(
+        d, {{pulsa("mnuexportar"), {dice("Debe grabar el comprobante antes de exportarlo")}},
+            {pulsa("mnucheque"), {dice("Debe grabar el comprobante antes de imprimir la factura")}},
+            {pulsa("cmdadjunto_agregar"), {espera("openfile")}},
+            {responde("yes"), {FALLA, espera("openfile")}},
+            {archivo(boleta), {espera("form")}},
+            {barra("Save"), {dice("Comprobante Ingresado y Mayorizado", "information")}},
+            {consulta("select nombre from ctdcomprad"), {campo("nombre", "boleta ñ.txt")}},
+            {en("select", {{"control", "lstadjunto"}, {"index", 0}}), {}},
+            {pulsa("cmdAbrir"), {R"("opened":[)"}},
+            {en("dblclick", {{"control", "lstadjunto"}}), {espera("savefile"), R"("name":"boleta ñ.txt")"}},
+            {archivo(carpeta + "/copia.txt"), {}},
+            {pulsa("cmdadjunto_eliminar"), {pregunta("Esta seguro que desea eliminar boleta ñ.txt")}},
+            {responde("yes"), {}},
+            {mira("lstadjunto"), {campo("list", Json::array())}},
+            {pulsa("mnuexportar"),
+             {espera("savefile"), campo("file", {{"title", "Exportar comprobante a archivo formato CSV"},
+                                                 {"filter", "*.csv"},
+                                                 {"name", "1.csv"}})}},
+            {en("file", {{"cancel", true}}), {espera("form")}},
+            {pulsa("mnuexportar"), {espera("savefile")}},
+            {archivo(csv), {dice("Comprobante exportado al archivo " + csv, "information")}},
+            {pulsa("mnuImportar"),
+             {espera("openfile"), R"("title":"Importar comprobante a archivo formato CSV")"}},
+            {en("cancel"), {}},
+            {mira("lblEstado"), {campo("caption", "P")}}, // nothing was started
+            {pulsa("mnuImportar"), {espera("openfile")}},
+            {archivo(csv), {}},
+            {mira("lblEstado"), {campo("caption", "")}},
+            {mira("grdDetalle"), {R"(["1","101001","","1.234.567","","Glosa")"}},
+            {barra("Search"), {}},
+            {en("pick", {{"index", 0}}), {}},
+            {barra("Print"), {forma("frmImprimir")}},
+            {en("cancel"), {campo("printed", Json::array())}},
+            {barra("Print"), {}},
+            {pulsa("cmdOK"), {forma("frmQuorvel"), campo("printed", {"ctcQuorvel.pdf"})}},
+            {pulsa("mnucheque"), {forma("frmcheque")}},
+            {mira("lblmonto"),
+             {campo("caption", "UN MILLÓN DOSCIENTOS TREINTA Y CUATRO MIL QUINIENTOS SESENTA Y SIETE")}},
+            {escribe("txtcheque", "1040"), {}},
+            {escribe("txtbanco", "CHILE"), {}},
+            {escribe("txtCuenta", "1-9"), {}},
+            {pulsa("chkcruzado"), {}},
+            {pulsa("cmdImprimir"), {pregunta("Esta seguro que desea imprimir")}},
+            {responde("no"), {forma("frmcheque")}},
+            {pulsa("cmdImprimir"), {pregunta("Esta seguro que desea imprimir")}},
+            {responde("yes"), {forma("frmQuorvel"), campo("printed", {"ctccheque1.pdf"})}},
+            {en("sql", {{"db", "report"}, {"query", "select monto from ctccheque where secuencia=1"}}),
+             {R"("monto":1234567)"}},
+            {barra("Exit"), {espera("idle")}}});
+    std::string copia;
+    std::getline(std::ifstream(carpeta + "/copia.txt"), copia);
+    EXPECT_EQ(copia, "hola");
+}
+
+} // namespace
