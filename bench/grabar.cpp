@@ -1,38 +1,26 @@
-// Saving a four-line voucher through the session against a plain C program that writes the same rows with
-// prepared statements and the same durability. Both write alternately into files of their own, so that the
-// disk's moods hit both.
+// Saving a four-line voucher through the session against plain C programs that write the same rows with
+// prepared statements and the same durability, into databases that hold vouchers already (argument). Both
+// write by turns into databases of their own, so that the disk's moods hit both.
 #include "voucher/grabar.h"
 
-#include "app/db/esquema.h"
+#include "apoyo/pg.h"
+#include "apoyo/sesiones.h"
+#include "generar.h"
+#include "plain_pg.h"
 #include "plain_writer.h"
+#include "tabla.h"
 
-#include <algorithm>
-#include <chrono>
-#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <functional>
 
 using namespace quorvel;
-namespace fs = std::filesystem;
 
 namespace {
 
-constexpr int ROUNDS = 40, BATCH = 50;
+constexpr int ROUNDS = 40, BATCH = 25, FIRST = 50000000;
 constexpr Fecha DAY{std::chrono::year(2024), std::chrono::month(3), std::chrono::day(20)};
 constexpr Fecha TODAY{std::chrono::year(2024), std::chrono::month(6), std::chrono::day(15)};
-
-void run(clsConexion& db, const char* sql) {
-    if (db.executesql(sql) == 0) std::fprintf(stderr, "%s: %s\n", sql, db.last_error().c_str()), std::exit(1);
-}
-
-std::unique_ptr<clsConexion> prepare(const fs::path& file) {
-    crear_esquema("sqlite:" + file.string());
-    auto db = abrir_sesion("sqlite:" + file.string());
-    run(*db, "insert into adxemp_doc(empresa,documento) values (1,'002')");
-    run(*db, "insert into ctmconfigu(empresa,anio,f_digi_inicial,f_digi_final) values "
-             "(1,2024,#01/01/2024#,#12/31/2024#)");
-    return db;
-}
 
 Comprobante voucher(int number) {
     Comprobante c;
@@ -52,44 +40,61 @@ Comprobante voucher(int number) {
     return c;
 }
 
-template <class Save> double seconds(int first, Save&& save) {
-    const auto start = std::chrono::steady_clock::now();
-    for (int i = 0; i < BATCH; ++i) save(first + i);
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+using Grabar = std::function<void(int)>;
+
+/// Saves by turns. @return what the session's rate is of the other program's
+void comparar(const std::string& que, const Grabar& session, const Grabar& plain, const char* target) {
+    std::vector<double> ours, theirs;
+    for (int round = 0; round < ROUNDS; ++round) {
+        const int first = FIRST + round * BATCH;
+        const auto batch = [first](const Grabar& save) {
+            return bench::segundos([&] {
+                for (int i = 0; i < BATCH; ++i) save(first + i);
+            });
+        };
+        if (round % 2 == 0) ours.push_back(batch(session));
+        theirs.push_back(batch(plain));
+        if (round % 2 != 0) ours.push_back(batch(session));
+    }
+    const double uno = bench::mediana(ours), otro = bench::mediana(theirs);
+    bench::fila(que, bench::texto("%.3f (%.0f / %.0f vouchers/s)", otro / uno, BATCH / uno, BATCH / otro),
+                target);
+}
+
+Grabar session(clsConexion& db) {
+    return [&db](int n) {
+        OpcionesGrabar options;
+        options.nuevo = true, options.hoy = TODAY;
+        const auto r = GrabarComprobante(db, voucher(n), options);
+        if (!r.error.empty()) std::fprintf(stderr, "%s\n", r.error.c_str()), std::exit(1);
+    };
+}
+
+Grabar plain(int (*save)(int)) {
+    return [save](int n) {
+        if (save(n) != 0) std::fprintf(stderr, "plain save failed\n"), std::exit(1);
+    };
 }
 
 } // namespace
 
 int main(int argc, char** argv) {
-    const fs::path dir = fs::path(argc > 1 ? argv[1] : ".") / "bench_grabar";
-    fs::remove_all(dir);
-    fs::create_directories(dir);
-    const auto db = prepare(dir / "session.db");
-    (void)prepare(dir / "plain.db");
-    if (plain_open((dir / "plain.db").c_str()) != 0) return 1;
-    OpcionesGrabar options;
-    options.nuevo = true, options.hoy = TODAY;
-    const auto session = [&](int n) {
-        const auto r = GrabarComprobante(*db, voucher(n), options);
-        if (!r.error.empty()) std::fprintf(stderr, "%s\n", r.error.c_str()), std::exit(1);
-    };
-    const auto plain = [](int n) {
-        if (plain_save(n) != 0) std::fprintf(stderr, "plain save failed\n"), std::exit(1);
-    };
-    double ours = 0, theirs = 0;
-    for (int round = 0; round < ROUNDS; ++round) {
-        const int first = 1 + round * BATCH;
-        if (round % 2 == 0) {
-            ours += seconds(first, session);
-            theirs += seconds(first, plain);
-        } else {
-            theirs += seconds(first, plain);
-            ours += seconds(first, session);
-        }
+    const int vouchers = argc > 1 ? std::atoi(argv[1]) : 200000;
+    const std::string suffix = " into " + std::to_string(vouchers) + ", session / ";
+    {
+        const std::string dir = apoyo::carpeta_nueva(), file = dir + "/session.db", copy = dir + "/plain.db";
+        bench::generar("sqlite:" + file, vouchers);
+        std::filesystem::copy_file(file, copy);
+        const auto db = abrir_sesion("sqlite:" + file);
+        if (plain_open(copy.c_str()) != 0) return 1;
+        comparar("sqlite: save" + suffix + "plain C", session(*db), plain(plain_save), ">= 0.95");
+        plain_close();
     }
-    plain_close();
-    constexpr double SAVED = ROUNDS * BATCH;
-    std::printf("session %.0f vouchers/s, plain C %.0f vouchers/s, ratio %.3f\n", SAVED / ours,
-                SAVED / theirs, theirs / ours);
-    fs::remove_all(dir);
+    const std::string ours = apoyo::pg_conexion_nueva(), theirs = apoyo::pg_conexion_nueva();
+    bench::generar(ours, vouchers);
+    bench::generar(theirs, vouchers);
+    const auto db = abrir_sesion(ours);
+    if (plain_pg_open(theirs.c_str()) != 0) return 1;
+    comparar("postgres: save" + suffix + "plain libpq", session(*db), plain(plain_pg_save), ">= 0.9");
+    plain_pg_close();
 }

@@ -1,6 +1,7 @@
 // Reads voucher files of 10,000 and 100,000 lines: the time per line must not grow, and 500,000 lines a
 // second are the least.
 #include "interchange/archivo_comprobante.h"
+#include "tabla.h"
 
 #include <algorithm>
 #include <chrono>
@@ -29,7 +30,9 @@ double lineas_por_segundo(int lineas) {
 
 int main() {
     const double corto = lineas_por_segundo(10000), largo = lineas_por_segundo(100000);
-    std::printf("importar: 10.000 lineas %.0f/s, 100.000 lineas %.0f/s, razon %.2f\n", corto, largo,
-                corto / largo);
+    quorvel::bench::fila("import: parse and check 100000 lines, lines/s",
+                         quorvel::bench::texto("%.0f", largo), ">= 500000");
+    quorvel::bench::fila("import: time per line, 100000 / 10000 lines",
+                         quorvel::bench::texto("%.2f", corto / largo), "~1");
     return largo >= 500000 ? 0 : 1;
 }

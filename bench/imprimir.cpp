@@ -1,9 +1,10 @@
 // Lays out vouchers of 1,000 and 10,000 lines with the shipped definition and a fixed letter width.
 #include "platform/report/layout.h"
+#include "tabla.h"
 #include "text/letras_utf8.h"
 
 #include <chrono>
-#include <cstdio>
+#include <cstdlib>
 
 using namespace quorvel;
 
@@ -27,7 +28,7 @@ double milisegundos(const report::Definition& d, int lineas) {
                              return static_cast<double>(largo(t)) * f.size * 0.2;
                          }).pages.size();
     const double ms = std::chrono::duration<double, std::milli>(Reloj::now() - inicio).count();
-    std::printf("imprimir: %d lineas, %zu paginas, %.1f ms\n", lineas, paginas, ms);
+    if (paginas == 0) std::abort();
     return ms;
 }
 
@@ -36,6 +37,8 @@ double milisegundos(const report::Definition& d, int lineas) {
 int main(int argc, char** argv) {
     const auto d = report::read_definition(argc > 1 ? argv[1] : "data/reports/ctcQuorvel.rpt");
     const double corto = milisegundos(d, 1000), largo_ = milisegundos(d, 10000);
-    std::printf("imprimir: razon por linea %.2f\n", largo_ / (10 * corto));
+    quorvel::bench::fila(
+        "print: lay out per line, 10000 / 1000 lines",
+        quorvel::bench::texto("%.2f (%.0f ms / %.0f ms)", largo_ / (10 * corto), largo_, corto), "~1");
     return largo_ < 10 * corto * 2 ? 0 : 1;
 }

@@ -1,0 +1,43 @@
+#include "plan.h"
+
+#include "app/db/base.h"
+#include "platform/db/translator.h"
+
+namespace quorvel::bench {
+namespace {
+
+/// The parameters' values in their order, cut out of the statement.
+std::string argumentos(const Translation& t, const std::string& sql) {
+    std::vector<std::string> literales;
+    for (const Token& token : tokenize(sql))
+        if (is_literal(token.kind))
+            literales.push_back(token.kind == Tok::date
+                                    ? "'" + token.text.substr(7, 4) + "-" + token.text.substr(1, 2) + "-" +
+                                          token.text.substr(4, 2) + "'"
+                                    : token.text);
+    std::string lista;
+    for (const std::size_t n : t.params) lista += (lista.empty() ? "(" : ",") + literales.at(n);
+    return lista.empty() ? "" : lista + ")";
+}
+
+} // namespace
+
+std::string plan(const std::string& conexion, const std::string& sql) {
+    const auto base = abrir_base(conexion, Abrir::existente);
+    const bool sqlite = base->motor() == "sqlite";
+    const Translation t = translate(sql, sqlite ? Engine::sqlite : Engine::postgres);
+    if (!sqlite) base->ejecutar("prepare caso as " + t.text);
+    std::string texto;
+    for (const auto& fila : base->consultar(sqlite ? "explain query plan " + t.text
+                                                   : "explain execute caso" + argumentos(t, sql)))
+        texto += fila.back() + "\n";
+    return texto;
+}
+
+bool recorre_todo(const std::string& plan) {
+    for (const char* paso : {"SCAN ctc", "SCAN ctd", "SCAN a", "Seq Scan on ctc", "Seq Scan on ctd"})
+        if (plan.find(paso) != std::string::npos) return true;
+    return false;
+}
+
+} // namespace quorvel::bench
