@@ -3,6 +3,9 @@
 #include "platform/db/literal.h"
 #include "text/numeros.h"
 
+#include <algorithm>
+#include <vector>
+
 namespace quorvel {
 namespace {
 
@@ -38,6 +41,61 @@ std::string insertar_anio(int empresa, int anio, const Configuracion& k) {
     return sql + ")";
 }
 
+/// The signature captions as a year stores them; null stays apart from an empty text.
+std::vector<Value> leer_firmas(clsConexion& db, int empresa, int anio) {
+    const auto rs = db.NewRecord("select elaborado,revisado,aprobado from ctmconfigu where empresa=" +
+                                 sql_numero(empresa) + " and anio=" + sql_numero(anio));
+    std::vector<Value> firmas;
+    for (std::size_t i = 0; i < 3 && !rs->eof(); ++i) firmas.push_back(rs->at(i));
+    return firmas;
+}
+
+bool hay_firmas(const std::vector<Value>& firmas) {
+    return std::ranges::any_of(firmas, [](const Value& f) { return !f.null(); });
+}
+
+/// The captions are no part of the close; without them the new year would print the defaults.
+bool copiar_firmas(clsConexion& db, int empresa, int de, int a) {
+    const std::vector<Value> firmas = leer_firmas(db, empresa, de);
+    if (!hay_firmas(firmas)) return true;
+    const auto literal = [&](std::size_t i) {
+        return firmas[i].null() ? std::string("null") : sql_texto(firmas[i].text());
+    };
+    return db.executesql("update ctmconfigu set elaborado=" + literal(0) + ", revisado=" + literal(1) +
+                         ", aprobado=" + literal(2) + " where empresa=" + sql_numero(empresa) +
+                         " and anio=" + sql_numero(a)) >= 1;
+}
+
+/// A session that lost its connection opens it again at the next statement.
+template <class F> bool dos_veces(F&& paso) { return paso() || paso(); }
+
+/// Everything that follows the new year's row; may be run again.
+ResultadoCerrarAnio terminar_cierre(clsConexion& db, int empresa, int cerrado, Fecha hoy) {
+    ResultadoCerrarAnio r;
+    const int nuevo = cerrado + 1;
+    if (!dos_veces([&] { return copiar_firmas(db, empresa, cerrado, nuevo); }))
+        r.aviso = "No se copiaron las firmas al año " + std::to_string(nuevo) +
+                  ". Vuelva a cerrar el año para completarlo";
+    r.nueva = leer_configuracion(db, empresa, hoy);
+    const std::string renumerar = "update adxemp_doc set ultimo_emitido='0' , f_u_emision=" + sql_fecha(hoy) +
+                                  " where empresa=" + sql_numero(empresa);
+    r.mensaje = dos_veces([&] { return db.executesql(renumerar) >= 1; })
+                    ? "Cierre Anual de " + std::to_string(cerrado) + " Completado con éxito"
+                    : "Cierre anual completado, problemas al reiniciar numero de documento";
+    return r;
+}
+
+/// The answer to the insert may have been lost with the connection: the row itself tells.
+bool quedo_abierto(clsConexion& db, int empresa, int anio, Fecha hoy) {
+    try {
+        return leer_periodo(db, empresa, hoy).anio == anio;
+    } catch (const ErrorSesion&) {
+        return false; // the next run will find out
+    }
+}
+
+bool alguna(clsConexion& db, const std::string& sql) { return !db.NewRecord(sql)->eof(); }
+
 } // namespace
 
 ResultadoCerrarAnio cerrar_anio_contable(clsConexion& db, int empresa, Fecha hoy) {
@@ -47,19 +105,28 @@ ResultadoCerrarAnio cerrar_anio_contable(clsConexion& db, int empresa, Fecha hoy
     if (!resultados_en_cero(db, empresa, k.anio))
         return no("Comprobante de Cierre tiene errores que  descuadran el Balance General");
     const int nuevo = k.anio + 1;
-    if (db.executesql(insertar_anio(empresa, nuevo, k)) < 1) return no("Problemas para cerrar el año");
-    // The signature captions are no part of the close; without them the new year would print the defaults.
-    db.executesql("update ctmconfigu set elaborado=" + sql_texto(k.elaborado) +
-                  ", revisado=" + sql_texto(k.revisado) + ", aprobado=" + sql_texto(k.aprobado) +
-                  " where empresa=" + sql_numero(empresa) + " and anio=" + sql_numero(nuevo));
-    ResultadoCerrarAnio r;
-    r.nueva = leer_configuracion(db, empresa, hoy);
-    const bool renumerado =
-        db.executesql("update adxemp_doc set ultimo_emitido='0' , f_u_emision=" + sql_fecha(hoy) +
-                      " where empresa=" + sql_numero(empresa)) >= 1;
-    r.mensaje = renumerado ? "Cierre Anual de " + std::to_string(k.anio) + " Completado con éxito"
-                           : "Cierre anual completado, problemas al reiniciar numero de documento";
-    return r;
+    if (db.executesql(insertar_anio(empresa, nuevo, k)) < 1 && !quedo_abierto(db, empresa, nuevo, hoy))
+        return no("Problemas para cerrar el año");
+    return terminar_cierre(db, empresa, k.anio, hoy);
+}
+
+std::optional<ResultadoCerrarAnio> completar_cierre_anio(clsConexion& db, int empresa, Fecha hoy) {
+    const Configuracion k = leer_periodo(db, empresa, hoy);
+    if (!k.existe || k.f_comp_cierre) return std::nullopt;
+    const std::string e = sql_numero(empresa), abierto = std::to_string(k.anio);
+    const int cerrado = k.anio - 1;
+    const bool se_cerro =
+        alguna(db, "select anio from ctmconfigu where empresa=" + e + " and anio=" + sql_numero(cerrado) +
+                       " and f_comp_cierre is not null");
+    if (!se_cerro || alguna(db, "select top 1 empresa from ctcquorvel where empresa=" + e +
+                                    " and f_comp>=#01/01/" + abierto + "#"))
+        return std::nullopt;
+    const bool sin_firmas =
+        !hay_firmas(leer_firmas(db, empresa, k.anio)) && hay_firmas(leer_firmas(db, empresa, cerrado));
+    if (!sin_firmas &&
+        !alguna(db, "select documento from adxemp_doc where empresa=" + e + " and ultimo_emitido<>'0'"))
+        return std::nullopt;
+    return terminar_cierre(db, empresa, cerrado, hoy);
 }
 
 } // namespace quorvel

@@ -10,10 +10,16 @@ inline constexpr const char* FALTA_CIERRE = "Antes de Cerrar el Año de debe Gen
 struct ResultadoCerrarAnio {
     std::optional<Rechazo> rechazo; ///< nothing was changed
     std::string mensaje;            ///< what was done
+    std::string aviso;              ///< what is still missing, empty when nothing is
     Configuracion nueva;            ///< configuration of the year that is open now
 };
 /// Checks that the result accounts are at zero, opens the next year, restarts the numbering. The statements
 /// stand by themselves: what was done before a failure stays. @throws ErrorSesion
 [[nodiscard]] ResultadoCerrarAnio cerrar_anio_contable(clsConexion& db, int empresa, Fecha hoy);
+/// Goes on where a close was cut off after it had opened the year. @return nothing when no close is
+/// unfinished; once the new year has vouchers, none is
+/// @throws ErrorSesion
+[[nodiscard]] std::optional<ResultadoCerrarAnio> completar_cierre_anio(clsConexion& db, int empresa,
+                                                                       Fecha hoy);
 
 } // namespace quorvel

@@ -6,17 +6,28 @@
 
 namespace quorvel {
 
-void cerrar_anio(frmQuorvel& f) {
-    const Fecha hoy = f.servicios.reloj.hoy();
-    if (!leer_configuracion(*f.glbdb, f.glbEmpresa, hoy).f_comp_cierre) return f.critico(FALTA_CIERRE);
-    if (!f.pregunta("Esta seguro que desea cerrar el año contable\r\n"
-                    "Nota: Una vez cerrado el año no se modificar ningun comprobante del año"))
-        return;
-    const ResultadoCerrarAnio r = cerrar_anio_contable(*f.glbdb, f.glbEmpresa, hoy);
+namespace {
+
+void mostrar(frmQuorvel& f, const ResultadoCerrarAnio& r) {
     if (r.rechazo) return f.critico(r.rechazo->mensaje);
     f.config = r.nueva;
     f.informacion(r.mensaje);
+    if (!r.aviso.empty()) f.exclamacion(r.aviso);
     limpiar_para_nuevo(f);
+}
+
+} // namespace
+
+void cerrar_anio(frmQuorvel& f) {
+    const Fecha hoy = f.servicios.reloj.hoy();
+    if (!leer_configuracion(*f.glbdb, f.glbEmpresa, hoy).f_comp_cierre) {
+        // asked and answered before the connection was lost
+        const auto completado = completar_cierre_anio(*f.glbdb, f.glbEmpresa, hoy);
+        return completado ? mostrar(f, *completado) : f.critico(FALTA_CIERRE);
+    }
+    if (f.pregunta("Esta seguro que desea cerrar el año contable\r\n"
+                   "Nota: Una vez cerrado el año no se modificar ningun comprobante del año"))
+        mostrar(f, cerrar_anio_contable(*f.glbdb, f.glbEmpresa, hoy));
 }
 
 } // namespace quorvel

@@ -31,7 +31,8 @@ void generar_cierre(frmQuorvel& f) {
     // Another screen may have generated the closing or closed the year since this one was opened.
     const Configuracion k = leer_configuracion(*f.glbdb, f.glbEmpresa, f.servicios.reloj.hoy());
     if (!k.existe) return f.critico("Empresa no configurada");
-    const bool rehacer = f.estado.comprobante_cierre;
+    f.config = k; // the save records the closing in this very year
+    const bool rehacer = f.estado.comprobante_cierre && k.f_comp_cierre;
     if (!rehacer && cierre_vigente(*f.glbdb, f.glbEmpresa, k))
         return f.critico("Comprobante de Cierre ya fue Generado");
     const std::string texto_anio = std::to_string(k.anio);

@@ -1,0 +1,177 @@
+// Goal: a year end that is broken off leaves nothing half done. Method: the connection is cut at each
+// statement of the close in turn, before the server gets it or before its answer arrives; each generating
+// command is cancelled at its start and half way.
+#include "apoyo/dialogo.h"
+#include "apoyo/pg.h"
+#include "yearend/cerrar_anio.h"
+
+using namespace quorvel;
+using namespace quorvel::apoyo;
+
+namespace {
+
+class SesionQueSeCorta final : public clsConexion {
+public:
+    SesionQueSeCorta(clsConexion& db, int en, bool tras) : db_(db), en_(en), tras_(tras) {}
+    int sentencias = 0;
+
+    std::unique_ptr<Recordset> NewRecord(const std::string& sql) override {
+        if (++sentencias == en_) pg_cortar_conexiones();
+        return db_.NewRecord(sql);
+    }
+    int executesql(const std::string& sql) override {
+        if (++sentencias != en_) return db_.executesql(sql);
+        if (!tras_) pg_cortar_conexiones();
+        const int hecho = db_.executesql(sql);
+        if (!tras_) return hecho;
+        pg_cortar_conexiones();
+        while (db_.executesql("update ctmconfigu set anio=anio where empresa=0") == 1) {
+        } // the session has met the loss, as one that waits for an answer does
+        return 0;
+    }
+    void BeginTrans() override { db_.BeginTrans(); }
+    void CommitTrans() override { db_.CommitTrans(); }
+    void rollback() override { db_.rollback(); }
+    [[nodiscard]] int TypeDB() const override { return db_.TypeDB(); }
+    [[nodiscard]] std::string Name() const override { return db_.Name(); }
+    [[nodiscard]] std::string last_error() const override { return db_.last_error(); }
+    [[nodiscard]] std::int64_t rows_affected() const override { return db_.rows_affected(); }
+
+private:
+    clsConexion& db_;
+    int en_;
+    bool tras_;
+};
+
+std::string cerrar(clsConexion& db) {
+    try {
+        auto r = cerrar_anio_contable(db, 1, HOY);
+        if (r.rechazo && r.rechazo->mensaje == FALTA_CIERRE)
+            r = completar_cierre_anio(db, 1, HOY).value_or(r);
+        return r.rechazo ? r.rechazo->mensaje : r.mensaje + r.aviso;
+    } catch (const ErrorSesion&) {
+        return "lost";
+    }
+}
+
+constexpr const char* CERRADO = "Cierre Anual de 2024 Completado con éxito";
+
+TEST(ConexionPerdida, LaSegundaVezSeCompleta) {
+    const auto db = crear_empresa(Motor::postgres);
+    ejecutar(*db, "update ctmconfigu set f_comp_cierre=#12/31/2024#,documento_cierre='001',"
+                  "num_docum_cierre='1',elaborado='Ana'");
+    int cortadas = 0;
+    for (const bool tras : {false, true})
+        for (int en = 1;; ++en) {
+            SCOPED_TRACE(std::to_string(en) + (tras ? " answer lost" : " not sent"));
+            ejecutar(*db, "delete from ctmconfigu where anio=2025");
+            ejecutar(*db, "update adxemp_doc set ultimo_emitido='9'");
+            SesionQueSeCorta cortada(*db, en, tras);
+            const std::string primera = cerrar(cortada);
+            (void)db->executesql("select 1"); // meets the loss if nothing has since
+            if (cortada.sentencias < en) break;
+            ++cortadas;
+            const std::string segunda = cerrar(*db);
+            EXPECT_EQ(segunda, primera == CERRADO ? FALTA_CIERRE : CERRADO) << "first: " << primera;
+            EXPECT_EQ(filas(*db, "select anio,f_digi_final,iva,elaborado from ctmconfigu where anio>2024"),
+                      "2025|2025-12-31|203001|Ana");
+            EXPECT_EQ(filas(*db, "select ultimo_emitido from adxemp_doc"), "0;0");
+        }
+    EXPECT_GE(cortadas, 12);
+}
+
+class Interrumpido : public ::testing::TestWithParam<Motor> {
+protected:
+    PantallaAbierta p{GetParam()};
+
+    /// A sale to each of many customers: more rows than are read between two reports of the progress.
+    void sembrar(int clientes) {
+        p.db->BeginTrans();
+        for (int i = 1; i <= clientes; ++i) {
+            const std::string n = std::to_string(i), clave = "(1,'01',#03/05/2024#,'001','" + n + "',";
+            ejecutar(*p.db, "insert into ctcquorvel(empresa,subsistema,f_comp,documento,num_docum,num_ref) "
+                            "values " +
+                                clave + "'" + n + "')");
+            for (const auto& [cuenta, debe] : {std::pair("103001", "7"), std::pair("401001", "0")})
+                ejecutar(*p.db,
+                         "insert into ctdquorvel(empresa,subsistema,f_comp,documento,num_docum,secuencia,"
+                         "centro,auxiliar,debe_nacional,haber_nacional) values " +
+                             clave + (*debe == '7' ? "1" : "2") + ",'" + cuenta + "','" + n + "'," + debe +
+                             "," + (*debe == '7' ? "0" : "7") + ")");
+        }
+        p.db->CommitTrans();
+    }
+    std::string todo() {
+        std::string t = p.f.mskF_comp.Text() + "|" + p.f.cmbDocumento.Text() + "|" + p.f.txtNum_doc.Text() +
+                        "|" + p.f.txtconcepto.Text() + "|" + p.f.cmbifrs.Text() + "|" +
+                        p.f.txtnro_correlativo.Text() + "|" + p.totales() + "|" +
+                        std::to_string(p.f.chkApertura.Value()) + std::to_string(p.f.glbBanderaNuevo) +
+                        std::to_string(p.f.estado.cierre_generado) + "|" + p.f.Caption();
+        for (int i = 0; i < p.f.grdDetalle.Rows(); ++i) t += ";" + p.fila(i);
+        return t + "#" + p.sql("select count(*),sum(debe_nacional) from ctdquorvel") + "#" +
+               p.sql("select anio,f_comp_cierre from ctmconfigu") + "#" +
+               p.sql("select documento,ultimo_emitido from adxemp_doc order by documento");
+    }
+};
+INSTANTIATE_TEST_SUITE_P(Motores, Interrumpido, ::testing::ValuesIn(MOTORES),
+                         [](const auto& m) { return nombre(m.param); });
+
+TEST_P(Interrumpido, CanceladoNoCambiaNada) {
+    sembrar(600);
+    p.buscar("7");
+    p.f.cmbifrs.SetListIndex(1);
+    const std::string antes = todo();
+    for (const long en : {0L, 500L})
+        for (ui::MenuItem* menu : {&p.f.mnuGenerarCierre, &p.f.mnuApertura, &p.f.mnuAperturaDoc}) {
+            SCOPED_TRACE(menu->name() + " " + std::to_string(en));
+            if (menu != &p.f.mnuGenerarCierre) p.f.mskF_comp.SetText("05/01/2025");
+            const std::string previo = todo();
+            p.e.responder(ui::Answer::yes);
+            p.e.cancelar_avance_en(en);
+            menu->press();
+            EXPECT_EQ(todo(), previo);
+            EXPECT_EQ(p.e.ocupado, 0);
+            p.f.mskF_comp.SetText("05/03/2024");
+        }
+    EXPECT_EQ(todo(), antes);
+    p.e.cancelar_avance_en(1000000);
+    p.e.responder(ui::Answer::yes);
+    p.f.mnuGenerarCierre.press();
+    EXPECT_EQ(p.f.grdDetalle.Rows(), 601) << "what was cancelled can be run again";
+    EXPECT_EQ(p.totales(), "4.200|4.200");
+}
+
+TEST_P(Interrumpido, LaPantallaTerminaUnCierreCortado) {
+    ejecutar(*p.db, "update ctmconfigu set f_comp_cierre=#12/31/2024#,documento_cierre='001',"
+                    "num_docum_cierre='1'");
+    ejecutar(*p.db, "insert into ctmconfigu(empresa,anio,f_digi_inicial,f_digi_final) values "
+                    "(1,2025,#01/01/2025#,#12/31/2025#)");
+    p.f.mnuCerrarAnio.press();
+    EXPECT_EQ(p.mensajes() + "|" + std::to_string(p.f.config.anio), std::string(CERRADO) + "|2025");
+    EXPECT_EQ(p.sql("select elaborado from ctmconfigu where anio=2025"), "Elaborado");
+    p.f.mnuCerrarAnio.press();
+    EXPECT_EQ(p.mensajes(), FALTA_CIERRE);
+}
+
+TEST_P(Interrumpido, OtraPantallaCerroElAnio) {
+    pruebas::Pantalla otra(p, 2); // opened in 2024, used after the year was closed
+    otra.abrir();
+    ejecutar(*p.db, "update ctmconfigu set f_comp_cierre=#12/31/2024#,documento_cierre='001',"
+                    "num_docum_cierre='9'");
+    EXPECT_EQ(cerrar(*p.db), CERRADO);
+    for (const char* linea : {"1,'101001',5,0)", "2,'401001',0,5)"})
+        ejecutar(*p.db, std::string("insert into ctdquorvel(empresa,subsistema,f_comp,documento,num_docum,"
+                                    "secuencia,centro,debe_nacional,haber_nacional) values "
+                                    "(1,'01',#02/01/2025#,'001','3',") +
+                            linea);
+    otra.escritorio.responder(ui::Answer::yes);
+    otra.f.mnuGenerarCierre.press();
+    otra.f.cmblibro.SetListIndex(0);
+    EXPECT_EQ(otra.f.mskF_comp.Text(), "31/12/2025");
+    otra.guardar();
+    EXPECT_EQ(otra.mensajes().back(), "Comprobante Ingresado y Mayorizado");
+    EXPECT_EQ(p.sql("select anio,f_comp_cierre,num_docum_cierre from ctmconfigu order by anio"),
+              "2024|2024-12-31|9;2025|2025-12-31|1");
+}
+
+} // namespace
