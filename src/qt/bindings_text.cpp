@@ -71,8 +71,10 @@ bool TextBinding::key_pressed(QKeyEvent& event) {
     box_.form().atender([&] { box_.KeyDown(*e); });
     if (e->handled) return true;
     if (native) return false;
-    if (event.matches(QKeySequence::Paste))
-        return type(QGuiApplication::clipboard()->text().section('\n', 0, 0));
+    if (event.matches(QKeySequence::Paste)) {
+        QString text = QGuiApplication::clipboard()->text().trimmed();
+        return type(text.replace("\r\n", " ").replace('\n', ' ').replace('\t', ' '));
+    }
     return type(QString::fromUcs4(&e->ch, 1));
 }
 

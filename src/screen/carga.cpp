@@ -11,6 +11,8 @@
 #include "screen/recargar_documentos.h"
 #include "text/letras_utf8.h"
 
+#include <utility>
+
 namespace quorvel {
 
 namespace {
@@ -65,6 +67,7 @@ void recargar_documentos(frmQuorvel& f) {
 void frmQuorvel::Form_Load() {
     atender([this] {
         estado = {};
+        estado.carga_fallida = true; // until its end is reached
         llenar(cmbdoc_libro, DOCUMENTOS_LIBRO);
         llenar(cmbcodigo_no_recuperable, NO_RECUPERABLES);
         llenar(cmbifrs, NORMAS);
@@ -78,11 +81,17 @@ void frmQuorvel::Form_Load() {
         limpiar_para_nuevo(*this);
         if (glbdbReport && ctlRegistro1.Flag(PERMISO_IMPRIMIR) && !misma_base(*glbdb, *glbdbReport))
             crear_tablas_impresion(*glbdbReport);
+        estado.carga_fallida = false;
     });
 }
 
 void frmQuorvel::Form_Activate() {
-    maestros.reabrir(*glbdb, estado.maestros_cambiados);
+    try {
+        maestros.reabrir(*glbdb, estado.maestros_cambiados);
+    } catch (const ErrorSesion&) { // one fault, one message
+        if (!std::exchange(estado.carga_fallida, false)) throw;
+        return;
+    }
     estado.maestros_cambiados = false;
     if (!estado.primera_activacion) return;
     estado.primera_activacion = false;

@@ -17,7 +17,8 @@ struct EstadoPantalla {
     bool cierre_generado = false;    ///< closing lines were just built; the save records them
     bool maestros_cambiados = true;  ///< the next activation reopens every master recordset
     bool primera_activacion = true;
-    bool solo_lectura = false; ///< another user holds the lock
+    bool carga_fallida = false; ///< the load step has told already what the database refuses
+    bool solo_lectura = false;  ///< another user holds the lock
     std::int64_t numero_propuesto = 0;
     double valor_editado = 0;  ///< amount that the debit or credit cell held when its edit began
     std::string ultima_cuenta; ///< account whose name lblCuenta shows

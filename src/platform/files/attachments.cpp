@@ -24,10 +24,19 @@ bool regular(const fs::path& path) {
     return !path.empty() && fs::is_regular_file(path, ec);
 }
 
+/// The target is replaced at once by the whole file or, on a full disk, stays what it was.
 bool copy_over(const fs::path& from, const fs::path& to) {
-    std::error_code ec;
+    std::error_code ec, ignored;
     if (fs::equivalent(from, to, ec)) return true; // copied onto itself it would be lost
-    return fs::copy_file(from, to, fs::copy_options::overwrite_existing, ec) && !ec;
+    const fs::file_status there = fs::symlink_status(to, ec);
+    if (fs::exists(there) && !fs::is_regular_file(there)) // a device or a link is written through
+        return fs::copy_file(from, to, fs::copy_options::overwrite_existing, ec) && !ec;
+    const fs::path fresh = to.parent_path() / ".copia-en-curso"; // short: the name itself may fill 255 bytes
+    if (fs::copy_file(from, fresh, fs::copy_options::overwrite_existing, ec) && !ec)
+        fs::rename(fresh, to, ec);
+    if (!ec) return true;
+    fs::remove(fresh, ignored);
+    return false;
 }
 
 bool same_contents(const fs::path& a, const fs::path& b) {

@@ -22,7 +22,7 @@ void TextBox::edit(std::string text) {
 
 void TextBox::user_edit(std::string text) {
     if (locked_ || !Enabled()) return;
-    form().atender([&] { edit(std::move(text)); });
+    form().atender([&] { edit(sin_controles(text)); }); // pasted tabs and line ends become blanks
 }
 
 void TextBox::SelectAll() {

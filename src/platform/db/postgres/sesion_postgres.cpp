@@ -35,6 +35,7 @@ private:
 };
 
 constexpr const char* SQLSTATE_PLAN_CHANGED = "0A000";
+constexpr const char* SQLSTATE_NO_TABLE = "42P01";
 
 Oid parameter_type(Tok kind) {
     constexpr Oid UNKNOWN = 0, INT8 = 20, DATE = 1082, NUMERIC = 1700;
@@ -107,7 +108,9 @@ void SesionPostgres::fail(const PGresult* r, const std::string& sql) const {
     std::string why = r != nullptr ? trimmed(PQresultErrorField(r, PG_DIAG_MESSAGE_PRIMARY)) : "";
     if (why.empty()) why = trimmed(PQerrorMessage(conn_));
     const char* state = r != nullptr ? PQresultErrorField(r, PG_DIAG_SQLSTATE) : nullptr;
-    throw ErrorSesion(why, sql, state != nullptr ? state : "");
+    const std::string code = state != nullptr ? state : "";
+    if (code == SQLSTATE_NO_TABLE) why.insert(0, "La base de datos no tiene una tabla que se necesita: ");
+    throw ErrorSesion(why, sql, code);
 }
 
 void SesionPostgres::command(const char* text) {

@@ -82,6 +82,10 @@ void SesionSqlite::fail(const std::string& sql) const {
                           sql);
     if (code == SQLITE_CANTOPEN || code == SQLITE_READONLY || code == SQLITE_IOERR || code == SQLITE_FULL)
         throw ErrorSesion("No se puede usar la base de datos " + path_ + ": " + description, sql);
+    constexpr std::string_view MISSING = "no such table: ";
+    if (description.starts_with(MISSING))
+        throw ErrorSesion(
+            "La base de datos " + path_ + " no tiene la tabla " + description.substr(MISSING.size()), sql);
     throw ErrorSesion(description, sql);
 }
 
