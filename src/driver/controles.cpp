@@ -8,6 +8,8 @@
 #include "screen/frmQuorvel.h"
 #include "text/letras_utf8.h"
 
+#include <climits>
+
 namespace quorvel::driver {
 
 ui::Form& forma(Conversacion& c, const std::string& nombre) {
@@ -40,7 +42,9 @@ int entero(const Json& pedido, const char* campo) {
     const auto it = pedido.find(campo);
     if (it == pedido.end() || !it->is_number_integer())
         throw Rechazada(std::string("missing number ") + campo);
-    return it->get<int>();
+    const auto n = it->get<std::int64_t>();
+    if (n < INT_MIN || n > INT_MAX) throw Rechazada(std::string("number out of range ") + campo);
+    return static_cast<int>(n);
 }
 
 namespace {

@@ -104,7 +104,7 @@ TEST(Carga, DatesAndNamesOfTheHeader) {
     EXPECT_TRUE(p.escribir("txtfecha_doc", "1/3/24"));
     EXPECT_EQ(p.f.txtfecha_doc.Text(), "01/03/2024");
     EXPECT_TRUE(p.escribir("txtnombre", "ñandú ltda."));
-    EXPECT_EQ(p.f.txtnombre.Text(), "ÑANDÚ LTDA.");
+    EXPECT_EQ(p.f.txtnombre.Text(), "ñandú ltda.");
     p.comprobante("10");
     p.guardar();
     EXPECT_EQ(p.mensajes(), Textos{"Fecha fuera del período de digitacion, Mínima:01/01/2024"});

@@ -248,7 +248,7 @@ TEST_P(Comprobantes, AnyTextIsStoredWholeAndComesBack) {
     p.f.txtconcepto.SetText("");
     p.buscar("1");
     EXPECT_EQ(p.f.txtconcepto.Text(), hostil);
-    EXPECT_EQ(p.f.txtnombre.Text() + "|" + p.f.txtnum_ref.Text(), "O'HIGGINS|A'1");
+    EXPECT_EQ(p.f.txtnombre.Text() + "|" + p.f.txtnum_ref.Text(), "o'higgins|A'1");
     EXPECT_EQ(p.fila(0), "101001||1.000|0|D'OR;#");
 }
 

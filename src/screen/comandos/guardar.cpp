@@ -22,6 +22,7 @@ void mostrar_rechazo(frmQuorvel& f, const Rechazo& r) {
     case Icono::exclamacion: f.exclamacion(r.mensaje); break;
     case Icono::informacion: f.informacion(r.mensaje); break;
     }
+    if (f.grdDetalle.EditActive()) return; // leaving the unfinished cell could bring a second message
     if (ui::Control* foco = r.foco.empty() ? nullptr : f.find(r.foco)) foco->SetFocus();
 }
 
