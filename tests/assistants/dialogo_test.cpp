@@ -314,6 +314,59 @@ TEST_P(Asistentes, GeneraAuxiliar) {
     p.f.mnucompra.press();
 }
 
+TEST_P(Asistentes, CodigosDeAuxiliar) {
+    const auto creado = [&](const char* rut) {
+        generar_auxiliar(*p.db, rut, "x");
+        return filas(*p.db, std::string("select auxiliar from ctxaux_cod where rut='") + rut + "'");
+    };
+    ejecutar(*p.db, "delete from ctxaux_cod");
+    EXPECT_EQ(creado("1-9"), "000001");
+    ejecutar(*p.db, "insert into ctxaux_cod(auxiliar,n_auxiliar,activo,rut) values ('000041','x','1','2-7')");
+    EXPECT_EQ(creado("3-5"), "000042");
+    EXPECT_EQ(creado("3-5"), "000042") << "it has one already";
+}
+
+TEST_P(Asistentes, SoloLoCambiadoRecalcula) {
+    cabecera("COMPRAS", "FACTURA");
+    p.e.al_abrir([&](ui::Form& d) {
+        escribir(d, "txtNeto", "100000");
+        escribir(d, "txttotal", "119001"); // the person's own total
+        EXPECT_EQ(texto(d, "txttotal") + " " + texto(d, "lblCuadre"), "119.001 Diferencia 1");
+        for (const char* caja : {"txtNeto", "txtExento", "txtotro", "txttasa_impuesto_otro", "txttotal"}) {
+            d.find(caja)->SetFocus();
+            d.focus_next();
+        }
+        EXPECT_EQ(texto(d, "txtNeto") + " " + texto(d, "txttotal"), "100.000 119.001")
+            << "passing through, also after the amount was grouped, changes nothing";
+        escribir(d, "txtCuenta", "501002");
+        escribir(d, "txttotal", "0");
+        p.db->executesql("update ctmcentros set activo='0' where centro='501002'");
+        pulsar(d, "cmdaceptar");
+        EXPECT_EQ(p.mensajes(), "Ingrese total") << "before the account is looked at";
+        escribir(d, "txttasa_impuesto_otro", "abc");
+        EXPECT_EQ(texto(d, "txtotro"), "0");
+        escribir(d, "txtNeto", "999999999999");
+        EXPECT_EQ(texto(d, "txttotal"), "1.189.999.999.999");
+        pulsar(d, "cmdcancelar");
+    });
+    pulsar(p.f, "cmdasistente");
+    EXPECT_EQ(p.f.grdDetalle.Rows(), 0);
+}
+
+TEST_P(Asistentes, MontoNegativoLlegaConSuSigno) {
+    cabecera("COMPRAS", "FACTURA");
+    p.e.al_abrir([&](ui::Form& d) {
+        escribir(d, "txtCuenta", "501002");
+        escribir(d, "txtNeto", "-500");
+        pulsar(d, "cmdaceptar");
+    });
+    pulsar(p.f, "cmdasistente");
+    EXPECT_EQ(p.f.grdDetalle.TextMatrix(0, 3) + p.mensajes(), "-500");
+    p.f.ctlRegistro1.press(ui::ctlRegistro::Function::Save);
+    EXPECT_EQ(p.mensajes(), "Comprobante Ingresado y Mayorizado");
+    EXPECT_EQ(guardado(p.f.txtNum_doc.Text()), "501002||-500|0;109001||-95|0;201001|000013|0|-595");
+}
+
 TEST_P(Asistentes, GeneraAuxiliarSinRastroDeUnaFalla) {
     ejecutar(*p.db, "alter table ctxaux_cod rename column tipo to tipo_antes");
     EXPECT_THROW(generar_auxiliar(*p.db, "9.876.543-3", "x"), std::runtime_error);
@@ -350,6 +403,20 @@ TEST_P(Asistentes, DocumentosDeIngresoYEgreso) {
     EXPECT_EQ(p.mensajes(), "Documento agregados / Documento ya existen");
     EXPECT_EQ(p.f.cmbDocumento.ListCount(), 5);
     EXPECT_EQ(p.f.cmbDocumento.Text() + " " + p.f.txtNum_doc.Text(), "002 COMPRA " + numero);
+
+    // the new kind keeps no last number, which is no failure
+    p.f.ctlRegistro1.press(ui::ctlRegistro::Function::New);
+    cabecera("EGRESOS", "EGRESO");
+    elegir(p.f, "cmbDocumento", "006 EGRESO");
+    p.e.al_abrir([&](ui::Form& d) {
+        escribir(d, "txtCuenta", "101002");
+        escribir(d, "txtExento", "700");
+        pulsar(d, "cmdaceptar");
+    });
+    pulsar(p.f, "cmdasistente");
+    p.f.ctlRegistro1.press(ui::ctlRegistro::Function::Save);
+    EXPECT_EQ(p.mensajes(), "Comprobante Ingresado y Mayorizado");
+    EXPECT_EQ(filas(*p.db, "select count(*) from adxemp_doc where documento='006'"), "0");
 }
 
 } // namespace
