@@ -57,6 +57,11 @@ void borrar_tablas_impresion(clsConexion& reporte) {
         reporte.executesql(sql);
 }
 
+clsConexion& base_informes(clsConexion* reporte) {
+    if (reporte == nullptr) throw std::runtime_error("No hay una base de informes para imprimir");
+    return *reporte;
+}
+
 bool misma_base(const clsConexion& a, const clsConexion& b) {
     if (&a == &b) return true;
     if (a.TypeDB() != b.TypeDB()) return false;

@@ -21,7 +21,9 @@ void cheque(frmQuorvel& f) {
     x.fecha_doc = f.txtfecha_doc.date();
     x.total_debe = f.lblTotalDebe.Caption();
     // a cheque paper may show the voucher's lines; without staging tables the cheque can still be saved
-    if (!misma_base(*f.glbdb, *f.glbdbReport) && es_tabla_impresion(*f.glbdbReport)) preparar_impresion(f);
+    if (f.glbdbReport != nullptr && !misma_base(*f.glbdb, *f.glbdbReport) &&
+        es_tabla_impresion(*f.glbdbReport))
+        preparar_impresion(f);
     frmcheque forma(f.escritorio(), std::move(x));
     forma.ShowModal();
     forma.Unload();

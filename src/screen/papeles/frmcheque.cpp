@@ -1,5 +1,6 @@
 #include "screen/papeles/frmcheque.h"
 
+#include "interchange/tablas_impresion.h"
 #include "screen/consultas/consultas.h"
 
 namespace quorvel {
@@ -77,7 +78,7 @@ void frmcheque::cmdaceptar_Click() {
 void frmcheque::cmdImprimir_Click() {
     if (!pregunta("Esta seguro que desea imprimir") || !grabar()) return;
     const Cheque c = leer_pantalla();
-    preparar_cheque(*x_.glbdbReport, x_.empresa, c, txttotal.Text());
+    preparar_cheque(base_informes(x_.glbdbReport), x_.empresa, c, txttotal.Text());
     x_.impresor->run({archivo_informe(x_.glbdbReport->Name(), "", informe_cheque(c)), "ctccheque",
                       x_.glbdbReport, true, "Cheque " + c.cheque});
     Unload();

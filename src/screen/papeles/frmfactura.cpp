@@ -1,5 +1,6 @@
 #include "screen/papeles/frmfactura.h"
 
+#include "interchange/tablas_impresion.h"
 #include "screen/consultas/consultas.h"
 #include "text/letras_utf8.h"
 #include "text/rut.h"
@@ -163,7 +164,7 @@ void frmfactura::cmdImprimir_Click() {
     // an invoice that was not saved must not go out on paper
     if (!pregunta("Esta seguro que desea imprimir") || !grabar()) return;
     const Factura f = leer_pantalla();
-    preparar_factura(*x_.glbdbReport, f);
+    preparar_factura(base_informes(x_.glbdbReport), f);
     x_.impresor->run({archivo_informe(x_.glbdbReport->Name(), "", "ctcfactura"), "ctcfactura", x_.glbdbReport,
                       true, "Factura " + f.numero});
 }

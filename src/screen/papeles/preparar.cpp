@@ -1,6 +1,7 @@
 #include "screen/papeles/preparar.h"
 
 #include "interchange/imprimir_comprobante.h"
+#include "interchange/tablas_impresion.h"
 #include "screen/campos.h"
 #include "screen/frmQuorvel.h"
 #include "screen/papeles/ocupado.h"
@@ -12,6 +13,7 @@ namespace quorvel {
 bool preparar_impresion(frmQuorvel& f) {
     const auto clave = clave_pantalla(f);
     if (!clave) throw std::runtime_error("Fecha no válida");
+    clsConexion& reporte = base_informes(f.glbdbReport);
     const Ocupado ocupado(f.escritorio());
     ImpresionComprobante i;
     i.clave = *clave;
@@ -25,7 +27,7 @@ bool preparar_impresion(frmQuorvel& f) {
     i.aprobado = f.config.aprobado;
     if (!f.maestros.rsAuxiliares) f.maestros.reabrir(*f.glbdb, false);
     const long total = f.grdDetalle.Rows();
-    return preparar_comprobante(*f.glbdb, *f.glbdbReport, i, *f.maestros.rsAuxiliares, [&](long hechas) {
+    return preparar_comprobante(*f.glbdb, reporte, i, *f.maestros.rsAuxiliares, [&](long hechas) {
         return f.escritorio().progress("Preparando la impresión", hechas, total);
     });
 }
