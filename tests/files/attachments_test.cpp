@@ -3,8 +3,10 @@
 #include "platform/files/settings_file.h"
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <fstream>
 #include <iterator>
 
@@ -109,6 +111,31 @@ TEST_F(Files, SetsMoveAndCopyWithoutTouchingOthers) {
     EXPECT_TRUE(fs::exists(dir / "adjunto/D/5/ajena.pdf"));
     EXPECT_TRUE(a.move_set("8", "9", {"mia.pdf"}));
     EXPECT_FALSE(fs::exists(dir / "adjunto/D/8")) << "an emptied folder goes";
+}
+
+TEST_F(Files, AFullDiskLeavesTheFileThatWasThere) {
+    const Attachments a(dir, "D");
+    write(dir / "src" / "f.pdf", "uno");
+    ASSERT_TRUE(a.add("5", dir / "src" / "f.pdf"));
+    write(dir / "src" / "f.pdf", std::string(1 << 16, 'x'));
+    rlimit before{};
+    getrlimit(RLIMIT_FSIZE, &before);
+    const auto old_handler = std::signal(SIGXFSZ, SIG_IGN); // the write fails instead
+    rlimit small = before;
+    small.rlim_cur = 4096;
+    setrlimit(RLIMIT_FSIZE, &small);
+    const auto added = a.add("5", dir / "src" / "f.pdf");
+    const bool saved = a.save_copy("5", "f.pdf", dir / "copia.pdf") &&
+                       a.copy_set("5", "6", {"f.pdf"}); // small enough for what is left
+    setrlimit(RLIMIT_FSIZE, &before);
+    std::signal(SIGXFSZ, old_handler);
+    EXPECT_FALSE(added);
+    EXPECT_TRUE(saved);
+    EXPECT_EQ(read(dir / "adjunto/D/5/f.pdf"), "uno");
+    EXPECT_EQ(std::distance(fs::directory_iterator(dir / "adjunto/D/5"), {}), 1)
+        << "nothing half copied stays";
+    EXPECT_FALSE(a.save_copy("5", "f.pdf", "/dev/full"));
+    EXPECT_TRUE(fs::is_character_file("/dev/full")) << "a device is written, never replaced";
 }
 
 } // namespace

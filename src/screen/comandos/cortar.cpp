@@ -65,9 +65,8 @@ void cortar(frmQuorvel& f) {
 void copiar(frmQuorvel& f) {
     const std::string origen = f.gstrcomprobante_adjunto;
     const bool guardado = !f.glbBanderaNuevo;
-    RenovarComprobante(f);
-    f.estado.cortado.reset();
-    if (guardado) { // two vouchers never share a set: deleting one would take the other's files
+    RenovarComprobante(f); // after a cut its cheque still belongs to what is on the screen
+    if (guardado) {        // two vouchers never share a set: deleting one would take the other's files
         const Attachments carpeta = carpeta_adjuntos(f);
         f.gstrcomprobante_adjunto = carpeta.first_free(numero_adjunto(*f.glbdb, std::nullopt));
         f.lblgstrcomprobante_adjunto.SetCaption(f.gstrcomprobante_adjunto);

@@ -93,8 +93,8 @@ void frmBuscaQuorvel::txtrut_persona_Left(bool& cancel) {
 void frmBuscaQuorvel::elegido(const std::vector<std::string>& fila) {
     const std::string& f = fila.at(0); // dd/mm/yyyy
     glbF_comp = f.substr(3, 2) + "/" + f.substr(0, 2) + "/" + f.substr(6);
-    glbDocumento = recortar(fila.at(1));
-    glbNum_docum = recortar(fila.at(2));
+    glbDocumento = recortar_fin(fila.at(1));
+    glbNum_docum = recortar_fin(fila.at(2));
     subsistema = recortar(fila.back());
     Hide();
 }
