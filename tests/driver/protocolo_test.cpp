@@ -155,4 +155,38 @@ TEST(Protocolo, files_papers_and_attachments) {
     EXPECT_EQ(copia, "hola");
 }
 
+TEST(Protocolo, widths_live_in_the_settings_and_printing_needs_a_report_database) {
+    const Empresa e(Motor::sqlite);
+    Dialogo d;
+    Json crear = e.crear();
+    crear.erase("reportdb");
+    const std::string carpeta = crear["folder"];
+    std::ofstream(carpeta + "/NIVO.ini") << "[nivo]\nfrmquorvel_grddetalle=50#61#\n";
+    conversar(d, {{crear, {}},
+                  {llama("ShowForm"), {}},
+                  {mira("grdDetalle"),
+                   {R"("caption":"Sec","width":50)", R"("caption":"Cuenta","width":61)", R"("width":63)"}},
+                  {barra("Print"), {forma("frmImprimir")}},
+                  {pulsa("cmdOK"), {R"("form":"frmQuorvel")", R"({"text":)"}},
+                  {elige("cmbDocumento", "001"), {}},
+                  {escribe("txtconcepto", "G"), {}},
+                  {elige("cmblibro", "CONTABLES"), {}},
+                  {celda(0, 1, "101001"), {}},
+                  {celda(0, 3, "5"), {}},
+                  {va(1, 1), {}},
+                  {celda(1, 1, "301001"), {}},
+                  {va(2, 1), {}},
+                  {barra("Save"), {dice("Comprobante Ingresado y Mayorizado", "information")}},
+                  {barra("Print"), {}},
+                  {pulsa("cmdOK"), {dice("No hay una base de informes para imprimir")}},
+                  {pulsa("mnucheque"), {forma("frmcheque")}},
+                  {pulsa("cmdImprimir"), {pregunta("Esta seguro que desea imprimir")}},
+                  {responde("yes"), {dice("No hay una base de informes para imprimir")}},
+                  {en("cancel"), {}},
+                  {barra("Exit"), {espera("idle")}}});
+    std::ifstream archivo_ini(carpeta + "/NIVO.ini");
+    const std::string ini((std::istreambuf_iterator<char>(archivo_ini)), {});
+    EXPECT_NE(ini.find("=50#61#63#108#"), std::string::npos) << ini;
+}
+
 } // namespace
