@@ -172,6 +172,10 @@ TEST_P(Interrumpido, OtraPantallaCerroElAnio) {
     EXPECT_EQ(otra.mensajes().back(), "Comprobante Ingresado y Mayorizado");
     EXPECT_EQ(p.sql("select anio,f_comp_cierre,num_docum_cierre from ctmconfigu order by anio"),
               "2024|2024-12-31|9;2025|2025-12-31|1");
+    otra.nuevo();  // gives the lock back
+    p.buscar("1"); // this screen knows of no closing yet
+    p.f.mnuAnular.press();
+    EXPECT_EQ(p.mensajes().substr(0, 48), "Comprobante de Cierre anual no puede ser anulado");
 }
 
 } // namespace

@@ -90,7 +90,9 @@ void buscar(frmQuorvel& f) {
     f.estado.cargado = *c;
     f.glbBanderaNuevo = false;
     mostrar_comprobante(f, *c);
-    f.estado.comprobante_cierre = es_comprobante_cierre(*c, f.config);
+    // another screen may have generated the closing since this one was opened
+    f.estado.comprobante_cierre =
+        es_comprobante_cierre(*c, leer_periodo(*f.glbdb, f.glbEmpresa, f.servicios.reloj.hoy()));
     cargar_detalle(f, *c);
     tomar_bloqueo(f, *c, segun_estado(f, *c));
 }
