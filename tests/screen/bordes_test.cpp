@@ -1,0 +1,240 @@
+// Goal: bad surroundings and hostile input leave one message and lose nothing. Method: the screen worked by
+// keys while databases, folders and texts misbehave.
+#include "apoyo/pantalla.h"
+#include "platform/ui/controls.h"
+#include "text/letras_utf8.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+
+using namespace quorvel;
+using namespace quorvel::pruebas;
+using apoyo::Motor;
+using Textos = std::vector<std::string>;
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr const char* GRABADO = "Comprobante Ingresado y Mayorizado";
+
+/// Counts the statements that reach the session.
+class SesionContada final : public clsConexion {
+public:
+    explicit SesionContada(clsConexion& db) : db_(db) {}
+    std::unique_ptr<Recordset> NewRecord(const std::string& sql) override {
+        ++sentencias;
+        return db_.NewRecord(sql);
+    }
+    int executesql(const std::string& sql) override {
+        ++sentencias;
+        return db_.executesql(sql);
+    }
+    void BeginTrans() override { db_.BeginTrans(); }
+    void CommitTrans() override { db_.CommitTrans(); }
+    void rollback() override { db_.rollback(); }
+    int TypeDB() const override { return db_.TypeDB(); }
+    std::string Name() const override { return db_.Name(); }
+    std::string last_error() const override { return db_.last_error(); }
+    std::int64_t rows_affected() const override { return db_.rows_affected(); }
+    int sentencias = 0;
+
+private:
+    clsConexion& db_;
+};
+
+void engordar_maestros(clsConexion& db, int n) {
+    const char* const SENTENCIAS[] = {
+        "insert into ctmcentros(centro,n_centro,g_cuenta,activo) values ('9%','C',1,'1')",
+        "insert into ctmcentroc(centro,n_centro,g_cuenta,activo) values ('9%','C',1,'1')",
+        "insert into ctxaux_cod(auxiliar,n_auxiliar,tipo,activo) values ('9%','A','CL','1')",
+        "insert into admpersona(persona,n_persona) values (9%,'P')",
+        "insert into admmonedas(moneda,n_moneda) values ('9%','M')",
+        "insert into ctmotroimp(otro_impuesto,descripcion,tasa) values ('9%','O',1)",
+        "insert into admdocumen(documento,n_documento) values ('9%','D')",
+        "insert into adxdoc_sub(subsistema,documento) values ('01','9%')",
+    };
+    db.BeginTrans();
+    for (int i = 0; i < n; ++i)
+        for (const char* sql : SENTENCIAS)
+            apoyo::ejecutar(db, reemplazar(sql, "%", std::to_string(10000 + i)));
+    db.CommitTrans();
+}
+
+} // namespace
+
+TEST(Bordes, OpeningTheScreenCostsTheSameWithLargeMasters) {
+    int antes = 0;
+    for (const int n : {0, 700}) {
+        Pantalla p;
+        engordar_maestros(*p.db, n);
+        SesionContada contada(*p.db);
+        p.f.glbdb = &contada;
+        p.f.glbdbReport = p.reporte.get();
+        p.f.glbEmpresa = 1;
+        p.f.glbPermiso = "11111";
+        p.f.SetglbTipoImpresora("L");
+        p.f.Show();
+        EXPECT_EQ(p.mensajes(), Textos{});
+        EXPECT_EQ(p.f.cmbDocumento.ListCount(), 3 + n);
+        EXPECT_EQ(contada.sentencias, n == 0 ? contada.sentencias : antes);
+        antes = contada.sentencias;
+        EXPECT_LE(antes, 40);
+        p.f.Unload();
+        p.f.glbdb = p.db.get();
+    }
+}
+
+class TextosHostiles : public ::testing::TestWithParam<Motor> {};
+INSTANTIATE_TEST_SUITE_P(Motores, TextosHostiles, ::testing::ValuesIn(apoyo::MOTORES),
+                         [](const auto& i) { return apoyo::nombre(i.param); });
+
+TEST_P(TextosHostiles, StoredWholeOrRefusedInEveryBox) {
+    Pantalla p(GetParam());
+    p.abrir();
+    std::string largo;
+    for (int i = 0; i < 10000; ++i) largo += static_cast<char>('a' + i * i % 23 % 25);
+    const Textos textos = {
+        "O'Higgins''", "#01/02/2024#", "a;b--",  "x\ty\r\nz", "ñ😀€", std::string("a\0b\x1b", 4),
+        "%_\\",        " 700",         "-1e999", largo};
+    const char* const cajas[] = {"txtconcepto",   "txtnombre",          "txtnum_ref",
+                                 "txtCotizacion", "txtiva_activo_fijo", "txttasa_impuesto_otro",
+                                 "txtNum_doc",    "txtnro_correlativo"};
+    for (const char* nombre : cajas)
+        for (const std::string& texto : textos) {
+            SCOPED_TRACE(nombre + (" <" + texto.substr(0, 20)) + ">");
+            auto& caja = dynamic_cast<ui::TextBox&>(*p.f.find(nombre));
+            p.nuevo();
+            p.f.txtconcepto.SetText("glosa");
+            p.comprobante("1000");
+            const std::string n = p.sql("select count(*) from ctcquorvel");
+            caja.SetFocus();
+            caja.user_edit(texto);
+            const std::string escrito = caja.Text();
+            EXPECT_EQ(escrito, sin_controles(texto));
+            p.guardar();
+            const auto mensajes = p.mensajes();
+            ASSERT_EQ(mensajes.size(), 1U);
+            EXPECT_EQ(caja.Text(), escrito);
+            if (mensajes[0] != GRABADO) {
+                EXPECT_FALSE(mensajes[0].empty());
+                EXPECT_EQ(p.sql("select count(*) from ctcquorvel"), n);
+                EXPECT_EQ(p.f.grdDetalle.Rows(), 2);
+                continue;
+            }
+            const std::string numero = p.f.txtNum_doc.Text();
+            p.nuevo();
+            caja.SetText("");
+            p.buscar(recortar(numero)); // shown without its blanks
+            EXPECT_EQ(p.mensajes(), Textos{});
+            const bool numero_entero = nombre == std::string("txtCotizacion") ||
+                                       nombre == std::string("txtiva_activo_fijo") ||
+                                       nombre == std::string("txtnro_correlativo");
+            if (numero_entero && texto != " 700") ADD_FAILURE() << "a number was made of it: " << caja.Text();
+            EXPECT_EQ(recortar(caja.Text()), recortar(escrito));
+            EXPECT_EQ(p.fila(0).substr(0, 13), "101001||1.000");
+        }
+    EXPECT_EQ(p.sql("select count(*) from ctdquorvel a where not exists (select * from ctcquorvel b where "
+                    "a.num_docum=b.num_docum)"),
+              "0");
+}
+
+TEST(Bordes, ALockedDatabaseKeepsTheVoucherOnTheScreen) {
+    Pantalla p;
+    p.abrir();
+    p.comprobante("1000");
+    const auto otro = abrir_sesion(p.conexion);
+    otro->BeginTrans();
+    apoyo::ejecutar(*otro, "update admsubsist set n_subsistema='X'");
+    p.guardar();
+    const auto m = p.mensajes();
+    ASSERT_EQ(m.size(), 1U);
+    EXPECT_NE(m[0].find("está bloqueada"), std::string::npos) << m[0];
+    EXPECT_TRUE(p.f.glbBanderaNuevo);
+    otro->rollback();
+    EXPECT_EQ(p.sql("select count(*) from ctcquorvel"), "0");
+    p.guardar();
+    EXPECT_EQ(p.mensajes(), Textos{GRABADO});
+}
+
+TEST(Bordes, ADatabaseWithoutTablesIsToldOnce) {
+    Pantalla p;
+    const auto vacia = apoyo::sesion_nueva(Motor::sqlite);
+    p.f.glbdb = vacia.get();
+    p.f.glbEmpresa = 1;
+    p.f.glbPermiso = "11111";
+    p.f.SetglbTipoImpresora("L");
+    p.f.Show();
+    EXPECT_EQ(p.mensajes(), Textos{"La base de datos " + vacia->Name() + " no tiene la tabla ctmconfigu"});
+    p.f.Unload();
+    EXPECT_EQ(p.mensajes(), Textos{});
+}
+
+TEST(Bordes, FoldersThatCannotBeWritten) {
+    Pantalla p;
+    std::ofstream(p.carpeta + "/nivo.ini") << "[nivo]\nbase=" << p.carpeta << "/archivo/\n";
+    std::ofstream(p.carpeta + "/archivo") << "no es carpeta";
+    std::ofstream(p.carpeta + "/f.pdf") << "uno";
+    p.abrir();
+    p.escritorio.elegir_archivo(p.carpeta + "/f.pdf");
+    p.pulsar("cmdadjunto_agregar");
+    EXPECT_EQ(p.f.lstadjunto.ListCount(), 0) << "no entry without its file";
+    fs::create_directories(p.carpeta + "/NIVO.ini.nuevo"); // the settings cannot be replaced
+    fs::create_directories(p.carpeta + "/nivo.ini.nuevo");
+    fs::create_directories(p.carpeta + "/borrador_1_1.csv");
+    p.comprobante("1000");
+    p.nuevo();
+    p.comprobante("1000");
+    p.guardar();
+    EXPECT_EQ(p.mensajes(), Textos{GRABADO});
+    p.f.Unload();
+    EXPECT_EQ(p.mensajes(), Textos{});
+    std::ifstream ini(p.carpeta + "/nivo.ini");
+    std::string linea;
+    std::getline(ini, linea);
+    EXPECT_EQ(linea, "[nivo]");
+}
+
+TEST(Bordes, ANumberTakenMeanwhileIsToldAndAnotherOneSaves) {
+    Pantalla p;
+    p.abrir();
+    p.comprobante("1000");
+    Pantalla q(p, 2);
+    q.abrir();
+    q.comprobante("2000");
+    q.guardar();
+    EXPECT_EQ(q.mensajes(), Textos{GRABADO});
+    p.guardar();
+    const auto m = p.mensajes();
+    ASSERT_EQ(m.size(), 1U);
+    EXPECT_TRUE(m[0].starts_with("Ya existe un comprobante contable con el mismo numero")) << m[0];
+    EXPECT_EQ(p.sql("select t_debe,bloqueo_usuario from ctcquorvel"), "2000|2")
+        << "neither touched nor locked";
+    p.escribir("txtNum_doc", "2");
+    p.guardar();
+    EXPECT_EQ(p.mensajes(), Textos{GRABADO});
+    EXPECT_EQ(p.sql("select num_docum,t_debe from ctcquorvel order by num_docum"), "1|2000;2|1000");
+}
+
+TEST_P(TextosHostiles, AVoucherDeletedByAnotherIsNeitherAnnulledNorCutToNothing) {
+    for (const char* control : {"mnuAnular", "mnuEliminar", "cmdcortar"}) {
+        Pantalla p(GetParam());
+        p.abrir();
+        p.comprobante("1000");
+        p.guardar();
+        p.mensajes();
+        const auto otra = abrir_sesion(p.conexion);
+        apoyo::ejecutar(*otra, "delete from ctdquorvel");
+        apoyo::ejecutar(*otra, "delete from ctcquorvel");
+        p.escritorio.responder(ui::Answer::yes);
+        p.pulsar(control);
+        p.mensajes();
+        EXPECT_EQ(p.sql("select count(*) from ctcquorvel"), "0") << control;
+        EXPECT_NE(p.f.lblEstado.Caption(), "X") << control;
+        if (control == std::string("cmdcortar")) {
+            p.guardar();
+            EXPECT_EQ(p.mensajes(), Textos{GRABADO});
+        }
+    }
+}
