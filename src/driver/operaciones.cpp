@@ -27,14 +27,23 @@ Json a_json(const Variant& v) {
     return nullptr;
 }
 
+std::string motivo(Estado e) {
+    switch (e) {
+    case DISP_E_MEMBERNOTFOUND: return "the member cannot be used that way";
+    case DISP_E_TYPEMISMATCH: return "a value of another type is wanted";
+    case DISP_E_OVERFLOW: return "the number is out of range";
+    case DISP_E_BADPARAMCOUNT: return "wrong number of arguments";
+    default: return "call failed: " + std::to_string(e);
+    }
+}
+
 Json invocar(ObjetoHost& o, const std::string& miembro, Llamada llamada,
              const std::vector<Variant>& argumentos) {
     int id = 0;
     if (fallo(o.GetIDsOfNames(miembro, id))) throw Rechazada("unknown member " + miembro);
     Variant resultado;
     if (const Estado e = o.Invoke(id, llamada, argumentos, &resultado); fallo(e))
-        throw Rechazada(o.descripcion_error().empty() ? "call failed: " + std::to_string(e)
-                                                      : o.descripcion_error());
+        throw Rechazada(o.descripcion_error().empty() ? motivo(e) : o.descripcion_error());
     return a_json(resultado);
 }
 
