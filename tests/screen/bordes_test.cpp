@@ -238,3 +238,21 @@ TEST_P(TextosHostiles, AVoucherDeletedByAnotherIsNeitherAnnulledNorCutToNothing)
         }
     }
 }
+
+TEST(Bordes, ACutVoucherKeepsItsChequeAlsoThroughACopy) {
+    Pantalla p;
+    p.abrir();
+    p.comprobante("1000");
+    p.guardar();
+    apoyo::ejecutar(*p.db, "update ctcquorvel set cheque='77',banco='BCI',cuenta='1'");
+    p.nuevo();
+    p.buscar("1");
+    p.mensajes();
+    p.escritorio.responder(ui::Answer::yes);
+    p.pulsar("cmdcortar");
+    p.pulsar("cmdCopiar");
+    p.mensajes();
+    p.guardar();
+    EXPECT_EQ(p.mensajes(), Textos{GRABADO});
+    EXPECT_EQ(p.sql("select cheque,banco,cuenta from ctcquorvel"), "77|BCI|1");
+}
