@@ -36,11 +36,12 @@ const char* const AUXILIAR = "100000+((n*7919)%50000)*((n*104729)%50000)/50000";
 
 std::string escribir(std::string sql, const Palabras& p, int comprobantes) {
     const std::string n = std::to_string(comprobantes);
-    const auto llamada = [&](const char* nombre, const std::string& forma) { // innermost argument has no ")("
+    const auto llamada = [&](const char* nombre, const std::string& forma) {
         for (std::size_t en; (en = sql.find(nombre)) != std::string::npos;) {
-            std::size_t fin = en + std::string(nombre).size(), nivel = 1;
-            const std::size_t dentro = fin;
-            for (; nivel > 0; ++fin) nivel += sql.at(fin) == '(' ? 1U : sql.at(fin) == ')' ? -1U : 0U;
+            const std::size_t dentro = en + std::string(nombre).size();
+            std::size_t fin = dentro;
+            for (int nivel = 1; nivel > 0; ++fin)
+                nivel += sql.at(fin) == '(' ? 1 : sql.at(fin) == ')' ? -1 : 0;
             sql.replace(en, fin - en, reemplazar(forma, "%X", sql.substr(dentro, fin - dentro - 1)));
         }
     };

@@ -129,9 +129,12 @@ private:
 
     void grabar_detalle() {
         exigir(db_, sql_borrar_detalle(clave_));
-        std::size_t secuencia = 0;
-        for (const Linea& l : c_.lineas) {
-            const auto sql = sql_detalle(clave_, ++secuencia, l);
+        // a server answers one statement of many lines sooner than many; few sizes, so that it knows them all
+        const bool servidor = db_.TypeDB() != 2;
+        const std::span<const Linea> lineas(c_.lineas);
+        for (std::size_t n = 0, varias = 1; n < lineas.size(); n += varias) {
+            for (varias = servidor ? 64 : 1; varias > lineas.size() - n;) varias /= 4;
+            const auto sql = sql_detalle(clave_, n + 1, lineas.subspan(n, varias));
             if (!sql) throw PasoFallido(DETALLE);
             exigir(db_, *sql, DETALLE);
         }

@@ -1,6 +1,8 @@
 #pragma once
 #include "voucher/comprobante.h"
 
+#include <span>
+
 namespace quorvel {
 
 /// A voucher's amounts as plain numbers, ready for a statement.
@@ -26,9 +28,9 @@ struct ImportesSql {
 /// The invoice of a voucher whose key changed follows it.
 [[nodiscard]] std::string sql_factura_sigue(const Clave& antes, const Clave& ahora);
 [[nodiscard]] std::string sql_borrar_detalle(const Clave& clave);
-/// Nothing when an amount is no number.
+/// One or more lines in a row, numbered from the given one. Nothing when an amount is no number.
 [[nodiscard]] std::optional<std::string> sql_detalle(const Clave& clave, std::size_t secuencia,
-                                                     const Linea& l);
+                                                     std::span<const Linea> lineas);
 [[nodiscard]] std::string sql_borrar_adjuntos(const std::string& conjunto);
 [[nodiscard]] std::string sql_adjunto(const std::string& conjunto, std::int64_t correlativo,
                                       const std::string& nombre);

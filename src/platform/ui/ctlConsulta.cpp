@@ -5,6 +5,7 @@
 #include "text/letras_utf8.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace quorvel::ui {
 
@@ -33,10 +34,14 @@ void ctlConsulta::Load() {
     kinds_.clear();
     sources_.clear();
     rs_.reset();
+    rest_.clear();
     typed_.clear();
     current_ = -1;
     if (db_ != nullptr && !sql_.empty()) {
-        rs_ = db_->NewRecord(order_by_.empty() ? sql_ : sql_ + " order by " + recortar(order_by_));
+        const std::string all_rows = order_by_.empty() ? sql_ : sql_ + " order by " + recortar(order_by_);
+        // A server sends a result as a whole: the rest is asked for when the person scrolls down to it.
+        rest_ = !order_by_.empty() && db_->TypeDB() != 2 ? all_rows : "";
+        rs_ = db_->NewRecord(rest_.empty() ? all_rows : all_rows + " limit " + std::to_string(BLOCK));
         const auto& all = rs_->columns();
         names_ = wanted_;
         if (names_.empty())
@@ -54,7 +59,12 @@ void ctlConsulta::Load() {
 }
 
 bool ctlConsulta::more() {
-    if (!rs_) return false;
+    if (!rs_ && rest_.empty()) return false;
+    if (!rs_) {
+        rs_ = db_->NewRecord(std::exchange(rest_, {}));
+        for (std::size_t shown_already = rows_.size(); shown_already > 0 && !rs_->eof(); --shown_already)
+            rs_->MoveNext();
+    }
     int n = 0;
     for (; n < BLOCK && !rs_->eof(); ++n, rs_->MoveNext()) {
         std::vector<std::string> row;
@@ -62,7 +72,8 @@ bool ctlConsulta::more() {
             row.push_back(sources_[i] == NONE ? std::string() : shown(rs_->at(sources_[i]), kinds_[i]));
         rows_.push_back(std::move(row));
     }
-    if (n < BLOCK) rs_.reset();
+    if (n < BLOCK) rest_.clear();
+    if (n < BLOCK || !rest_.empty()) rs_.reset();
     if (n > 0) Changed();
     return n > 0;
 }

@@ -50,6 +50,7 @@ private:
     std::vector<std::size_t> sources_;
     std::vector<std::vector<std::string>> rows_;
     std::unique_ptr<Recordset> rs_;
+    std::string rest_; ///< query of all rows, when only the first block has been asked for
     int current_ = -1;
     bool loaded_ = false;
 };

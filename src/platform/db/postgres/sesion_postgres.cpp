@@ -35,6 +35,9 @@ private:
 };
 
 constexpr const char* SQLSTATE_PLAN_CHANGED = "0A000";
+/// Sent around every statement of a transaction, so the server parses them once.
+constexpr const char* GUARD[][2] = {{"guarda", "savepoint sentencia"},
+                                    {"suelta", "release savepoint sentencia"}};
 constexpr const char* SQLSTATE_NO_TABLE = "42P01";
 
 Oid parameter_type(Tok kind) {
@@ -83,6 +86,10 @@ void SesionPostgres::connect() {
     for (const char* setting :
          {"set datestyle = 'ISO, YMD'", "set standard_conforming_strings = on", "set backslash_quote = off"})
         command(setting);
+    for (const auto& [name, text] : GUARD) {
+        const Result r(PQprepare(conn_, name, text, 0, nullptr));
+        if (!good(r.get())) fail(r.get(), text);
+    }
 }
 
 void SesionPostgres::forget() {
@@ -121,11 +128,11 @@ void SesionPostgres::command(const char* text) {
 template <class F> Result SesionPostgres::guarded(const std::string& sql, std::size_t commands, F&& send) {
     const bool guard = PQtransactionStatus(conn_) == PQTRANS_INTRANS;
     const bool was_in_transaction = in_transaction();
-    const auto plain = [this](const char* text) {
-        return PQsendQueryParams(conn_, text, 0, nullptr, nullptr, nullptr, nullptr, 0) == 1;
+    const auto plain = [this](const char* name) {
+        return PQsendQueryPrepared(conn_, name, 0, nullptr, nullptr, nullptr, 0) == 1;
     };
-    bool sent = PQenterPipelineMode(conn_) == 1 && (!guard || plain("savepoint sentencia")) && send() &&
-                (!guard || plain("release savepoint sentencia")) && PQpipelineSync(conn_) == 1;
+    bool sent = PQenterPipelineMode(conn_) == 1 && (!guard || plain("guarda")) && send() &&
+                (!guard || plain("suelta")) && PQpipelineSync(conn_) == 1;
     const std::size_t wanted = guard ? commands : commands - 1; // the result that counts
     Result answer, error;
     std::size_t index = 0;
