@@ -22,18 +22,17 @@ int plain_pg_open(const char* conninfo) {
     db = PQconnectdb(conninfo);
     if (PQstatus(db) != CONNECTION_OK) return 1;
     return done(PQprepare(db, "begin", "begin", 0, 0)) || done(PQprepare(db, "commit", "commit", 0, 0)) ||
-           done(PQprepare(
-               db, "header",
-               "insert into ctcquorvel(empresa,subsistema,f_comp,documento,num_docum,moneda,"
-               "t_debe,t_haber,concepto,usuario,f_ult_modificacion,cotizacion,estado,libro,"
-               "doc_libro,num_ref,fecha_factura,fecha_pago,rut_persona,nombre,apertura,"
-               "monto_neto,monto_exento,codigo_otro_impuesto,tasa_impuesto_otro,activo_fijo,"
-               "codigo_no_recuperable,ifrs,comprobante_adjunto,nro_correlativo,"
-               "iva_activo_fijo) values (1,'01','2024-03-20','002',$1,'PS',119000,119000,"
-               "'Compra de materiales',1,'2024-06-15',1,'P','COMPRAS','FACTURA',$2,"
-               "'2024-03-20',null,'76.418.352-5 ','FERRETERIA EL ROBLE SPA ','0',100000,0,'',"
-               "'','0','','0',$3,1,0)",
-               0, 0)) ||
+           done(PQprepare(db, "header",
+                          "insert into ctcquorvel(empresa,subsistema,f_comp,documento,num_docum,moneda,"
+                          "t_debe,t_haber,concepto,usuario,f_ult_modificacion,cotizacion,estado,libro,"
+                          "doc_libro,num_ref,fecha_factura,fecha_pago,rut_persona,nombre,apertura,"
+                          "monto_neto,monto_exento,codigo_otro_impuesto,tasa_impuesto_otro,activo_fijo,"
+                          "codigo_no_recuperable,ifrs,comprobante_adjunto,nro_correlativo,"
+                          "iva_activo_fijo) values (1,'01','2024-03-20','002',$1,'PS',119000,119000,"
+                          "'Compra de materiales',1,'2024-06-15',1,'P','COMPRAS','FACTURA',$2,"
+                          "'2024-03-20',null,'76.418.352-5 ','FERRETERIA EL ROBLE SPA ','0',100000,0,'',"
+                          "'','0','','0',$3,1,0)",
+                          0, 0)) ||
            done(PQprepare(db, "issued",
                           "update adxemp_doc set ultimo_emitido=$1, f_u_emision='2024-06-15' where empresa=1 "
                           "and documento='002'",
