@@ -4,6 +4,7 @@
 #include "screen/detalle/detalle.h"
 #include "screen/frmQuorvel.h"
 #include "screen/listas.h"
+#include "screen/maestro.h"
 #include "text/letras_utf8.h"
 #include "text/numeros.h"
 
@@ -39,7 +40,7 @@ std::string nombre_de(Recordset& rs, const std::string& criterio, const char* co
                       const std::string& si_falta) {
     rs.FindFirst(criterio);
     if (rs.nomatch()) return si_falta;
-    return recortar_fin(rs.fields(codigo_).Value.text()) + " " + recortar_fin(rs.fields(nombre).Value.text());
+    return campo(rs, codigo_) + " " + campo(rs, nombre);
 }
 
 void mostrar_listas(frmQuorvel& f, const Comprobante& c) {

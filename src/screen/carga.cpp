@@ -7,6 +7,7 @@
 #include "screen/detalle/detalle.h"
 #include "screen/frmQuorvel.h"
 #include "screen/listas.h"
+#include "screen/maestro.h"
 #include "screen/permisos.h"
 #include "screen/recargar_documentos.h"
 #include "text/letras_utf8.h"
@@ -25,8 +26,7 @@ template <class Textos> void llenar(ui::ListControl& lista, const Textos& textos
 void llenar(ui::ListControl& lista, clsConexion& db, const std::string& sql, const char* codigo,
             const char* nombre) {
     for (auto rs = db.NewRecord(sql); !rs->eof(); rs->MoveNext())
-        lista.AddItem(recortar_fin(rs->fields(codigo).Value.text()) + " " +
-                      recortar_fin(rs->fields(nombre).Value.text()));
+        lista.AddItem(campo(*rs, codigo) + " " + campo(*rs, nombre));
     if (lista.ListCount() > 0) lista.SetListIndex(0);
 }
 

@@ -1,6 +1,7 @@
 #include "platform/ui/form.h"
 
 #include "platform/ui/controls.h"
+#include "platform/ui/flag.h"
 #include "text/letras_utf8.h"
 
 #include <algorithm>
@@ -8,18 +9,6 @@
 namespace quorvel::ui {
 
 namespace {
-
-/// Sets a flag for the time of a call, also when that ends by an exception.
-class Flag {
-public:
-    explicit Flag(bool& flag) : flag_(flag) { flag_ = true; }
-    ~Flag() { flag_ = false; }
-    Flag(const Flag&) = delete;
-    Flag& operator=(const Flag&) = delete;
-
-private:
-    bool& flag_;
-};
 
 bool same_stroke(const KeyEvent& a, const KeyEvent& b) {
     return a.key == b.key && a.ctrl == b.ctrl && a.alt == b.alt && a.shift == b.shift &&

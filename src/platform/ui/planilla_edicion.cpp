@@ -1,4 +1,5 @@
 #include "platform/ui/ctlPlanilla.h"
+#include "platform/ui/flag.h"
 #include "platform/ui/form.h"
 #include "platform/ui/utf8.h"
 #include "text/letras_utf8.h"
@@ -9,17 +10,6 @@
 namespace quorvel::ui {
 
 namespace {
-
-class Flag {
-public:
-    explicit Flag(bool& flag) : flag_(flag) { flag_ = true; }
-    ~Flag() { flag_ = false; }
-    Flag(const Flag&) = delete;
-    Flag& operator=(const Flag&) = delete;
-
-private:
-    bool& flag_;
-};
 
 /// Text in the form in which its column shows numbers.
 std::string in_format(const std::string& text, const std::string& pattern) {

@@ -4,18 +4,12 @@
 #include "assistants/calculo.h"
 #include "platform/db/literal.h"
 #include "screen/consultas/consultas.h"
+#include "screen/maestro.h"
 #include "text/letras_utf8.h"
 #include "text/numeros.h"
 
 namespace quorvel {
 namespace {
-
-bool buscar(Recordset& rs, const char* columna, const std::string& codigo) {
-    rs.FindFirst(std::string(columna) + "=" + sql_texto(codigo));
-    return !rs.nomatch();
-}
-
-std::string campo(Recordset& rs, const char* nombre) { return recortar_fin(rs.fields(nombre).Value.text()); }
 
 /// The account found becomes the governing one: its name is shown, the auxiliary starts again.
 bool tomar_cuenta(ui::Form& f, SesionAsistente& s, const ParteCodigo& cuenta,
@@ -34,7 +28,7 @@ bool tomar_cuenta(ui::Form& f, SesionAsistente& s, const ParteCodigo& cuenta,
 }
 
 bool tomar_auxiliar(ui::Form& f, SesionAsistente& s, const ParteCodigo& auxiliar, const std::string& codigo) {
-    if (!buscar(*s.grsAuxiliares, "auxiliar", codigo)) {
+    if (!buscar_codigo(*s.grsAuxiliares, "auxiliar", codigo)) {
         f.critico("Auxiliar no válido");
         return false;
     }
@@ -57,7 +51,7 @@ template <class F> void conectar_busqueda(ui::Form& f, const ParteCodigo& p, F a
 } // namespace
 
 bool existe_cuenta(SesionAsistente& s, const std::string& cuenta) {
-    return buscar(*s.grsCuentas, "centro", cuenta);
+    return buscar_codigo(*s.grsCuentas, "centro", cuenta);
 }
 
 bool cuenta_requiere_auxiliar(SesionAsistente& s, const std::string& cuenta) {

@@ -3,20 +3,10 @@
 #include "platform/db/literal.h"
 #include "screen/detalle/detalle.h"
 #include "screen/frmQuorvel.h"
+#include "screen/maestro.h"
 #include "text/letras_utf8.h"
 
 namespace quorvel {
-namespace {
-
-bool buscar(Recordset& rs, const char* columna, const std::string& codigo) {
-    rs.FindFirst(std::string(columna) + "=" + sql_texto(codigo));
-    return !rs.nomatch();
-}
-
-std::string campo(Recordset& rs, const char* nombre) { return recortar_fin(rs.fields(nombre).Value.text()); }
-
-} // namespace
-
 void preparar_sesion(const frmQuorvel& f, SesionAsistente& d) {
     d.gdb = f.glbdb;
     d.grsAuxiliares = f.maestros.rsAuxiliares.get();
@@ -33,11 +23,11 @@ void recordar_linea(frmQuorvel& f, SeleccionRecordada& memoria, int fila, bool c
     if (!f.glbBanderaNuevo) memoria = {}; // names and auxiliary of another document must not stay behind
     if (f.grdDetalle.Rows() <= 1 || !memoria.cuenta.empty()) return;
     memoria.cuenta = recortar_fin(f.grdDetalle.TextMatrix(fila, CUENTA));
-    if (!buscar(*f.maestros.rsCuentas, "centro", memoria.cuenta)) return;
+    if (!buscar_codigo(*f.maestros.rsCuentas, "centro", memoria.cuenta)) return;
     memoria.n_cuenta = campo(*f.maestros.rsCuentas, "n_centro");
     if (!con_auxiliar || campo(*f.maestros.rsCuentas, "req_auxiliar") != "1") return;
     memoria.auxiliar = recortar_fin(f.grdDetalle.TextMatrix(fila, AUXILIAR));
-    if (buscar(*f.maestros.rsAuxiliares, "auxiliar", memoria.auxiliar))
+    if (buscar_codigo(*f.maestros.rsAuxiliares, "auxiliar", memoria.auxiliar))
         memoria.n_auxiliar = campo(*f.maestros.rsAuxiliares, "n_auxiliar");
 }
 

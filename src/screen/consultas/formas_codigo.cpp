@@ -1,13 +1,12 @@
 #include "screen/consultas/formas_codigo.h"
 
 #include "platform/db/literal.h"
+#include "screen/maestro.h"
 #include "text/letras_utf8.h"
 
 namespace quorvel {
 
 namespace {
-
-std::string campo(Recordset& rs, const char* nombre) { return recortar_fin(rs.fields(nombre).Value.text()); }
 
 void enter_avanza(ui::ComboBox& lista) {
     lista.KeyDown += [&lista](ui::KeyEvent& e) {

@@ -3,6 +3,7 @@
 #include "assistants/libros.h"
 #include "platform/db/literal.h"
 #include "screen/listas.h"
+#include "screen/maestro.h"
 #include "text/letras_utf8.h"
 #include "text/rut.h"
 
@@ -48,8 +49,7 @@ void frmBuscaQuorvel::Form_Load() {
         lista_ = false;
         cmbDocumento.AddItem(TODOS);
         for (auto rs = glbdb->NewRecord(CONSULTA_DOCUMENTOS); !rs->eof(); rs->MoveNext())
-            cmbDocumento.AddItem(recortar_fin(rs->fields("documento").Value.text()) + " " +
-                                 recortar_fin(rs->fields("n_documento").Value.text()));
+            cmbDocumento.AddItem(campo(*rs, "documento") + " " + campo(*rs, "n_documento"));
         llenar(cmbEstado, ESTADOS);
         llenar(cmblibro, TEXTOS_LIBRO);
         llenar(cmbifrs, NORMAS);

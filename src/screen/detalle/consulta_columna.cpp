@@ -3,17 +3,12 @@
 #include "screen/consultas/consultas.h"
 #include "screen/detalle/detalle.h"
 #include "screen/frmQuorvel.h"
+#include "screen/maestro.h"
 #include "text/letras_utf8.h"
 
 namespace quorvel {
 
 namespace {
-
-std::string campo(Recordset& rs, const char* nombre) { return recortar_fin(rs.fields(nombre).Value.text()); }
-bool buscar(Recordset& rs, const char* columna, const std::string& codigo) {
-    rs.FindFirst(std::string(columna) + "=" + sql_texto(codigo));
-    return !rs.nomatch();
-}
 
 void cuenta(frmQuorvel& f) {
     const auto elegida = elegir_cuenta_contable(f.escritorio(), *f.glbdb);
@@ -23,7 +18,7 @@ void cuenta(frmQuorvel& f) {
     if (g.Value(SEC).empty()) g.SetValue(SEC, std::to_string(g.Rows() + 1));
     const std::string anterior = g.Value(CUENTA);
     g.SetValue(CUENTA, elegida->codigo);
-    if (!buscar(*f.maestros.rsCuentas, "centro", elegida->codigo)) {
+    if (!buscar_codigo(*f.maestros.rsCuentas, "centro", elegida->codigo)) {
         f.estado.ultima_cuenta = elegida->codigo;
         return f.critico("Cuenta no válida");
     }
@@ -37,7 +32,7 @@ void cuenta(frmQuorvel& f) {
 void auxiliar(frmQuorvel& f) {
     if (requiere_auxiliar(f, f.grdDetalle.Value(CUENTA)) != "1") return;
     const auto elegido = elegir_auxiliar(f.escritorio(), *f.glbdb);
-    if (!elegido || !buscar(*f.maestros.rsAuxiliares, "auxiliar", elegido->codigo)) return;
+    if (!elegido || !buscar_codigo(*f.maestros.rsAuxiliares, "auxiliar", elegido->codigo)) return;
     f.grdDetalle.cancel_edit();
     f.grdDetalle.SetValue(AUXILIAR, elegido->codigo);
     f.lblAuxiliar.SetCaption(campo(*f.maestros.rsAuxiliares, "n_auxiliar"));
@@ -49,7 +44,7 @@ void centro(frmQuorvel& f) {
     if (!elegido) return;
     f.grdDetalle.cancel_edit();
     f.grdDetalle.SetValue(CENTRO, elegido->codigo);
-    if (!buscar(*f.maestros.rsCentros, "centro", elegido->codigo))
+    if (!buscar_codigo(*f.maestros.rsCentros, "centro", elegido->codigo))
         return f.critico("Centro de costo no válida");
     f.lblCentro.SetCaption(campo(*f.maestros.rsCentros, "n_centro"));
     f.grdDetalle.SetFocus();

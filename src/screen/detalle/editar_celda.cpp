@@ -2,6 +2,7 @@
 #include "platform/db/literal.h"
 #include "screen/detalle/detalle.h"
 #include "screen/frmQuorvel.h"
+#include "screen/maestro.h"
 #include "text/letras_utf8.h"
 #include "text/numeros.h"
 
@@ -11,12 +12,6 @@ namespace {
 
 constexpr const char* PATRON = "#,##0";
 constexpr std::size_t LARGO_GLOSA = 60;
-
-bool buscar(Recordset& rs, const char* columna, const std::string& codigo) {
-    rs.FindFirst(std::string(columna) + "=" + sql_texto(codigo));
-    return !rs.nomatch();
-}
-std::string campo(Recordset& rs, const char* nombre) { return recortar_fin(rs.fields(nombre).Value.text()); }
 
 /// The code is as long as its group asks for.
 bool largo_de_grupo(Recordset& rs, const std::string& codigo) {
@@ -31,7 +26,7 @@ void rechazar(frmQuorvel& f, bool& cancelar, const std::string& mensaje) {
 void cuenta_dejada(frmQuorvel& f, const std::string& anterior, bool& cancelar) {
     const std::string cuenta = f.grdDetalle.Value(CUENTA);
     Recordset& rs = *f.maestros.rsCuentas;
-    if (!buscar(rs, "centro", cuenta) || !largo_de_grupo(rs, cuenta))
+    if (!buscar_codigo(rs, "centro", cuenta) || !largo_de_grupo(rs, cuenta))
         return rechazar(f, cancelar, "Cuenta no válida");
     if (cuenta == anterior) { // typed again: auxiliary and gloss written by hand stay
         f.estado.ultima_cuenta = cuenta;
@@ -45,7 +40,7 @@ void auxiliar_dejado(frmQuorvel& f, const std::string&, bool& cancelar) {
     if (auxiliar.empty()) return f.lblAuxiliar.SetCaption("");
     const std::string codigo = codigo_seis(auxiliar);
     Recordset& rs = *f.maestros.rsAuxiliares;
-    if (!buscar(rs, "auxiliar", codigo)) return rechazar(f, cancelar, "Auxiliar no válida");
+    if (!buscar_codigo(rs, "auxiliar", codigo)) return rechazar(f, cancelar, "Auxiliar no válida");
     f.grdDetalle.SetValue(AUXILIAR, codigo);
     f.lblAuxiliar.SetCaption(campo(rs, "n_auxiliar"));
 }
@@ -68,7 +63,7 @@ void centro_dejado(frmQuorvel& f, const std::string&, bool& cancelar) {
     const std::string centro = f.grdDetalle.Value(CENTRO);
     if (centro.empty()) return f.lblCentro.SetCaption("");
     Recordset& rs = *f.maestros.rsCentros;
-    if (!buscar(rs, "centro", centro) || !largo_de_grupo(rs, centro))
+    if (!buscar_codigo(rs, "centro", centro) || !largo_de_grupo(rs, centro))
         return rechazar(f, cancelar, "Centro no válida");
     f.lblCentro.SetCaption(campo(rs, "n_centro"));
 }
@@ -98,7 +93,7 @@ void vaciar_otro_lado(frmQuorvel& f, int columna) {
 
 std::string requiere_auxiliar(frmQuorvel& f, const std::string& cuenta) {
     Recordset& rs = *f.maestros.rsCuentas;
-    if (!buscar(rs, "centro", cuenta)) return "0";
+    if (!buscar_codigo(rs, "centro", cuenta)) return "0";
     const std::string r = campo(rs, "req_auxiliar");
     return r.empty() ? "0" : r;
 }
@@ -113,7 +108,7 @@ void cuenta_elegida(frmQuorvel& f, const std::string& cuenta, const std::string&
 
 bool ValidarOtroImpuesto(frmQuorvel& f, const std::string& codigo) {
     Recordset& rs = *f.maestros.rsOtrosImpuestos;
-    if (codigo.empty() || !buscar(rs, "otro_impuesto", codigo)) return false;
+    if (codigo.empty() || !buscar_codigo(rs, "otro_impuesto", codigo)) return false;
     f.lblOtro_impuesto.SetCaption(campo(rs, "descripcion"));
     return true;
 }

@@ -1,8 +1,7 @@
 // Name labels of the current line.
-#include "platform/db/literal.h"
 #include "screen/detalle/detalle.h"
 #include "screen/frmQuorvel.h"
-#include "text/letras_utf8.h"
+#include "screen/maestro.h"
 #include "text/numeros.h"
 
 namespace quorvel {
@@ -13,8 +12,7 @@ namespace {
 void nombrar(ui::Label& etiqueta, Recordset& rs, const char* columna, const char* nombre,
              const std::string& codigo) {
     if (codigo.empty()) return etiqueta.SetCaption("");
-    rs.FindFirst(std::string(columna) + "=" + sql_texto(codigo));
-    if (!rs.nomatch()) etiqueta.SetCaption(recortar_fin(rs.fields(nombre).Value.text()));
+    if (buscar_codigo(rs, columna, codigo)) etiqueta.SetCaption(campo(rs, nombre));
 }
 
 } // namespace
