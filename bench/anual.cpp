@@ -1,5 +1,5 @@
 // Both openings and the closing over a generated year against the engine's own time for the same sums, and
-// the memory that they take. Argument: vouchers.
+// the memory that they take. Arguments: vouchers, repetitions, engine.
 #include "apoyo/comprobante.h"
 #include "apoyo/sesiones.h"
 #include "app/db/base.h"
@@ -8,11 +8,9 @@
 #include "yearend/apertura.h"
 #include "yearend/cierre.h"
 
-#include <sys/resource.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
 #include <cstdlib>
+#include <filesystem>
+#include <fstream>
 
 using namespace quorvel;
 using namespace quorvel::bench;
@@ -56,45 +54,66 @@ const Tarea TAREAS[] = {
     {"closing", cierre, CIERRE},
 };
 
-/// Peak memory of a process that does it once, beyond that of one that only connects, in MB.
-double memoria(const std::string& conexion, void (*hacer)(clsConexion&)) {
-    const auto pico = [&](bool con_trabajo) {
-        const pid_t hijo = fork();
-        if (hijo == 0) {
-            {
-                const auto db = abrir_sesion(conexion);
-                if (con_trabajo) hacer(*db);
-            }
-            _exit(0); // the server belongs to the parent
-        }
-        int estado = 0;
-        rusage uso{};
-        if (wait4(hijo, &estado, 0, &uso) != hijo || estado != 0) std::exit(1);
-        return static_cast<double>(uso.ru_maxrss) / 1024;
-    };
-    const double solo = pico(false);
-    return pico(true) - solo;
+/// Peak memory of a fresh process of this program that opens the finished database and does one thing, in MB.
+double memoria(const std::string& conexion, const std::string& que) {
+    std::FILE* const hijo = ::popen((std::filesystem::read_symlink("/proc/self/exe").string() + " --hacer '" +
+                                     que + "' '" + conexion + "'")
+                                        .c_str(),
+                                    "r");
+    double mb = 0;
+    if (hijo == nullptr || std::fscanf(hijo, "%lf", &mb) != 1 || ::pclose(hijo) != 0) std::exit(1);
+    return mb;
+}
+
+double pico_mb() {
+    std::ifstream estado("/proc/self/status");
+    for (std::string linea; std::getline(estado, linea);)
+        if (linea.starts_with("VmHWM:")) return std::atof(linea.c_str() + 6) / 1024;
+    return 0;
+}
+
+void sumar(Base& base, const Tarea& t) {
+    if (base.motor() == "sqlite") base.ejecutar("pragma automatic_index=off; pragma temp_store=memory");
+    (void)base.consultar(t.sumas);
+}
+
+/// The child: "nothing" only connects, "sum:" runs the bare aggregate, otherwise the module's own work.
+int hacer(const std::string& que, const std::string& conexion) {
+    for (const Tarea& t : TAREAS)
+        if (que == "sum:" + std::string(t.que))
+            sumar(*abrir_base(conexion, Abrir::existente), t);
+        else if (que == t.que)
+            t.hacer(*abrir_sesion(conexion));
+    if (que == "nothing") (void)abrir_sesion(conexion);
+    std::printf("%.1f\n", pico_mb());
+    return 0;
 }
 
 } // namespace
 
 int main(int argc, char** argv) {
+    if (argc == 4 && std::string(argv[1]) == "--hacer") return hacer(argv[2], argv[3]);
+    const int repeticiones = argc > 2 ? std::atoi(argv[2]) : 5;
     const int comprobantes = argc > 1 ? std::atoi(argv[1]) : 200000;
     for (const auto motor : apoyo::MOTORES) {
+        if (argc > 3 && apoyo::nombre(motor) != argv[3]) continue;
         const std::string conexion = apoyo::conexion_nueva(motor);
         std::fprintf(stderr, "%s: generating %d vouchers\n", apoyo::nombre(motor).c_str(), comprobantes);
         generar(conexion, comprobantes);
         const auto db = abrir_sesion(conexion);
         const auto base = abrir_base(conexion, Abrir::existente);
-        if (base->motor() == "sqlite") base->ejecutar("pragma automatic_index=off; pragma temp_store=memory");
+        const double solo = memoria(conexion, "nothing");
         for (const Tarea& t : TAREAS) {
             const Par p = alternar(
-                5, [&](int) { t.hacer(*db); }, [&](int) { (void)base->consultar(t.sumas); });
+                repeticiones, [&](int) { t.hacer(*db); }, [&](int) { sumar(*base, t); });
             const std::string que =
                 apoyo::nombre(motor) + ": " + t.que + texto(", %d lines", comprobantes * 4);
             fila(que + ", to the bare aggregate",
                  texto("%.2f (%.2f s / %.2f s)", p.uno / p.otro, p.uno, p.otro), "<= 1.1");
-            fila(que + ", peak memory", texto("%.0f MB", memoria(conexion, t.hacer)), "-");
+            fila(que + ", peak memory beyond an open session, to the bare aggregate's",
+                 texto("%.0f MB / %.0f MB", memoria(conexion, t.que) - solo,
+                       memoria(conexion, "sum:" + std::string(t.que)) - solo),
+                 "-");
         }
     }
 }

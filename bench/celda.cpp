@@ -2,9 +2,8 @@
 // lines.
 #include "apoyo/comprobante.h"
 #include "apoyo/sesiones.h"
-#include "app/db/base.h"
-#include "app/db/esquema.h"
 #include "escritorio_mudo.h"
+#include "largo.h"
 #include "screen/frmQuorvel.h"
 #include "tabla.h"
 
@@ -13,37 +12,11 @@ using namespace quorvel::bench;
 
 namespace {
 
-struct SinImpresora final : ReportPrinter {
-    void run(const ReportJob&) override {}
-};
-
 /// The screen with a saved voucher of so many lines on it.
 class Pantalla {
 public:
-    explicit Pantalla(int lineas) : lineas_(lineas), carpeta_(apoyo::carpeta_nueva()) {
-        const std::string conexion = "sqlite:" + carpeta_ + "/celda.db";
-        crear_esquema(conexion);
-        sembrar_empresa(*abrir_sesion(conexion));
-        const std::string n = std::to_string(lineas / 2);
-        abrir_base(conexion, Abrir::existente)
-            ->ejecutar(
-                "insert into ctcquorvel(empresa,f_comp,documento,num_docum,moneda,t_debe,t_haber,libro) "
-                "values "
-                "(1,'2024-03-20','001','1','PS'," +
-                n + "000," + n +
-                "000,'CONTABLES');"
-                "with recursive s(n) as (select 1 union all select n+1 from s where n<2*" +
-                n +
-                ") insert into "
-                "ctdquorvel(empresa,f_comp,documento,num_docum,secuencia,centro,debe_nacional,haber_nacional,"
-                "glosa) select 1,'2024-03-20','001','1',n,'101001',(n%2)*1000,(1-n%2)*1000,'linea' from s");
-        db_ = abrir_sesion(conexion);
-        reporte_ = abrir_sesion_informes(carpeta_ + "/print.db");
-        f_.glbUsuario = f_.glbEmpresa = 1;
-        f_.glbN_usuario = "ANA ROJAS", f_.glbN_empresa = "Empresa", f_.glbPermiso = "11111";
-        f_.glbPrograma = "Contabilidad";
-        f_.glbdb = db_.get(), f_.glbdbReport = reporte_.get();
-        f_.SetglbTipoImpresora("L");
+    explicit Pantalla(int lineas) : lineas_(lineas), db_(abrir_sesion(base_con_comprobante(lineas))) {
+        preparar(f_, *db_, *reporte_);
         f_.Show();
         f_.ctlRegistro1.press(ui::ctlRegistro::Function::Search);
         if (f_.grdDetalle.Rows() != lineas) std::fprintf(stderr, "voucher not loaded\n"), std::exit(1);
@@ -62,8 +35,8 @@ public:
 
 private:
     int lineas_;
-    std::string carpeta_;
-    std::unique_ptr<clsConexion> db_, reporte_;
+    std::string carpeta_ = apoyo::carpeta_nueva();
+    std::unique_ptr<clsConexion> db_, reporte_ = abrir_sesion_informes(carpeta_ + "/print.db");
     EscritorioMudo escritorio_;
     SinImpresora impresor_;
     RelojFijo reloj_{apoyo::HOY};

@@ -1,7 +1,9 @@
 #pragma once
+#include "platform/report/report.h"
 #include "platform/ui/ctlConsulta.h"
 #include "platform/ui/escritorio.h"
 #include "platform/ui/form.h"
+#include "screen/frmQuorvel.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -27,5 +29,18 @@ protected:
         if (auto* lista = dynamic_cast<ui::ctlConsulta*>(form.find("ctlConsulta1"))) lista->pick(0);
     }
 };
+
+struct SinImpresora final : ReportPrinter {
+    void run(const ReportJob&) override {}
+};
+
+/// Hands the session over; the last property makes the screen load.
+inline void preparar(frmQuorvel& f, clsConexion& db, clsConexion& reporte) {
+    f.glbUsuario = f.glbEmpresa = 1;
+    f.glbN_usuario = "ANA ROJAS", f.glbN_empresa = "Empresa", f.glbPermiso = "11111";
+    f.glbPrograma = "Contabilidad";
+    f.glbdb = &db, f.glbdbReport = &reporte;
+    f.SetglbTipoImpresora("L");
+}
 
 } // namespace quorvel::bench

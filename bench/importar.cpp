@@ -3,27 +3,21 @@
 #include "interchange/archivo_comprobante.h"
 #include "tabla.h"
 
-#include <algorithm>
-#include <chrono>
 #include <cstdio>
 
 namespace {
 
 double lineas_por_segundo(int lineas) {
-    using Reloj = std::chrono::steady_clock;
     std::string b = "empresa;\r\n1;05-03-2015;1;7;PS;10;10;c;;;;;n;;;;;;;;;;\r\nempresa\r\n";
     for (int i = 0; i < lineas; ++i)
         b += "1 Comercial;05/03/2015;001;7;" + std::to_string(i + 1) + ";103001;1234;" +
              std::to_string(i * 37) + ";0;glosa de la l\xEDnea con \xF1;CC1;;77;;\r\n";
-    double mejor = 0;
-    for (int vez = 0; vez < 5; ++vez) {
-        const auto inicio = Reloj::now();
-        const std::size_t filas =
-            quorvel::interpretar_archivo(b, [](long, long) { return true; }).filas.size();
-        mejor = std::max(mejor, static_cast<double>(filas) /
-                                    std::chrono::duration<double>(Reloj::now() - inicio).count());
-    }
-    return mejor;
+    std::size_t filas = 0;
+    std::vector<double> segundos;
+    for (int vez = 0; vez < 7; ++vez)
+        segundos.push_back(quorvel::bench::segundos_propios(
+            [&] { filas = quorvel::interpretar_archivo(b, [](long, long) { return true; }).filas.size(); }));
+    return static_cast<double>(filas) / quorvel::bench::mediana(segundos);
 }
 
 } // namespace

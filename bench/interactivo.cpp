@@ -5,6 +5,7 @@
 #include "escritorio_mudo.h"
 #include "generar.h"
 #include "plan.h"
+#include "screen/consultas/formas_codigo.h"
 #include "screen/consultas/frmBuscaQuorvel.h"
 #include "tabla.h"
 #include "text/letras_utf8.h"
@@ -14,6 +15,7 @@
 #include "voucher/validar.h"
 
 #include <functional>
+#include <utility>
 
 using namespace quorvel;
 using namespace quorvel::bench;
@@ -52,6 +54,15 @@ public:
     void lista(int) { listar(""); }
     void lista_numero(int i) { listar(" and num_ref='" + muestra(i).num_ref + "'"); }
     void lista_parte(int i) { listar(" and rut_persona='" + muestra(i).rut + "'"); }
+    void contrapartes(int) {
+        frmpersona lista(escritorio_);
+        lista.glbdb = db_.get();
+        lista.Show();
+        exigir(!lista.ctlConsulta1.rows().empty(), "counterparts");
+        lista.Unload();
+    }
+    /// Rows listed since the last call.
+    double filas() { return std::exchange(filas_, 0); }
     void lista_libro(int) { listar(" and libro='VENTAS'"); }
     void guardar(int) {
         Comprobante c = apoyo::compra(std::to_string(++guardado_));
@@ -83,6 +94,8 @@ public:
               std::string(
                   "update ctcquorvel set bloqueo_usuario= 0 where empresa=1 and bloqueo_usuario=3")}) {
             const std::string p = plan(conexion_, sql);
+            if (std::getenv("QUORVEL_PLANES") != nullptr)
+                std::fprintf(stderr, "%s\n%s\n", sql.c_str(), p.c_str());
             ++vistos;
             if (!recorre_todo(p)) continue;
             ++recorridos;
@@ -112,11 +125,14 @@ private:
     }
     void listar(const std::string& filtro) {
         buscar_.ctlConsulta1.SetSQL(consulta_busqueda(1, 1, 1) + filtro);
-        exigir(!buscar_.ctlConsulta1.rows().empty(), "rows of the search list");
+        const std::size_t filas = buscar_.ctlConsulta1.rows().size();
+        exigir(filas > 0, "rows of the search list");
+        filas_ += static_cast<double>(filas);
     }
 
     std::string conexion_;
     int n_, guardado_ = 50000000;
+    double filas_ = 0;
     std::unique_ptr<clsConexion> db_;
     std::vector<Generado> muestras_;
     Configuracion k_;
@@ -129,6 +145,7 @@ struct Tarea {
     const char* que;
     void (Lado::*hacer)(int);
     int veces;
+    bool por_fila = false; ///< a larger company finds more
 };
 constexpr Tarea TAREAS[] = {
     {"propose the number", &Lado::numero_siguiente, 300},
@@ -138,7 +155,8 @@ constexpr Tarea TAREAS[] = {
     {"open a voucher: header and lines", &Lado::abrir, 300},
     {"search list, first block", &Lado::lista, 60},
     {"search by document number", &Lado::lista_numero, 100},
-    {"search by counterpart, first block", &Lado::lista_parte, 60},
+    {"search by counterpart, a row of the first block", &Lado::lista_parte, 60, true},
+    {"list of counterparts, first block", &Lado::contrapartes, 40},
     {"search by book, first block", &Lado::lista_libro, 60},
     {"save a new voucher, durable", &Lado::guardar, 100},
 };
@@ -153,10 +171,12 @@ int main(int argc, char** argv) {
         Lado chico(motor, poco), grande(motor, mucho);
         for (const Tarea& t : TAREAS) {
             for (int i = 0; i < 12; ++i) (chico.*t.hacer)(i), (grande.*t.hacer)(i);
-            const Par p = alternar(
+            (void)chico.filas(), (void)grande.filas();
+            Par p = alternar(
                 t.veces, [&](int i) { (chico.*t.hacer)(i); }, [&](int i) { (grande.*t.hacer)(i); });
+            if (t.por_fila) p = {p.uno * t.veces / chico.filas(), p.otro * t.veces / grande.filas()};
             fila(apoyo::nombre(motor) + ": " + t.que + texto(", %d / %d", mucho, poco),
-                 texto("%.2f (%.0f us / %.0f us)", p.otro / p.uno, p.otro * 1e6, p.uno * 1e6), "<= 1.3");
+                 texto("%.2f (%.4g us / %.4g us)", p.otro / p.uno, p.otro * 1e6, p.uno * 1e6), "<= 1.3");
         }
         grande.planes(apoyo::nombre(motor));
     }

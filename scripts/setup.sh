@@ -1,26 +1,51 @@
 # Sourced by ./run, ./test and .ci/run: installs what is missing of packages.txt and builds a preset.
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
+# install_packages [list]
 install_packages() {
     local wanted missing sudo=
-    wanted=$(grep -v '^#' packages.txt)
+    wanted=$(grep -v '^#' "${1:-packages.txt}")
     missing=$(for p in $wanted; do
         [ "$(dpkg-query -W -f='${db:Status-Status}' "$p" 2>/dev/null)" = installed ] || echo "$p"
     done)
     [ -z "$missing" ] && return
     [ "$(id -u)" = 0 ] || sudo=sudo
-    echo "Installing:" $missing
+    echo "Installing packages (once, some minutes):" $missing
     $sudo apt-get -o DPkg::Lock::Timeout=300 update -qq
     # shellcheck disable=SC2086
-    DEBIAN_FRONTEND=noninteractive $sudo apt-get -o DPkg::Lock::Timeout=300 install -y -qq \
-        --no-install-recommends $missing > /dev/null
+    LC_ALL=C DEBIAN_FRONTEND=noninteractive $sudo apt-get -o DPkg::Lock::Timeout=300 install -y -q \
+        --no-install-recommends $missing | tell_installing
+}
+
+# Both read line by line: awk would keep the lines back until it has many.
+tell_installing() {
+    local n=0 line
+    while read -r line; do
+        case $line in
+            *"newly installed"* | "Need to get"*) echo "  $line" ;;
+            "Setting up"*) n=$((n + 1)); if [ $((n % 50)) = 0 ]; then echo "  $n packages are set up"; fi ;;
+        esac
+    done
+}
+
+# Tells of a long build at every tenth of it.
+tell_progress() {
+    local told=0 line
+    while read -r line; do
+        [[ $line =~ ^\[([0-9]+)/([0-9]+)\] ]] || continue
+        if [ "${BASH_REMATCH[2]}" -gt 20 ] && [ $((10 * BASH_REMATCH[1] / BASH_REMATCH[2])) -gt $told ]; then
+            told=$((10 * BASH_REMATCH[1] / BASH_REMATCH[2]))
+            echo "  ${told}0 % (${BASH_REMATCH[1]} of ${BASH_REMATCH[2]})"
+        fi
+    done
 }
 
 # build PRESET: configures once, then lets ninja see what changed.
 build() {
+    [ -f "build-$1/build.ninja" ] || echo "Building $1 for the first time"
     [ -f "build-$1/build.ninja" ] || cmake --preset "$1" > "/tmp/quorvel-configure.$$" ||
         { cat "/tmp/quorvel-configure.$$"; return 1; }
-    ninja -C "build-$1" ${2:-} > "/tmp/quorvel-build.$$" || { tail -n 60 "/tmp/quorvel-build.$$"; return 1; }
+    ninja -C "build-$1" ${2:-} | tee "/tmp/quorvel-build.$$" | tell_progress || { tail -n 60 "/tmp/quorvel-build.$$"; return 1; }
     rm -f "/tmp/quorvel-configure.$$" "/tmp/quorvel-build.$$"
 }
 
@@ -32,4 +57,34 @@ run_tests() {
     chmod 700 "$runtime"
     XDG_RUNTIME_DIR=$runtime QT_QPA_PLATFORM=offscreen \
         ctest --test-dir "build-$preset" -j2 --output-on-failure "$@"
+}
+
+# run_fuzzers SECONDS: each starts from its corpus and the program's own files; an input that breaks a promise
+# is kept in build-fuzz/found.
+run_fuzzers() {
+    local fuzzer target log work seeds failed=0
+    work=$(mktemp -d)
+    mkdir -p build-fuzz/found
+    for fuzzer in build-fuzz/bin/fuzz_*; do
+        target=${fuzzer##*/fuzz_}
+        log=$work/$target.log
+        mkdir "$work/$target"
+        case $target in
+            informe) seeds=data/reports ;;
+            sql) seeds=data/schema ;;
+            *) seeds= ;;
+        esac
+        # shellcheck disable=SC2086
+        if "$fuzzer" -max_total_time="$1" -max_len=6000 -timeout=20 -rss_limit_mb=2048 -print_final_stats=1 \
+            -artifact_prefix="build-fuzz/found/$target-" "$work/$target" "tests/fuzz/corpus/$target" $seeds \
+            > "$log" 2>&1; then
+            echo "$target: $(awk '/number_of_executed_units/ { print $2 }' "$log") executions, nothing found"
+        else
+            failed=1
+            echo "$target: FOUND"
+            grep -aE -A1 'broken:|ERROR:|runtime error|terminate|Test unit' "$log" | head -n 12
+        fi
+    done
+    rm -rf "$work"
+    return $failed
 }

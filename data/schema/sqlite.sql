@@ -69,9 +69,12 @@ create unique index ctcquorvel_clave on ctcquorvel (empresa, f_comp, documento, 
 create index ctcquorvel_numero on ctcquorvel (empresa, documento, cast(strftime('%Y', f_comp) as integer), cast(num_docum as integer) collate rtrim);
 -- next correlative of a book and month; search by book
 create index ctcquorvel_correlativo on ctcquorvel (empresa, libro, cast(strftime('%Y', f_comp) as integer), cast(strftime('%m', f_comp) as integer), nro_correlativo);
--- duplicate document, search by counterpart, list of counterparts
-create index ctcquorvel_persona on ctcquorvel (rut_persona, num_ref, empresa, nombre);
-create index ctcquorvel_referencia on ctcquorvel (empresa, num_ref);
+-- search by counterpart in the order of the list
+create index ctcquorvel_contraparte on ctcquorvel (rut_persona, empresa, f_comp, documento, num_docum);
+-- list of counterparts
+create index ctcquorvel_nombre on ctcquorvel (nombre, rut_persona);
+-- duplicate document, search by document number
+create index ctcquorvel_referencia on ctcquorvel (empresa, num_ref, rut_persona);
 create index ctcquorvel_bloqueo on ctcquorvel (empresa, bloqueo_usuario);
 create index ctcquorvel_adjunto on ctcquorvel (comprobante_adjunto);
 -- list of bank accounts and next cheque; few vouchers carry a cheque

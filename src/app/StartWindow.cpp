@@ -3,14 +3,18 @@
 #include "app/db/base.h"
 #include "app/db/demo.h"
 #include "app/db/esquema.h"
+#include "app/empresa/ConfiguracionWindow.h"
+#include "app/empresa/NuevaEmpresa.h"
+#include "app/libros/VentanaLibros.h"
 #include "app/recientes.h"
+#include "qt/icons.h"
 #include "qt/text.h"
 
 #include <QApplication>
 #include <QComboBox>
 #include <QFileDialog>
 #include <QFormLayout>
-#include <QHBoxLayout>
+#include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -23,139 +27,305 @@ using qt::to_qt;
 using qt::to_std;
 
 namespace {
+
 constexpr const char* FILTRO = "Base de datos (*.db)";
+
 std::filesystem::path archivo_recientes(const std::filesystem::path& carpeta) {
     return carpeta / "recientes.txt";
 }
+
+/// File of an embedded database; empty for a server.
+std::filesystem::path archivo_de(const std::string& conexion) {
+    return conexion.starts_with("sqlite:") ? conexion.substr(7) : std::string();
+}
+
+/// A name to recognise it by, and below where it is.
+QString texto_reciente(const std::string& conexion) {
+    const auto archivo = archivo_de(conexion);
+    if (archivo.empty()) {
+        const std::string sin_opciones = conexion.substr(0, conexion.find('?'));
+        return to_qt(sin_opciones.substr(sin_opciones.rfind('/') + 1)) + "\nservidor: " + to_qt(conexion);
+    }
+    const bool falta = !std::filesystem::exists(archivo);
+    return (falta ? QString::fromUtf8("✖ ") : QString()) + to_qt(archivo.stem().string()) +
+           (falta ? " (no se encuentra)" : "") + "\n" + to_qt(archivo.string());
+}
+
 } // namespace
 
 StartWindow::StartWindow(std::filesystem::path folder) : folder_(std::move(folder)) {
     setWindowTitle("Quorvel");
     setObjectName("inicio");
-    build();
-    for (const auto& connection : leer_recientes(archivo_recientes(folder_)))
-        recent_->addItem(to_qt(connection));
-    if (recent_->count() > 0) {
-        recent_->setCurrentRow(0);
-        choose(to_std(recent_->item(0)->text()));
-    } else {
-        choose({});
-    }
-}
-
-void StartWindow::build() {
-    recent_ = new QListWidget(this);
-    recent_->setAccessibleName("Bases de datos recientes");
-    connect(recent_, &QListWidget::itemClicked, this,
-            [this](QListWidgetItem* item) { choose(to_std(item->text())); });
-    connect(recent_, &QListWidget::itemActivated, this, [this](QListWidgetItem* item) {
-        choose(to_std(item->text()));
-        if (start_->isEnabled()) accept();
-    });
-    const auto button = [this](const char* text, auto action) {
-        auto* made = new QPushButton(QString::fromUtf8(text), this);
-        made->setAutoDefault(false);
-        connect(made, &QPushButton::clicked, this, action);
-        return made;
-    };
-    auto* actions = new QHBoxLayout;
-    actions->addWidget(button("&Abrir archivo…", [this] { choose_file(); }));
-    actions->addWidget(button("&Crear base…", [this] { create_file(false); }));
-    actions->addWidget(button("Crear &demostración…", [this] { create_file(true); }));
-    actions->addStretch(1);
-    address_ = new QLineEdit(this);
-    address_->setPlaceholderText("sqlite:/ruta/contabilidad.db  o  postgresql://usuario@servidor/base");
-    connect(address_, &QLineEdit::returnPressed, this, [this] { choose(to_std(address_->text())); });
-    companies_ = new QComboBox(this);
-    users_ = new QComboBox(this);
-    auto* fields = new QFormLayout;
-    fields->setLabelAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    fields->addRow(QString::fromUtf8("Co&nexión"), address_);
-    fields->addRow("&Empresa", companies_);
-    fields->addRow("&Usuario", users_);
+    setWindowIcon(qt::program_icon());
+    auto* center = new QHBoxLayout;
+    center->setSpacing(14);
+    center->addWidget(build_databases(), 3);
+    center->addWidget(build_company(), 2);
     problem_ = new QLabel(this);
     problem_->setWordWrap(true);
     problem_->setTextFormat(Qt::PlainText);
-    start_ = button("&Iniciar", [this] { accept(); });
-    start_->setDefault(true);
     auto* bottom = new QHBoxLayout;
     bottom->addWidget(problem_, 1);
-    bottom->addWidget(start_);
-    bottom->addWidget(button("Salir", [this] { reject(); }));
+    bottom->addWidget(start_ = new QPushButton("&Iniciar", this));
+    auto* leave = new QPushButton("&Salir", this);
+    leave->setAutoDefault(false);
+    bottom->addWidget(leave);
+    start_->setDefault(true);
+    connect(start_, &QPushButton::clicked, this, [this] { accept(); });
+    connect(leave, &QPushButton::clicked, this, [this] { reject(); });
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(16, 14, 16, 14);
-    column->setSpacing(10);
-    auto* title = new QLabel("Bases de datos recientes", this);
-    QFont bold = title->font();
-    bold.setBold(true);
-    title->setFont(bold);
-    column->addWidget(title);
-    column->addWidget(recent_, 1);
-    column->addLayout(actions);
-    column->addLayout(fields);
+    column->setSpacing(12);
+    auto* title = new QHBoxLayout;
+    auto* icon = new QLabel(this);
+    icon->setPixmap(qt::program_icon().pixmap(36, 36));
+    auto* name = new QLabel("Quorvel", this);
+    QFont large = name->font();
+    large.setPointSizeF(large.pointSizeF() * 1.7);
+    large.setBold(true);
+    name->setFont(large);
+    auto* what = new QLabel("Comprobantes contables", this);
+    what->setForegroundRole(QPalette::PlaceholderText);
+    title->addWidget(icon);
+    title->addWidget(name);
+    title->addWidget(what, 1, Qt::AlignBottom);
+    column->addLayout(title);
+    column->addLayout(center, 1);
     column->addLayout(bottom);
-    resize(620, 420);
+    resize(880, 470);
+    fill_recent();
+    choose(recent_->count() > 0 ? to_std(recent_->item(0)->data(Qt::UserRole).toString()) : std::string());
+    start_->setFocus();
 }
 
-void StartWindow::show_problem(const std::string& text) { problem_->setText(to_qt(text)); }
+QPushButton* StartWindow::button(const char* text, const char* tip, void (StartWindow::*action)()) {
+    auto* made = new QPushButton(QString::fromUtf8(text), this);
+    made->setAutoDefault(false);
+    made->setToolTip(QString::fromUtf8(tip));
+    connect(made, &QPushButton::clicked, this, action);
+    return made;
+}
+
+QWidget* StartWindow::build_databases() {
+    auto* group = new QGroupBox("Bases de datos", this);
+    auto* column = new QVBoxLayout(group);
+    recent_ = new QListWidget(group);
+    recent_->setAccessibleName("Bases de datos recientes");
+    recent_->setAlternatingRowColors(true);
+    recent_->setTextElideMode(Qt::ElideMiddle);
+    recent_->setSpacing(3);
+    const auto chosen = [this](QListWidgetItem* item) {
+        choose(to_std(item->data(Qt::UserRole).toString()));
+    };
+    connect(recent_, &QListWidget::itemClicked, this, chosen);
+    connect(recent_, &QListWidget::itemActivated, this, [this, chosen](QListWidgetItem* item) {
+        chosen(item);
+        if (start_->isEnabled()) accept();
+    });
+    address_ = new QLineEdit(group);
+    address_->setPlaceholderText("sqlite:/ruta/contabilidad.db  o  postgresql://usuario@servidor/base");
+    address_->setAccessibleName(QString::fromUtf8("Conexión"));
+    connect(address_, &QLineEdit::returnPressed, this, [this] { choose(to_std(address_->text())); });
+    auto* label = new QLabel(QString::fromUtf8("C&onexión"), group);
+    label->setBuddy(address_);
+    auto* line = new QHBoxLayout;
+    line->addWidget(label);
+    line->addWidget(address_, 1);
+    auto* actions = new QHBoxLayout;
+    actions->addWidget(button("&Abrir archivo…", "Abre una base que ya existe", &StartWindow::open_file));
+    actions->addWidget(
+        button("&Crear base…", "Crea una base vacía y su primera empresa", &StartWindow::create_database));
+    actions->addWidget(
+        button("&Demostración…", "Crea una base con una empresa de muestra", &StartWindow::create_demo));
+    forget_ =
+        button("&Quitar", "Quita la base de la lista; el archivo queda donde está", &StartWindow::forget);
+    actions->addWidget(forget_);
+    column->addWidget(recent_, 1);
+    column->addLayout(line);
+    column->addLayout(actions);
+    return group;
+}
+
+QWidget* StartWindow::build_company() {
+    auto* group = new QGroupBox("Empresa y usuario", this);
+    auto* column = new QVBoxLayout(group);
+    companies_ = new QComboBox(group);
+    users_ = new QComboBox(group);
+    auto* fields = new QFormLayout;
+    fields->setLabelAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    fields->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
+    fields->addRow("&Empresa", companies_);
+    fields->addRow("&Usuario", users_);
+    for (QComboBox* list : {companies_, users_}) {
+        list->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+        list->setMinimumContentsLength(20);
+    }
+    companies_->setAccessibleName("Empresa");
+    users_->setAccessibleName("Usuario");
+    connect(companies_, &QComboBox::currentIndexChanged, this, [this] { show_company(); });
+    summary_ = new QLabel(group);
+    summary_->setTextFormat(Qt::PlainText);
+    summary_->setWordWrap(true);
+    new_company_ = button("&Nueva empresa…", "Crea otra empresa en esta base", &StartWindow::create_company);
+    configure_ = button("Con&figuración…", "Período y cuentas del año", &StartWindow::configure);
+    books_ = button("&Libros…", "Diario, mayor, balance y gráfico", &StartWindow::show_books);
+    column->addLayout(fields);
+    column->addSpacing(6);
+    column->addWidget(summary_);
+    column->addStretch(1);
+    for (QPushButton* b : {new_company_, configure_, books_}) column->addWidget(b);
+    return group;
+}
+
+void StartWindow::fill_recent() {
+    recent_->clear();
+    for (const auto& connection : leer_recientes(archivo_recientes(folder_))) {
+        auto* item = new QListWidgetItem(texto_reciente(connection), recent_);
+        item->setData(Qt::UserRole, to_qt(connection));
+    }
+    if (recent_->count() > 0) recent_->setCurrentRow(0);
+    forget_->setEnabled(recent_->count() > 0);
+}
+
+void StartWindow::show_problem(const std::string& text) {
+    problem_->setText(text.empty() ? QString() : QString::fromUtf8("⚠ ") + to_qt(text));
+}
 
 void StartWindow::choose(const std::string& connection) {
     companies_->clear();
     users_->clear();
     connection_.clear();
     address_->setText(to_qt(connection));
-    if (connection.empty()) {
-        show_problem("Abra una base de datos o cree la de demostración.");
-        start_->setEnabled(false);
-        return;
-    }
+    bool ready = false;
     try {
+        if (connection.empty()) throw std::runtime_error("Abra una base de datos o cree una.");
         const std::string normal = normalizar_conexion(connection);
         const auto db = abrir_sesion(normal);
-        for (const auto& row : leer_empresas(*db))
-            companies_->addItem(to_qt(std::to_string(row.codigo) + "  " + row.nombre), row.codigo);
         for (const auto& row : leer_usuarios(*db))
             users_->addItem(to_qt(std::to_string(row.codigo) + "  " + row.nombre), row.codigo);
         connection_ = normal;
-        const bool ready = companies_->count() > 0 && users_->count() > 0;
-        show_problem(ready ? "" : "La base de datos no tiene empresas o usuarios.");
-        start_->setEnabled(ready);
+        for (const auto& row : leer_empresas(*db))
+            companies_->addItem(to_qt(std::to_string(row.codigo) + "  " + row.nombre), row.codigo);
+        ready = companies_->count() > 0 && users_->count() > 0;
+        show_problem(ready ? "" : "La base de datos no tiene empresas o usuarios: cree una empresa.");
+    } catch (const std::exception& e) {
+        connection_.clear();
+        show_problem(e.what());
+    }
+    start_->setEnabled(ready);
+    configure_->setEnabled(ready);
+    books_->setEnabled(ready);
+    new_company_->setEnabled(!connection_.empty());
+    show_company();
+}
+
+int StartWindow::company() const { return companies_->currentData().toInt(); }
+std::string StartWindow::company_name() const { return to_std(companies_->currentText().section("  ", 1)); }
+
+void StartWindow::show_company() {
+    summary_->clear();
+    if (connection_.empty() || companies_->currentIndex() < 0) return;
+    try {
+        const auto db = abrir_sesion(connection_);
+        const auto years = anios_configurados(*db, company());
+        if (years.empty()) return summary_->setText(QString::fromUtf8("⚠ Sin configuración contable"));
+        const auto c = leer_configuracion_anual(*db, company(), years.front());
+        const auto day = [](const std::optional<Fecha>& f) {
+            return f ? to_qt(fecha_dmy(*f)) : QString("hoy");
+        };
+        QString text = QString::fromUtf8("Año contable %1\nDigitación del %2 al %3")
+                           .arg(years.front())
+                           .arg(day(c->f_digi_inicial), day(c->f_digi_final));
+        const auto remarks = revisar_configuracion(*db, *c);
+        if (!remarks.empty())
+            text += QString::fromUtf8("\n⚠ Configuración incompleta: %1 observaciones").arg(remarks.size());
+        summary_->setText(text);
     } catch (const std::exception& e) {
         show_problem(e.what());
-        start_->setEnabled(false);
     }
 }
 
-void StartWindow::choose_file() {
+void StartWindow::open_file() {
     const QString file =
         QFileDialog::getOpenFileName(this, "Abrir base de datos", to_qt(folder_.string()), FILTRO);
     if (!file.isEmpty()) choose("sqlite:" + to_std(file));
 }
 
-void StartWindow::create_file(bool demo) {
-    QString file = QFileDialog::getSaveFileName(
-        this, demo ? QString::fromUtf8("Crear base de demostración") : QString("Crear base de datos"),
-        to_qt((folder_ / (demo ? "demo.db" : "contabilidad.db")).string()), FILTRO);
+QString StartWindow::ask_new_file(const char* title, const char* name) {
+    QString file = QFileDialog::getSaveFileName(this, QString::fromUtf8(title),
+                                                to_qt((folder_ / name).string()), FILTRO);
+    if (!file.isEmpty() && !file.endsWith(".db")) file += ".db";
+    return file;
+}
+
+void StartWindow::create_database() {
+    const QString file = ask_new_file("Crear base de datos", "contabilidad.db");
     if (file.isEmpty()) return;
-    if (!file.endsWith(".db")) file += ".db";
-    const std::string connection = "sqlite:" + to_std(file);
+    try {
+        crear_esquema("sqlite:" + to_std(file));
+        choose("sqlite:" + to_std(file));
+        create_company();
+    } catch (const std::exception& e) {
+        show_problem(e.what());
+    }
+}
+
+void StartWindow::create_demo() {
+    const QString file = ask_new_file("Crear base de demostración", "demo.db");
+    if (file.isEmpty()) return;
     QApplication::setOverrideCursor(Qt::WaitCursor);
     try {
-        if (demo)
-            crear_demo(connection);
-        else
-            crear_esquema(connection);
-        choose(connection);
+        crear_demo("sqlite:" + to_std(file));
+        choose("sqlite:" + to_std(file));
     } catch (const std::exception& e) {
         show_problem(e.what());
     }
     QApplication::restoreOverrideCursor();
 }
 
+void StartWindow::forget() {
+    if (recent_->currentItem() == nullptr) return;
+    olvidar_reciente(archivo_recientes(folder_),
+                     to_std(recent_->currentItem()->data(Qt::UserRole).toString()));
+    fill_recent();
+    choose(recent_->count() > 0 ? to_std(recent_->item(0)->data(Qt::UserRole).toString()) : std::string());
+}
+
+void StartWindow::create_company() {
+    try {
+        NuevaEmpresa window(connection_, RelojSistema{}.hoy(), this);
+        if (window.exec() != QDialog::Accepted) return;
+        anotar_reciente(archivo_recientes(folder_), connection_);
+        choose(connection_);
+        companies_->setCurrentIndex(companies_->findData(window.codigo()));
+    } catch (const std::exception& e) {
+        show_problem(e.what());
+    }
+}
+
+void StartWindow::configure() {
+    try {
+        ConfiguracionWindow window(connection_, company(), company_name(), RelojSistema{}.hoy(), this);
+        if (window.exec() == QDialog::Accepted) show_company();
+    } catch (const std::exception& e) {
+        show_problem(e.what());
+    }
+}
+
+void StartWindow::show_books() {
+    try {
+        VentanaLibros window(connection_, company(), company_name(), RelojSistema{}.hoy(), this);
+        window.setModal(true);
+        window.abrir(Libro::balance);
+        window.exec();
+    } catch (const std::exception& e) {
+        show_problem(e.what());
+    }
+}
+
 Eleccion_inicial StartWindow::eleccion() const {
     anotar_reciente(archivo_recientes(folder_), connection_);
-    return {connection_, folder_ / "print.db", companies_->currentData().toInt(),
-            users_->currentData().toInt()};
+    return {connection_, folder_ / "print.db", company(), users_->currentData().toInt()};
 }
 
 } // namespace quorvel

@@ -11,7 +11,8 @@ class QPushButton;
 
 namespace quorvel {
 
-/// Opening window: which database, which company, who works.
+/// Opening window: which database, which company, who works; from here companies are created, configured and
+/// looked at.
 class StartWindow : public QDialog {
     Q_OBJECT
 public:
@@ -20,18 +21,32 @@ public:
     [[nodiscard]] Eleccion_inicial eleccion() const;
 
 private:
-    void build();
+    QWidget* build_databases();
+    QWidget* build_company();
+    QPushButton* button(const char* text, const char* tip, void (StartWindow::*action)());
+    void fill_recent();
     void choose(const std::string& connection);
-    void choose_file();
-    void create_file(bool demo);
+    void show_company();
+    void open_file();
+    void create_database();
+    void create_demo();
+    void forget();
+    void create_company();
+    void configure();
+    void show_books();
+    /// @return empty when cancelled
+    QString ask_new_file(const char* title, const char* name);
     void show_problem(const std::string& text);
+    [[nodiscard]] int company() const;
+    [[nodiscard]] std::string company_name() const;
+
     std::filesystem::path folder_;
     std::string connection_;
     QListWidget* recent_;
     QLineEdit* address_;
     QComboBox *companies_, *users_;
-    QLabel* problem_;
-    QPushButton* start_;
+    QLabel *summary_, *problem_;
+    QPushButton *start_, *forget_, *new_company_, *configure_, *books_;
 };
 
 } // namespace quorvel

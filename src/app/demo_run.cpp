@@ -5,10 +5,13 @@
 #include "app/teclado.h"
 #include "qt/FormWindow.h"
 #include "qt/text.h"
+#include "screen/campos.h"
 #include "screen/frmQuorvel.h"
+#include "voucher/bloqueo.h"
 
 #include <QApplication>
 #include <QMessageBox>
+#include <QPainter>
 #include <QTimer>
 #include <iostream>
 
@@ -40,12 +43,23 @@ private:
         visto_ = modal;
         if (auto* caja = qobject_cast<QMessageBox*>(modal)) {
             mensajes.push_back(qt::to_std(caja->text()));
-            foto(*modal, "mensaje");
+            foto(*modal, "mensaje" + std::to_string(mensajes.size()));
+            if (QWidget* detras = modal->parentWidget()) foto_sobre(*detras->window(), *modal);
             teclado_.tecla(Qt::Key_Return);
         } else if (auto* ventana = dynamic_cast<qt::FormWindow*>(modal)) {
             atender(*ventana);
         }
         visto_ = nullptr;
+    }
+    /// The box in the middle of its window, as the person sees it.
+    void foto_sobre(QWidget& ventana, QWidget& caja) const {
+        QPixmap todo = ventana.grab();
+        const QSize sobra = ventana.size() - caja.size();
+        const QRect sitio(QPoint(sobra.width() / 2, sobra.height() / 2), caja.size());
+        QPainter pintor(&todo);
+        pintor.drawPixmap(sitio, caja.grab());
+        pintor.drawRect(sitio); // the window manager's frame is not in the picture
+        todo.save(qt::to_qt((carpeta_ / ("mensaje_" + std::to_string(mensajes.size()) + ".png")).string()));
     }
     void atender(qt::FormWindow& ventana) {
         foto(ventana, ventana.form().name());
@@ -118,6 +132,23 @@ void linea(frmQuorvel& f, Teclado& t, const Renglon& r) {
     t.tecla(Qt::Key_Return);
 }
 
+/// A cell that is refused: its message, then Escape for the cell and for the row.
+void renglon_rechazado(frmQuorvel& f, Teclado& t) {
+    celda(f, t, 1, "999999");
+    t.tecla(Qt::Key_Return);
+    t.tecla(Qt::Key_Escape);
+    t.tecla(Qt::Key_Escape);
+}
+
+/// The voucher on the screen is opened again while another user works on it.
+void abrir_bloqueado(frmQuorvel& f, Teclado& t) {
+    constexpr int OTRO = 2;
+    const auto clave = clave_pantalla(f);
+    t.tecla(Qt::Key_F2);
+    if (clave) bloquear(*f.glbdb, *clave, OTRO);
+    t.tecla(Qt::Key_F3);
+}
+
 } // namespace
 
 int demo_run(const fs::path& carpeta) {
@@ -142,13 +173,21 @@ int demo_run(const fs::path& carpeta) {
         Ayudante ayudante(carpeta, teclado);
         ingresar_compra(f, teclado);
         teclado.tecla(Qt::Key_Y, Qt::ControlModifier);
-        for (const Renglon& l : LINEAS) linea(f, teclado, l);
+        for (const Renglon& l : LINEAS) {
+            linea(f, teclado, l);
+            if (&l != &LINEAS[1]) continue;
+            teclado.tecla(Qt::Key_F9); // the counterpart is still missing
+            ayudante.foto(*ventana, "comprobante_diferencia");
+        }
         ayudante.foto(*ventana, "comprobante");
+        renglon_rechazado(f, teclado);
         teclado.tecla(Qt::Key_F5);
         teclado.tecla(Qt::Key_F2);
         teclado.tecla(Qt::Key_F3);
         teclado.tecla(Qt::Key_F6);
         ayudante.foto(*ventana, "comprobante_abierto");
+        abrir_bloqueado(f, teclado);
+        ayudante.foto(*ventana, "solo_lectura");
         for (const auto& mensaje : ayudante.mensajes) std::cout << "Mensaje: " << mensaje << '\n';
         std::cout << teclado.pulsaciones() << " pulsaciones, PDF: "
                   << (impresor.printed().empty() ? "ninguno" : impresor.printed().front()) << '\n';

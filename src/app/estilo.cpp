@@ -1,25 +1,24 @@
 #include "app/estilo.h"
 
+#include "app/dibujo.h"
 #include "qt/icons.h"
 
 #include <QApplication>
 #include <QFont>
-#include <QPalette>
-#include <QStyleFactory>
 
 namespace quorvel {
 
 namespace {
 
 struct Colores {
-    QRgb ventana, base, alterna, texto, boton, medio, acento, sobre_acento, apagado;
+    QRgb ventana, base, alterna, texto, boton, medio, claro, acento, sobre_acento, apagado;
 };
-constexpr Colores CLARO{0xfff3f4f6, 0xffffffff, 0xfff7f8fa, 0xff1d2127, 0xffe9ebee,
-                        0xffc3c8cf, 0xff1f5f8b, 0xffffffff, 0xff8a9099};
-constexpr Colores OSCURO{0xff2f3338, 0xff1b1d20, 0xff212428, 0xffe4e6e9, 0xff3d4248,
-                         0xff4a4f56, 0xff5aa3d6, 0xff10141a, 0xff7b828b};
+constexpr Colores CLARO{0xffeceff2, 0xffffffff, 0xfff4f6f8, 0xff1d2127, 0xffe6e9ed,
+                        0xffb9c0c8, 0xffd3d8de, 0xff1f5f8b, 0xffffffff, 0xff5a6068};
+constexpr Colores OSCURO{0xff24272b, 0xff17191b, 0xff1d2023, 0xffe4e6e9, 0xff3a3f45,
+                         0xff565c64, 0xff3f444b, 0xff6ab0e0, 0xff10141a, 0xffa6adb5};
 
-QPalette paleta(const Colores& c) {
+QPalette paleta_de(const Colores& c) {
     QPalette p;
     p.setColor(QPalette::Window, c.ventana);
     p.setColor(QPalette::Base, c.base);
@@ -30,7 +29,7 @@ QPalette paleta(const Colores& c) {
     p.setColor(QPalette::Button, c.boton);
     p.setColor(QPalette::ToolTipBase, c.base);
     p.setColor(QPalette::Mid, c.medio);
-    p.setColor(QPalette::Midlight, c.medio);
+    p.setColor(QPalette::Midlight, c.claro);
     p.setColor(QPalette::Light, QColor(c.boton).lighter(110));
     p.setColor(QPalette::Dark, QColor(c.medio).darker(130));
     p.setColor(QPalette::Highlight, c.acento);
@@ -45,12 +44,19 @@ QPalette paleta(const Colores& c) {
 
 } // namespace
 
+QPalette paleta(bool oscuro) { return paleta_de(oscuro ? OSCURO : CLARO); }
+
 void aplicar_estilo(QApplication& aplicacion, Tema tema) {
-    QApplication::setStyle(QStyleFactory::create("Fusion"));
-    QApplication::setWindowIcon(qt::program_icon());
     const bool oscuro_del_sistema = aplicacion.palette().color(QPalette::Window).lightness() < 128;
     const bool oscuro = tema == Tema::oscuro || (tema == Tema::sistema && oscuro_del_sistema);
-    QApplication::setPalette(paleta(oscuro ? OSCURO : CLARO));
+    QApplication::setStyle(new Dibujo);
+    QApplication::setWindowIcon(qt::program_icon());
+    QPalette colores = paleta(oscuro);
+    QApplication::setPalette(colores);
+    // A list is a field to fill in, not a button.
+    colores.setColor(QPalette::Button, colores.color(QPalette::Base));
+    colores.setColor(QPalette::Disabled, QPalette::Button, colores.color(QPalette::Disabled, QPalette::Base));
+    QApplication::setPalette(colores, "QComboBox");
     QFont letra("DejaVu Sans");
     letra.setPointSizeF(9);
     QApplication::setFont(letra);

@@ -1,18 +1,20 @@
 #include "app/StartWindow.h"
+#include "app/anfitrion.h"
 #include "app/db/comando_db.h"
 #include "app/db/demo.h"
 #include "app/demo_run.h"
 #include "app/estilo.h"
+#include "app/oficina/comandos.h"
 #include "app/recientes.h"
+#include "app/salida.h"
 #include "app/sesion_app.h"
-#include "screen/frmQuorvel.h"
+#include "qt/report/QtReportPrinter.h"
 #ifdef QUORVEL_DRIVER
 #include "driver/driver.h"
 #endif
 
 #include <CLI/CLI.hpp>
 #include <QApplication>
-#include <QMessageBox>
 #include <cstdio>
 #include <iostream>
 
@@ -24,22 +26,6 @@ Tema leer_tema(const std::string& nombre) {
     if (nombre == "claro") return Tema::claro;
     if (nombre == "oscuro") return Tema::oscuro;
     return Tema::sistema;
-}
-
-/// Shows the voucher screen until it is closed.
-int trabajar(const Eleccion_inicial& eleccion) {
-    qt::QtEscritorio escritorio;
-    qt::QtReportPrinter impresor;
-    const RelojSistema reloj;
-    try {
-        SesionApp sesion(eleccion, escritorio, impresor, reloj, carpeta_personal());
-        sesion.mostrar();
-        const auto cerrar = sesion.pantalla().Closed.connect([] { QApplication::quit(); });
-        return sesion.pantalla().visible() ? QApplication::exec() : 0;
-    } catch (const std::exception& e) {
-        QMessageBox::critical(nullptr, "Mensaje", QString::fromUtf8(e.what()));
-        return 1;
-    }
 }
 
 int elegir_y_trabajar() {
@@ -57,10 +43,12 @@ int elegir_y_trabajar() {
             std::cerr << e.what() << '\n';
         }
     }
-    StartWindow inicio(carpeta);
-    if (inicio.exec() != QDialog::Accepted) return 0;
-    inicio.hide();
-    return trabajar(inicio.eleccion());
+    while (true) {
+        StartWindow inicio(carpeta);
+        if (inicio.exec() != QDialog::Accepted) return 0;
+        inicio.hide();
+        if (trabajar(inicio.eleccion()) == FinPantalla::salir) return 0;
+    }
 }
 
 struct Opciones {
@@ -81,7 +69,9 @@ int con_ventanas(int argc, char** argv, const Opciones& opciones, const CLI::App
         const std::filesystem::path reporte = opciones.reporte.empty()
                                                   ? carpeta_personal() / "print.db"
                                                   : std::filesystem::path(opciones.reporte);
-        return trabajar({opciones.conexion, reporte, opciones.empresa, opciones.usuario});
+        const FinPantalla fin = trabajar({opciones.conexion, reporte, opciones.empresa, opciones.usuario});
+        if (fin == FinPantalla::otra_empresa) return elegir_y_trabajar();
+        return fin == FinPantalla::error ? SIN_DATOS : BIEN;
     }
     return elegir_y_trabajar();
 }
@@ -90,6 +80,7 @@ int principal(int argc, char** argv) {
     CLI::App app("Quorvel: comprobantes contables");
     Opciones o;
     app.require_subcommand(0, 1);
+    app.set_version_flag("--version", "Quorvel " QUORVEL_VERSION);
     app.add_option("--tema", o.tema, "claro, oscuro o sistema")
         ->check(CLI::IsMember({"claro", "oscuro", "sistema"}));
     auto* show = app.add_subcommand("show", "Abre la pantalla de comprobantes de una empresa");
@@ -100,15 +91,19 @@ int principal(int argc, char** argv) {
     auto* demo = app.add_subcommand("demo-run", "Ingresa, graba, busca e imprime un comprobante de muestra");
     demo->add_option("--out", o.salida, "Carpeta de las imágenes y del PDF");
     agregar_comando_db(app);
+    agregar_comandos_oficina(app);
 #ifdef QUORVEL_DRIVER
     auto* driver = app.add_subcommand("driver", "Conduce las pantallas por líneas JSON, sin ventanas");
 #endif
     try {
         app.parse(argc, argv);
     } catch (const CLI::Error& e) {
-        return app.exit(e);
+        const int codigo = app.exit(e);
+        const bool de_un_comando = dynamic_cast<const CLI::RuntimeError*>(&e) != nullptr;
+        return codigo == 0 || de_un_comando ? codigo : MAL_USO;
     }
-    if (app.got_subcommand("db")) return 0;
+    for (const char* comando : {"db", "import", "check", "export", "print", "report"})
+        if (app.got_subcommand(comando)) return BIEN;
 #ifdef QUORVEL_DRIVER
     if (driver->parsed()) {
         OpcionesDriver opciones;

@@ -8,7 +8,14 @@ namespace quorvel {
 
 namespace {
 constexpr std::size_t MAXIMO = 12;
+
+void escribir_recientes(const std::filesystem::path& archivo, const std::vector<std::string>& lista) {
+    std::error_code ignorado;
+    std::filesystem::create_directories(archivo.parent_path(), ignorado);
+    std::ofstream salida(archivo, std::ios::trunc);
+    for (const auto& linea : lista) salida << linea << '\n';
 }
+} // namespace
 
 std::vector<std::string> leer_recientes(const std::filesystem::path& archivo) {
     std::vector<std::string> lista;
@@ -33,10 +40,13 @@ void anotar_reciente(const std::filesystem::path& archivo, const std::string& co
     std::erase(lista, limpia);
     lista.insert(lista.begin(), limpia);
     if (lista.size() > MAXIMO) lista.resize(MAXIMO);
-    std::error_code ignorado;
-    std::filesystem::create_directories(archivo.parent_path(), ignorado);
-    std::ofstream salida(archivo, std::ios::trunc);
-    for (const auto& linea : lista) salida << linea << '\n';
+    escribir_recientes(archivo, lista);
+}
+
+void olvidar_reciente(const std::filesystem::path& archivo, const std::string& conexion) {
+    auto lista = leer_recientes(archivo);
+    std::erase(lista, conexion);
+    escribir_recientes(archivo, lista);
 }
 
 } // namespace quorvel

@@ -9,6 +9,8 @@ namespace quorvel {
 [[nodiscard]] std::vector<std::string> leer_recientes(const std::filesystem::path& archivo);
 /// Puts a connection first; passwords of a server's connection are not kept.
 void anotar_reciente(const std::filesystem::path& archivo, const std::string& conexion);
+/// Takes a connection off the list.
+void olvidar_reciente(const std::filesystem::path& archivo, const std::string& conexion);
 [[nodiscard]] std::string sin_clave(const std::string& conexion);
 
 } // namespace quorvel

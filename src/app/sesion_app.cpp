@@ -36,12 +36,6 @@ fs::path carpeta_personal() {
     return fs::current_path() / "out";
 }
 
-fs::path carpeta_datos() {
-    if (const char* elegida = entorno("QUORVEL_DATA")) return elegida;
-    if (fs::exists(QUORVEL_DATA_SOURCE)) return QUORVEL_DATA_SOURCE;
-    return QUORVEL_DATA_INSTALL;
-}
-
 SesionApp::SesionApp(const Eleccion_inicial& e, ui::Escritorio& escritorio, ReportPrinter& impresor,
                      const Reloj& reloj, const fs::path& carpeta) {
     std::error_code ignorado;

@@ -1,4 +1,5 @@
 #pragma once
+#include "app/db/datos.h"
 #include "host/clsQuorvel.h"
 #include "platform/db/clsConexion.h"
 #include "qt/QtEscritorio.h"
@@ -28,8 +29,6 @@ struct Nombrado {
 
 /// The person's own folder: settings, report database, recent databases.
 [[nodiscard]] std::filesystem::path carpeta_personal();
-/// The folder of the program's data files.
-[[nodiscard]] std::filesystem::path carpeta_datos();
 
 /// One voucher screen with the sessions it needs.
 class SesionApp {

@@ -81,6 +81,7 @@ Importes calcular_iva(Importes i) {
 
 std::string texto_cuadre(const Importes& i) {
     const bool solo_exento = i.libro == INGRESOS || i.libro == EGRESOS;
+    if (solo_exento && i.exento.empty()) return ""; // the total was typed by itself
     const bool honorarios = i.libro == RETENCIONES;
     const Decimal total = Decimal::leer(i.total);
     Decimal partes = solo_exento ? Decimal::leer(i.exento) : Decimal::leer(i.neto) + Decimal::leer(i.iva);

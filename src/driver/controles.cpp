@@ -38,11 +38,17 @@ std::string texto(const Json& pedido, const char* campo) {
     return it->is_string() ? it->get<std::string>() : it->dump();
 }
 
+std::int64_t entero_largo(const Json& numero) {
+    if (numero.is_number_unsigned() && numero.get<std::uint64_t>() > std::uint64_t{INT64_MAX})
+        throw Rechazada("number out of range " + numero.dump());
+    return numero.get<std::int64_t>();
+}
+
 int entero(const Json& pedido, const char* campo) {
     const auto it = pedido.find(campo);
     if (it == pedido.end() || !it->is_number_integer())
         throw Rechazada(std::string("missing number ") + campo);
-    const auto n = it->get<std::int64_t>();
+    const auto n = entero_largo(*it);
     if (n < INT_MIN || n > INT_MAX) throw Rechazada(std::string("number out of range ") + campo);
     return static_cast<int>(n);
 }

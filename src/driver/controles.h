@@ -27,6 +27,8 @@ template <class C> C& unico(Conversacion& c) {
     throw Rechazada("the form on top has no such control");
 }
 [[nodiscard]] std::string texto(const Json& pedido, const char* campo);
+/// A whole number of 64 bits. @throws Rechazada beyond them
+[[nodiscard]] std::int64_t entero_largo(const Json& numero);
 [[nodiscard]] int entero(const Json& pedido, const char* campo);
 
 // What a person does with a control.

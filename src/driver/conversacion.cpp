@@ -1,5 +1,6 @@
 #include "driver/conversacion.h"
 
+#include "driver/controles.h"
 #include "screen/frmQuorvel.h"
 
 #include <algorithm>
@@ -23,6 +24,15 @@ const char* nombre(ui::Icon icono) {
 const char* nombre(Espera espera, bool forma) {
     static constexpr const char* NOMBRES[] = {"idle", "question", "openfile", "savefile"};
     return espera == Espera::reposo && forma ? "form" : NOMBRES[static_cast<std::size_t>(espera)];
+}
+
+/// Written back as a text, as some fields are, a value takes a call for each of its levels.
+Json leer_pedido(const std::string& linea) {
+    constexpr int HONDURA = 32;
+    return Json::parse(linea, [](int hondura, Json::parse_event_t, const Json&) {
+        if (hondura > HONDURA) throw Rechazada("a request is nested too deep");
+        return true;
+    });
 }
 
 } // namespace
@@ -59,7 +69,7 @@ void Conversacion::atender(const std::string& linea) {
     debe_ = true;
     dado_ = Json{{"ok", true}};
     try {
-        const Json pedido = Json::parse(linea);
+        const Json pedido = leer_pedido(linea);
         if (!pedido.is_object()) throw Rechazada("a request is a JSON object");
         Json respuesta{{"ok", true}};
         ejecutar(*this, pedido, respuesta);
@@ -101,7 +111,7 @@ void Conversacion::contestar(Json respuesta) {
 Objeto& Conversacion::objeto(const Json& pedido) {
     if (objetos.empty()) throw Rechazada("no object has been created");
     const auto it =
-        pedido.contains("object") ? objetos.find(pedido.at("object").get<int>()) : std::prev(objetos.end());
+        pedido.contains("object") ? objetos.find(entero(pedido, "object")) : std::prev(objetos.end());
     if (it == objetos.end()) throw Rechazada("unknown object");
     return it->second;
 }

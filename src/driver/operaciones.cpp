@@ -13,7 +13,7 @@ namespace {
 Variant a_variant(const Json& j) {
     if (j.is_null()) return {};
     if (j.is_boolean()) return std::int64_t{j.get<bool>()};
-    if (j.is_number_integer()) return j.get<std::int64_t>();
+    if (j.is_number_integer()) return entero_largo(j);
     if (j.is_number()) return j.get<double>();
     if (j.is_string()) return j.get<std::string>();
     throw Rechazada("an argument is a text, a number or null");

@@ -25,19 +25,19 @@ const char* const NOMBRES_DETALLE = "empresa;f_comp;documento;numero;secuencia;c
                                     "haber_nacional;glosa;centro_costo;"
                                     "conciliado;doc.pagado;otro imp.;Tasa Imp.";
 
-namespace {
-
-/// The screen's amount as the file writes it.
-std::string numero_archivo(const std::string& chileno) {
-    return reemplazar(reemplazar(chileno, ".", ""), ",", ".");
-}
-
 std::string nombre_de_campo(const char* nombres, std::size_t i) {
     std::istringstream lista(nombres);
     std::string nombre;
     for (std::size_t n = 0; n <= i && std::getline(lista, nombre, ';'); ++n) {
     }
     return recortar(nombre);
+}
+
+namespace {
+
+/// The screen's amount as the file writes it.
+std::string numero_archivo(const std::string& chileno) {
+    return reemplazar(reemplazar(chileno, ".", ""), ",", ".");
 }
 
 class Escritor {
@@ -143,9 +143,11 @@ void escribir_archivo(const std::filesystem::path& archivo, const std::string& b
 }
 
 std::string leer_archivo(const std::filesystem::path& archivo) {
+    errno = 0;
     std::ifstream in(archivo, std::ios::binary);
     if (!in || std::filesystem::is_directory(archivo))
-        throw ErrorArchivo("No se puede abrir el archivo " + archivo.string());
+        throw ErrorArchivo("No se puede abrir el archivo " + archivo.string() +
+                           (errno != 0 ? std::string(": ") + std::strerror(errno) : ""));
     std::ostringstream texto;
     texto << in.rdbuf();
     return std::move(texto).str();

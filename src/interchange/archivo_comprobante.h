@@ -37,16 +37,31 @@ struct ComprobanteImportado {
     std::vector<std::string> filas; ///< grid row texts, cells separated by tabs
     bool sobran_campos = false;     ///< some line had more fields than the format knows
 };
+/// Something in a file that is not as it should be.
+struct ProblemaArchivo {
+    long linea = 0;             ///< from 1
+    std::string campo, mensaje; ///< name of the field, empty: the whole line
+    bool grave = true;          ///< false: the screen reads on, for the person to see and mend
+};
+using AvisoProblema = std::function<void(ProblemaArchivo)>;
 /// Called now and then with lines done and lines in all. @return false stops with ErrorArchivo
 using AvanceLectura = std::function<bool(long hechas, long total)>;
 /// @throws ErrorArchivo
 [[nodiscard]] std::string leer_archivo(const std::filesystem::path& archivo);
-/// @param bytes Windows-1252, or UTF-8 behind its byte-order mark @throws ErrorArchivo
+/// @param bytes Windows-1252, or UTF-8: no file of the former is by accident one of the latter
+/// @throws ErrorArchivo for the first grave problem
 [[nodiscard]] ComprobanteImportado interpretar_archivo(std::string_view bytes,
                                                        const AvanceLectura& avance = {});
+/// Reads to the end whatever it meets; a line with a problem is read as far as it goes, so that rows and
+/// lines stay side by side. @throws ErrorArchivo only when stopped
+[[nodiscard]] ComprobanteImportado revisar_archivo(std::string_view bytes, const AvisoProblema& aviso,
+                                                   const AvanceLectura& avance = {});
 
 /// Names of the fields as lines 1 and 3 of the file give them.
 extern const char* const NOMBRES_CABECERA;
 extern const char* const NOMBRES_DETALLE;
+/// The i-th of them. @param nombres one of the two lists
+[[nodiscard]] std::string nombre_de_campo(const char* nombres, std::size_t i);
+inline constexpr long LINEA_CABECERA = 2, PRIMERA_LINEA_DETALLE = 4;
 
 } // namespace quorvel

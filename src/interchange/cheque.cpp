@@ -4,6 +4,7 @@
 #include "text/basLetras.h"
 #include "text/letras_utf8.h"
 #include "text/numeros.h"
+#include "voucher/pasos.h"
 
 namespace quorvel {
 
@@ -56,16 +57,12 @@ std::optional<std::int64_t> proximo_cheque(clsConexion& db, const std::string& b
 }
 
 std::string GrabarCheque(clsConexion& db, const Clave& clave, const Cheque& c) {
-    try {
-        Transaccion t(db);
-        if (db.NewRecord(consulta(clave))->eof()) return "Comprobante contable no encontrado";
+    const auto grabar = [&] {
+        if (db.NewRecord(consulta(clave))->eof()) throw PasoFallido("Comprobante contable no encontrado");
         const std::string sql = actualizacion(clave, c);
-        if (db.executesql(sql) == 0) return "problemas para modificar factura sql:" + sql;
-        t.confirmar();
-    } catch (const std::exception& e) {
-        return e.what();
-    }
-    return {};
+        if (db.executesql(sql) == 0) throw PasoFallido("problemas para modificar factura sql:" + sql);
+    };
+    return en_transaccion(db, grabar, [&] { return leer_cheque(db, clave) == c; });
 }
 
 std::string monto_en_letras(const std::string& total) { return mayusculas(Letras(total)); }

@@ -3,15 +3,13 @@
 #include "text/letras_utf8.h"
 #include "text/numeros.h"
 #include "text/rut.h"
+#include "voucher/pasos.h"
 
 namespace quorvel {
 
 namespace {
 
-/// A step that failed: what() is its message.
-struct Falla : std::runtime_error {
-    using std::runtime_error::runtime_error;
-};
+using Falla = PasoFallido;
 
 void paso(clsConexion& db, const std::string& sql, const std::string& mensaje) {
     if (db.executesql(sql) == 0) throw Falla(mensaje + sql);
@@ -29,9 +27,22 @@ std::optional<std::int64_t> persona_del_rut(clsConexion& db, const std::string& 
     return rs->fields("persona").Value.integer();
 }
 
+constexpr const char* MENSAJE = "Problemas al ingresar persona sql:";
+
+std::int64_t ultima_persona(clsConexion& db) {
+    const auto rs = db.NewRecord("select max(persona) as maximo from admpersona ");
+    if (rs->eof() || rs->fields("maximo").Value.null()) throw Falla("maximo de persona no válido");
+    return rs->fields("maximo").Value.integer();
+}
+
 std::int64_t grabar_persona(clsConexion& db, const Cliente& c) {
-    constexpr const char* MENSAJE = "Problemas al ingresar persona sql:";
-    if (const auto persona = persona_del_rut(db, c.ruc)) {
+    auto persona = persona_del_rut(db, c.ruc);
+    if (!persona) { // who adds a person holds the last one: at one moment nobody adds the same customer
+        paso(db, "update admpersona set activo=activo where persona=" + sql_numero(ultima_persona(db)),
+             MENSAJE);
+        persona = persona_del_rut(db, c.ruc);
+    }
+    if (persona) {
         paso(db,
              "update admpersona set n_persona=" + sql_texto(c.nombre) +
                  ",telefonos=" + sql_texto(c.telefonos) + ",ciudad=" + sql_texto(c.ciudad) +
@@ -41,17 +52,15 @@ std::int64_t grabar_persona(clsConexion& db, const Cliente& c) {
              MENSAJE);
         return *persona;
     }
-    const auto rs = db.NewRecord("select max(persona) as maximo from admpersona ");
-    if (rs->eof() || rs->fields("maximo").Value.null()) throw Falla("maximo de persona no válido");
-    const std::int64_t persona = rs->fields("maximo").Value.integer() + 1;
+    const std::int64_t nueva = ultima_persona(db) + 1;
     paso(db,
          "Insert into admpersona( persona , n_persona, telefonos, ciudad, provincia, direccion, cedula_ruc, "
          "observacion, tipo , activo) values (" +
-             sql_numero(persona) + "," + sql_texto(c.nombre) + "," + sql_texto(c.telefonos) + "," +
+             sql_numero(nueva) + "," + sql_texto(c.nombre) + "," + sql_texto(c.telefonos) + "," +
              sql_texto(c.ciudad) + "," + sql_texto(c.comuna) + "," + sql_texto(c.direccion) + "," +
              sql_texto(c.ruc) + "," + sql_texto(c.giro) + ",'J','1')",
          MENSAJE);
-    return persona;
+    return nueva;
 }
 
 struct Montos {
@@ -125,19 +134,39 @@ void grabar_detalle(clsConexion& db, int empresa, const std::string& factura, co
     }
 }
 
+/// Whether the voucher's stored invoice is this very one.
+bool quedo_grabada(clsConexion& db, const Clave& k, const Factura& f) {
+    const Montos m = montos(f);
+    const bool cabecera =
+        !db.NewRecord("select * from ftcfactura where empresa=" + sql_numero(k.empresa) +
+                      " and f_comp=" + sql_fecha(k.f_comp) + " and documento=" + sql_texto(k.documento) +
+                      " and num_docum=" + sql_texto(k.num_docum) + " and descuento_esp=" + m.neto +
+                      " and iva=" + m.iva + " and valor_total=" + m.total)
+             ->eof();
+    const auto g = leer_factura(db, k);
+    if (!cabecera || !g || g->fecha != f.fecha) return false;
+    const auto texto = [](const Factura& x) {
+        std::string t = recortar_fin(x.numero);
+        for (const std::string* s : {&x.cliente.nombre, &x.cliente.direccion, &x.cliente.comuna,
+                                     &x.cliente.ciudad, &x.cliente.giro, &x.cliente.telefonos})
+            t += "|" + recortar_fin(*s);
+        for (const LineaFactura& l : x.lineas)
+            t += "|" + recortar_fin(l.descripcion) + "|" + numero_sql(l.cantidad).value_or("") + "|" +
+                 numero_sql(l.precio).value_or("");
+        return t;
+    };
+    return texto(*g) == texto(f);
+}
+
 } // namespace
 
 std::string GrabarFactura(clsConexion& db, const Clave& clave, const Factura& f) {
-    try {
-        Transaccion t(db);
+    const auto grabar = [&] {
         const std::int64_t persona = grabar_persona(db, f.cliente);
         const std::string factura = grabar_cabecera(db, clave, f, persona);
         grabar_detalle(db, clave.empresa, factura, f);
-        t.confirmar();
-    } catch (const std::exception& e) {
-        return e.what();
-    }
-    return {};
+    };
+    return en_transaccion(db, grabar, [&] { return quedo_grabada(db, clave, f); });
 }
 
 } // namespace quorvel

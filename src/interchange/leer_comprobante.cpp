@@ -13,25 +13,27 @@ bool solo_digitos(std::string_view s) {
     return std::all_of(s.begin(), s.end(), [](char c) { return c >= '0' && c <= '9'; });
 }
 
-/// Where the reader stands, for its messages.
+/// Where the reader stands, for what it has to say.
 struct Sitio {
     long linea;
     const char* nombres;
-    [[nodiscard]] ErrorArchivo error(std::size_t campo, const std::string& que) const {
-        std::string_view n(nombres);
-        for (std::size_t i = 0; i < campo; ++i) n.remove_prefix(n.find(';') + 1);
-        return ErrorArchivo("Línea " + std::to_string(linea) + ", campo \"" +
-                            recortar(n.substr(0, n.find(';'))) + "\": " + que);
+    const AvisoProblema& aviso;
+    void problema(std::size_t campo, const std::string& que, bool grave = true) const {
+        aviso({linea, nombre_de_campo(nombres, campo), que, grave});
     }
 };
 
 /// Splits at ";". @return number of fields found; those beyond the array are only counted
 template <std::size_t N>
-std::size_t dividir(std::string_view linea, std::array<std::string_view, N>& campos) {
+std::size_t dividir(std::string_view linea, std::array<std::string_view, N>& campos, bool& sobra_texto) {
     std::size_t n = 0;
     for (;; ++n) {
         const auto fin = linea.find(';');
-        if (n < N) campos[n] = linea.substr(0, fin);
+        const std::string_view campo = linea.substr(0, fin);
+        if (n < N)
+            campos[n] = campo;
+        else
+            sobra_texto = sobra_texto || campo.find_first_not_of(' ') != std::string_view::npos;
         if (fin == std::string_view::npos) return n + 1;
         linea.remove_prefix(fin + 1);
     }
@@ -40,14 +42,15 @@ std::size_t dividir(std::string_view linea, std::array<std::string_view, N>& cam
 template <std::size_t N>
 std::array<std::string_view, N> campos_de(std::string_view linea, const Sitio& s, bool& sobran) {
     std::array<std::string_view, N> campos;
-    const std::size_t n = dividir(linea, campos);
-    if (n < N)
-        throw ErrorArchivo("Línea " + std::to_string(s.linea) + ": tiene " + std::to_string(n) +
-                           " campos y deben ser " + std::to_string(N));
+    bool sobra_texto = false;
+    const std::size_t n = dividir(linea, campos, sobra_texto);
+    if (n < N || sobra_texto)
+        s.aviso(
+            {s.linea, "", "tiene " + std::to_string(n) + " campos y deben ser " + std::to_string(N), n < N});
     sobran = sobran || n > N;
     if (linea.find('\t') != std::string_view::npos)
         for (std::size_t i = 0; i < N; ++i)
-            if (campos[i].find('\t') != std::string_view::npos) throw s.error(i, "tiene un tabulador");
+            if (campos[i].find('\t') != std::string_view::npos) s.problema(i, "tiene un tabulador");
     return campos;
 }
 
@@ -73,9 +76,12 @@ void monto(std::string& salida, std::string_view campo, const Sitio& s, std::siz
     const std::string_view decimales = marca == std::string_view::npos ? "" : t.substr(marca + 1);
     if (!solo_digitos(entero) || !solo_digitos(decimales) || (entero.empty() && decimales.empty()) ||
         t.size() > 18)
-        throw s.error(indice, "\"" + std::string(campo) + "\" no es un número (sin puntos de miles)");
+        return s.problema(indice, "\"" + std::string(campo) + "\" no es un número (sin puntos de miles)");
+    constexpr std::size_t CIFRAS = 15; // what a number holds exactly
+    if (entero.substr(std::min(entero.find_first_not_of('0'), entero.size())).size() > CIFRAS)
+        return s.problema(indice, "\"" + std::string(campo) + "\" es demasiado grande");
     if (decimales.size() == 3 && !entero.empty() && entero.size() <= 3 && entero[0] != '0')
-        throw s.error(indice, "\"" + std::string(campo) + "\" parece llevar puntos de miles");
+        return s.problema(indice, "\"" + std::string(campo) + "\" parece llevar puntos de miles");
     const double valor = valnumerobase(std::string(entero) + "." + std::string(decimales));
     salida += formato(negativo ? -valor : valor, "#,##0");
 }
@@ -86,18 +92,20 @@ std::string monto(std::string_view campo, const Sitio& s, std::size_t indice) {
 }
 
 /// dd/mm/yyyy or nothing for an impossible date.
-std::string fecha(std::string_view campo) {
+std::string fecha(std::string_view campo, const Sitio& s, std::size_t indice) {
     const auto f = leer_fecha(reemplazar(primeros(campo, 10), "-", "/"));
+    if (!f && !recortar(campo).empty())
+        s.problema(indice, "\"" + std::string(campo) + "\" no es una fecha (dd/mm/aaaa)", false);
     return f ? fecha_dmy(*f) : std::string();
 }
 
 int marca(std::string_view campo) { return val_entero("0" + std::string(campo)) != 0 ? 1 : 0; }
 
-void leer_cabecera(ComprobanteImportado& c, std::string_view linea) {
-    const Sitio s{2, NOMBRES_CABECERA};
+void leer_cabecera(ComprobanteImportado& c, std::string_view linea, const AvisoProblema& aviso) {
+    const Sitio s{LINEA_CABECERA, NOMBRES_CABECERA, aviso};
     const auto f = campos_de<CAMPOS_CABECERA>(linea, s, c.sobran_campos);
     c.con_cabecera = true;
-    c.f_comp = fecha(f[1]);
+    c.f_comp = fecha(f[1], s, 1);
     c.documento = val_entero(f[2]);
     c.numero = f[3];
     c.total_debe = monto(f[5], s, 5);
@@ -108,8 +116,8 @@ void leer_cabecera(ComprobanteImportado& c, std::string_view linea) {
     c.num_ref = f[10];
     c.doc_libro = f[11];
     c.nombre = mayusculas(f[12]);
-    c.fecha_doc = fecha(f[13]);
-    c.fecha_pago = fecha(f[14]);
+    c.fecha_doc = fecha(f[13], s, 13);
+    c.fecha_pago = fecha(f[14], s, 14);
     c.codigo_no_recuperable = recortar(primeros(f[15], 2));
     c.activo_fijo = marca(f[16]);
     c.codigo_otro_impuesto = recortar(primeros(f[17], 3));
@@ -120,8 +128,8 @@ void leer_cabecera(ComprobanteImportado& c, std::string_view linea) {
     c.norma = recortar(primeros(f[22], 1));
 }
 
-std::string leer_fila(std::string_view linea, long n, bool& sobran) {
-    const Sitio s{n, NOMBRES_DETALLE};
+std::string leer_fila(std::string_view linea, long n, bool& sobran, const AvisoProblema& aviso) {
+    const Sitio s{n, NOMBRES_DETALLE, aviso};
     const auto f = campos_de<CAMPOS_DETALLE>(linea, s, sobran);
     std::string fila = std::to_string(n - 3);
     fila.reserve(linea.size());
@@ -136,27 +144,79 @@ std::string leer_fila(std::string_view linea, long n, bool& sobran) {
     return fila;
 }
 
-std::string a_utf8(std::string_view bytes) {
-    constexpr std::string_view MARCA = "\xEF\xBB\xBF";
-    if (bytes.starts_with(MARCA)) return normalizar(bytes.substr(MARCA.size()));
-    Converted c = Codepage().from_windows1252(bytes);
-    if (!c.bad) return std::move(c.text);
-    const std::string_view antes = bytes.substr(0, *c.bad);
-    const auto inicio = antes.rfind('\n') + 1; // npos + 1 is the beginning
-    const long linea = 1 + std::count(antes.begin(), antes.end(), '\n');
-    const auto campo = 1 + std::count(antes.begin() + static_cast<std::ptrdiff_t>(inicio), antes.end(), ';');
-    throw ErrorArchivo("Línea " + std::to_string(linea) + ", campo " + std::to_string(campo) +
-                       ": tiene un carácter desconocido");
+const char* nombres_de_linea(long n) { return n < 3 ? NOMBRES_CABECERA : NOMBRES_DETALLE; }
+
+/// Other columns, or the same in another order, would be read into the wrong places.
+void revisar_titulos(std::string_view linea, long n, const AvisoProblema& aviso) {
+    const char* const nombres = nombres_de_linea(n);
+    const auto igualado = [](std::string_view t) { return recortar(sin_acentos(recortar(t))); };
+    const std::size_t campos = n == 1 ? CAMPOS_CABECERA : CAMPOS_DETALLE;
+    for (std::size_t i = 0; i < campos; ++i) {
+        const auto fin = linea.find(';');
+        const std::string titulo(linea.substr(0, fin));
+        linea.remove_prefix(fin == std::string_view::npos ? linea.size() : fin + 1);
+        const std::string nombre = nombre_de_campo(nombres, i);
+        if (igualado(titulo) != igualado(nombre))
+            return aviso({n, nombre, "el título de la columna es \"" + titulo + "\"", false});
+    }
+}
+
+/// Each unknown character is told with its place.
+void avisar_desconocidos(std::string_view texto, const std::vector<std::size_t>& donde, bool grave,
+                         const AvisoProblema& aviso) {
+    std::size_t inicio = 0;
+    long linea = 1;
+    for (const std::size_t p : donde) {
+        for (std::size_t fin; (fin = texto.find('\n', inicio)) < p; inicio = fin + 1) ++linea;
+        const std::string_view antes = texto.substr(inicio, p - inicio);
+        const auto campo = static_cast<std::size_t>(std::count(antes.begin(), antes.end(), ';'));
+        const bool conocido = campo < (linea < 3 ? CAMPOS_CABECERA : CAMPOS_DETALLE);
+        aviso({linea, conocido ? nombre_de_campo(nombres_de_linea(linea), campo) : "",
+               "tiene un carácter desconocido", grave});
+    }
+}
+
+std::vector<std::size_t> posiciones(std::string_view texto, std::string_view que, bool cualquiera) {
+    std::vector<std::size_t> donde;
+    const auto buscar = [&](std::size_t desde) {
+        return cualquiera ? texto.find_first_of(que, desde) : texto.find(que, desde);
+    };
+    for (auto p = buscar(0); p != std::string_view::npos; p = buscar(p + 1)) donde.push_back(p);
+    return donde;
+}
+
+std::string a_utf8(std::string_view bytes, const AvisoProblema& aviso) {
+    constexpr std::string_view MARCA = "\xEF\xBB\xBF", SIN_SENTIDO = "\xEF\xBF\xBD",
+                               SIN_LETRA = "\x81\x8D\x8F\x90\x9D";
+    const bool marcado = bytes.starts_with(MARCA);
+    if (marcado) bytes.remove_prefix(MARCA.size());
+    const bool ascii = std::all_of(bytes.begin(), bytes.end(), [](char c) { return c > 0; });
+    std::string utf8 = ascii ? std::string(bytes) : normalizar(bytes);
+    const auto rotos = posiciones(utf8, SIN_SENTIDO, false);
+    if (marcado || rotos.empty()) {
+        avisar_desconocidos(utf8, rotos, false, aviso);
+        return utf8;
+    }
+    const auto vacios = posiciones(bytes, SIN_LETRA, true);
+    avisar_desconocidos(bytes, vacios, true, aviso);
+    std::string legible(bytes);
+    for (const std::size_t p : vacios) legible[p] = '?';
+    return Codepage().from_windows1252(legible).text;
 }
 
 } // namespace
 
-ComprobanteImportado interpretar_archivo(std::string_view bytes, const AvanceLectura& avance) {
+ComprobanteImportado revisar_archivo(std::string_view bytes, const AvisoProblema& aviso,
+                                     const AvanceLectura& avance) {
     constexpr long CADA = 5000;
-    const std::string utf8 = a_utf8(bytes);
+    if (bytes.find("empresa") > 3) return {}; // perhaps behind a mark
+    const std::string utf8 = a_utf8(bytes, aviso);
     std::string_view resto = utf8;
-    while (!resto.empty() && std::string_view("\r\n ").find(resto.back()) != std::string_view::npos)
-        resto.remove_suffix(1); // blank lines at the end are no lines
+    // blank lines at the end are no lines; blanks behind a last cell are the cell's
+    for (auto fin = resto.rfind('\n'); fin != std::string_view::npos; fin = resto.rfind('\n')) {
+        if (resto.find_first_not_of("\r ", fin + 1) != std::string_view::npos) break;
+        resto = resto.substr(0, fin);
+    }
     const long total = 1 + std::count(resto.begin(), resto.end(), '\n');
     ComprobanteImportado c;
     for (long n = 1; n <= total; ++n) {
@@ -168,14 +228,25 @@ ComprobanteImportado interpretar_archivo(std::string_view bytes, const AvanceLec
             if (linea.substr(0, linea.find(';')) != "empresa") return c;
             c.reconocido = true;
             c.filas.reserve(static_cast<std::size_t>(std::max(0L, total - 3)));
-        } else if (n == 2) {
-            leer_cabecera(c, linea);
-        } else if (n > 3) {
-            c.filas.push_back(leer_fila(linea, n, c.sobran_campos));
         }
+        if (n == 1 || n == 3)
+            revisar_titulos(linea, n, aviso);
+        else if (n == LINEA_CABECERA)
+            leer_cabecera(c, linea, aviso);
+        else
+            c.filas.push_back(leer_fila(linea, n, c.sobran_campos, aviso));
         if (n % CADA == 0 && avance && !avance(n, total)) throw ErrorArchivo("Importación cancelada");
     }
     return c;
+}
+
+ComprobanteImportado interpretar_archivo(std::string_view bytes, const AvanceLectura& avance) {
+    const auto primero = [](const ProblemaArchivo& p) {
+        if (!p.grave) return;
+        const std::string campo = p.campo.empty() ? "" : ", campo \"" + p.campo + "\"";
+        throw ErrorArchivo("Línea " + std::to_string(p.linea) + campo + ": " + p.mensaje);
+    };
+    return revisar_archivo(bytes, primero, avance);
 }
 
 } // namespace quorvel

@@ -73,13 +73,25 @@ void exigir_base_de_informes(const clsConexion& db, clsConexion& reporte) {
     if (misma_base(db, reporte))
         throw std::runtime_error(
             "La base de informes es la misma base contable: no se puede imprimir sin dañar los comprobantes");
+    (void)archivo_informe(reporte.Name(), "", ""); // its folder must hold the definitions
     if (!es_tabla_impresion(reporte))
-        throw std::runtime_error("La base de informes no tiene las tablas de impresión: " + reporte.Name());
+        throw std::runtime_error("La base de informes no tiene las tablas de impresión");
+}
+
+bool sirve_para_informes(const clsConexion& db, clsConexion& reporte) {
+    try {
+        exigir_base_de_informes(db, reporte);
+        return true;
+    } catch (const std::runtime_error&) {
+        return false;
+    }
 }
 
 std::filesystem::path archivo_informe(const std::string& name, const std::string& tipo_impresora,
                                       const std::string& informe) {
     const std::string ruta = reemplazar(name, PROVEEDOR, "");
+    if (ruta.find("://") != std::string::npos) // a connection text may hold a password
+        throw std::runtime_error("La base de informes debe ser un archivo llamado print.db y no un servidor");
     const auto barra = ruta.find_last_of("/\\");
     if (ruta.size() - (barra == std::string::npos ? 0 : barra + 1) != LARGO_NOMBRE)
         throw std::runtime_error("La base de informes debe ser un archivo llamado print.db y no " + ruta);

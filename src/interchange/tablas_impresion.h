@@ -19,6 +19,8 @@ void borrar_tablas_impresion(clsConexion& reporte);
 [[nodiscard]] bool misma_base(const clsConexion& a, const clsConexion& b);
 /// @throws std::runtime_error in Spanish when printing could touch the vouchers or has no staging tables
 void exigir_base_de_informes(const clsConexion& db, clsConexion& reporte);
+/// The same as an answer.
+[[nodiscard]] bool sirve_para_informes(const clsConexion& db, clsConexion& reporte);
 /// A definition beside the report database: the folder is the session's Name without its last eight
 /// characters. @param tipo_impresora put before the file name; letters and digits only
 /// @throws std::runtime_error in Spanish

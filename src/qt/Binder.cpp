@@ -1,5 +1,6 @@
 #include "qt/Binder.h"
 
+#include "qt/BalanceLabel.h"
 #include "qt/ConsultaView.h"
 #include "qt/DateBox.h"
 #include "qt/GridView.h"
@@ -118,22 +119,24 @@ void Binder::name_labels(QWidget& layout) {
     }
 }
 
-/// A label with the property "difference_of" shows by how much two amount labels differ, and nothing when
-/// they agree. It is drawn from what those two show; no rule hangs on it.
+/// A balance label with the property "difference_of" compares what two amount labels show; no rule hangs on
+/// it.
 void Binder::follow_differences(ui::Form& form, QWidget& layout) {
-    for (QLabel* label : layout.findChildren<QLabel*>()) {
+    for (auto* label : layout.findChildren<BalanceLabel*>()) {
         const QStringList names = label->property("difference_of").toString().split(',', Qt::SkipEmptyParts);
-        if (names.size() != 2) continue;
-        auto* first = dynamic_cast<ui::Label*>(form.find(to_std(names[0])));
-        auto* second = dynamic_cast<ui::Label*>(form.find(to_std(names[1])));
+        auto* first = names.size() == 2 ? dynamic_cast<ui::Label*>(form.find(to_std(names[0]))) : nullptr;
+        auto* second = names.size() == 2 ? dynamic_cast<ui::Label*>(form.find(to_std(names[1]))) : nullptr;
         if (first == nullptr || second == nullptr) {
             problems_.push_back("difference of unknown labels: " + to_std(label->objectName()));
             continue;
         }
         const auto show = [label, first, second] {
-            const double gap = valnumeroformato(first->Caption()) - valnumeroformato(second->Caption());
-            label->setText(gap == 0 ? QString::fromUtf8("Cuadrado") : to_qt(formato(gap, "#,##0")));
+            label->show_totals(valnumeroformato(first->Caption()), valnumeroformato(second->Caption()));
         };
+        QObject::connect(label, &BalanceLabel::pressed, label, [&form] {
+            ui::KeyEvent explain{.key = ui::Key::f9};
+            form.send_key(explain);
+        });
         links_.push_back(first->Changed.connect(show));
         links_.push_back(second->Changed.connect(show));
         show();

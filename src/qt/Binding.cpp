@@ -1,5 +1,6 @@
 #include "qt/Binding.h"
 
+#include "platform/ui/controls.h"
 #include "qt/keys.h"
 #include "qt/text.h"
 
@@ -11,7 +12,21 @@
 
 namespace quorvel::qt {
 
-Binding::Binding(QWidget& widget, ui::Control& control) : widget_(&widget), control_(control) {
+namespace {
+
+/// Why the control is off or what it does, and the key that works it.
+QString tip_of(const ui::Control& control, const QString& layout_tip) {
+    if (!control.ToolTip().empty()) return to_qt(control.ToolTip());
+    const auto* captioned = dynamic_cast<const ui::Captioned*>(&control);
+    if (captioned == nullptr || captioned->shortcut().empty()) return layout_tip;
+    const QString what = layout_tip.isEmpty() ? to_qt(captioned->Caption()) : layout_tip;
+    return what + " (" + shortcut_text(captioned->shortcut()) + ")";
+}
+
+} // namespace
+
+Binding::Binding(QWidget& widget, ui::Control& control)
+    : widget_(&widget), layout_tip_(widget.toolTip()), control_(control) {
     follow(control.Changed, [this] { pull(); });
 }
 
@@ -19,7 +34,8 @@ Binding::~Binding() = default;
 
 void Binding::set_caption_label(QLabel* label) {
     label_ = label;
-    if (widget_->accessibleName().isEmpty()) widget_->setAccessibleName(label->text());
+    for (QWidget* named : {widget_, &focus_target()})
+        if (named->accessibleName().isEmpty()) named->setAccessibleName(label->text());
 }
 
 void Binding::pull() {
@@ -29,7 +45,7 @@ void Binding::pull() {
         label_->setVisible(control_.Visible());
         label_->setEnabled(control_.Enabled());
     }
-    if (!control_.ToolTip().empty()) widget_->setToolTip(to_qt(control_.ToolTip()));
+    widget_->setToolTip(tip_of(control_, layout_tip_));
     pull_state();
 }
 
@@ -66,7 +82,9 @@ bool Binding::eventFilter(QObject* watched, QEvent* event) {
         }
         return false;
     }
-    case QEvent::Wheel: return !control_.has_focus();
+    case QEvent::Wheel: // turning it over a closed list must not choose another entry
+        event->ignore();
+        return true;
     default: return QObject::eventFilter(watched, event);
     }
 }

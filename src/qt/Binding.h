@@ -3,6 +3,7 @@
 
 #include <QObject>
 #include <QPointer>
+#include <QString>
 #include <vector>
 
 class QKeyEvent;
@@ -41,6 +42,7 @@ protected:
 
 private:
     QWidget* widget_;
+    QString layout_tip_; ///< the layout's own tool tip, shown while the control has nothing to say
     ui::Control& control_;
     QPointer<QLabel> label_;
     std::vector<ui::Connection> links_;

@@ -2,48 +2,64 @@
 
 #include "platform/ui/form.h"
 #include "qt/text.h"
+#include "text/numeros.h"
 
 #include <QHeaderView>
+#include <QLabel>
 #include <QMouseEvent>
+#include <QPainter>
 #include <algorithm>
 
 namespace quorvel::qt {
 
 namespace {
 
-/// Column names as people read them; the database's own spelling for the rest.
-QString caption_of(const std::string& column) {
-    static const std::pair<const char*, const char*> captions[] = {
-        {"centro", "Código"},
-        {"n_centro", "Nombre"},
-        {"auxiliar", "Código"},
-        {"n_auxiliar", "Nombre"},
-        {"f_comp", "Fecha"},
-        {"documento", "Documento"},
-        {"num_docum", "Número"},
-        {"concepto", "Glosa"},
-        {"libro", "Libro"},
-        {"rut_persona", "RUT"},
-        {"nombre", "Nombre"},
-        {"banco", "Banco"},
-        {"cuenta", "Cuenta"},
-        {"otro_impuesto", "Código"},
-        {"descripcion", "Descripción"},
-        {"tasa", "Tasa"},
-        {"estado", "Estado"},
-        {"num_ref", "Num. Doc"},
-        {"rut", "RUT"},
-        {"tipo", "Tipo"},
-        {"debe", "Debe"},
-        {"doc_libro", "Doc."},
-        {"n_documento", "Nombre"},
-        {"usuario", "Usuario"},
-        {"haber", "Haber"},
-        {"diferencia", "Diferencia"},
-    };
-    for (const auto& [name, caption] : captions)
-        if (column == name) return QString::fromUtf8(caption);
-    return to_qt(column);
+struct ColumnRow {
+    const char *name, *caption;
+    bool amount = false;
+};
+/// Columns as people read them.
+constexpr ColumnRow COLUMNS[] = {
+    {"centro", "Código"},
+    {"n_centro", "Nombre"},
+    {"auxiliar", "Código"},
+    {"n_auxiliar", "Nombre"},
+    {"f_comp", "Fecha"},
+    {"documento", "Documento"},
+    {"num_docum", "Número"},
+    {"concepto", "Glosa"},
+    {"libro", "Libro"},
+    {"rut_persona", "RUT"},
+    {"nombre", "Nombre"},
+    {"banco", "Banco"},
+    {"cuenta", "Cuenta"},
+    {"otro_impuesto", "Código"},
+    {"descripcion", "Descripción"},
+    {"tasa", "Tasa", true},
+    {"estado", "Estado"},
+    {"num_ref", "Num. Doc"},
+    {"rut", "RUT"},
+    {"tipo", "Tipo"},
+    {"debe", "Debe", true},
+    {"doc_libro", "Doc."},
+    {"n_documento", "Nombre"},
+    {"usuario", "Usuario"},
+    {"haber", "Haber", true},
+    {"diferencia", "Diferencia", true},
+    {"t_debe", "Total", true},
+    {"subsistema", "Subsistema"},
+};
+
+/// A column that is not in the table keeps the database's own spelling.
+ColumnRow column_row(const std::string& name) {
+    for (const ColumnRow& row : COLUMNS)
+        if (name == row.name) return row;
+    return {name.c_str(), name.c_str()};
+}
+
+QString amount_text(const std::string& text) {
+    const bool decimals = text.find('.') != std::string::npos;
+    return text.empty() ? QString() : to_qt(formato(valnumerobase(text), decimals ? "#,##0.00" : "#,##0"));
 }
 
 } // namespace
@@ -53,18 +69,23 @@ int ConsultaModel::columnCount(const QModelIndex& parent) const {
 }
 
 QVariant ConsultaModel::data(const QModelIndex& index, int role) const {
-    if (list_ == nullptr || !index.isValid() || role != Qt::DisplayRole) return {};
+    if (list_ == nullptr || !index.isValid()) return {};
+    if (role == Qt::TextAlignmentRole) return headerData(index.column(), Qt::Horizontal, role);
+    if (role != Qt::DisplayRole) return {};
     const auto& rows = list_->rows();
     const auto row = static_cast<std::size_t>(index.row());
     const auto col = static_cast<std::size_t>(index.column());
     if (row >= rows.size() || col >= rows[row].size()) return {};
+    if (column_row(columns_[col]).amount) return amount_text(rows[row][col]);
     return to_qt(rows[row][col]).trimmed();
 }
 
 QVariant ConsultaModel::headerData(int section, Qt::Orientation orientation, int role) const {
     if (orientation != Qt::Horizontal || section >= columnCount()) return {};
-    if (role == Qt::DisplayRole) return caption_of(columns_[static_cast<std::size_t>(section)]);
-    if (role == Qt::TextAlignmentRole) return QVariant::fromValue(Qt::AlignLeft | Qt::AlignVCenter);
+    const ColumnRow column = column_row(columns_[static_cast<std::size_t>(section)]);
+    if (role == Qt::DisplayRole) return QString::fromUtf8(column.caption);
+    if (role == Qt::TextAlignmentRole)
+        return QVariant::fromValue((column.amount ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
     return {};
 }
 
@@ -119,6 +140,13 @@ ConsultaView::ConsultaView(QWidget* parent) : QTableView(parent), model_(new Con
     horizontalHeader()->setHighlightSections(false);
     horizontalHeader()->setStretchLastSection(true);
     horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    typed_ = new QLabel(viewport());
+    typed_->setTextFormat(Qt::PlainText);
+    typed_->setFrameShape(QFrame::StyledPanel);
+    typed_->setAutoFillBackground(true);
+    typed_->setBackgroundRole(QPalette::ToolTipBase);
+    typed_->setMargin(4);
+    typed_->hide();
 }
 
 void ConsultaView::attach(ui::ctlConsulta& list) {
@@ -136,6 +164,26 @@ void ConsultaView::sync() {
     }
     if (wanted.isValid()) scrollTo(wanted);
     fit_columns();
+    show_typed();
+}
+
+/// What is being searched for, in the corner of the list, and whether it is there.
+void ConsultaView::show_typed() {
+    const QString typed = to_qt(list_->typed());
+    typed_->setVisible(!typed.isEmpty());
+    typed_->setText(
+        QString::fromUtf8(list_->missed() ? "Buscar: %1  ·  sin coincidencias" : "Buscar: %1").arg(typed));
+    typed_->adjustSize();
+    typed_->move(viewport()->width() - typed_->width() - 6, viewport()->height() - typed_->height() - 6);
+    viewport()->update();
+}
+
+void ConsultaView::paintEvent(QPaintEvent* event) {
+    QTableView::paintEvent(event);
+    if (list_ == nullptr || model_->rowCount() > 0) return;
+    QPainter painter(viewport());
+    painter.setPen(palette().color(QPalette::PlaceholderText));
+    painter.drawText(viewport()->rect(), Qt::AlignCenter, "Sin resultados");
 }
 
 /// Widths follow the first rows that came; later blocks do not make the columns jump.
@@ -153,7 +201,9 @@ void ConsultaView::fit_columns() {
 
 void ConsultaView::resizeEvent(QResizeEvent* event) {
     QTableView::resizeEvent(event);
-    if (list_ != nullptr) fit_columns();
+    if (list_ == nullptr) return;
+    fit_columns();
+    show_typed();
 }
 
 void ConsultaView::mousePressEvent(QMouseEvent* event) {

@@ -5,6 +5,8 @@
 #include <QTableView>
 #include <vector>
 
+class QLabel;
+
 namespace quorvel::qt {
 
 /// Rows of a ctlConsulta; more of them are read when the view scrolls to the end.
@@ -44,11 +46,14 @@ protected:
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent*) override {}
     void resizeEvent(QResizeEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
 
 private:
     void fit_columns();
+    void show_typed();
     ui::ctlConsulta* list_ = nullptr;
     ConsultaModel* model_;
+    QLabel* typed_;
     int fitted_columns_ = 0;
     bool fitted_rows_ = false;
 };

@@ -1,5 +1,6 @@
 #include "qt/GridDelegate.h"
 
+#include "qt/BalanceLabel.h"
 #include "qt/GridView.h"
 
 #include <QLineEdit>
@@ -8,6 +9,8 @@
 namespace quorvel::qt {
 
 namespace {
+
+bool is_dark(const QPalette& palette) { return palette.color(QPalette::Window).lightness() < 128; }
 
 QColor blend(const QColor& over, const QColor& under, double share) {
     const auto mix = [share](int a, int b) { return static_cast<int>(a * share + b * (1 - share)); };
@@ -45,14 +48,19 @@ void GridDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     const QRect button = view_.button_rect(index.row(), index.column());
     if (button.isValid()) text_rect.setRight(button.left() - 2);
     painter->save();
-    painter->setPen(palette.color(QPalette::Text));
+    // The zero of the other side is there, but it is not what one reads a line for.
+    const bool idle = index.data(Qt::DisplayRole).toString() == "0";
+    painter->setPen(palette.color(idle ? QPalette::PlaceholderText : QPalette::Text));
     const auto alignment = Qt::Alignment(index.data(Qt::TextAlignmentRole).toInt());
     const QString text = option.fontMetrics.elidedText(index.data(Qt::DisplayRole).toString(), Qt::ElideRight,
                                                        text_rect.width());
     painter->drawText(text_rect, static_cast<int>(alignment | Qt::TextSingleLine), text);
     if (on_row && index.column() == current.column()) {
         const bool focused = view_.hasFocus() || view_.editor().hasFocus();
-        painter->setPen(QPen(focused ? accent : palette.color(QPalette::Mid), 2));
+        const QColor frame = view_.marks_refusal() ? BalanceLabel::colours(is_dark(palette), false).ink
+                             : focused             ? accent
+                                                   : palette.color(QPalette::Mid);
+        painter->setPen(QPen(frame, 2));
         painter->setBrush(Qt::NoBrush);
         painter->drawRect(option.rect.adjusted(1, 1, -1, -1));
     }

@@ -3,6 +3,7 @@
 #include "platform/ui/form.h"
 #include "qt/GridDelegate.h"
 #include "qt/GridModel.h"
+#include "qt/icons.h"
 #include "qt/keys.h"
 #include "qt/text.h"
 
@@ -12,7 +13,9 @@
 #include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QMenu>
 #include <QMouseEvent>
+#include <QPainter>
 #include <QPointer>
 #include <algorithm>
 #include <numeric>
@@ -42,8 +45,11 @@ GridView::GridView(QWidget* parent)
     horizontalHeader()->setStretchLastSection(true);
     editor_->hide();
     editor_->setFrame(false);
+    editor_->setAccessibleName("Celda");
     editor_->setAcceptDrops(false);
     editor_->installEventFilter(this);
+    refused_mark_ = editor_->addAction(warning_icon(), QLineEdit::TrailingPosition);
+    refused_mark_->setToolTip("Valor no aceptado: corríjalo o deje la celda con Esc");
     connect(editor_, &QLineEdit::textEdited, this, [this] {
         if (grid_ != nullptr && grid_->EditActive()) grid_->set_edit_text(to_std(editor_->text()));
     });
@@ -121,13 +127,20 @@ void GridView::sync_editor() {
     }
     const QString text = to_qt(grid_->edit_text());
     if (editor_->text() != text) editor_->setText(text);
-    const bool right = grid_->Columns(grid_->Col()).Alignment == 1;
+    if (grid_->proposed()) editor_->selectAll();
+    refused_mark_->setVisible(grid_->refused());
+    viewport()->update();
+    const ui::ctlPlanilla::Column& column = grid_->Columns(grid_->Col());
+    editor_->setAccessibleName(
+        QString::fromUtf8("%1, línea %2").arg(to_qt(column.Caption)).arg(grid_->Row() + 1));
+    editor_->setAccessibleDescription(grid_->refused() ? refused_mark_->toolTip() : QString());
+    const bool right = column.Alignment == 1;
     editor_->setAlignment((right ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
     if (editor_->isHidden()) {
         sync_current();
         editor_->show();
         place_editor();
-        editor_->end(false);
+        grid_->proposed() ? editor_->selectAll() : editor_->end(false);
         if (grid_->has_focus()) editor_->setFocus(Qt::OtherFocusReason);
     }
 }
@@ -300,6 +313,33 @@ void GridView::focusInEvent(QFocusEvent* event) {
     QTableView::focusInEvent(event);
     if (&focus_target() == editor_) editor_->setFocus(Qt::OtherFocusReason);
     viewport()->update();
+}
+
+void GridView::contextMenuEvent(QContextMenuEvent* event) {
+    if (grid_ == nullptr) return;
+    const QModelIndex cell = indexAt(event->pos());
+    if (event->reason() == QContextMenuEvent::Mouse && cell.isValid() &&
+        (!grid_->SetFocus() || !grid_->move_to(cell.row(), cell.column())))
+        return;
+    auto* menu = new QMenu(this);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    const int row = grid_->Row(), col = grid_->Col();
+    if (grid_->Columns(col).Button && !grid_->Locked())
+        menu->addAction("Buscar\tCtrl+Y", this, [this, row, col] { grid_->press_button(row, col); });
+    for (const ui::Command& command : grid_->commands())
+        menu->addAction(to_qt(command.caption) + '\t' + shortcut_text(command.shortcut), this, command.run);
+    menu->popup(event->reason() == QContextMenuEvent::Mouse
+                    ? event->globalPos()
+                    : viewport()->mapToGlobal(visualRect(currentIndex()).bottomLeft()));
+}
+
+void GridView::paintEvent(QPaintEvent* event) {
+    QTableView::paintEvent(event);
+    const QString hint = property("empty_text").toString();
+    if (grid_ == nullptr || grid_->Rows() > 0 || grid_->NewRowPending() == 1 || hint.isEmpty()) return;
+    QPainter painter(viewport());
+    painter.setPen(palette().color(QPalette::PlaceholderText));
+    painter.drawText(viewport()->rect().adjusted(20, 20, -20, -20), Qt::AlignCenter | Qt::TextWordWrap, hint);
 }
 
 void GridView::updateGeometries() {

@@ -4,6 +4,7 @@
 #include <QTableView>
 #include <vector>
 
+class QAction;
 class QLineEdit;
 
 namespace quorvel::qt {
@@ -23,6 +24,8 @@ public:
     /// The open editor, or the view.
     [[nodiscard]] QWidget& focus_target();
     [[nodiscard]] QLineEdit& editor() const { return *editor_; }
+    /// The open edit has been refused and is still as it was.
+    [[nodiscard]] bool marks_refusal() const { return grid_ != nullptr && grid_->refused(); }
     /// Where a column's lookup button is drawn in a cell, in the viewport's coordinates.
     [[nodiscard]] QRect button_rect(int row, int col) const;
 
@@ -34,6 +37,8 @@ protected:
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
     bool event(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
     void updateGeometries() override;
@@ -52,6 +57,7 @@ private:
     ui::ctlPlanilla* grid_ = nullptr;
     GridModel* model_;
     QLineEdit* editor_;
+    QAction* refused_mark_;
     std::vector<ui::Connection> links_;
     bool applying_widths_ = false;
 };

@@ -1,6 +1,7 @@
 #include "qt/MenuBuilder.h"
 
 #include "platform/ui/form.h"
+#include "qt/keys.h"
 #include "qt/text.h"
 
 #include <QMenu>
@@ -25,23 +26,6 @@ QString with_mnemonic(const QString& caption, std::set<QChar>& taken) {
 }
 
 } // namespace
-
-QString shortcut_text(const std::string& shortcut) {
-    QStringList parts;
-    for (const QString& part : to_qt(shortcut).split('+', Qt::SkipEmptyParts)) {
-        if (part == "ctrl")
-            parts << "Ctrl";
-        else if (part == "shift")
-            parts << QString::fromUtf8("Mayús");
-        else if (part == "alt")
-            parts << "Alt";
-        else if (part == "delete")
-            parts << "Supr";
-        else
-            parts << part.left(1).toUpper() + part.mid(1);
-    }
-    return parts.join('+');
-}
 
 MenuBuilder::MenuBuilder(ui::Form& form, QMenuBar& bar) {
     std::map<const ui::MenuItem*, QMenu*> menus;
@@ -75,7 +59,7 @@ void MenuBuilder::pull(const ui::MenuItem& item) {
     QAction* action = actions_.at(&item);
     action->setEnabled(item.Enabled());
     action->setVisible(item.Visible());
-    if (!item.ToolTip().empty()) action->setToolTip(to_qt(item.ToolTip()));
+    action->setToolTip(to_qt(item.ToolTip()));
 }
 
 } // namespace quorvel::qt

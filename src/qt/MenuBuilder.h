@@ -22,7 +22,4 @@ private:
     std::vector<ui::Connection> links_;
 };
 
-/// "ctrl+f5" as people read it: "Ctrl+F5".
-QString shortcut_text(const std::string& shortcut);
-
 } // namespace quorvel::qt

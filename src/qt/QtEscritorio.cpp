@@ -1,6 +1,8 @@
 #include "qt/QtEscritorio.h"
 
 #include "qt/FormWindow.h"
+#include "qt/ProgressBox.h"
+#include "qt/message_text.h"
 #include "qt/text.h"
 
 #include <QApplication>
@@ -116,6 +118,7 @@ ui::Answer QtEscritorio::message(const std::string& text, ui::Icon icon, ui::But
     QMessageBox box(icons[static_cast<int>(icon)], to_qt(title), to_qt(text), QMessageBox::NoButton,
                     top_window());
     box.setTextFormat(Qt::PlainText);
+    make_room(box);
     if (buttons == ui::Buttons::ok) {
         auto* accept = box.addButton("Aceptar", QMessageBox::AcceptRole);
         box.setEscapeButton(accept);
@@ -163,25 +166,12 @@ void QtEscritorio::busy(bool on) {
 }
 
 bool QtEscritorio::progress(const std::string& what, long done, long total) {
-    constexpr int steps = 1000;
-    if (!progress_) {
-        progress_ = std::make_unique<QProgressDialog>(top_window());
-        progress_->setWindowTitle("Quorvel");
-        progress_->setWindowModality(Qt::ApplicationModal);
-        progress_->setCancelButtonText("Cancelar");
-        progress_->setRange(0, steps);
-        progress_->setAutoClose(false);
-        progress_->setAutoReset(false);
-        progress_->setMinimumDuration(400);
-    }
-    progress_->setLabelText(to_qt(what));
-    progress_->setValue(
-        total > 0 ? static_cast<int>(static_cast<double>(done) * steps / static_cast<double>(total)) : 0);
-    QApplication::processEvents();
-    return !progress_->wasCanceled();
+    if (!progress_) progress_ = std::make_unique<ProgressBox>(top_window());
+    return progress_->report(what, done, total);
 }
 
 void QtEscritorio::progress_done() {
+    if (!progress_) return;
     progress_.reset();
     activate_top();
 }

@@ -1,8 +1,8 @@
 #pragma once
 #include "platform/ui/escritorio.h"
 
+#include <QObject>
 #include <QPointer>
-#include <QProgressDialog>
 #include <memory>
 #include <vector>
 
@@ -11,6 +11,7 @@ class QEventLoop;
 namespace quorvel::qt {
 
 class FormWindow;
+class ProgressBox;
 
 /// The desktop with windows. Keeps its own order of open windows: after a modal one closes, the one below is
 /// activated by hand, since not every window system does it.
@@ -48,7 +49,7 @@ private:
     void purge();
     std::vector<Open> windows_;
     std::vector<Open> retired_;
-    std::unique_ptr<QProgressDialog> progress_;
+    std::unique_ptr<ProgressBox> progress_;
     QObject context_; ///< queued calls die with it
     int depth_ = 0;
     bool busy_ = false;

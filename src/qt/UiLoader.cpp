@@ -1,5 +1,6 @@
 #include "qt/UiLoader.h"
 
+#include "qt/BalanceLabel.h"
 #include "qt/ConsultaView.h"
 #include "qt/DateBox.h"
 #include "qt/GridView.h"
@@ -74,6 +75,8 @@ QWidget* UiLoader::createWidget(const QString& class_name, QWidget* parent, cons
         widget = new RegistroBar(parent);
     else if (class_name == "DateBox")
         widget = new DateBox(parent);
+    else if (class_name == "BalanceLabel")
+        widget = new BalanceLabel(parent);
     else
         return QUiLoader::createWidget(class_name, parent, name);
     widget->setObjectName(name);

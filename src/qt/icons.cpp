@@ -109,6 +109,20 @@ QIcon toolbar_icon(Function function, const QColor& ink, const QColor& accent) {
     return icon;
 }
 
+QIcon warning_icon() {
+    QPixmap pixmap(32, 32);
+    pixmap.fill(Qt::transparent);
+    QPainter p(&pixmap);
+    p.setRenderHint(QPainter::Antialiasing);
+    p.setPen(Qt::NoPen);
+    p.setBrush(QColor(0xc0, 0x2b, 0x31));
+    p.drawPolygon(QPolygonF{QPointF(16, 2), QPointF(31, 29), QPointF(1, 29)});
+    p.setPen(QPen(Qt::white, 3.5, Qt::SolidLine, Qt::RoundCap));
+    p.drawLine(QPointF(16, 12), QPointF(16, 19));
+    p.drawPoint(QPointF(16, 24.5));
+    return QIcon(pixmap);
+}
+
 QIcon program_icon() {
     QPixmap pixmap(64, 64);
     pixmap.fill(Qt::transparent);

@@ -8,6 +8,8 @@ namespace quorvel::qt {
 
 /// A line drawing for a function of the record toolbar, in the given ink so that it fits light and dark.
 QIcon toolbar_icon(ui::ctlRegistro::Function function, const QColor& ink, const QColor& accent);
+/// A sign for something that is not accepted; its shape says it as well as its colour.
+QIcon warning_icon();
 /// The program's own icon.
 QIcon program_icon();
 

@@ -1,8 +1,11 @@
 #include "qt/keys.h"
 
+#include "qt/text.h"
+
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QString>
+#include <QStringList>
 #include <map>
 
 namespace quorvel::qt {
@@ -90,6 +93,23 @@ bool insert_filtered(QLineEdit& edit, const QString& text, const CharFilter& fil
     if (accepted.isEmpty()) return false;
     edit.insert(accepted);
     return true;
+}
+
+QString shortcut_text(const std::string& shortcut) {
+    QStringList parts;
+    for (const QString& part : to_qt(shortcut).split('+', Qt::SkipEmptyParts)) {
+        if (part == "ctrl")
+            parts << "Ctrl";
+        else if (part == "shift")
+            parts << QString::fromUtf8("Mayús");
+        else if (part == "alt")
+            parts << "Alt";
+        else if (part == "delete")
+            parts << "Supr";
+        else
+            parts << part.left(1).toUpper() + part.mid(1);
+    }
+    return parts.join('+');
 }
 
 } // namespace quorvel::qt

@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <optional>
+#include <string>
 
 class QKeyEvent;
 class QLineEdit;
@@ -16,6 +17,9 @@ std::optional<ui::KeyEvent> translate(const QKeyEvent& event);
 bool edits_natively(const QKeyEvent& event);
 /// True when the key types its character into an edit.
 bool types_character(const ui::KeyEvent& e);
+
+/// "ctrl+f5" as people read it: "Ctrl+F5".
+QString shortcut_text(const std::string& shortcut);
 
 /// One typed character to what goes into the text, 0 for nothing.
 using CharFilter = std::function<char32_t(char32_t)>;

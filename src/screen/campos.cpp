@@ -26,16 +26,6 @@ void seleccionar(ui::ListControl& lista, std::size_t n, const std::string& busca
     lista.SetListIndex(lista.ListCount() - 1);
 }
 
-/// The same for lists whose whole text is stored; blank is the first entry.
-void seleccionar_texto(ui::ListControl& lista, const std::string& texto) {
-    if (recortar(texto).empty() && lista.ListCount() > 0 && recortar(lista.List(0)).empty())
-        return lista.SetListIndex(0);
-    if (lista.select_text(texto)) return;
-    if (recortar(texto).empty()) return lista.SetListIndex(-1);
-    lista.AddItem(texto, PRESTADA);
-    lista.SetListIndex(lista.ListCount() - 1);
-}
-
 std::string nombre_de(Recordset& rs, const std::string& criterio, const char* codigo_, const char* nombre,
                       const std::string& si_falta) {
     rs.FindFirst(criterio);
@@ -54,8 +44,8 @@ void mostrar_listas(frmQuorvel& f, const Comprobante& c) {
 }
 
 void mostrar_libro(frmQuorvel& f, const Comprobante& c) {
-    seleccionar_texto(f.cmblibro, c.libro);
-    seleccionar_texto(f.cmbdoc_libro, c.doc_libro);
+    elegir_texto(f.cmblibro, c.libro);
+    elegir_texto(f.cmbdoc_libro, c.doc_libro);
     f.txtrut_persona.SetText(recortar(c.rut_persona));
     f.txtnombre.SetText(recortar(c.nombre));
     f.txtnum_ref.SetText(recortar(c.num_ref));
@@ -64,6 +54,15 @@ void mostrar_libro(frmQuorvel& f, const Comprobante& c) {
 }
 
 } // namespace
+
+void elegir_texto(ui::ListControl& lista, const std::string& texto) {
+    if (recortar(texto).empty() && lista.ListCount() > 0 && recortar(lista.List(0)).empty())
+        return lista.SetListIndex(0);
+    if (lista.select_text(texto)) return;
+    if (recortar(texto).empty()) return lista.SetListIndex(-1);
+    lista.AddItem(texto, PRESTADA);
+    lista.SetListIndex(lista.ListCount() - 1);
+}
 
 void quitar_prestadas(frmQuorvel& f) {
     for (ui::ListControl* lista : {&f.cmbDocumento, &f.cmbMoneda, &f.cmbcodigo_no_recuperable,
@@ -147,10 +146,16 @@ Comprobante leer_pantalla(const frmQuorvel& f) {
     return c;
 }
 
+void permitir_identidad(frmQuorvel& f, bool editable) {
+    ui::Control* const identidad[] = {&f.mskF_comp, &f.cmbDocumento, &f.txtNum_doc};
+    for (ui::Control* control : identidad) {
+        control->SetEnabled(editable);
+        control->SetToolTip(editable ? "" : "De un comprobante grabado se cambia con Cortar");
+    }
+}
+
 void mostrar_comprobante(frmQuorvel& f, const Comprobante& c) {
-    f.txtNum_doc.SetEnabled(false);
-    f.cmbDocumento.SetEnabled(false);
-    f.mskF_comp.SetEnabled(false);
+    permitir_identidad(f, false);
     quitar_prestadas(f);
     mostrar_listas(f, c);
     f.mskF_comp.SetDate(c.f_comp);
@@ -164,7 +169,7 @@ void mostrar_comprobante(frmQuorvel& f, const Comprobante& c) {
         nombre_de(*f.maestros.rsPersonas, "persona=" + usuario, "persona", "n_persona", usuario));
     f.lblF_ult_modificacion.SetCaption(c.f_ult_modificacion ? fecha_dmy(*c.f_ult_modificacion) : "");
     f.estado.cotizacion_exacta = c.cotizacion;
-    f.estado.cotizacion_mostrada = formato(valnumeroformato(c.cotizacion), "#,##0");
+    f.estado.cotizacion_mostrada = Decimal::leer(c.cotizacion).formato("#,##0");
     f.txtCotizacion.SetText(f.estado.cotizacion_mostrada);
     f.lblEstado.SetCaption(c.estado);
     f.SetCaption(titulo(f));
@@ -188,12 +193,14 @@ std::string fila_texto(const std::vector<std::string>& celdas) {
 }
 
 void reemplazar_lineas(frmQuorvel& f, const std::vector<Linea>& lineas, const std::string& total) {
-    f.grdDetalle.Clear();
-    int n = 0;
+    std::vector<std::string> filas;
+    filas.reserve(lineas.size());
     for (const Linea& l : lineas)
-        f.grdDetalle.AddItem(
-            fila_texto({std::to_string(++n), l.centro, l.auxiliar, l.debe, l.haber, primeros(l.glosa, 60),
-                        l.centro2, l.conciliado, l.num_ref, l.codigo_otro_impuesto, l.tasa_impuesto_otro}));
+        filas.push_back(fila_texto({std::to_string(filas.size() + 1), l.centro, l.auxiliar, l.debe, l.haber,
+                                    primeros(l.glosa, 60), l.centro2, l.conciliado, l.num_ref,
+                                    l.codigo_otro_impuesto, l.tasa_impuesto_otro}));
+    f.grdDetalle.Clear();
+    f.grdDetalle.AddItems(filas);
     fijar_totales(f, total, total);
 }
 

@@ -6,12 +6,17 @@
 
 namespace quorvel {
 
+namespace ui {
+class ListControl;
+}
 class frmQuorvel;
 
 // The only code that knows both the controls and the record.
 
 /// The voucher on the screen. While a saved voucher is shown, its key is the one that it was read with.
 [[nodiscard]] Comprobante leer_pantalla(const frmQuorvel& f);
+/// Date, document kind and number: open in a new voucher, fixed in a saved one.
+void permitir_identidad(frmQuorvel& f, bool editable);
 /// Shows a header that was read from the database; the lines follow by the grid's query.
 void mostrar_comprobante(frmQuorvel& f, const Comprobante& c);
 /// Code of the chosen document kind, empty for "(Ninguno)".
@@ -23,6 +28,8 @@ void mostrar_comprobante(frmQuorvel& f, const Comprobante& c);
 /// Selects the first entry whose first n characters, trimmed, equal the code trimmed. @return false:
 /// unchanged
 bool seleccionar_codigo(frmQuorvel& f, const char* lista, std::size_t n, const std::string& codigo);
+/// Selects an entry by its whole text; blank is the first one, another text is added for this voucher.
+void elegir_texto(ui::ListControl& lista, const std::string& texto);
 /// Takes away the entries that lists got for a voucher whose texts they do not know.
 void quitar_prestadas(frmQuorvel& f);
 /// Window title of a saved voucher.

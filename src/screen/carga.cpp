@@ -8,6 +8,7 @@
 #include "screen/frmQuorvel.h"
 #include "screen/listas.h"
 #include "screen/maestro.h"
+#include "screen/papeles/preparar.h"
 #include "screen/permisos.h"
 #include "screen/recargar_documentos.h"
 #include "text/letras_utf8.h"
@@ -49,11 +50,10 @@ void cargar_configuracion(frmQuorvel& f) {
 void cargar_maestros(frmQuorvel& f) {
     f.cmbcodigo_otro_impuesto.Clear();
     f.cmbcodigo_otro_impuesto.AddItem("");
-    llenar(f.cmbcodigo_otro_impuesto, *f.glbdb, "SELECT a.* from ctmotroimp a ", "otro_impuesto",
-           "descripcion");
+    llenar(f.cmbcodigo_otro_impuesto, *f.glbdb, CONSULTA_IMPUESTOS, "otro_impuesto", "descripcion");
     recargar_documentos(f);
     f.cmbMoneda.Clear();
-    llenar(f.cmbMoneda, *f.glbdb, "select * from admmonedas ", "moneda", "n_moneda");
+    llenar(f.cmbMoneda, *f.glbdb, CONSULTA_MONEDAS, "moneda", "n_moneda");
 }
 
 } // namespace
@@ -79,8 +79,7 @@ void frmQuorvel::Form_Load() {
         cargar_configuracion(*this);
         cargar_maestros(*this);
         limpiar_para_nuevo(*this);
-        if (glbdbReport && ctlRegistro1.Flag(PERMISO_IMPRIMIR) && !misma_base(*glbdb, *glbdbReport))
-            crear_tablas_impresion(*glbdbReport);
+        asegurar_tablas(*this);
         estado.carga_fallida = false;
     });
 }
@@ -102,7 +101,7 @@ void frmQuorvel::Form_Activate() {
 
 void frmQuorvel::Form_Unload() {
     atender([this] {
-        guardar_borrador(*this);
+        borrador->retirar();
         if (glbdb) desbloquear_usuario(*this);
         if (glbdb && glbdbReport && ctlRegistro1.Flag(PERMISO_IMPRIMIR) && !misma_base(*glbdb, *glbdbReport))
             borrar_tablas_impresion(*glbdbReport);

@@ -1,4 +1,5 @@
 #pragma once
+#include "text/numeros.h"
 #include "voucher/comprobante.h"
 
 #include <optional>
@@ -19,8 +20,9 @@ struct EstadoPantalla {
     bool primera_activacion = true;
     bool carga_fallida = false; ///< the load step has told already what the database refuses
     bool solo_lectura = false;  ///< another user holds the lock
+    bool sin_respuesta = false; ///< the last save may have been done: the next one looks first
     std::int64_t numero_propuesto = 0;
-    double valor_editado = 0;  ///< amount that the debit or credit cell held when its edit began
+    Decimal valor_editado;     ///< amount that the debit or credit cell held when its edit began
     std::string ultima_cuenta; ///< account whose name lblCuenta shows
     double monto_neto = 0, monto_exento = 0;
     std::optional<Comprobante> cargado; ///< the saved voucher as it was read; its key addresses it

@@ -12,10 +12,19 @@
 
 namespace quorvel {
 
+namespace {
+using F = ui::ctlRegistro::Function;
+constexpr std::pair<ui::Key, F> TECLAS[] = {
+    {ui::Key::f2, F::New},   {ui::Key::f5, F::Save},   {ui::Key::f8, F::DeleteLine},
+    {ui::Key::f6, F::Print}, {ui::Key::f3, F::Search},
+};
+} // namespace
+
 frmQuorvel::frmQuorvel(Servicios s) : Form(s.escritorio, "frmQuorvel", "Comprobante Contable"), servicios(s) {
     conectar_comandos();
     conectar_campos();
     conectar_detalle();
+    borrador = std::make_unique<Borrador>(*this);
 }
 
 frmQuorvel::~frmQuorvel() = default;
@@ -68,6 +77,23 @@ void frmQuorvel::conectar_comandos() {
     };
     for (const auto& [boton, comando] : botones) en(boton->Click, comando);
     en(lstadjunto.DblClick, adjunto_guardar_copia);
+    const std::pair<ui::CommandButton*, const char*> teclas[] = {
+        {&cmdasistente, "f4"},
+        {&cmdcortar, "ctrl+shift+x"},
+        {&cmdCopiar, "ctrl+shift+c"},
+        {&cmdadjunto_agregar, "ctrl+shift+a"},
+        {&cmdadjunto_eliminar, "ctrl+shift+delete"},
+        {&cmdAbrir, "ctrl+shift+o"},
+        {&cmdlimpiar, "ctrl+shift+l"},
+    };
+    for (const auto& [boton, tecla] : teclas) boton->SetShortcut(tecla);
+    const auto orden = [this](const char* texto, const char* tecla, Comando comando) {
+        grdDetalle.AddCommand({texto, tecla, [this, comando] { atender([&] { comando(*this); }); }});
+    };
+    orden("Proponer la diferencia", "f7", proponer_diferencia);
+    orden("Explicar la diferencia", "f9", explicar_diferencia);
+    orden("Ir al detalle", "f12", [](frmQuorvel& f) { f.grdDetalle.SetFocus(); });
+    txtnumero.AddCommand({"Calculadora", "f11", [this] { txtnumero.SetFocus(); }});
 }
 
 void frmQuorvel::conectar_campos() {
@@ -85,6 +111,8 @@ void frmQuorvel::conectar_campos() {
     for (ui::TextBox* caja :
          {&txtCotizacion, &txtiva_activo_fijo, &txttasa_impuesto_otro, &txtnumero, &txtresultado1})
         caja->SetRightAligned(true);
+    ui::Control* const casi_fijos[] = {&txtCotizacion, &cmbMoneda, &cmbifrs, &chkApertura, &cmdrut_persona};
+    for (ui::Control* control : casi_fijos) control->SetEnterStop(false);
     txtresultado1.SetLocked(true);
     txtresultado2.SetLocked(true);
 }
@@ -105,11 +133,7 @@ void frmQuorvel::conectar_detalle() {
 }
 
 void frmQuorvel::Form_KeyDown(ui::KeyEvent& e) {
-    using F = ui::ctlRegistro::Function;
-    static constexpr std::pair<ui::Key, F> TECLAS[] = {
-        {ui::Key::f2, F::New},   {ui::Key::f5, F::Save},   {ui::Key::f8, F::DeleteLine},
-        {ui::Key::f6, F::Print}, {ui::Key::f3, F::Search},
-    };
+    tecla_recuperar(*this, e);
     if (e.ctrl || e.shift || e.alt) return;
     for (const auto& [tecla, funcion] : TECLAS)
         if (e.key == tecla) {

@@ -3,6 +3,7 @@
 #include "platform/ui/ctlPlanilla.h"
 #include "platform/ui/ctlRegistro.h"
 #include "platform/ui/form.h"
+#include "screen/borrador.h"
 #include "screen/estado_pantalla.h"
 #include "screen/informe.h"
 #include "screen/servicios.h"
@@ -42,8 +43,10 @@ public:
     ui::TextBox txtNum_doc{*this, "txtNum_doc"};
     ui::ComboBox cmblibro{*this, "cmblibro"};
     ui::TextBox txtnro_correlativo{*this, "txtnro_correlativo"};
-    ui::ComboBox cmbMoneda{*this, "cmbMoneda"};
     ui::TextBox txtCotizacion{*this, "txtCotizacion"};
+    ui::ComboBox cmbMoneda{*this, "cmbMoneda"};
+    ui::ComboBox cmbifrs{*this, "cmbifrs"};
+    ui::CheckBox chkApertura{*this, "chkApertura", "Asiento de Apertura"};
     ui::TextBox txtconcepto{*this, "txtconcepto"};
     ui::ComboBox cmbdoc_libro{*this, "cmbdoc_libro"};
     ui::TextBox txtnum_ref{*this, "txtnum_ref"};
@@ -52,13 +55,11 @@ public:
     ui::CommandButton cmdrut_persona{*this, "cmdrut_persona", "Ctrl - Y"};
     ui::TextBox txtnombre{*this, "txtnombre"};
     ui::CommandButton cmdasistente{*this, "cmdasistente", "Asistente"};
-    ui::ComboBox cmbifrs{*this, "cmbifrs"};
     ui::ComboBox cmbcodigo_otro_impuesto{*this, "cmbcodigo_otro_impuesto"};
     ui::TextBox txttasa_impuesto_otro{*this, "txttasa_impuesto_otro"};
     ui::ComboBox cmbcodigo_no_recuperable{*this, "cmbcodigo_no_recuperable"};
     ui::CheckBox chkactivo_fijo{*this, "chkactivo_fijo", "IVA Act. Fijo"};
     ui::TextBox txtiva_activo_fijo{*this, "txtiva_activo_fijo"};
-    ui::CheckBox chkApertura{*this, "chkApertura", "Asiento de Apertura"};
     ui::ctlPlanilla grdDetalle{*this, "grdDetalle"};
     ui::CommandButton cmdcortar{*this, "cmdcortar", "Cortar"}, cmdCopiar{*this, "cmdCopiar", "Copiar"};
     ui::ListBox lstadjunto{*this, "lstadjunto"};
@@ -77,6 +78,7 @@ public:
         lblsubsistema{*this, "lblsubsistema"}, lblF_ult_modificacion{*this, "lblF_ult_modificacion"},
         lblgstrcomprobante_adjunto{*this, "lblgstrcomprobante_adjunto"};
     RptReporte rptReporte{"Presentación Preliminar"};
+    std::unique_ptr<Borrador> borrador;
 
     ui::MenuItem mnuComprobante{*this, "mnuComprobante", "Comprobante"};
     ui::MenuItem mnuAnular{*this, "mnuAnular", "Anular Comprobante", &mnuComprobante, "ctrl+f9"};
@@ -98,8 +100,8 @@ public:
     ui::MenuItem mnuImprimir{*this, "mnuImprimir", "Documentos"};
     ui::MenuItem mnuFactura{*this, "mnuFactura", "Factura", &mnuImprimir, "ctrl+f6"};
     ui::MenuItem mnucheque{*this, "mnucheque", "Cheque", &mnuImprimir, "ctrl+f7"};
-    ui::MenuItem mnudoc_egreso{
-        *this, "mnudoc_egreso", "Agregar doc. comprobante egresos e ingresos", &mnuImprimir, "", true};
+    ui::MenuItem mnudoc_egreso{*this,        "mnudoc_egreso", "Agregar doc. comprobante egresos e ingresos",
+                               &mnuImprimir, "ctrl+f5",       true};
     ui::MenuItem mnudescuadrado{*this, "mnudescuadrado", "Comprobantes descuadrados", &mnuImprimir, "ctrl+d"};
 
     // Public operations.

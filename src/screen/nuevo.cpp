@@ -1,4 +1,5 @@
 #include "screen/adjuntos/adjuntos.h"
+#include "screen/borrador.h"
 #include "screen/campos.h"
 #include "screen/frmQuorvel.h"
 #include "screen/permisos.h"
@@ -15,9 +16,7 @@ void primera(ui::ListControl& lista) {
 }
 
 void habilitar_identidad(frmQuorvel& f) {
-    f.txtNum_doc.SetEnabled(true);
-    f.cmbDocumento.SetEnabled(true);
-    f.mskF_comp.SetEnabled(true);
+    permitir_identidad(f, true);
     primera(f.cmbDocumento);
 }
 
@@ -42,6 +41,7 @@ void vaciar_impuestos(frmQuorvel& f) {
 void desbloquear_usuario(frmQuorvel& f) { desbloquear(*f.glbdb, f.glbEmpresa, f.glbUsuario); }
 
 void limpiar_para_nuevo(frmQuorvel& f) {
+    const Borrador::Cambio cambio(f);
     desbloquear_usuario(f);
     EstadoPantalla& e = f.estado;
     e.comprobante_cierre = e.cierre_generado = e.solo_lectura = false;

@@ -2,7 +2,9 @@
 
 #include "screen/consultas/consultas.h"
 #include "screen/frmQuorvel.h"
+#include "text/letras_utf8.h"
 #include "text/rut.h"
+#include "voucher/cargar.h"
 
 namespace quorvel {
 
@@ -20,7 +22,9 @@ bool frmQuorvel::validarut() {
 void rut_dejado(frmQuorvel& f) {
     if (f.txtrut_persona.Text().empty()) return;
     const ResultadoRut r = validarut(con_guion(f.txtrut_persona.Text()));
-    if (r.valido) f.txtrut_persona.SetText(r.texto);
+    if (!r.valido) return;
+    f.txtrut_persona.SetText(r.texto);
+    if (recortar(f.txtnombre.Text()).empty()) f.txtnombre.SetText(nombre_de_rut(*f.glbdb, r.texto));
 }
 
 void buscar_persona(frmQuorvel& f) {

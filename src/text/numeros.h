@@ -11,7 +11,7 @@ class Decimal {
 public:
     constexpr Decimal() = default;
     constexpr Decimal(std::int64_t unidades)
-        : millonesimas_(unidades * ESCALA) {} // NOLINT: whole pesos convert
+        : millonesimas_(Entero{unidades} * ESCALA) {} // NOLINT: whole pesos convert
     /// Reads a displayed amount: "." groups thousands, "," is the decimal mark; empty or unreadable is 0.
     [[nodiscard]] static Decimal leer(std::string_view chileno);
     [[nodiscard]] double valor() const;

@@ -55,9 +55,8 @@ ResultadoRut validarut(std::string_view strrut) {
 std::string con_guion(std::string_view rut) {
     std::string texto = recortar(rut);
     if (texto.empty() || texto.find('-') != std::string::npos) return texto;
-    const char ultimo = texto.back();
-    texto.back() = '-';
-    return texto + ultimo;
+    texto.insert(primeros(texto, largo(texto) - 1).size(), "-"); // before the last letter, of any width
+    return texto;
 }
 
 } // namespace quorvel

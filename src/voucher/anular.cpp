@@ -1,6 +1,7 @@
 #include "platform/db/literal.h"
 #include "text/letras_utf8.h"
 #include "text/numeros.h"
+#include "voucher/cargar.h"
 #include "voucher/chart.h"
 #include "voucher/grabar.h"
 #include "voucher/grabar_sql.h"
@@ -17,7 +18,7 @@ struct LineaGuardada {
 };
 
 /// All rows before the first change: the engine may not go on reading what is being changed.
-std::vector<LineaGuardada> leer_lineas(clsConexion& db, const Clave& clave) {
+std::vector<LineaGuardada> lineas_guardadas(clsConexion& db, const Clave& clave) {
     std::vector<LineaGuardada> lineas;
     for (const auto rs = db.NewRecord("select * from ctdquorvel " + sql_clave(clave) + " order by secuencia");
          !rs->eof(); rs->MoveNext())
@@ -60,12 +61,17 @@ void desprocesar(clsConexion& db, const Clave& clave, const LineaGuardada& l) {
 
 std::string AnularComprobante(clsConexion& db, const Comprobante& c, Fecha f_ult_modificacion) {
     const Clave clave = c.clave();
-    return en_transaccion(db, [&] {
+    const auto quedo_anulado = [&] {
+        const auto ahora = leer_cabecera(db, clave.empresa, clave.f_comp, clave.documento, clave.num_docum,
+                                         clave.subsistema);
+        return ahora && ahora->estado == "X";
+    };
+    const auto anular = [&] {
         const auto guardado = retener_cabecera(db, clave);
         if (!guardado || guardado->estado != "P") throw PasoFallido("Comprobante no válido");
         exigir_sin_bloqueo_ajeno(*guardado, c.usuario);
         std::int64_t debe = 0, haber = 0;
-        for (const LineaGuardada& l : leer_lineas(db, clave)) {
+        for (const LineaGuardada& l : lineas_guardadas(db, clave)) {
             desprocesar(db, clave, l);
             debe += l.debe;
             haber += l.haber;
@@ -78,7 +84,8 @@ std::string AnularComprobante(clsConexion& db, const Comprobante& c, Fecha f_ult
         m.cotizacion = *cotizacion;
         exigir(db, sql_anulada(c, m, f_ult_modificacion));
         exigir(db, sql_borrar_detalle(clave));
-    });
+    };
+    return en_transaccion(db, anular, quedo_anulado);
 }
 
 } // namespace quorvel

@@ -14,13 +14,11 @@ std::string sin_subsistema(int empresa, Fecha f_comp, const std::string& documen
            " and documento=" + sql_texto(documento) + " and num_docum=" + sql_texto(num);
 }
 
-std::string importe(const Value& v) {
-    return v.is_integer() ? Decimal(v.integer()).formato("#,##0") : formato(v.number(), "#,##0");
-}
+std::string importe(const Value& v) { return Decimal::leer(reemplazar(v.text(), ".", ",")).formato("#,##0"); }
 
 /// The rate with all its decimals, so that an untouched voucher keeps it.
 std::string tasa_de_cambio(const Value& v) {
-    std::string texto = formato(v.number(), "#,##0.000000");
+    std::string texto = Decimal::leer(reemplazar(v.text(), ".", ",")).formato("#,##0.000000");
     texto.erase(texto.find_last_not_of('0') + 1);
     if (texto.ends_with(',')) texto.pop_back();
     return texto;
@@ -107,6 +105,16 @@ std::string consulta_lineas(const Clave& clave) {
            sql_clave(clave) + " order by secuencia";
 }
 
+std::vector<Linea> leer_lineas(clsConexion& db, const Clave& clave) {
+    std::vector<Linea> lineas;
+    for (const auto rs = db.NewRecord(consulta_lineas(clave)); !rs->eof(); rs->MoveNext()) {
+        const auto texto = [&](std::size_t i) { return recortar_fin(sin_controles(rs->at(i).text())); };
+        lineas.push_back({texto(1), texto(2), importe(rs->at(3)), importe(rs->at(4)), texto(5), texto(6),
+                          texto(7), texto(8), texto(9), reemplazar(texto(10), ".", ",")});
+    }
+    return lineas;
+}
+
 bool ExisteComprobante(clsConexion& db, const Clave& k) {
     try {
         return !db.NewRecord("select * from ctcQuorvel  where empresa=" + sql_numero(k.empresa) +
@@ -140,6 +148,13 @@ std::string numero_adjunto(clsConexion& db, const std::optional<Clave>& k) {
     }
     const auto rs = db.NewRecord("select max(comprobante_adjunto) as num from ctcquorvel ");
     return std::to_string((rs->eof() ? 0 : rs->fields("num").Value.integer()) + 1);
+}
+
+std::string nombre_de_rut(clsConexion& db, const std::string& rut) {
+    // in the order of the index that holds the names
+    const auto rs = db.NewRecord("select top 1 nombre from ctcquorvel where rut_persona=" + sql_texto(rut) +
+                                 " and nombre<>' ' order by num_ref desc");
+    return rs->eof() ? std::string() : recortar(rs->fields("nombre").Value.text());
 }
 
 } // namespace quorvel

@@ -13,11 +13,16 @@ namespace quorvel {
                                                        const std::string& subsistema = {});
 /// Query of a voucher's lines in grid-column order, for the grid's RecordSource.
 [[nodiscard]] std::string consulta_lineas(const Clave& clave);
+/// The lines themselves, as the grid shows them. @throws ErrorSesion
+[[nodiscard]] std::vector<Linea> leer_lineas(clsConexion& db, const Clave& clave);
 /// True when a voucher of that date, kind and number exists; false also when the database refuses to say.
 [[nodiscard]] bool ExisteComprobante(clsConexion& db, const Clave& clave);
 /// File names of an attachment set, in the order of their correlative; set 0 has none.
 [[nodiscard]] std::vector<std::string> leer_adjuntos(clsConexion& db, const std::string& conjunto);
 /// Attachment set of a voucher: its own when it has one, otherwise the greatest of all companies plus one.
 [[nodiscard]] std::string numero_adjunto(clsConexion& db, const std::optional<Clave>& clave);
+
+/// Counterpart name that an earlier voucher carries for this RUT; empty when none does. @throws ErrorSesion
+[[nodiscard]] std::string nombre_de_rut(clsConexion& db, const std::string& rut);
 
 } // namespace quorvel

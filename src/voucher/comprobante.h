@@ -55,6 +55,7 @@ struct Comprobante {
         std::string cheque, banco, cuenta, beneficiario;
         std::optional<Fecha> fecha;
         int nominativo = 0, cruzado = 0;
+        friend bool operator==(const Cheque&, const Cheque&) = default;
     };
     std::optional<Cheque> cheque;
 

@@ -55,7 +55,10 @@ void leer_periodo(Recordset& rs, Configuracion& k, Fecha hoy) {
 
 Configuracion leer_periodo(clsConexion& db, int empresa, Fecha hoy) {
     Configuracion k;
-    const auto rs = abrir(db, empresa);
+    const auto rs =
+        db.NewRecord("select top 1 anio, f_digi_inicial, f_digi_final, f_comp_cierre, documento_cierre,"
+                     " num_docum_cierre from ctmconfigu where empresa=" +
+                     sql_numero(empresa) + " order by anio desc");
     if (!rs->eof()) leer_periodo(*rs, k, hoy);
     return k;
 }

@@ -1,4 +1,5 @@
 #include "text/numeros.h"
+#include "voucher/cargar.h"
 #include "voucher/grabar.h"
 #include "voucher/grabar_sql.h"
 #include "voucher/pasos.h"
@@ -7,7 +8,11 @@ namespace quorvel {
 
 std::string EliminarComprobante(clsConexion& db, const Clave& clave, const std::string& conjunto,
                                 int usuario) {
-    return en_transaccion(db, [&] {
+    const auto quedo_eliminado = [&] {
+        return !leer_cabecera(db, clave.empresa, clave.f_comp, clave.documento, clave.num_docum,
+                              clave.subsistema);
+    };
+    const auto eliminar = [&] {
         const auto guardado = retener_cabecera(db, clave);
         if (guardado && usuario != 0) exigir_sin_bloqueo_ajeno(*guardado, usuario);
         exigir(db, sql_borrar_detalle(clave));
@@ -19,7 +24,8 @@ std::string EliminarComprobante(clsConexion& db, const Clave& clave, const std::
             ++duenos;
         if (n != "0" && duenos < 2) exigir(db, sql_borrar_adjuntos(n));
         exigir(db, " delete from ctcquorvel " + sql_clave(clave));
-    });
+    };
+    return en_transaccion(db, eliminar, quedo_eliminado);
 }
 
 } // namespace quorvel

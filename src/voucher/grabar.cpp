@@ -3,6 +3,7 @@
 #include "platform/db/literal.h"
 #include "text/numeros.h"
 #include "voucher/cargar.h"
+#include "voucher/esta_grabado.h"
 #include "voucher/grabar_sql.h"
 #include "voucher/pasos.h"
 #include "voucher/validar.h"
@@ -47,10 +48,11 @@ public:
         if (!o_.nuevo) guardado = revisar_guardado();
         conjunto_ = importe(entero_sql(c_.comprobante_adjunto));
         reservar_conjunto(guardado ? guardado->conjunto : 0);
-        grabar_cabecera();
-        if (o_.nuevo) seguir_cabecera_nueva();
-        if (!c_.lineas.empty()) grabar_detalle();
-        grabar_adjuntos();
+        cabecera();
+        if (o_.nuevo) cabecera_nueva();
+        if (!c_.lineas.empty()) detalle();
+        adjuntos();
+        pasos_.ejecutar(db_);
     }
     /// The set that holds the voucher's files now.
     [[nodiscard]] const std::string& conjunto(bool guardado) const {
@@ -81,27 +83,34 @@ private:
                     ->eof();
     }
 
+    /// Nobody else's, and nobody else is about to take it.
+    [[nodiscard]] bool conjunto_libre(const std::string& conjunto) {
+        return db_.reserve(val_entero(conjunto)) && !conjunto_ajeno(conjunto);
+    }
+
     void reservar_conjunto(std::int64_t guardado) {
         const std::string propuesto = conjunto_;
         if (conjunto_ == "0" && c_.adjuntos.empty()) return;
-        // on a server the savers of attachments queue up on this row: set numbers and correlatives are taken
-        // from what is committed
+        // on a server the savers of attachments queue up on this row: correlatives are taken from what is
+        // committed
         if (db_.TypeDB() != 2 && !c_.adjuntos.empty())
             exigir(db_, "update admsubsist set subsistema=subsistema where subsistema='01'", DETALLE);
         if (conjunto_ == std::to_string(guardado)) return;
-        if (conjunto_ != "0" && !conjunto_ajeno(conjunto_)) return;
-        std::int64_t libre = val_entero(numero_adjunto(db_, std::nullopt));
+        if (conjunto_ != "0" && conjunto_libre(conjunto_)) return;
         constexpr int INTENTOS = 50; // folders left behind by abandoned vouchers are stepped over
-        for (int i = 0; i < INTENTOS; ++i, ++libre) {
-            conjunto_ = std::to_string(libre);
+        std::int64_t numero = val_entero(numero_adjunto(db_, std::nullopt));
+        for (int intentos = 0; intentos < INTENTOS; ++numero) {
+            conjunto_ = std::to_string(numero);
+            if (!conjunto_libre(conjunto_)) continue;
             if (!o_.mover_adjuntos || c_.adjuntos.empty()) return;
             movidos_ = o_.mover_adjuntos(propuesto, conjunto_);
             if (movidos_) return;
+            ++intentos;
         }
         throw PasoFallido(DETALLE);
     }
 
-    void grabar_cabecera() {
+    void cabecera() {
         const Sumas sumas = sumar_lineas(c_.lineas);
         ImportesSql m;
         m.t_debe = sumas.debe.formato("0");
@@ -112,42 +121,35 @@ private:
         m.conjunto = conjunto_;
         m.correlativo = importe(entero_sql(c_.nro_correlativo));
         m.iva_activo_fijo = importe(entero_sql(c_.iva_activo_fijo));
-        exigir(db_, o_.nuevo ? sql_H1(c_, m, o_.hoy) : sql_H2(c_, m, o_.hoy), paso_);
-        if (db_.rows_affected() == 0) throw PasoFallido(paso_);
+        pasos_.agregar(o_.nuevo ? sql_H1(c_, m, o_.hoy) : sql_H2(c_, m, o_.hoy), paso_, Pasos::Filas::alguna);
     }
 
-    void seguir_cabecera_nueva() {
+    void cabecera_nueva() {
         if (o_.clave_anterior) {
-            if (c_.cheque) exigir(db_, sql_cheque(clave_, *c_.cheque), paso_);
-            exigir(db_, sql_factura_sigue(*o_.clave_anterior, clave_), paso_);
+            if (c_.cheque) pasos_.agregar(sql_cheque(clave_, *c_.cheque), paso_);
+            pasos_.agregar(sql_factura_sigue(*o_.clave_anterior, clave_), paso_);
         }
-        if (val_entero(c_.num_docum) >= o_.numero_propuesto) exigir(db_, sql_N1(clave_, o_.hoy), NUMERO);
-        if (!o_.registrar_cierre) return;
-        exigir(db_, sql_C1(clave_, o_.anio), CIERRE);
-        if (db_.rows_affected() == 0) throw PasoFallido(CIERRE);
+        if (val_entero(c_.num_docum) >= o_.numero_propuesto) pasos_.agregar(sql_N1(clave_, o_.hoy), NUMERO);
+        if (o_.registrar_cierre) pasos_.agregar(sql_C1(clave_, o_.anio), CIERRE, Pasos::Filas::alguna);
     }
 
-    void grabar_detalle() {
-        exigir(db_, sql_borrar_detalle(clave_));
-        // a server answers one statement of many lines sooner than many; few sizes, so that it knows them all
-        const bool servidor = db_.TypeDB() != 2;
-        const std::span<const Linea> lineas(c_.lineas);
-        for (std::size_t n = 0, varias = 1; n < lineas.size(); n += varias) {
-            for (varias = servidor ? 64 : 1; varias > lineas.size() - n;) varias /= 4;
-            const auto sql = sql_detalle(clave_, n + 1, lineas.subspan(n, varias));
+    void detalle() {
+        pasos_.agregar(sql_borrar_detalle(clave_));
+        for (std::size_t n = 0; n < c_.lineas.size(); ++n) {
+            auto sql = sql_detalle(clave_, n + 1, c_.lineas[n]);
             if (!sql) throw PasoFallido(DETALLE);
-            exigir(db_, *sql, DETALLE);
+            pasos_.agregar(std::move(*sql), DETALLE);
         }
     }
 
-    void grabar_adjuntos() {
+    void adjuntos() {
         if (conjunto_ == "0") return; // rows of set 0 belong to nobody in particular
-        exigir(db_, sql_borrar_adjuntos(conjunto_));
+        pasos_.agregar(sql_borrar_adjuntos(conjunto_));
         if (c_.adjuntos.empty()) return;
         const auto rs = db_.NewRecord("select max(correlativo) as num from ctdcomprad ");
         std::int64_t correlativo = rs->eof() ? 0 : rs->fields("num").Value.integer();
         for (const std::string& nombre : c_.adjuntos)
-            exigir(db_, sql_adjunto(conjunto_, ++correlativo, nombre), DETALLE);
+            pasos_.agregar(sql_adjunto(conjunto_, ++correlativo, nombre), DETALLE);
     }
 
     clsConexion& db_;
@@ -155,6 +157,7 @@ private:
     const OpcionesGrabar& o_;
     const Clave clave_;
     const char* const paso_;
+    Pasos pasos_;
     std::string conjunto_ = "0";
     bool movidos_ = false;
 };
@@ -164,9 +167,19 @@ private:
 ResultadoGrabar GrabarComprobante(clsConexion& db, const Comprobante& c, const OpcionesGrabar& o) {
     Grabacion grabacion(db, c, o);
     ResultadoGrabar r;
-    r.error = en_transaccion(db, [&] { grabacion.ejecutar(); });
+    r.error = en_transaccion(
+        db, [&] { grabacion.ejecutar(); }, [&] { return esta_grabado(db, c, o.hoy); });
     r.comprobante_adjunto = grabacion.conjunto(r.error.empty());
     return r;
+}
+
+void grabar_en_transaccion_abierta(clsConexion& db, const Comprobante& c, const OpcionesGrabar& o) {
+    Grabacion(db, c, o).ejecutar();
+}
+
+std::optional<ResultadoGrabar> grabado_sin_respuesta(clsConexion& db, const Comprobante& c, Fecha hoy) {
+    if (!esta_grabado(db, c, hoy)) return std::nullopt;
+    return ResultadoGrabar{"", numero_adjunto(db, c.clave())};
 }
 
 } // namespace quorvel

@@ -29,6 +29,12 @@ struct ResultadoGrabar {
 /// The totals are summed again from the lines. Another user's lock stops it. Nothing is written on failure.
 [[nodiscard]] ResultadoGrabar GrabarComprobante(clsConexion& db, const Comprobante& c,
                                                 const OpcionesGrabar& o);
+/// The same steps inside the caller's transaction, which a failure leaves for the caller to roll back.
+/// @throws PasoFallido, ErrorSesion
+void grabar_en_transaccion_abierta(clsConexion& db, const Comprobante& c, const OpcionesGrabar& o);
+/// The result of a save whose answer never came, once the database can tell: nothing when it was not done.
+[[nodiscard]] std::optional<ResultadoGrabar> grabado_sin_respuesta(clsConexion& db, const Comprobante& c,
+                                                                   Fecha hoy);
 /// Takes the voucher's amounts out of the balances, marks it "X", deletes its lines, in one transaction.
 /// @return the failing step's text, empty when done
 [[nodiscard]] std::string AnularComprobante(clsConexion& db, const Comprobante& c, Fecha f_ult_modificacion);

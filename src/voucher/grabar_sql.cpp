@@ -11,7 +11,11 @@ constexpr std::size_t LARGO_GLOSA = 60;
 
 /// RUT, name and document number are stored with one trailing blank.
 std::string con_blanco(const std::string& valor) { return sql_texto(valor + " "); }
-std::string tasa(const std::string& pantalla) { return sql_texto(reemplazar(pantalla, ",", ".")); }
+/// The comma becomes a point; points that group thousands go.
+std::string tasa(const std::string& pantalla) {
+    const bool chilena = pantalla.find(',') != std::string::npos && numero_sql(pantalla);
+    return sql_texto(reemplazar(chilena ? reemplazar(pantalla, ".", "") : pantalla, ",", "."));
+}
 
 } // namespace
 
@@ -94,36 +98,21 @@ std::string sql_factura_sigue(const Clave& antes, const Clave& ahora) {
            " and documento=" + sql_texto(antes.documento) + " and num_docum=" + sql_texto(antes.num_docum);
 }
 
-namespace {
+std::string sql_borrar_detalle(const Clave& k) { return " delete from ctdquorvel " + sql_clave(k); }
 
-std::optional<std::string> valores_detalle(const Clave& k, std::size_t secuencia, const Linea& l) {
+std::optional<std::string> sql_detalle(const Clave& k, std::size_t secuencia, const Linea& l) {
     const auto debe = entero_sql(l.debe);
     const auto haber = entero_sql(l.haber);
     if (!debe || !haber) return std::nullopt;
-    return "(" + sql_numero(k.empresa) + "," + sql_texto(k.subsistema) + "," + sql_fecha(k.f_comp) + "," +
+    return "Insert into ctdquorvel(empresa,  subsistema, f_comp, documento, num_docum, "
+           " secuencia, centro, auxiliar, debe_nacional,  haber_nacional, glosa, centro2, conciliado,num_ref,"
+           " codigo_otro_impuesto,tasa_impuesto_otro) values (" +
+           sql_numero(k.empresa) + "," + sql_texto(k.subsistema) + "," + sql_fecha(k.f_comp) + "," +
            sql_texto(k.documento) + "," + sql_texto(k.num_docum) + "," + std::to_string(secuencia) + "," +
            sql_texto(l.centro) + "," + sql_texto(l.auxiliar) + "," + *debe + "," + *haber + "," +
            sql_texto(primeros(l.glosa, LARGO_GLOSA)) + "," + sql_texto(l.centro2) + "," +
            sql_texto(l.conciliado) + "," + sql_texto(l.num_ref) + "," + sql_texto(l.codigo_otro_impuesto) +
            "," + tasa(l.tasa_impuesto_otro) + ")";
-}
-
-} // namespace
-
-std::string sql_borrar_detalle(const Clave& k) { return " delete from ctdquorvel " + sql_clave(k); }
-
-std::optional<std::string> sql_detalle(const Clave& k, std::size_t secuencia, std::span<const Linea> lineas) {
-    std::string sql =
-        "Insert into ctdquorvel(empresa,  subsistema, f_comp, documento, num_docum, "
-        " secuencia, centro, auxiliar, debe_nacional,  haber_nacional, glosa, centro2, conciliado,num_ref,"
-        " codigo_otro_impuesto,tasa_impuesto_otro) values ";
-    for (std::size_t i = 0; i < lineas.size(); ++i) {
-        const auto valores = valores_detalle(k, secuencia + i, lineas[i]);
-        if (!valores) return std::nullopt;
-        if (i > 0) sql += ',';
-        sql += *valores;
-    }
-    return sql;
 }
 
 std::string sql_borrar_adjuntos(const std::string& conjunto) {

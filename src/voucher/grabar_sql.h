@@ -1,8 +1,6 @@
 #pragma once
 #include "voucher/comprobante.h"
 
-#include <span>
-
 namespace quorvel {
 
 /// A voucher's amounts as plain numbers, ready for a statement.
@@ -28,9 +26,9 @@ struct ImportesSql {
 /// The invoice of a voucher whose key changed follows it.
 [[nodiscard]] std::string sql_factura_sigue(const Clave& antes, const Clave& ahora);
 [[nodiscard]] std::string sql_borrar_detalle(const Clave& clave);
-/// One or more lines in a row, numbered from the given one. Nothing when an amount is no number.
+/// Nothing when an amount is no number. @param secuencia from 1
 [[nodiscard]] std::optional<std::string> sql_detalle(const Clave& clave, std::size_t secuencia,
-                                                     std::span<const Linea> lineas);
+                                                     const Linea& l);
 [[nodiscard]] std::string sql_borrar_adjuntos(const std::string& conjunto);
 [[nodiscard]] std::string sql_adjunto(const std::string& conjunto, std::int64_t correlativo,
                                       const std::string& nombre);

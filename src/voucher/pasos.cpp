@@ -3,11 +3,28 @@
 #include "voucher/bloqueo.h"
 #include "voucher/grabar_sql.h"
 
+#include <chrono>
+#include <thread>
+
 namespace quorvel {
 
-void exigir(clsConexion& db, const std::string& sql, const char* texto) {
-    if (db.executesql(sql) != 0) return;
+namespace {
+
+[[noreturn]] void fallar(const clsConexion& db, const char* texto) {
     throw PasoFallido(*texto != '\0' ? std::string(texto) : db.last_error());
+}
+
+} // namespace
+
+void exigir(clsConexion& db, const std::string& sql, const char* texto) {
+    if (db.executesql(sql) == 0) fallar(db, texto);
+}
+
+void Pasos::ejecutar(clsConexion& db) const {
+    const auto filas = db.executesql_each(sql_);
+    if (filas.size() < sql_.size()) fallar(db, textos_[filas.size()].texto);
+    for (std::size_t i = 0; i < sql_.size(); ++i)
+        if (filas[i] == 0 && textos_[i].filas == Filas::alguna) fallar(db, textos_[i].texto);
 }
 
 std::optional<EstadoGuardado> retener_cabecera(clsConexion& db, const Clave& clave, const char* texto) {
@@ -26,6 +43,19 @@ std::optional<EstadoGuardado> retener_cabecera(clsConexion& db, const Clave& cla
 
 void exigir_sin_bloqueo_ajeno(const EstadoGuardado& guardado, int usuario) {
     if (guardado.bloqueo >= 1 && guardado.bloqueo != usuario) throw PasoFallido(SOLO_LECTURA);
+}
+
+std::string averiguar(const std::function<bool()>& quedo_hecho) {
+    constexpr int INTENTOS = 20; // ten seconds: a server that is restarted is back by then
+    for (int i = 0; i < INTENTOS; ++i) {
+        try {
+            return quedo_hecho() ? ""
+                                 : "Se perdió la conexión con la base de datos, el cambio no quedó hecho";
+        } catch (const ErrorSesion&) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(500));
+        }
+    }
+    return DESENLACE_DESCONOCIDO;
 }
 
 } // namespace quorvel

@@ -2,8 +2,10 @@
 #include "platform/db/clsConexion.h"
 #include "voucher/comprobante.h"
 
+#include <functional>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 namespace quorvel {
 
@@ -16,6 +18,27 @@ public:
 /// Runs a statement that must succeed. @param texto of the step; empty shows the engine's description
 /// @throws PasoFallido
 void exigir(clsConexion& db, const std::string& sql, const char* texto = "");
+/// Statements that must all succeed, sent together.
+class Pasos {
+public:
+    enum class Filas { cualquiera, alguna };
+    /// @param texto of the step; empty shows the engine's description @param filas alguna: a statement that
+    /// changes no row has failed
+    void agregar(std::string sql, const char* texto = "", Filas filas = Filas::cualquiera) {
+        sql_.push_back(std::move(sql));
+        textos_.push_back({texto, filas});
+    }
+    /// @throws PasoFallido of the first refused one
+    void ejecutar(clsConexion& db) const;
+
+private:
+    struct Texto {
+        const char* texto;
+        Filas filas;
+    };
+    std::vector<std::string> sql_;
+    std::vector<Texto> textos_;
+};
 /// What a stored header says when its voucher is about to change.
 struct EstadoGuardado {
     std::string estado;
@@ -27,13 +50,26 @@ struct EstadoGuardado {
                                                              const char* texto = "");
 /// @throws PasoFallido with the read-only text when another user holds the edit lock
 void exigir_sin_bloqueo_ajeno(const EstadoGuardado& guardado, int usuario);
-/// Runs the steps in a transaction. @return the failing step's text, empty when all was committed
-template <class Pasos> [[nodiscard]] std::string en_transaccion(clsConexion& db, Pasos&& pasos) {
+
+/// What the user reads when the server did not come back in time to tell whether a change was done.
+inline constexpr const char* DESENLACE_DESCONOCIDO =
+    "Se perdió la conexión con la base de datos y no se sabe si el cambio quedó hecho. Cuando vuelva, "
+    "repítalo: primero se averigua si ya está";
+/// After a commit without answer: asks the database, for some seconds while it is away, whether the change is
+/// there. @return empty when it is, otherwise what to tell
+[[nodiscard]] std::string averiguar(const std::function<bool()>& quedo_hecho);
+/// Runs the steps in a transaction. @param quedo_hecho looks the change up in the database; asked only when
+/// the answer to the commit was lost @return the failing step's text, empty when all was committed
+template <class Cambio>
+[[nodiscard]] std::string en_transaccion(clsConexion& db, Cambio&& cambio,
+                                         const std::function<bool()>& quedo_hecho) {
     try {
         Transaccion t{db};
-        pasos();
+        cambio();
         t.confirmar();
         return {};
+    } catch (const CommitSinRespuesta&) {
+        return averiguar(quedo_hecho);
     } catch (const std::exception& e) {
         return *e.what() != '\0' ? e.what() : "La base de datos rechazó el cambio";
     }

@@ -13,6 +13,7 @@ struct Rechazo {
     Icono icono = Icono::critico;
     std::string foco;                 ///< control name, empty: stay
     std::optional<int> fila, columna; ///< grid cell that becomes current
+    std::string sobre{};              ///< control that it is about when the focus stays
 };
 
 } // namespace quorvel

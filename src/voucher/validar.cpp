@@ -20,6 +20,7 @@ struct Regla {
     std::string (*resto)(E); ///< what follows the message, null is nothing
     Icono icono;
     const char* foco;
+    const char* sobre = ""; ///< what it is about when the focus stays
 };
 
 std::string dmy(const std::optional<Fecha>& f) { return f ? fecha_dmy(*f) : std::string(); }
@@ -53,10 +54,11 @@ constexpr Regla REGLAS[] = {
      [](E e) { return dmy(e.k.fin(e.hoy)); }, critico, "mskF_comp"},
     {5, antes_del_periodo, "Fecha fuera del período de digitacion, Mínima:",
      [](E e) { return dmy(e.k.inicio(e.hoy)); }, critico, "mskF_comp"},
-    {6, [](E e) { return e.c.fecha_factura && e.c.f_comp < e.c.fecha_factura; }, "Fecha de comprobante ",
+    {6, [](E e) { return e.c.f_comp && e.c.fecha_factura && e.c.f_comp < e.c.fecha_factura; },
+     "Fecha de comprobante ",
      [](E e) { return dmy(e.c.f_comp) + " menor a fecha de documento:" + dmy(e.c.fecha_factura); }, critico,
      "txtfecha_doc"},
-    {7, [](E e) { return e.k.existe && anio(*e.c.f_comp) < e.k.anio; },
+    {7, [](E e) { return e.k.existe && e.c.f_comp && anio(*e.c.f_comp) < e.k.anio; },
      "Año del Comprobante ya esta cerrado ", nullptr, critico, "mskF_comp"},
     {8, anio_bloqueado_por_cierre, "No se puede ingresar mas Comprobantes en el año ",
      [](E e) {
@@ -64,30 +66,30 @@ constexpr Regla REGLAS[] = {
                                            "\r\n y todavia no se ha cerrado el Año Contable, para cerrar"
                                            "\r\n el año ejecute la opcion del menú Cerrar Año Contable";
      },
-     critico, ""},
+     critico, "", "mskF_comp"},
     {9, [](E e) { return e.c.concepto.empty(); }, "Ingrese Glosa", nullptr, critico, "txtconcepto"},
     {10, [](E e) { return e.c.libro.empty(); }, "Ingrese libros", nullptr, critico, "cmblibro"},
     {11, [](E e) { return e.c.lineas.empty(); }, "Ingrese detalle del comprobante", nullptr, critico,
      "grdDetalle"},
     {12, [](E e) { return e.editando; },
      "Cuadricula en modo de edicion, cambiese de fila para cambiar el modo ", nullptr, critico, "grdDetalle"},
-    {13, descuadrado, "Comprobante descuadrado", nullptr, critico, ""},
+    {13, descuadrado, "Comprobante descuadrado", nullptr, critico, "", "lblTotalDebe"},
     {14, [](E e) { return e.nuevo && ExisteComprobante(e.db, e.c.clave()); },
      "Ya existe un comprobante contable con el mismo numero para esa fecha, debe cambiar el numero de "
      "comprobante o la fecha del comprobante antes de volver a presionar el boton actualizar, para que la "
      "información quede grabada.",
-     nullptr, exclamacion, ""},
+     nullptr, exclamacion, "", "txtNum_doc"},
     {15, [](E e) { return e.c.libro != "CONTABLES" && e.c.ifrs != "0"; },
      "Norma ingresada no valida, cambiar el campo norma a Tributaria / IFRS, solamente los comprobantes de "
      "los libros CONTABLES pueden ser de norma tributaria e IFRS ",
-     nullptr, exclamacion, ""},
+     nullptr, exclamacion, "", "cmbifrs"},
 };
 
 constexpr bool del_periodo(const Regla& r) {
     return r.paso == 4 || r.paso == 5 || r.paso == 7 || r.paso == 8;
 }
 Rechazo rechazar(const Regla& r, E e) {
-    return {r.mensaje + (r.resto != nullptr ? r.resto(e) : std::string()), r.icono, r.foco, {}, {}};
+    return {r.mensaje + (r.resto != nullptr ? r.resto(e) : std::string()), r.icono, r.foco, {}, {}, r.sobre};
 }
 
 } // namespace
@@ -112,13 +114,16 @@ std::optional<Rechazo> rechazo_periodo(const Comprobante& c, const Configuracion
     return std::nullopt;
 }
 
-std::optional<Rechazo> ValidarComprobante(const EntradaValidacion& e) {
-    const auto* const regla =
-        std::find_if(std::begin(REGLAS), std::end(REGLAS), [&](const Regla& r) { return r.falla(e); });
-    if (regla != std::end(REGLAS)) return rechazar(*regla, e);
-    if (auto rechazo = ValidarLibro(e)) return rechazo;
+bool revisar_comprobante(E e, const OyeRechazo& oye) {
+    for (const Regla& r : REGLAS)
+        if (r.falla(e) && !oye(rechazar(r, e))) return false;
+    if (!revisar_libro(e, oye)) return false;
     if (!e.maestros.rsCuentas) e.maestros.reabrir(e.db, false);
-    return ValidarLineas(e.c.lineas, *e.maestros.rsCuentas);
+    return revisar_lineas(e.c.lineas, *e.maestros.rsCuentas, oye);
+}
+
+std::optional<Rechazo> ValidarComprobante(const EntradaValidacion& e) {
+    return primer_rechazo([&](const OyeRechazo& oye) { (void)revisar_comprobante(e, oye); });
 }
 
 } // namespace quorvel

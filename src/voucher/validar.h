@@ -3,7 +3,8 @@
 #include "voucher/configuracion.h"
 #include "voucher/rechazo.h"
 
-#include <span>
+#include <array>
+#include <functional>
 
 namespace quorvel {
 
@@ -21,6 +22,26 @@ struct EntradaValidacion {
 /// Steps 2 to 17 in their fixed order; nothing when the voucher may be saved. @throws ErrorSesion
 [[nodiscard]] std::optional<Rechazo> ValidarComprobante(const EntradaValidacion& e);
 [[nodiscard]] std::optional<Rechazo> ValidarLibro(const EntradaValidacion& e);
+/// Hears a refusal. @return false stops the checks
+using OyeRechazo = std::function<bool(Rechazo)>;
+/// The same steps without stopping at the first: every refusal that does not merely follow from another.
+/// @return false when the listener stopped @throws ErrorSesion
+bool revisar_comprobante(const EntradaValidacion& e, const OyeRechazo& oye);
+bool revisar_libro(const EntradaValidacion& e, const OyeRechazo& oye);
+bool revisar_lineas(const std::vector<Linea>& lineas, Recordset& cuentas, const OyeRechazo& oye);
+/// The refusal at which the checks stop. @param revisar runs them with the listener that it is given
+template <class Revisar> [[nodiscard]] std::optional<Rechazo> primer_rechazo(Revisar&& revisar) {
+    std::optional<Rechazo> primero;
+    revisar([&](Rechazo r) {
+        primero = std::move(r);
+        return false;
+    });
+    return primero;
+}
+/// What identifies the document that a voucher of its book refers to, so that it is entered once: book, kind,
+/// RUT, number. Nothing for books without one.
+using DocumentoReferido = std::array<std::string, 4>;
+[[nodiscard]] std::optional<DocumentoReferido> documento_referido(const Comprobante& c);
 /// The checks against period, open year and closing voucher alone (steps 4, 5, 7 and 8). @throws ErrorSesion
 [[nodiscard]] std::optional<Rechazo> rechazo_periodo(const Comprobante& c, const Configuracion& k,
                                                      clsConexion& db, Fecha hoy);

@@ -93,13 +93,12 @@ bool tiene_cuenta(E e, Cuenta cuenta) {
                                             [&](const Linea& l) { return l.centro == e.k.*cuenta; });
 }
 
-std::string consulta_repetido(E e) {
+std::string consulta_repetido(E e, const DocumentoReferido& d) {
     const auto condicion = [&](const char* a) {
         const std::string p = a;
-        return p + "empresa=" + sql_numero(e.c.empresa) + " and " + p + "libro=" + sql_texto(e.c.libro) +
-               " and " + p + "doc_libro=" + sql_texto(e.c.doc_libro) + " and " + p +
-               "rut_persona=" + sql_texto(e.c.rut_persona) + " and " + p +
-               "num_ref=" + sql_texto(e.c.num_ref) + " and " + p + "estado='P'";
+        return p + "empresa=" + sql_numero(e.c.empresa) + " and " + p + "libro=" + sql_texto(d[0]) + " and " +
+               p + "doc_libro=" + sql_texto(d[1]) + " and " + p + "rut_persona=" + sql_texto(d[2]) + " and " +
+               p + "num_ref=" + sql_texto(d[3]) + " and " + p + "estado='P'";
     };
     if (e.nuevo) return "select * from ctcquorvel where " + condicion("");
     const Clave k = e.c.clave();
@@ -111,31 +110,57 @@ std::string consulta_repetido(E e) {
            " and x.num_docum=a.num_docum)";
 }
 
-Rechazo rechazo(std::string mensaje, std::string foco = {}) {
-    return {std::move(mensaje), Icono::critico, std::move(foco), {}, {}};
+Rechazo rechazo(std::string mensaje, std::string foco, std::string sobre) {
+    return {std::move(mensaje), Icono::critico, std::move(foco), {}, {}, std::move(sobre)};
+}
+
+bool revisar_campos(E e, const OyeRechazo& oye, bool& bien) {
+    for (const Campo& c : CAMPOS) {
+        if (c.libro != e.c.libro || !c.falla(e)) continue;
+        bien = false;
+        if (!oye(rechazo(c.mensaje, c.foco, ""))) return false;
+    }
+    return true;
+}
+
+bool revisar_cuentas(E e, const OyeRechazo& oye, bool& bien) {
+    for (const CuentaDelLibro& c : CUENTAS) {
+        if (c.libro != e.c.libro || (c.exenta != nullptr && c.exenta(e))) continue;
+        if (tiene_cuenta(e, c.cuenta) || tiene_cuenta(e, c.otra)) continue;
+        bien = false;
+        const std::string otra = c.otra != nullptr ? e.k.*c.otra : std::string();
+        if (!oye(rechazo("Asiento Contable del libro de " + e.c.libro + c.mensaje + e.k.*c.cuenta +
+                             c.mensaje_otra + otra,
+                         "", "grdDetalle")))
+            return false;
+    }
+    return true;
 }
 
 } // namespace
 
+std::optional<DocumentoReferido> documento_referido(const Comprobante& c) {
+    if (std::ranges::find(CAMPOS, c.libro, &Campo::libro) == std::end(CAMPOS)) return std::nullopt;
+    return DocumentoReferido{c.libro, c.doc_libro, c.rut_persona, c.num_ref};
+}
+
+bool revisar_libro(const EntradaValidacion& e, const OyeRechazo& oye) {
+    bool bien = true;
+    for (const CuentaObligatoria& o : OBLIGATORIAS) {
+        if (!(e.k.*o.cuenta).empty()) continue;
+        bien = false;
+        if (!oye(rechazo(o.mensaje, "", ""))) return false;
+    }
+    if (!revisar_campos(e, oye, bien) || !revisar_cuentas(e, oye, bien)) return false;
+    const auto documento = documento_referido(e.c);
+    if (!bien || !documento || e.db.NewRecord(consulta_repetido(e, *documento))->eof()) return true;
+    return oye(rechazo("Ya existe una documento:" + e.c.doc_libro + " numero:" + e.c.num_ref +
+                           " RUT:" + e.c.rut_persona,
+                       "", "txtnum_ref"));
+}
+
 std::optional<Rechazo> ValidarLibro(const EntradaValidacion& e) {
-    for (const CuentaObligatoria& o : OBLIGATORIAS)
-        if ((e.k.*o.cuenta).empty()) return rechazo(o.mensaje);
-    bool con_documento = false;
-    for (const Campo& c : CAMPOS) {
-        if (c.libro != e.c.libro) continue;
-        con_documento = true;
-        if (c.falla(e)) return rechazo(c.mensaje, c.foco);
-    }
-    if (!con_documento) return std::nullopt;
-    for (const CuentaDelLibro& c : CUENTAS) {
-        if (c.libro != e.c.libro || (c.exenta != nullptr && c.exenta(e))) continue;
-        if (tiene_cuenta(e, c.cuenta) || tiene_cuenta(e, c.otra)) continue;
-        return rechazo("Asiento Contable del libro de " + e.c.libro + c.mensaje + e.k.*c.cuenta +
-                       c.mensaje_otra + (c.otra != nullptr ? e.k.*c.otra : std::string()));
-    }
-    if (e.db.NewRecord(consulta_repetido(e))->eof()) return std::nullopt;
-    return rechazo("Ya existe una documento:" + e.c.doc_libro + " numero:" + e.c.num_ref +
-                   " RUT:" + e.c.rut_persona);
+    return primer_rechazo([&](const OyeRechazo& oye) { (void)revisar_libro(e, oye); });
 }
 
 } // namespace quorvel

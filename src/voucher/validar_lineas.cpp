@@ -27,21 +27,26 @@ std::optional<Falla> falla_de(const Linea& l, std::size_t i, Recordset& cuentas)
 
 } // namespace
 
-std::optional<Rechazo> ValidarLineas(const std::vector<Linea>& lineas, Recordset& cuentas) {
+bool revisar_lineas(const std::vector<Linea>& lineas, Recordset& cuentas, const OyeRechazo& oye) {
     Decimal debe, haber;
     for (std::size_t i = 0; i < lineas.size(); ++i) {
-        if (auto f = falla_de(lineas[i], i, cuentas))
-            return Rechazo{std::move(f->mensaje), Icono::critico, FOCO, static_cast<int>(i), f->columna};
+        auto f = falla_de(lineas[i], i, cuentas);
+        if (f && !oye({std::move(f->mensaje), Icono::critico, FOCO, static_cast<int>(i), f->columna}))
+            return false;
         debe = debe + Decimal::leer(lineas[i].debe);
         haber = haber + Decimal::leer(lineas[i].haber);
     }
-    if (debe == haber) return std::nullopt;
-    return Rechazo{"Cuadricula en modo de edición, debe cambiarse de fila para que el ultimo registro quede "
-                   "ingresado correctamente, porque el comprobante esta descuadrado en el detalle",
-                   Icono::critico,
-                   FOCO,
-                   {},
-                   {}};
+    if (debe == haber) return true;
+    return oye({"Cuadricula en modo de edición, debe cambiarse de fila para que el ultimo registro quede "
+                "ingresado correctamente, porque el comprobante esta descuadrado en el detalle",
+                Icono::critico,
+                FOCO,
+                {},
+                {}});
+}
+
+std::optional<Rechazo> ValidarLineas(const std::vector<Linea>& lineas, Recordset& cuentas) {
+    return primer_rechazo([&](const OyeRechazo& oye) { (void)revisar_lineas(lineas, cuentas, oye); });
 }
 
 } // namespace quorvel

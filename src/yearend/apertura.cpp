@@ -7,13 +7,15 @@
 namespace quorvel {
 namespace {
 
+/// What rounds, halves to even, to a whole peso is more than this.
+const Decimal MEDIO_PESO = Decimal::leer("0,5");
+
 /// Balance-sheet lines of the year before, without the two accounts that take the result.
 std::string desde_donde(const PedidoApertura& p, const Configuracion& k) {
     const std::string anterior = std::to_string(p.anio - 1);
-    return " from ctdquorvel a, ctmcentros b, ctmgcuenta c, ctcquorvel d  where a.empresa=" +
-           sql_numero(p.empresa) + " and a.f_comp between #01/01/" + anterior + "# and #12/31/" + anterior +
-           "# and a.centro=b.centro and b.g_cuenta=c.g_cuenta and c.transitorio='0' and a.centro not in(" +
-           sql_texto(k.centro_per) + "," + sql_texto(k.centro_gan) +
+    return " from ctdquorvel a, ctcquorvel d  where a.empresa=" + sql_numero(p.empresa) +
+           " and a.f_comp between #01/01/" + anterior + "# and #12/31/" + anterior + "#" + CUENTAS_BALANCE +
+           " and a.centro not in(" + sql_texto(k.centro_per) + "," + sql_texto(k.centro_gan) +
            ") and a.empresa=d.empresa and a.subsistema=d.subsistema and a.f_comp=d.f_comp and "
            "a.documento=d.documento and a.num_docum=d.num_docum  and d.ifrs in ('0'," +
            sql_texto(p.norma) + ")";
@@ -24,16 +26,15 @@ std::string saldos_por_auxiliar(const std::string& donde) {
            donde + " group by a.centro,a.auxiliar order by a.centro, a.auxiliar ";
 }
 
-/// A line with an auxiliary and no reference of its own belongs to the document of its voucher's header.
+/// A line with an auxiliary and no reference of its own belongs to the document of its voucher's header; one
+/// without an auxiliary belongs to none. The work table needs no order, its reader sorts.
 std::string saldos_por_documento(clsConexion& db, const std::string& donde) {
     db.executesql("drop table temporal "); // missing on the first run
     const std::string pasos[] = {
         "select a.centro,a.auxiliar,sum(a.debe_nacional) as debe, sum(a.haber_nacional) as haber, d.num_ref "
-        "as "
-        "ref1  ,a.num_ref  as ref2 into temporal " +
-            donde + " group by a.centro,a.auxiliar, a.num_ref, d.num_ref order by a.centro, a.auxiliar ",
-        "update temporal set ref2=ref1 where len(auxiliar)>0 and len(ref2)=0 and len(ref1)>0 ",
-        "update temporal set ref2='' where len(auxiliar)=0 and len(ref2)=0 "};
+        "as ref1  ,a.num_ref  as ref2 into temporal " +
+            donde + " group by a.centro,a.auxiliar, a.num_ref, d.num_ref",
+        "update temporal set ref2=ref1 where len(auxiliar)>0 and len(ref2)=0 and len(ref1)>0 "};
     for (const std::string& sql : pasos)
         if (db.executesql(sql) < 1) throw ErrorSesion(db.last_error(), sql);
     return "select centro,auxiliar,sum(debe) as debe, sum(haber) as haber,ref2  from temporal  group by "
@@ -61,7 +62,7 @@ ResultadoAsiento generar_apertura(clsConexion& db, const PedidoApertura& p, cons
         const Decimal saldo = deudor ? s.debe - s.haber : s.haber - s.debe;
         s.debe = deudor ? saldo : Decimal();
         s.haber = deudor ? Decimal() : saldo;
-        a.poner(s, Round(saldo.valor()) > 0);
+        a.poner(s, saldo > MEDIO_PESO);
     };
     if (avance && !avance(0)) {
         r.cancelado = true;

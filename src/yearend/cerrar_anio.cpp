@@ -2,6 +2,7 @@
 
 #include "platform/db/literal.h"
 #include "text/numeros.h"
+#include "yearend/saldos.h"
 
 #include <algorithm>
 #include <vector>
@@ -17,10 +18,9 @@ ResultadoCerrarAnio no(const char* mensaje) {
 
 bool resultados_en_cero(clsConexion& db, int empresa, int anio) {
     const auto rs = db.NewRecord("select sum(a.debe_nacional) as debe, sum(a.haber_nacional) as haber  from "
-                                 "ctdquorvel a, ctmcentros b, "
-                                 "ctmgcuenta c  where a.empresa=" +
-                                 sql_numero(empresa) + " and a.f_comp<=#12/31/" + std::to_string(anio) +
-                                 "# and a.centro=b.centro and b.g_cuenta=c.g_cuenta and c.transitorio='1'");
+                                 "ctdquorvel a  where a.empresa=" +
+                                 sql_numero(empresa) + " and a.f_comp<=#12/31/" + std::to_string(anio) + "#" +
+                                 CUENTAS_RESULTADO);
     if (rs->eof()) return true;
     const Value debe = rs->fields("debe").Value, haber = rs->fields("haber").Value;
     return debe.text() == haber.text(); // whole sums of one column type: equal exactly when they read alike
@@ -98,12 +98,18 @@ bool alguna(clsConexion& db, const std::string& sql) { return !db.NewRecord(sql)
 
 } // namespace
 
-ResultadoCerrarAnio cerrar_anio_contable(clsConexion& db, int empresa, Fecha hoy) {
+ResultadoCerrarAnio cerrar_anio_contable(clsConexion& db, int empresa, Fecha hoy,
+                                         const std::function<bool()>& sigue) {
     const Configuracion k = leer_configuracion(db, empresa, hoy);
     if (!k.existe) return no("Empresa no configurada");
     if (!k.f_comp_cierre) return no(FALTA_CIERRE); // another screen may have closed the year meanwhile
-    if (!resultados_en_cero(db, empresa, k.anio))
-        return no("Comprobante de Cierre tiene errores que  descuadran el Balance General");
+    bool en_cero = false;
+    if (!interruptible(db, sigue, [&] { en_cero = resultados_en_cero(db, empresa, k.anio); })) {
+        ResultadoCerrarAnio r;
+        r.cancelado = true;
+        return r;
+    }
+    if (!en_cero) return no("Comprobante de Cierre tiene errores que  descuadran el Balance General");
     const int nuevo = k.anio + 1;
     if (db.executesql(insertar_anio(empresa, nuevo, k)) < 1 && !quedo_abierto(db, empresa, nuevo, hoy))
         return no("Problemas para cerrar el año");

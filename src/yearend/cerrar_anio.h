@@ -9,13 +9,16 @@ inline constexpr const char* FALTA_CIERRE = "Antes de Cerrar el Año de debe Gen
 
 struct ResultadoCerrarAnio {
     std::optional<Rechazo> rechazo; ///< nothing was changed
+    bool cancelado = false;         ///< while the accounts were checked: nothing was changed
     std::string mensaje;            ///< what was done
     std::string aviso;              ///< what is still missing, empty when nothing is
     Configuracion nueva;            ///< configuration of the year that is open now
 };
 /// Checks that the result accounts are at zero, opens the next year, restarts the numbering. The statements
 /// stand by themselves: what was done before a failure stays. @throws ErrorSesion
-[[nodiscard]] ResultadoCerrarAnio cerrar_anio_contable(clsConexion& db, int empresa, Fecha hoy);
+/// @param sigue asked while the engine checks; false ends it. From the first change on nobody is asked.
+[[nodiscard]] ResultadoCerrarAnio cerrar_anio_contable(clsConexion& db, int empresa, Fecha hoy,
+                                                       const std::function<bool()>& sigue = {});
 /// Goes on where a close was cut off after it had opened the year. @return nothing when no close is
 /// unfinished; once the new year has vouchers, none is
 /// @throws ErrorSesion

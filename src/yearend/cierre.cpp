@@ -8,10 +8,9 @@ namespace quorvel {
 ResultadoAsiento generar_lineas_cierre(clsConexion& db, const PedidoCierre& p, const Avance& avance) {
     const std::string sql =
         "select a.centro,a.auxiliar,sum(a.debe_nacional) as debe, sum(a.haber_nacional) as haber  from "
-        "ctdquorvel a, ctmcentros b, ctmgcuenta c  where a.empresa=" +
-        sql_numero(p.empresa) + " and a.f_comp<=" + sql_fecha(p.hasta) +
-        " and a.centro=b.centro and b.g_cuenta=c.g_cuenta and c.transitorio='1' group by a.centro,a.auxiliar "
-        "order by sum(a.haber_nacional) desc, a.centro, a.auxiliar ";
+        "ctdquorvel a  where a.empresa=" +
+        sql_numero(p.empresa) + " and a.f_comp<=" + sql_fecha(p.hasta) + CUENTAS_RESULTADO +
+        " group by a.centro,a.auxiliar order by sum(a.haber_nacional) desc, a.centro, a.auxiliar ";
     ResultadoAsiento r;
     ArmadorAsiento a(p.glosa);
     Decimal debe, haber; // the year's result is the sum of the very rows that are reversed

@@ -23,10 +23,9 @@ Decimal monto(const Value& v) {
 
 bool tiene_movimientos(clsConexion& db, int empresa, int anio) {
     const std::string a = std::to_string(anio);
-    const auto rs = db.NewRecord(
-        "select count(*) as contador  from ctdquorvel a  where a.empresa=" + sql_numero(empresa) +
-        " and a.f_comp between #01/01/" + a + "# and #12/31/" + a + "#");
-    return !rs->eof() && rs->fields("contador").Value.integer() > 0;
+    return !db.NewRecord("select top 1 a.empresa from ctdquorvel a where a.empresa=" + sql_numero(empresa) +
+                         " and a.f_comp between #01/01/" + a + "# and #12/31/" + a + "#")
+                ->eof();
 }
 
 bool recorrer_saldos(clsConexion& db, const std::string& sql, const Avance& avance,

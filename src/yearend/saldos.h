@@ -4,6 +4,15 @@
 
 namespace quorvel {
 
+/// The accounts of the balance sheet, or those of the result. A set instead of a join with chart and groups:
+/// the engines then pass over the year's lines once and not once for every group.
+inline constexpr const char* CUENTAS_BALANCE =
+    " and a.centro in (select b.centro from ctmcentros b, ctmgcuenta c where b.g_cuenta=c.g_cuenta and "
+    "c.transitorio='0')";
+inline constexpr const char* CUENTAS_RESULTADO =
+    " and a.centro in (select b.centro from ctmcentros b, ctmgcuenta c where b.g_cuenta=c.g_cuenta and "
+    "c.transitorio='1')";
+
 /// One row of a sum per account.
 struct Saldo {
     std::string centro, auxiliar, ref;

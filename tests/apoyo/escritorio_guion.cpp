@@ -20,6 +20,12 @@ std::vector<std::string> EscritorioGuion::tomar_mensajes() {
     return texts;
 }
 
+void EscritorioGuion::olvidar() {
+    answers_.clear();
+    files_.clear();
+    actions_.clear();
+}
+
 Answer EscritorioGuion::message(const std::string& text, Icon icon, Buttons buttons,
                                 const std::string& title) {
     mensajes.push_back({text, icon, title, buttons});

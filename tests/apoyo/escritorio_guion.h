@@ -29,6 +29,8 @@ public:
     void al_abrir(std::function<void(ui::Form&)> action) { actions_.push_back(std::move(action)); }
     /// The progress box is cancelled as soon as this much is done.
     void cancelar_avance_en(long done) { cancel_at_ = done; }
+    /// Drops what is left of the script: a failure may end a command before it asks.
+    void olvidar();
     /// Texts of the messages since the last call.
     [[nodiscard]] std::vector<std::string> tomar_mensajes();
 

@@ -19,20 +19,16 @@ std::string empresa_nueva(apoyo::Motor motor) {
 constexpr Fecha HOY{std::chrono::year(2024), std::chrono::month(6), std::chrono::day(15)};
 } // namespace
 
-Pantalla::Pantalla(apoyo::Motor motor)
-    : conexion(empresa_nueva(motor)), carpeta(apoyo::carpeta_nueva()), db(abrir_sesion(conexion)),
-      reporte(abrir_sesion_informes(carpeta + "/print.db")), reloj(HOY),
-      f({escritorio, reloj, impresor, carpeta}) {
-    f.glbUsuario = 1;
-    f.glbN_usuario = "ANA ROJAS";
-}
-
+Pantalla::Pantalla(apoyo::Motor motor) : Pantalla(empresa_nueva(motor), apoyo::carpeta_nueva(), 1) {}
 Pantalla::Pantalla(const Pantalla& otra, int usuario)
-    : conexion(otra.conexion), carpeta(apoyo::carpeta_nueva()), db(abrir_sesion(conexion)),
+    : Pantalla(otra.conexion, apoyo::carpeta_nueva(), usuario) {}
+
+Pantalla::Pantalla(const std::string& conexion, const std::string& carpeta, int usuario)
+    : conexion(conexion), carpeta(carpeta), db(abrir_sesion(conexion)),
       reporte(abrir_sesion_informes(carpeta + "/print.db")), reloj(HOY),
       f({escritorio, reloj, impresor, carpeta}) {
     f.glbUsuario = usuario;
-    f.glbN_usuario = "LUIS";
+    f.glbN_usuario = usuario == 1 ? "ANA ROJAS" : "LUIS";
 }
 
 Pantalla::~Pantalla() { f.Unload(); }

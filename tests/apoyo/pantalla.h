@@ -22,6 +22,8 @@ public:
     explicit Pantalla(apoyo::Motor motor = apoyo::Motor::sqlite);
     /// A second screen on the same database, with a session of its own.
     Pantalla(const Pantalla& otra, int usuario);
+    /// A screen on a database that is there, with this folder as the user's own.
+    Pantalla(const std::string& conexion, const std::string& carpeta, int usuario);
     ~Pantalla();
 
     void abrir(const std::string& permiso = "11111");

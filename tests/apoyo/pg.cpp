@@ -37,18 +37,8 @@ fs::path binarios() {
     return mejor / "bin";
 }
 
-int puerto_libre() {
-    const int s = socket(AF_INET, SOCK_STREAM, 0);
-    sockaddr_in direccion{};
-    direccion.sin_family = AF_INET;
-    direccion.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    socklen_t largo = sizeof direccion;
-    const bool bien = bind(s, reinterpret_cast<sockaddr*>(&direccion), sizeof direccion) == 0 &&
-                      getsockname(s, reinterpret_cast<sockaddr*>(&direccion), &largo) == 0;
-    close(s);
-    if (!bien) throw std::runtime_error("no free port");
-    return ntohs(direccion.sin_port);
-}
+/// What the tests ask of a server: it need not survive a power cut.
+std::string opciones_servidor = "-F -c shared_buffers=32MB";
 
 class Servidor {
 public:
@@ -75,9 +65,9 @@ public:
     Servidor(const Servidor&) = delete;
     Servidor& operator=(const Servidor&) = delete;
 
-    std::string nueva() {
+    std::string nueva(const std::string& modelo = "template1") {
         const std::string nombre = "prueba" + std::to_string(++bases_);
-        administrar("create database " + nombre);
+        administrar("create database " + nombre + " template " + modelo);
         return conexion(nombre);
     }
     void administrar(const std::string& sql) const {
@@ -106,7 +96,7 @@ private:
         for (int intento = 1;; ++intento) { // another program may take the port first
             puerto_ = puerto_libre();
             const std::string opciones = "\"-p " + std::to_string(puerto_) + " -k " + carpeta_.string() +
-                                         " -h 127.0.0.1 -F -c shared_buffers=32MB\"";
+                                         " -h 127.0.0.1 " + opciones_servidor + "\"";
             try {
                 ejecutar(como_usuario((bin_ / "pg_ctl").string() + " -D " + datos() + " -l " + datos() +
                                       ".log -w -o " + opciones + " start"));
@@ -137,7 +127,26 @@ Servidor& servidor() {
 
 } // namespace
 
+void pg_opciones(const std::string& opciones) { opciones_servidor = opciones; }
+
+int puerto_libre() {
+    const int s = socket(AF_INET, SOCK_STREAM, 0);
+    sockaddr_in direccion{};
+    direccion.sin_family = AF_INET;
+    direccion.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    socklen_t largo = sizeof direccion;
+    const bool bien = bind(s, reinterpret_cast<sockaddr*>(&direccion), sizeof direccion) == 0 &&
+                      getsockname(s, reinterpret_cast<sockaddr*>(&direccion), &largo) == 0;
+    close(s);
+    if (!bien) throw std::runtime_error("no free port");
+    return ntohs(direccion.sin_port);
+}
+
 std::string pg_conexion_nueva() { return servidor().nueva(); }
+
+std::string pg_copia(const std::string& conexion) {
+    return servidor().nueva(conexion.substr(conexion.rfind('/') + 1));
+}
 
 void pg_cortar_conexiones() {
     servidor().administrar(

@@ -50,6 +50,15 @@ std::string conexion_nueva(Motor motor) {
     return "sqlite:" + carpeta_nueva() + "/prueba.db?create=1";
 }
 
+std::string copia_de(const std::string& conexion) {
+    if (!conexion.starts_with("sqlite:")) return pg_copia(conexion);
+    const std::string ruta = conexion.substr(7, conexion.find('?') - 7);
+    const fs::path nueva = fs::path(carpeta_nueva()) / fs::path(ruta).filename();
+    for (const char* cola : {"", "-wal"})
+        if (fs::exists(ruta + cola)) fs::copy_file(ruta + cola, nueva.string() + cola);
+    return "sqlite:" + nueva.string();
+}
+
 std::unique_ptr<clsConexion> sesion_nueva(Motor motor) { return abrir_sesion(conexion_nueva(motor)); }
 
 void ejecutar(clsConexion& db, const std::string& sql) {

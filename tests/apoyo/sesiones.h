@@ -13,6 +13,8 @@ constexpr Motor MOTORES[] = {Motor::sqlite, Motor::postgres};
 /// Connection text of an empty database: a file in a folder that goes away at exit, or a database of
 /// pg_conexion_nueva().
 [[nodiscard]] std::string conexion_nueva(Motor motor);
+/// Connection text of a copy of a database that nobody uses.
+[[nodiscard]] std::string copia_de(const std::string& conexion);
 /// A session on an empty database of its own.
 [[nodiscard]] std::unique_ptr<clsConexion> sesion_nueva(Motor motor);
 /// A folder that goes away at exit.

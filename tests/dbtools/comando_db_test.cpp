@@ -3,6 +3,7 @@
 #include "apoyo/sesiones.h"
 #include "app/db/base.h"
 #include "app/db/comando_db.h"
+#include "app/salida.h"
 
 #include <gtest/gtest.h>
 
@@ -47,10 +48,10 @@ TEST(ComandoDb, crear_revisar_danar_afinar) {
 TEST(ComandoDb, lo_que_no_se_puede_hacer_no_deja_nada) {
     const std::string carpeta = apoyo::carpeta_nueva();
     const Salida falta = correr("db check " + carpeta + "/no.db");
-    EXPECT_EQ(falta.codigo, 2);
+    EXPECT_EQ(falta.codigo, SIN_DATOS);
     EXPECT_EQ(falta.error, "No existe la base de datos " + carpeta + "/no.db\n");
-    EXPECT_EQ(correr("db create " + carpeta + "/sin/carpeta.db").codigo, 2);
-    EXPECT_EQ(correr("db create postgresql://127.0.0.1:1/nada").codigo, 2);
+    EXPECT_EQ(correr("db create " + carpeta + "/sin/carpeta.db").codigo, SIN_DATOS);
+    EXPECT_EQ(correr("db create postgresql://127.0.0.1:1/nada").codigo, SIN_DATOS);
     EXPECT_NE(correr("db create").codigo, 0);
     EXPECT_NE(correr("db").codigo, 0);
     EXPECT_TRUE(std::filesystem::is_empty(carpeta));

@@ -29,7 +29,15 @@ constexpr Caso CASOS[] = {
      "ctcquorvel_clave"},
     {"select * from ctcquorvel where empresa=1 and libro='VENTAS' and doc_libro='FACTURA'"
      " and rut_persona='12.345.678-5' and num_ref='900' and estado='P'",
-     "ctcquorvel_persona"},
+     "ctcquorvel_referencia"},
+    {"select * from ctcquorvel where empresa=1 and rut_persona='12.345.678-5' order by f_comp desc, "
+     "documento "
+     "desc, num_docum desc limit 200",
+     "ctcquorvel_contraparte"},
+    {"SELECT distinct rut_persona, nombre FROM ctcquorvel where 1=1 AND rut_persona<>' '  order by nombre "
+     "limit "
+     "200",
+     "ctcquorvel_nombre"},
     {"select * from ctcQuorvel where empresa=1 and num_ref='900'", "ctcquorvel_referencia"},
     {"update ctcquorvel set bloqueo_usuario= 0 where empresa=1 and bloqueo_usuario=3", "ctcquorvel_bloqueo"},
     {"select max(comprobante_adjunto) as num from ctcquorvel ", "ctcquorvel_adjunto"},

@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <fstream>
 
 namespace quorvel {
 namespace {
@@ -81,6 +82,22 @@ TEST_P(Herramientas, cada_dato_danado_se_encuentra) {
         {"update admdocumen set documento='901' where documento='001'",
          "update admdocumen set documento='001' where documento='901'",
          "Tipo de documento que no existe: 001"},
+        {"update ctcquorvel set bloqueo_usuario=77", "update ctcquorvel set bloqueo_usuario=0",
+         "Comprobante bloqueado por un usuario que no existe: empresa 1, 03/05/2024, documento 001, Nro.7 "
+         "(77)"},
+        {"insert into ctdcomprad(comprobante_adjunto,correlativo,nombre) values (9,1,'a')",
+         "delete from ctdcomprad", "Adjuntos sin comprobante: 9"},
+        {"update ctcquorvel set comprobante_adjunto=9; insert into "
+         "ctcquorvel(empresa,f_comp,documento,"
+         "num_docum,comprobante_adjunto,estado) values (1,'2024-05-03','001','8',9,'X')",
+         "delete from ctcquorvel where num_docum='8'", "Conjunto de adjuntos de varios comprobantes: 9"},
+        {"insert into ftdfactura(empresa,factura,producto) values (1,'3','1')", "delete from ftdfactura",
+         "Detalle de factura sin factura: 3"},
+        {"update ctcquorvel set apertura='1'; insert into ctmconfigu(empresa,anio,f_comp_cierre)"
+         " values (1,2023,'2023-12-31')",
+         "delete from ctmconfigu where anio=2023",
+         "Apertura distinta del cierre del año anterior: empresa 1, 03/05/2024, documento 001, Nro.7 "
+         "(103001)"},
     };
     for (const Caso& caso : CASOS) {
         SCOPED_TRACE(caso.dano);
@@ -89,6 +106,18 @@ TEST_P(Herramientas, cada_dato_danado_se_encuentra) {
         ejecutar(caso.arreglo);
         EXPECT_EQ(unir(revisar(conexion)), "");
     }
+}
+
+TEST_P(Herramientas, un_adjunto_que_falta_en_el_disco) {
+    ejecutar("update ctcquorvel set comprobante_adjunto=9;"
+             "insert into ctdcomprad(comprobante_adjunto,correlativo,nombre) values (9,1,'a.pdf')");
+    const std::string carpeta = apoyo::carpeta_nueva();
+    EXPECT_EQ(unir(revisar(conexion)), "") << "nobody said where the files are";
+    EXPECT_EQ(unir(revisar(conexion, carpeta)),
+              "Archivo adjunto que no está: empresa 1, 03/05/2024, documento 001, Nro.7 (a.pdf)\n");
+    std::filesystem::create_directories(carpeta + "/adjunto/9"); // the older layout
+    std::ofstream(carpeta + "/adjunto/9/a.pdf") << "x";
+    EXPECT_EQ(unir(revisar(conexion, carpeta)), "");
 }
 
 TEST_P(Herramientas, los_blancos_finales_no_son_un_dano) {

@@ -20,7 +20,7 @@ std::vector<Turno> cabecera(const char* libro, const char* documento, const char
             {elige("cmblibro", libro), {}},
             {elige("cmbdoc_libro", documento), {}},
             {escribe("txtrut_persona", rut), {}},
-            {escribe("txtnombre", nombre), {}}};
+            {*nombre ? escribe("txtnombre", nombre) : mira("txtnombre"), {}}};
 }
 
 Json linea(int n, const char* cuenta, const char* auxiliar, const char* debe, const char* haber) {
@@ -140,6 +140,48 @@ TEST_P(AsistentesDriver, fees_partner_and_egress) {
                   {mira("cmbDocumento"), {R"("006 EGRESO","007 INGRESO")"}},
                   {pulsa("mnudoc_egreso"), {dice("Documento ya existen", "information")}},
                   {pulsa("mnudescuadrado"), {dice("No existen comprobantes descuadrados", "information")}}});
+}
+
+TEST_P(AsistentesDriver, sales_and_income) {
+    const Empresa e(GetParam());
+    Dialogo d;
+    e.abrir(d);
+    conversar(d, cabecera("VENTAS", "NOTA CREDITO", "12.345.678-5", "Juan"));
+    conversar(
+        d,
+        {{pulsa("mnuventa"), {forma("frmAsistente")}},
+         {en("state"), {campo("caption", "Asistente de Ventas")}},
+         {mira("chktrasponer"), {campo("visible", false)}},
+         {escribe("txtCuenta", "401001"), {}},
+         {escribe("txtNeto", "1000"), {}},
+         {escribe("txttasa_impuesto_otro", "20,5"), {}},
+         {mira("txttotal"), {campo("text", "1.395")}},
+         {mira("lblCuadre"), {campo("caption", "Cuadra")}},
+         {pulsa("cmdaceptar"), {forma("frmQuorvel")}},
+         {mira("grdDetalle"),
+          {campo("rows", {linea(1, "401001", "", "1.000", "0"), linea(2, "203001", "", "190", "0"),
+                          linea(3, "103001", "000012", "0", "1.395"), linea(4, "203002", "", "205", "0")})}},
+         {barra("Save"), {dice("Ingrese número de boleta o factura de venta"), foco("txtnum_ref")}},
+         {escribe("txtnum_ref", "9"), {}},
+         {barra("Save"), {dice("Ingrese fecha de boleta o factura de venta"), foco("txtfecha_doc")}},
+         {escribe("txtfecha_doc", "14/06/2024"), {}},
+         {barra("Save"), {dice(GRABADO, "information")}},
+         {consulta("select doc_libro,monto_neto,t_haber from ctcquorvel"),
+          {campo("doc_libro", "NOTA CREDITO"), campo("monto_neto", 1000), campo("t_haber", 1395)}}});
+    conversar(d, cabecera("INGRESOS", "INGRESO", "12.345.678-5", ""));
+    conversar(d, {{mira("txtnombre"), {campo("text", "Juan")}}, // an earlier voucher knows the name
+                  {pulsa("cmdasistente"), {forma("frmAsistente")}},
+                  {en("state"), {campo("caption", "Asistente de Ingreso")}},
+                  {mira("chktrasponer"), {campo("visible", true)}},
+                  {mira("txtotro"), {campo("visible", false)}},
+                  {escribe("txtCuenta", "101001"), {}},
+                  {escribe("txtExento", "5000"), {}},
+                  {mira("txttotal"), {campo("text", "5.000")}},
+                  {pulsa("cmdaceptar"), {}},
+                  {mira("grdDetalle"),
+                   {campo("rows", {linea(1, "101001", "", "0", "5.000"),
+                                   linea(2, "103001", "000012", "5.000", "0")})}},
+                  {barra("Save"), {dice(GRABADO, "information")}}});
 }
 
 TEST_P(AsistentesDriver, the_year_closes_in_two_steps_and_opens_the_next) {

@@ -19,8 +19,14 @@ TEST(Protocolo, answers_what_is_no_request_and_changes_nothing) {
           "{\"op\":\"call\",\"object\":\"x\",\"member\":\"ShowForm\"}",
           "{\"op\":\"toolbar\",\"function\":\"New\"}", "{\"op\":\"state\"}"})
         EXPECT_EQ(Json::parse(d.linea(linea)).value("ok", true), false) << linea;
+    const std::string hondo = R"({"op":)" + std::string(200000, '[') + std::string(200000, ']') + "}";
+    EXPECT_EQ(Json::parse(d.linea(hondo)).value("error", ""), "a request is nested too deep");
     e.abrir(d);
-    conversar(d, {{en("fly"), {FALLA}},
+    conversar(d, {{en("setprop", {{"member", "glbEmpresa"}, {"value", UINT64_MAX}}), {FALLA}},
+                  {va(0, 0), {}},
+                  {en("goto", {{"row", UINT64_MAX}, {"col", 1}}), {FALLA, "number out of range"}},
+                  {en("call", {{"object", 1e300}, {"member", "ShowForm"}}), {FALLA}},
+                  {en("fly"), {FALLA}},
                   {escribe("nada", "1"), {FALLA}},
                   {escribe("lblCuenta", "1"), {FALLA}},
                   {escribe("frmNada.txtnombre", "1"), {FALLA}},

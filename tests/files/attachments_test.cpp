@@ -44,6 +44,10 @@ TEST_F(Files, SettingsKeepEverythingButOneKey) {
               "; nota\r\n[otra]\r\nbase=no\r\n[Nivo]\r\n Base =/srv/ñ x\r\nBASE=segunda\r\n"
               "frmquorvel_grddetalle=10#20#\n\r\n[fin]\r\nultima=1\n[nueva]\nk=v\n");
     EXPECT_EQ(std::distance(fs::directory_iterator(dir), {}), 1) << "no second file, no remains";
+    for (const char* ends : {"  a ", "\"a\"", "\"", "a\t", ""}) {
+        ASSERT_TRUE(s.set("nueva", "k", ends));
+        EXPECT_EQ(s.get("nueva", "k"), ends[1] == '\t' ? "a " : ends);
+    }
     EXPECT_FALSE(SettingsFile(dir / "no_existe").set("nivo", "a", "b"));
     const SettingsFile fresh(dir, "otro.ini");
     ASSERT_TRUE(fresh.set("nivo", "a", "b"));
@@ -111,6 +115,70 @@ TEST_F(Files, SetsMoveAndCopyWithoutTouchingOthers) {
     EXPECT_TRUE(fs::exists(dir / "adjunto/D/5/ajena.pdf"));
     EXPECT_TRUE(a.move_set("8", "9", {"mia.pdf"}));
     EXPECT_FALSE(fs::exists(dir / "adjunto/D/8")) << "an emptied folder goes";
+}
+
+TEST_F(Files, OddNamesStayInsideOrAreRefused) {
+    const Attachments a(dir, "D");
+    const std::string longest = std::string(253, 'n') + "ñ"; // 255 bytes
+    for (const std::string& name : {std::string("Año 'x' \"y\" ; # %s $(id).pdf"), std::string(" .. "),
+                                    std::string("..."), std::string("-rf"), std::string("a\nb"), longest}) {
+        write(dir / "src" / name, name);
+        ASSERT_EQ(a.add("5", dir / "src" / name), name);
+        ASSERT_TRUE(a.find("5", name));
+        EXPECT_EQ(read(*a.find("5", name)), name);
+        EXPECT_TRUE(a.remove("5", name));
+    }
+    for (const char* name : {"a\\b.pdf", "..\\x", "malo\xff\xfe.pdf", "\xc3"}) {
+        write(dir / "src" / name, "x");
+        EXPECT_FALSE(a.add("5", dir / "src" / name)) << name;
+    }
+    fs::create_directory(dir / "src" / "carpeta");
+    fs::create_symlink(dir / "no_hay", dir / "src" / "colgado");
+    EXPECT_FALSE(a.add("5", dir / "src" / "carpeta"));
+    EXPECT_FALSE(a.add("5", dir / "src" / "colgado"));
+    EXPECT_FALSE(a.add("5", dir / "src" / ".."));
+    EXPECT_TRUE(fs::is_empty(dir / "adjunto/D/5"));
+}
+
+TEST_F(Files, ALinkInTheFolderIsNotFollowed) {
+    const Attachments a(dir, "D");
+    write(dir / "src" / "f.pdf", "uno");
+    write(dir / "fuera", "ajeno");
+    fs::create_directories(dir / "adjunto/D/5");
+    fs::create_symlink(dir / "fuera", dir / "adjunto/D/5/f.pdf");
+    EXPECT_FALSE(a.find("5", "f.pdf"));
+    EXPECT_FALSE(a.save_copy("5", "f.pdf", dir / "copia"));
+    EXPECT_FALSE(a.remove("5", "f.pdf"));
+    ASSERT_TRUE(a.add("5", dir / "src" / "f.pdf"));
+    EXPECT_EQ(read(dir / "fuera") + read(dir / "adjunto/D/5/f.pdf"), "ajenouno");
+    fs::create_directory(dir / "adjunto/D/5/g.pdf"); // a folder in the file's place stays
+    write(dir / "src" / "g.pdf", "dos");
+    EXPECT_FALSE(a.add("5", dir / "src" / "g.pdf"));
+    EXPECT_TRUE(fs::is_directory(dir / "adjunto/D/5/g.pdf"));
+}
+
+TEST_F(Files, AReadOnlyFolderChangesNothing) {
+    const Attachments a(dir, "D");
+    write(dir / "src" / "f.pdf", "uno");
+    ASSERT_TRUE(a.add("5", dir / "src" / "f.pdf"));
+    write(dir / "src" / "g.pdf", "dos");
+    fs::permissions(dir / "adjunto/D/5",
+                    fs::perms::owner_read | fs::perms::owner_exec | fs::perms::others_all);
+    fs::permissions(dir / "adjunto/D/5", fs::perms::others_write, fs::perm_options::remove);
+    const uid_t who = geteuid();
+    constexpr uid_t NOBODY = 65534;
+    if (who == 0) {
+        ASSERT_EQ(seteuid(NOBODY), 0);
+    } // for whom folders can be read-only
+    const auto added = a.add("5", dir / "src" / "g.pdf"), other_set = a.add("6", dir / "src" / "g.pdf");
+    const bool removed = a.remove("5", "f.pdf");
+    if (who == 0) {
+        ASSERT_EQ(seteuid(who), 0);
+    }
+    fs::permissions(dir / "adjunto/D/5", fs::perms::owner_all);
+    EXPECT_FALSE(added || removed);
+    EXPECT_TRUE(who != 0 || !other_set) << "no new set in a folder of someone else's";
+    EXPECT_EQ(std::distance(fs::directory_iterator(dir / "adjunto/D/5"), {}), 1);
 }
 
 TEST_F(Files, AFullDiskLeavesTheFileThatWasThere) {

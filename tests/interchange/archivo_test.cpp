@@ -2,9 +2,11 @@
 #include "text/letras_utf8.h"
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 
 #include <chrono>
+#include <csignal>
 #include <cstdlib>
 #include <fstream>
 
@@ -134,6 +136,7 @@ TEST(Archivo, CellsReadFromTheFile) {
         {"1", "0012", "000001\t12"},
         {"1", "0.125", "000001\t0"},
         {"1", "1234,5", "000001\t1.235"},
+        {"1", "000123456789012345", "000001\t123.456.789.012.345"},
     };
     for (const auto& c : casos) {
         const auto i =
@@ -150,11 +153,13 @@ TEST(Archivo, SaysLineAndFieldOfWhatItCannotRead) {
     } casos[] = {
         {con_fila(";;;;;cta;;1.234.567;;g;;;;;"), "Línea 4, campo \"debe_nacional\""},
         {con_fila(";;;;;cta;;1.234;;g;;;;;"), "parece llevar puntos de miles"},
+        {con_fila(";;;;;cta;;1234567890123456;;g;;;;;"),
+         "campo \"debe_nacional\": \"1234567890123456\" es demasiado"},
         {con_fila(";;;;;cta;;;doce;g;;;;;"), "Línea 4, campo \"haber_nacional\""},
         {con_fila(";;;;;cta;;1;1;g;;;;;\n;;;;;cta;;1"), "Línea 5: tiene 8 campos y deben ser 15"},
         {con_fila("\n;;;;;cta;;1;1;g;;;;;"), "Línea 4: tiene 1 campos"},
         {con_fila(";;;;;cta;;1;1;a\tb;;;;;"), "campo \"glosa\": tiene un tabulador"},
-        {con_fila(";;;;;cta;;1;1;a\x81;;;;;"), "Línea 4, campo 10"},
+        {con_fila(";;;;;cta;;1;1;a\x81;;;;;"), "Línea 4, campo \"glosa\": tiene un carácter desconocido"},
         {"empresa\n1;2;3", "Línea 2: tiene 3 campos y deben ser 23"},
     };
     for (const auto& c : casos)
@@ -193,6 +198,24 @@ TEST(Archivo, ReplacesTheOldFileAsAWhole) {
     std::size_t n = 0;
     for (const auto& e : fs::directory_iterator(carpeta)) n += e.exists();
     EXPECT_EQ(n, 2U); // no leftovers
+    fs::remove_all(carpeta);
+}
+
+TEST(Archivo, AFullDiskKeepsTheOldFile) {
+    char plantilla[] = "/tmp/archivoXXXXXX";
+    const fs::path carpeta = ::mkdtemp(plantilla), archivo = carpeta / "123.csv";
+    escribir_archivo(archivo, "el de antes");
+    rlimit antes{};
+    ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &antes), 0);
+    const auto senal = std::signal(SIGXFSZ, SIG_IGN);
+    const rlimit poco{4096, antes.rlim_max}; // the write fails half way, as on a full disk
+    ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &poco), 0);
+    const std::string error = error_de([&] { escribir_archivo(archivo, std::string(10000, 'x')); });
+    ::setrlimit(RLIMIT_FSIZE, &antes);
+    std::signal(SIGXFSZ, senal);
+    EXPECT_NE(error.find("No se puede escribir el archivo " + archivo.string()), std::string::npos) << error;
+    EXPECT_EQ(leer_archivo(archivo), "el de antes");
+    EXPECT_EQ(std::distance(fs::directory_iterator(carpeta), fs::directory_iterator()), 1) << "no half file";
     fs::remove_all(carpeta);
 }
 

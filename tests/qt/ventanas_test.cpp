@@ -1,112 +1,27 @@
-#include "apoyo/empresa.h"
-#include "apoyo/sesiones.h"
 #include "app/demo_run.h"
 #include "app/recientes.h"
-#include "app/teclado.h"
-#include "host/clsQuorvel.h"
-#include "qt/FormWindow.h"
-#include "qt/GridView.h"
-#include "qt/QtEscritorio.h"
-#include "qt/report/QtReportPrinter.h"
-#include "screen/asistentes/frmAsistente.h"
-#include "screen/asistentes/frmAsistente2.h"
-#include "screen/consultas/formas_codigo.h"
-#include "screen/consultas/frmBuscaQuorvel.h"
-#include "screen/frmQuorvel.h"
-#include "screen/papeles/frmImprimir.h"
-#include "screen/papeles/frmcheque.h"
-#include "screen/papeles/frmfactura.h"
+#include "pantalla_qt.h"
 
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QClipboard>
 #include <QFontDatabase>
 #include <QLineEdit>
-#include <QMessageBox>
-#include <QTimer>
-#include <functional>
 
 namespace quorvel {
 
+using pruebas::Pantalla;
+using pruebas::todas_las_formas;
+
 namespace {
-
-const Fecha HOY = std::chrono::year(2024) / 6 / 15;
-
-/// The voucher screen of the small company in a real window.
-struct Pantalla {
-    std::unique_ptr<clsConexion> db = apoyo::crear_empresa(apoyo::Motor::sqlite);
-    std::string carpeta = apoyo::carpeta_nueva();
-    std::unique_ptr<clsConexion> reporte = abrir_sesion_informes(carpeta + "/print.db");
-    qt::QtEscritorio escritorio;
-    qt::PdfReportPrinter impresor{carpeta};
-    RelojFijo reloj{HOY};
-    std::unique_ptr<ObjetoHost> objeto = crear_objeto("clsQuorvel", {escritorio, reloj, impresor, carpeta});
-    Teclado teclado;
-    std::vector<std::string> mensajes;
-    std::function<void(qt::FormWindow&)> al_abrir;
-    QTimer vigia;
-
-    Pantalla() {
-        objeto->let_glbEmpresa(1);
-        objeto->let_glbUsuario(1);
-        objeto->let_glbPermiso("11111");
-        objeto->set_glbdb(db.get());
-        objeto->set_glbdbReport(reporte.get());
-        EXPECT_EQ(dynamic_cast<clsQuorvel&>(*objeto).ShowForm(), S_OK) << objeto->descripcion_error();
-        QObject::connect(&vigia, &QTimer::timeout, &vigia, [this] { vigilar(); });
-        vigia.start(10);
-    }
-    /// Every box is noted and closed, so that none can hang the test.
-    void vigilar() {
-        QWidget* modal = QApplication::activeModalWidget();
-        if (auto* caja = qobject_cast<QMessageBox*>(modal)) {
-            mensajes.push_back(caja->text().toStdString());
-            caja->defaultButton() != nullptr ? caja->accept() : caja->reject();
-        } else if (auto* ventana = dynamic_cast<qt::FormWindow*>(modal)) {
-            auto accion = std::exchange(al_abrir, nullptr);
-            if (accion)
-                accion(*ventana);
-            else
-                ventana->reject();
-        }
-    }
-    frmQuorvel& f() { return objeto->pantalla(); }
-    void ir_a(const std::string& nombre) {
-        for (int i = 0; i < 60 && (!f().active_control() || f().active_control()->name() != nombre); ++i)
-            teclado.tecla(Qt::Key_Tab);
-        ASSERT_TRUE(f().active_control());
-        ASSERT_EQ(f().active_control()->name(), nombre);
-    }
-    void campo(const std::string& nombre, const std::string& texto) {
-        ir_a(nombre);
-        teclado.escribir(texto);
-    }
-    void celda(int columna, const std::string& texto) {
-        for (int i = 0; i < f().grdDetalle.Cols() && f().grdDetalle.Col() != columna; ++i)
-            teclado.tecla(Qt::Key_Tab);
-        teclado.escribir(texto);
-    }
-    qt::GridView& grilla() { return *escritorio.window_of(f())->findChild<qt::GridView*>("grdDetalle"); }
-};
 
 TEST(Ventanas, FontsAreThere) { EXPECT_FALSE(QFontDatabase::families().isEmpty()); }
 
 // Goal: every layout fits its form. Method: open each form's window and list what does not match.
 TEST(Ventanas, EveryFormBindsWithoutProblems) {
     Pantalla p;
-    ui::Escritorio& e = p.escritorio;
-    std::vector<std::unique_ptr<ui::Form>> formas;
-    formas.push_back(std::make_unique<frmBuscaCentro>(e));
-    formas.push_back(std::make_unique<frmBuscaAuxiliar>(e));
-    formas.push_back(std::make_unique<frmpersona>(e));
-    formas.push_back(std::make_unique<frmcuenta>(e));
-    formas.push_back(std::make_unique<frmBuscaImpuesto>(e));
-    formas.push_back(std::make_unique<frmBuscaQuorvel>(e));
-    formas.push_back(std::make_unique<frmAsistente>(e));
-    formas.push_back(std::make_unique<frmAsistente2>(e));
-    formas.push_back(std::make_unique<frmImprimir>(e));
-    formas.push_back(std::make_unique<frmcheque>(e, EntradaCheque{}));
-    formas.push_back(std::make_unique<frmfactura>(e, EntradaFactura{}));
+    const auto formas = todas_las_formas(p.escritorio);
     EXPECT_EQ(p.escritorio.window_of(p.f())->problems(), std::vector<std::string>{});
     for (const auto& forma : formas) {
         qt::FormWindow ventana(*forma, nullptr);
@@ -166,6 +81,38 @@ TEST(Ventanas, RefusedCellKeepsTheEditWithOneMessage) {
     p.teclado.tecla(Qt::Key_Escape);
     EXPECT_FALSE(p.f().grdDetalle.EditActive());
     EXPECT_TRUE(p.grilla().hasFocus());
+}
+
+// Goal: a block from a spreadsheet goes through the clipboard and the key rules. Method: Ctrl+V in the
+// window.
+TEST(Ventanas, ABlockOfASpreadsheetIsPastedIntoTheGrid) {
+    Pantalla p;
+    const ui::ctlPlanilla& g = p.f().grdDetalle;
+    const auto pegar = [&](const std::string& texto) {
+        QGuiApplication::clipboard()->setText(QString::fromStdString(texto));
+        p.teclado.tecla(Qt::Key_V, Qt::ControlModifier);
+    };
+    p.ir_a("grdDetalle");
+    pegar("101001\t\t$ 1.500\t\tCaja ñ\r\n301001\t\t\t1500\tCapital\r\n");
+    p.teclado.tecla(Qt::Key_Down);
+    ASSERT_EQ(g.Rows(), 2);
+    EXPECT_EQ(g.TextMatrix(0, 3) + g.TextMatrix(0, 5) + g.TextMatrix(1, 4), "1.500CAJA Ñ1.500");
+    EXPECT_EQ(p.f().lblTotalDebe.Caption() + "|" + p.f().lblTotalhaber.Caption(), "1.500|1.500");
+    while (g.Col() != 1) p.teclado.tecla(Qt::Key_Left);
+    pegar("109001\t\t7\n999999\t\t8\n101001\t\t9\n"); // stops where a cell is refused
+    EXPECT_EQ(p.mensajes, std::vector<std::string>{"Cuenta no válida"});
+    EXPECT_EQ(p.grilla().editor().text(), "999999");
+    EXPECT_EQ(g.Rows(), 3);
+    EXPECT_EQ(p.f().lblTotalDebe.Caption(), "1.507");
+    p.teclado.tecla(Qt::Key_Escape);
+    p.teclado.tecla(Qt::Key_Escape);
+    std::string muchas;
+    for (int i = 0; i < 5000; ++i) muchas += "101001\t\t2\t\tuna\n";
+    pegar(muchas);
+    p.teclado.tecla(Qt::Key_Down);
+    EXPECT_EQ(g.Rows(), 5003);
+    EXPECT_EQ(p.f().lblTotalDebe.Caption(), "11.507");
+    EXPECT_EQ(p.mensajes.size(), 1U);
 }
 
 TEST(Ventanas, LookupInsideACell) {

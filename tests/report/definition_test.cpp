@@ -40,6 +40,8 @@ TEST(Definition, SaysWhereItIsBroken) {
         {"<informe>\n<pie alto=\"1\"/>\n<pie alto=\"1\"/></informe>", 3, "banda repetida"},
         {"<informe>\n<pie/></informe>", 2, "necesita \"alto\""},
         {"<informe ancho=\"ancho\"/>", 1, "\"ancho\" no es un número"},
+        {"<informe ancho=\"nan\"/>", 1, "\"ancho\" fuera de rango"},
+        {"<informe tamano=\"0.5\"/>", 1, "\"tamano\" fuera de rango"},
         {"<informe orden=\"fecha\"/>", 1, "campo desconocido \"fecha\""},
         {"<informe>\n<detalle alto=\"300\"/></informe>", 2, "no cabe en el alto"},
         {banda("<texto x=\"0\" y=\"0\" ancho=\"9\">{gloza}</texto>"), 3, "campo desconocido \"gloza\""},

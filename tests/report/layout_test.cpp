@@ -128,16 +128,18 @@ TEST(Layout, HeaderRowOfAVoucherWithoutLinesStillPrints) {
 }
 
 TEST(Layout, OffsetsMovePrePrintedPaperAndRulersMarkIt) {
-    const Layout l = componer(R"(<informe ancho="100" alto="50" izquierda="0" arriba="0" derecha="0" abajo="0"
+    Layout l = componer(R"(<informe ancho="100" alto="50" izquierda="0" arriba="0" derecha="0" abajo="0"
         desplazar-x="1.5" desplazar-y="-0.4"><detalle alto="50" cuando="secuencia=1">
-        <regla x="0" y="0" ancho="20" alto="10" paso="10"/>
         <texto x="30" y="20.5" ancho="40">{debe:#,##0}</texto></detalle></informe>)",
-                              filas(2));
+                        filas(2));
     ASSERT_EQ(l.pages.size(), 1U);
     en(l.pages[0], "1.000", 31.5, 20.1);
-    ASSERT_EQ(l.pages[0].lines.size(), 5U);
-    EXPECT_NEAR(l.pages[0].lines[2].x1, 21.5, 0.05);
     EXPECT_EQ(buscar(l.pages[0], "2.000"), nullptr);
+    add_ruler(l); // of the paper: the offset does not move it
+    ASSERT_EQ(l.pages[0].lines.size(), 21U + 10U);
+    EXPECT_NEAR(l.pages[0].lines[6].x1, 30, 0.05);
+    en(l.pages[0], "90", 90.4, 0);
+    en(l.pages[0], "40", 40.4, 0);
 }
 
 TEST(Layout, NothingLeavesItsPlace) {

@@ -137,6 +137,48 @@ TEST(Consultas, EachReturnsWhatWasPickedAndNothingWhenCancelled) {
     }
 }
 
+// Goal: a code or a name is found by typing it, in whatever group it is. Method: letters into the open list.
+TEST(Consultas, TypingFindsAcrossGroupsFirstMatchFirst) {
+    Pantalla p;
+    struct Caso {
+        const char *tecleado, *codigo, *grupo;
+    } const casos[] = {
+        {"101002", "101002", "1"},    {"cli", "103001", "1"},        {"credito", "109001", "1"},
+        {"2010", "201001", "2"},      {"honorarios", "204001", "2"}, {"VENTAS", "401001", "4"},
+        {"generales", "501001", "5"}, {"ret", "204002", "2"},
+    };
+    for (const Caso& c : casos) {
+        p.escritorio.al_abrir([&](ui::Form& f) {
+            teclear(f, c.tecleado);
+            EXPECT_FALSE(dynamic_cast<ui::ctlConsulta*>(f.find("ctlConsulta1"))->missed()) << c.tecleado;
+            EXPECT_EQ(dynamic_cast<ui::ComboBox*>(f.find("cmbGcuenta"))->Text().substr(0, 1), c.grupo)
+                << c.tecleado;
+            ui::KeyEvent enter;
+            enter.key = ui::Key::enter;
+            f.send_key(enter);
+        });
+        const auto elegida = elegir_cuenta_contable(p.escritorio, *p.db);
+        ASSERT_TRUE(elegida) << c.tecleado;
+        EXPECT_EQ(elegida->codigo, c.codigo) << c.tecleado;
+    }
+    p.escritorio.al_abrir([&](ui::Form& f) {
+        auto& lista = dynamic_cast<ui::ctlConsulta&>(*f.find("ctlConsulta1"));
+        teclear(f, "banzzz");
+        EXPECT_TRUE(lista.missed());
+        EXPECT_EQ(lista.typed(), "banzzz");
+        EXPECT_EQ(dynamic_cast<ui::ComboBox*>(f.find("cmbGcuenta"))->ListIndex(), 0) << "the group stays";
+        for (int i = 0; i < 3; ++i) {
+            ui::KeyEvent atras;
+            atras.key = ui::Key::backspace;
+            f.send_key(atras);
+        }
+        EXPECT_FALSE(lista.missed());
+        EXPECT_EQ(lista.rows().at(static_cast<std::size_t>(lista.current())).at(0), "101002");
+        lista.cancel();
+    });
+    EXPECT_FALSE(elegir_cuenta_contable(p.escritorio, *p.db));
+}
+
 TEST(Consultas, GroupsAndFiltersNarrowTheList) {
     Pantalla p;
     const auto lista = [](ui::Form& f) { return dynamic_cast<ui::ctlConsulta*>(f.find("ctlConsulta1")); };
@@ -251,4 +293,31 @@ TEST(Adjuntos, FilesFollowTheVoucher) {
     EXPECT_EQ(leer_archivo(p.carpeta + "/copia.pdf"), "uno");
     p.nuevo();
     EXPECT_EQ(p.f.gstrcomprobante_adjunto, "3");
+}
+
+TEST(Adjuntos, TheSameNameTwiceAsksBeforeItReplaces) {
+    Pantalla p;
+    p.abrir();
+    const auto agregar = [&](const std::string& carpeta, const std::string& contenido) {
+        escribir_archivo(p.carpeta + carpeta, contenido);
+        p.escritorio.elegir_archivo(p.carpeta + carpeta);
+        p.pulsar("cmdadjunto_agregar");
+        return p.mensajes().size();
+    };
+    EXPECT_EQ(agregar("/x/f.pdf", "uno"), 0U);
+    EXPECT_EQ(agregar("/y/f.pdf", "uno"), 0U) << "the same contents lose nothing";
+    p.escritorio.responder(ui::Answer::no);
+    EXPECT_EQ(agregar("/z/f.pdf", "dos"), 1U);
+    EXPECT_EQ(entradas(p.f.lstadjunto), (Textos{"f.pdf", "f.pdf"}));
+    p.f.lstadjunto.SetListIndex(0);
+    p.pulsar("cmdAbrir");
+    EXPECT_EQ(leer_archivo(p.escritorio.abiertos.at(0)), "uno");
+    p.escritorio.responder(ui::Answer::yes);
+    EXPECT_EQ(agregar("/z/f.pdf", "dos"), 1U);
+    EXPECT_EQ(leer_archivo(p.escritorio.abiertos.at(0)), "dos");
+    escribir_archivo(p.carpeta + "/malo\xff.pdf", "x");
+    p.escritorio.elegir_archivo(p.carpeta + "/malo\xff.pdf");
+    p.pulsar("cmdadjunto_agregar");
+    EXPECT_EQ(p.mensajes(), Textos{"Nombre de archivo no válido"});
+    EXPECT_EQ(p.f.lstadjunto.ListCount(), 3);
 }

@@ -155,6 +155,23 @@ TEST_P(Comprobantes, AnotherUsersLockMakesItReadOnly) {
     EXPECT_EQ(q.totales(), "2.000|2.000") << "the screen keeps what was typed";
 }
 
+TEST_P(Comprobantes, ALockThatACrashLeftGoesWhenTheUserStartsAgain) {
+    Pantalla p(GetParam());
+    p.abrir();
+    p.comprobante("1000");
+    p.guardar();
+    Pantalla q(p, 2), otra_vez(p, 1);
+    q.abrir();
+    q.buscar("1");
+    EXPECT_EQ(q.mensajes().size(), 1U) << "read-only while the lock is there";
+    EXPECT_EQ(q.sql("select bloqueo_usuario from ctcquorvel"), "1");
+    otra_vez.abrir();
+    EXPECT_EQ(q.sql("select bloqueo_usuario from ctcquorvel"), "0");
+    q.buscar("1");
+    EXPECT_EQ(q.mensajes(), Textos{});
+    EXPECT_TRUE(q.celda(0, 3, "5"));
+}
+
 TEST_P(Comprobantes, WhatTheListsDoNotKnowIsWrittenBackUnchanged) {
     Pantalla p(GetParam());
     p.abrir();
@@ -267,29 +284,30 @@ TEST_P(Comprobantes, AVoucherThatSomeoneDeletedIsNotWrittenInPieces) {
     EXPECT_EQ(p.f.grdDetalle.Rows(), 2) << "the screen keeps the voucher";
 }
 
-TEST(Borrador, AnUnsavedVoucherCanBeImportedAgain) {
+TEST(Borrador, ACutVoucherThatNobodySavedAgainComesBack) {
     Pantalla p;
-    const std::string borrador = p.carpeta + "/borrador_1_1.csv";
+    const auto hay = [&] { return !std::filesystem::is_empty(p.carpeta + "/borradores"); };
     p.abrir();
     p.comprobante("1000");
     p.guardar();
     p.escribir("txtconcepto", "uno; dos");
     p.escritorio.responder(ui::Answer::yes);
     p.pulsar("cmdcortar");
-    p.f.Unload(); // a cut voucher that nobody saved again
+    p.f.Unload();
     EXPECT_EQ(p.sql("select count(*) from ctcquorvel"), "0");
+    EXPECT_TRUE(hay());
     p.mensajes();
     p.abrir();
-    p.escritorio.elegir_archivo(borrador);
-    p.pulsar("mnuImportar");
+    p.tecla("ctrl+r");
     EXPECT_EQ(p.f.txtconcepto.Text() + "|" + p.f.cmbDocumento.Text() + "|" + p.totales(),
-              "uno, dos|001 TRASPASO|1.000|1.000");
+              "uno; dos|001 TRASPASO|1.000|1.000");
     p.escritorio.responder(ui::Answer::yes);
     p.guardar();
+    EXPECT_FALSE(hay());
     p.pulsar("cmdcortar");
     p.guardar();
     EXPECT_EQ(p.sql("select num_docum,t_debe from ctcquorvel"), "1|1000");
-    EXPECT_FALSE(std::filesystem::exists(borrador)) << "saved again, so no draft is left";
+    EXPECT_FALSE(hay()) << "saved again, so no draft is left";
     p.nuevo();
-    EXPECT_FALSE(std::filesystem::exists(borrador)) << "nothing was lost";
+    EXPECT_FALSE(hay()) << "nothing was lost";
 }

@@ -194,3 +194,43 @@ TEST_F(Detalle, Calculator) {
     p.pulsar("cmdigual");
     EXPECT_EQ(p.f.txtresultado1.Text(), "246,91");
 }
+
+TEST_F(Detalle, TheDifferenceIsProposedAndExplained) {
+    ASSERT_TRUE(p.celda(0, 1, "501001") && p.celda(0, 3, "100000"));
+    ASSERT_TRUE(g.move_to(1, 1) && p.celda(1, 1, "109001") && p.celda(1, 4, "0"));
+    ASSERT_TRUE(p.celda(1, 3, "19000"));
+    ASSERT_TRUE(g.move_to(2, 1) && p.celda(2, 1, "101002") && p.celda(2, 4, "1190"));
+    // The last line lacks two digits; its proposal replaces what it has.
+    p.tecla("f7");
+    EXPECT_EQ(g.Col(), 4);
+    EXPECT_EQ(g.edit_text(), "119.000");
+    EXPECT_EQ(g.TextMatrix(2, 4), "1.190") << "not before it is accepted";
+    p.tecla("escape");
+    EXPECT_EQ(p.totales(), "119.000|1.190");
+    p.tecla("f7");
+    p.tecla("enter");
+    EXPECT_EQ(p.totales(), "119.000|119.000");
+    p.tecla("f7");
+    EXPECT_FALSE(g.EditActive()) << "nothing is missing";
+    p.tecla("f9");
+    EXPECT_EQ(p.mensajes(), Textos{"El comprobante está cuadrado"});
+    // Digits swapped in the second line, while the third is still the row being added.
+    ASSERT_TRUE(g.move_to(1, 3) && p.celda(1, 3, "91000"));
+    g.move_to(0, 1);
+    p.tecla("f9");
+    EXPECT_EQ(p.mensajes(),
+              Textos{"Diferencia 72.000, falta en el Haber\n\nLínea 2, Debe 91.000: dos cifras "
+                     "cambiadas: cuadra con 19.000\nLínea 3, Haber 119.000: dos cifras cambiadas: cuadra con "
+                     "191.000"});
+    EXPECT_EQ(g.Row() * 10 + g.Col(), 13);
+    // A cell that refuses keeps the keys; a locked grid proposes nothing.
+    g.move_to(0, 1);
+    p.tecla("9");
+    p.tecla("f9");
+    EXPECT_EQ(p.mensajes(), Textos{"Cuenta no válida"});
+    EXPECT_TRUE(g.EditActive());
+    g.cancel_edit();
+    g.SetLocked(true);
+    p.tecla("f7");
+    EXPECT_FALSE(g.EditActive());
+}

@@ -76,6 +76,8 @@ TEST(Intercambio, NewVouchersHaveNoPapers) {
 
 TEST(Intercambio, ChequeAndInvoiceGetTheVouchersData) {
     ConComprobante p;
+    for (const char* tabla : {"ctcQuorvel", "ctccheque", "ctcfactura"}) // as another window does on leaving
+        apoyo::ejecutar(*p.reporte, std::string("drop table ") + tabla);
     p.escritorio.al_abrir([&](ui::Form& forma) {
         auto& c = dynamic_cast<frmcheque&>(forma);
         EXPECT_EQ(c.txtbeneficiario.Text() + "|" + c.txtfecha.Text() + "|" + c.txtcheque.Text() + "|" +
@@ -129,6 +131,45 @@ TEST(Intercambio, ExportedVoucherComesBackAsANewOne) {
     EXPECT_EQ(p.sql("select num_docum,t_debe from ctcquorvel order by num_docum"), "1|1234567;77|1234567");
 }
 
+TEST(Intercambio, AWrongReportDatabaseLosesNothing) {
+    using apoyo::Motor;
+    const auto aparte = apoyo::crear_base(Motor::postgres);
+    const auto vacia = abrir_sesion(apoyo::conexion_nueva(Motor::postgres));
+    struct Caso {
+        Motor motor;
+        clsConexion* reporte; ///< nullptr: the main session itself
+        const char* mensaje;
+    } const casos[] = {
+        {Motor::sqlite, nullptr, "La base de informes es la misma base contable"},
+        {Motor::postgres, nullptr, "La base de informes es la misma base contable"},
+        {Motor::sqlite, aparte.get(),
+         "La base de informes debe ser un archivo llamado print.db y no un servidor"},
+        {Motor::postgres, vacia.get(),
+         "La base de informes debe ser un archivo llamado print.db y no un servidor"},
+    };
+    for (const auto& c : casos) {
+        Pantalla p(c.motor);
+        p.abrir();
+        p.f.glbdbReport = c.reporte != nullptr ? c.reporte : p.db.get();
+        p.comprobante("1000");
+        p.guardar();
+        (void)p.mensajes();
+        elegir_impresion(p, true, false);
+        p.escritorio.al_abrir([&](ui::Form& forma) {
+            auto& x = dynamic_cast<frmcheque&>(forma);
+            x.cmdprueba.press();
+            x.cmdcancelar.press();
+        });
+        p.pulsar("mnucheque");
+        p.f.Unload();
+        const Textos dichos = p.mensajes();
+        ASSERT_EQ(dichos.size(), 2U);
+        for (const std::string& m : dichos) EXPECT_EQ(m.rfind(c.mensaje, 0), 0U) << m;
+        EXPECT_TRUE(p.impresor.trabajos.empty());
+        EXPECT_EQ(p.sql("select count(*) from ctcquorvel"), "1");
+    }
+}
+
 TEST(Intercambio, UnreadableFilesLeaveTheScreen) {
     ConComprobante p;
     const std::string roto = p.carpeta + "/roto.csv", otro = p.carpeta + "/otro.csv";
@@ -140,8 +181,9 @@ TEST(Intercambio, UnreadableFilesLeaveTheScreen) {
     p.pulsar("mnuImportar");
     p.escritorio.elegir_archivo(roto);
     p.pulsar("mnuImportar");
-    EXPECT_EQ(p.mensajes(), (Textos{"No se puede abrir el archivo " + p.carpeta + "/falta.csv",
-                                    "Línea 2: tiene 3 campos y deben ser 23"}));
+    EXPECT_EQ(p.mensajes(),
+              (Textos{"No se puede abrir el archivo " + p.carpeta + "/falta.csv: No such file or directory",
+                      "Línea 2: tiene 3 campos y deben ser 23"}));
     EXPECT_FALSE(p.f.glbBanderaNuevo);
     EXPECT_EQ(p.totales() + "|" + std::to_string(p.f.grdDetalle.Rows()), "1.234.567|1.234.567|2");
     p.f.txtconcepto.SetText("Łódź");

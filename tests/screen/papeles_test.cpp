@@ -18,7 +18,7 @@ struct ImpresorPrueba final : ReportPrinter {
     std::vector<std::string> trabajos;
     void run(const ReportJob& job) override {
         trabajos.push_back(job.definition.filename().string() +
-                           (job.to_printer ? " impresora" : " pantalla"));
+                           (job.to_printer ? " impresora" : " pantalla") + (job.ruler ? " regla" : ""));
     }
 };
 
@@ -119,6 +119,50 @@ TEST_F(FormasPapeles, ChequeProposesSavesAndPrints) {
     EXPECT_EQ(impresor.trabajos, Textos{"ctccheque1.rpt impresora"});
     EXPECT_EQ(filas(*reporte, "select monto_texto,cheque from ctccheque where secuencia=1"),
               "UN MILLÓN DOSCIENTOS TREINTA Y CUATRO MIL QUINIENTOS SESENTA Y SIETE|1040");
+}
+
+TEST_F(FormasPapeles, ATrialShowsTheChequeOnARulerAndSavesNothing) {
+    frmcheque f(escritorio, entrada_cheque());
+    escritorio.al_abrir([&](ui::Form&) {
+        f.chkcruzado.press();
+        f.cmdprueba.press();
+        EXPECT_TRUE(f.visible());
+        f.txttotal.SetText("doce");
+        f.cmdprueba.press();
+        f.cmdcancelar.press();
+    });
+    f.ShowModal();
+    EXPECT_EQ(impresor.trabajos, Textos{"ctccheque1.rpt pantalla regla"});
+    EXPECT_EQ(escritorio.tomar_mensajes().size(), 1U) << "an amount that is none";
+    EXPECT_EQ(cheques(), "||");
+}
+
+TEST_F(FormasPapeles, TheMainDatabaseIsNoReportDatabase) {
+    EntradaCheque x = entrada_cheque();
+    x.glbdbReport = db.get();
+    EntradaFactura y = entrada_factura();
+    y.glbdbReport = db.get();
+    frmcheque cheque(escritorio, x);
+    escritorio.responder(ui::Answer::yes);
+    escritorio.al_abrir([&](ui::Form&) {
+        cheque.cmdImprimir.press();
+        cheque.cmdcancelar.press();
+    });
+    cheque.ShowModal();
+    frmfactura factura(escritorio, y);
+    escritorio.responder(ui::Answer::yes);
+    escritorio.al_abrir([&](ui::Form&) {
+        producto(factura, 0, "Clavos", "1", "100.000");
+        factura.cmdImprimir.press();
+        factura.cmdcancelar.press();
+    });
+    factura.ShowModal();
+    const std::string no =
+        "La base de informes es la misma base contable: no se puede imprimir sin dañar los comprobantes";
+    EXPECT_EQ(escritorio.tomar_mensajes(),
+              (Textos{"Esta seguro que desea imprimir", no, "Esta seguro que desea imprimir", no}));
+    EXPECT_TRUE(impresor.trabajos.empty());
+    EXPECT_EQ(cheques(), "4512|ANA ROJAS|0") << "saved, not printed";
 }
 
 TEST_F(FormasPapeles, AFailedChequeIsNotPrinted) {

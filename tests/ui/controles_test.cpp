@@ -123,6 +123,39 @@ TEST_F(ControlesTest, ListsAreSearchedByCodeAndNameWithoutAccents) {
     EXPECT_EQ(f.lista.Text(), "33 FACTURA ELECTRÓNICA") << "the selection follows its entry";
 }
 
+TEST_F(ControlesTest, KeysOfCommandsWorkFromAnywhere) {
+    f.Show();
+    int ordenes = 0;
+    f.aceptar.SetShortcut("ctrl+shift+a");
+    f.caja.AddCommand({"Orden", "f7", [&] { ++ordenes; }});
+    f.menu.SetShortcut("f4");
+    f.menu.Click += [&] { ordenes += 10; };
+    const auto pulsar = [&](const char* tecla) {
+        f.fecha.SetFocus();
+        auto k = parse_key(tecla);
+        f.send_key(*k);
+        return k->handled;
+    };
+    EXPECT_TRUE(pulsar("ctrl+shift+a") && pulsar("f7") && pulsar("f4"));
+    EXPECT_EQ(f.clics, 1);
+    EXPECT_EQ(ordenes, 11);
+    EXPECT_FALSE(pulsar("ctrl+a") && f.clics > 1) << "another stroke";
+    EXPECT_FALSE(pulsar("shift+f7"));
+    f.aceptar.SetEnabled(false);
+    EXPECT_TRUE(pulsar("ctrl+shift+a"));
+    EXPECT_EQ(f.clics, 1) << "a disabled button does nothing";
+    // Enter passes over what stays as it is, Tab does not.
+    f.fecha.SetEnterStop(false);
+    f.caja.SetFocus();
+    auto enter = parse_key("enter");
+    f.send_key(*enter);
+    EXPECT_EQ(f.active_control(), &f.lista);
+    f.caja.SetFocus();
+    auto tab = parse_key("tab");
+    f.send_key(*tab);
+    EXPECT_EQ(f.active_control(), &f.fecha);
+}
+
 TEST_F(ControlesTest, AModalFormComesBackToTheOneBelow) {
     f.Show();
     EXPECT_EQ(f.activaciones, 1);

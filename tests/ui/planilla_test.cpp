@@ -150,6 +150,59 @@ TEST_F(PlanillaTest, DeletingAsksAndTellsTheTotals) {
     EXPECT_EQ(h.filas() + h.tomar() + h.donde(), "a|||;R1,0");
 }
 
+TEST_F(PlanillaTest, ManyRowsAtOnceTellTheViewOnceAndLeaveTheRowBeingAddedLast) {
+    h.teclas({"q"});
+    int avisos = 0;
+    h.g.Reset += [&] { ++avisos; };
+    h.g.AddItems({"a\t1", "b\t2", "c\t3"});
+    EXPECT_EQ(avisos, 1);
+    EXPECT_EQ(h.donde(), "3,0");
+    h.teclas({"enter", "down"});
+    EXPECT_EQ(h.filas(), "a|1||;b|2||;c|3||;q|||;");
+}
+
+TEST_F(PlanillaTest, AProposalIsWrittenOnlyWhenAccepted) {
+    h.g.AddItem("a\t1\t\t");
+    h.g.move_to(0, 1);
+    const auto proponer = [&] {
+        EXPECT_TRUE(h.g.propose("1.234"));
+        EXPECT_TRUE(h.g.proposed());
+    };
+    for (const char* tecla : {"escape", "down", "up"}) {
+        proponer();
+        h.teclas({tecla});
+        EXPECT_EQ(h.g.TextMatrix(0, 1), "1") << tecla;
+        h.g.move_to(0, 1);
+    }
+    proponer();
+    EXPECT_TRUE(h.g.move_to(0, 2)) << "a click elsewhere is no acceptance";
+    EXPECT_EQ(h.g.TextMatrix(0, 1) + h.tomar(), "1");
+    h.g.move_to(0, 1);
+    proponer();
+    h.teclas({"5", "6", "enter"});
+    EXPECT_EQ(h.g.TextMatrix(0, 1), "56") << "typing replaces it";
+    h.g.move_to(0, 1);
+    proponer();
+    h.teclas({"enter"});
+    EXPECT_EQ(h.g.TextMatrix(0, 1), "1.234");
+}
+
+TEST_F(PlanillaTest, ARefusedCellIsMarkedUntilItChanges) {
+    h.g.AddItem("a\t1\t\t");
+    h.g.move_to(0, 0);
+    h.teclas({"x", "enter"});
+    EXPECT_EQ(e.tomar_mensajes(), Textos{"No vale"});
+    EXPECT_TRUE(h.g.refused());
+    h.teclas({"y"});
+    EXPECT_FALSE(h.g.refused());
+    h.g.set_edit_text("x");
+    h.teclas({"enter"});
+    EXPECT_TRUE(h.g.refused());
+    EXPECT_EQ(e.tomar_mensajes(), Textos{"No vale"});
+    h.teclas({"escape"});
+    EXPECT_FALSE(h.g.refused());
+}
+
 TEST_F(PlanillaTest, LockedShowsAndChangesNothing) {
     h.g.AddItem("a\t1\t\t");
     h.g.move_to(1, 0);

@@ -1,8 +1,8 @@
 // Goal: a voucher is written whole or not at all. Method: the stored rows are compared after each step of a
 // voucher's life, on both engines; triggers make single statements fail.
 #include "apoyo/comprobante.h"
+#include "apoyo/falla.h"
 #include "apoyo/sesiones.h"
-#include "app/db/base.h"
 #include "app/db/esquema.h"
 #include "voucher/bloqueo.h"
 #include "voucher/cargar.h"
@@ -38,17 +38,6 @@ protected:
         return GrabarComprobante(*db, c, o).error;
     }
     std::string nuevo(const Comprobante& c) { return grabar(c, {.nuevo = true}); }
-    /// From now on this event on the table fails with "falla pedida".
-    void hacer_fallar(const std::string& evento) {
-        const auto base = abrir_base(conexion, Abrir::existente);
-        if (GetParam() == Motor::sqlite)
-            base->ejecutar("create trigger falla before " + evento +
-                           " begin select raise(abort, 'falla pedida'); end");
-        else
-            base->ejecutar("create function falla() returns trigger language plpgsql as 'begin raise "
-                           "exception ''falla pedida''; end'; create trigger falla before " +
-                           evento + " for each row execute function falla()");
-    }
     /// Everything that a save may touch.
     std::string todo() {
         return rows(TOTALES) + "/" + rows("select concepto, usuario, comprobante_adjunto from ctcquorvel") +
@@ -169,7 +158,7 @@ TEST_P(Grabar, EachStepThatFailsTakesEverythingBack) {
     ASSERT_EQ(nuevo(c), "");
     const std::string antes = todo();
     for (const Fila& f : filas) {
-        hacer_fallar(f.evento);
+        const Falla falla(conexion, GetParam(), f.evento);
         Comprobante otro = c;
         otro.concepto = "cambiado";
         if (f.que == 'n') otro.num_docum = "2", otro.comprobante_adjunto = "2";
@@ -180,12 +169,6 @@ TEST_P(Grabar, EachStepThatFailsTakesEverythingBack) {
         if (f.que == 'e') error = EliminarComprobante(*db, c.clave(), "1");
         EXPECT_NE(error.find(f.mensaje), std::string::npos) << f.evento << ": " << error;
         EXPECT_EQ(todo(), antes) << f.evento;
-        const auto base = abrir_base(conexion, Abrir::existente);
-        const std::string evento = f.evento;
-        base->ejecutar(GetParam() == Motor::sqlite
-                           ? "drop trigger falla"
-                           : "drop trigger falla " + evento.substr(evento.find(" on ") + 1) +
-                                 "; drop function falla()");
     }
     ASSERT_EQ(grabar(c, {}), "") << "works again without the fault";
 }
@@ -250,6 +233,28 @@ TEST_P(Grabar, TwoSessionsForOneNumberOneLockAndOneAttachmentSet) {
     ASSERT_EQ(EliminarComprobante(*otra, a.clave(), "1"), "");
     EXPECT_EQ(grabar(a, {}), "Problemas para actualizar cabecera") << "deleted by someone else";
     EXPECT_EQ(rows("select count(*) as n from ctdquorvel where num_docum='1'"), "0");
+}
+
+// Goal: two saves at one moment never share a set, with files or without. Method: the second voucher is
+// saved while the first one's save moves its files.
+TEST_P(Grabar, SetsOfSimultaneousSaves) {
+    if (GetParam() == Motor::sqlite) return; // one writer at a time
+    const auto otra = abrir_sesion(conexion);
+    Comprobante primero = compra("1"), con = compra("2"), sin = compra("3");
+    primero.comprobante_adjunto = con.comprobante_adjunto = "1";
+    sin.comprobante_adjunto = "2";
+    con.adjuntos = {"a.pdf"};
+    ASSERT_EQ(nuevo(primero), "");
+    OpcionesGrabar o{.nuevo = true, .hoy = HOY};
+    o.mover_adjuntos = [&](const std::string&, const std::string& a_donde) {
+        EXPECT_EQ(a_donde, "2");
+        const auto r = GrabarComprobante(*otra, sin, {.nuevo = true, .hoy = HOY});
+        EXPECT_EQ(r.error, "");
+        EXPECT_EQ(r.comprobante_adjunto, "3");
+        return true;
+    };
+    EXPECT_EQ(GrabarComprobante(*db, con, o).error, "");
+    EXPECT_EQ(rows("select comprobante_adjunto from ctcquorvel order by num_docum"), "1;2;3");
 }
 
 TEST_P(Grabar, PeriodAndClosingAreReadAgain) {

@@ -73,7 +73,9 @@ public:
         if (PQstatus(db_.get()) != CONNECTION_OK)
             throw ErrorSesion(std::string("No se pudo conectar: ") + PQerrorMessage(db_.get()), {});
         PQsetClientEncoding(db_.get(), "UTF8");
-        ejecutar("set client_min_messages=warning");
+        // what the server remarks on the way is nothing that a person could act on
+        PQsetNoticeProcessor(
+            db_.get(), [](void*, const char*) {}, nullptr);
     }
     void ejecutar(const std::string& guion) override { (void)correr(guion); }
     Filas consultar(const std::string& sql) override {

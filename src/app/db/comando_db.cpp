@@ -3,6 +3,7 @@
 #include "app/db/demo.h"
 #include "app/db/esquema.h"
 #include "app/db/revisar.h"
+#include "app/salida.h"
 
 #include <CLI/CLI.hpp>
 #include <functional>
@@ -30,7 +31,7 @@ int comprobar(const Opciones& o) {
     const std::vector<std::string> hallazgos = revisar(o.conexion);
     for (const std::string& hallazgo : hallazgos) std::cout << hallazgo << "\n";
     if (hallazgos.empty()) std::cout << "Base de datos sin observaciones\n";
-    return hallazgos.empty() ? 0 : 1;
+    return hallazgos.empty() ? BIEN : RECHAZADO;
 }
 
 int mejorar(const Opciones& o) {
@@ -47,7 +48,7 @@ void agregar(CLI::App& db, const char* nombre, const char* ayuda, bool con_demo,
     comando->add_option("CONEXION", opciones->conexion, "sqlite:RUTA, una ruta o postgresql://…")->required();
     if (con_demo) comando->add_flag("--demo", opciones->demo, "Con una empresa de demostración");
     comando->callback([opciones, accion] {
-        int codigo = 2;
+        int codigo = SIN_DATOS;
         try {
             codigo = accion(*opciones);
         } catch (const std::exception& e) {

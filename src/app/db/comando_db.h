@@ -7,7 +7,7 @@ class App;
 namespace quorvel {
 
 /// Adds "db create|check|tune CONEXION" to a command line. A subcommand ends the program by CLI::RuntimeError
-/// with its exit code: 1 when the check found something, 2 when it failed.
+/// with its exit code (app/salida.h): RECHAZADO when the check found something, SIN_DATOS when it failed.
 void agregar_comando_db(CLI::App& app);
 
 } // namespace quorvel

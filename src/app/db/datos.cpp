@@ -8,14 +8,24 @@
 
 namespace quorvel {
 
+namespace fs = std::filesystem;
+
+fs::path carpeta_datos() {
+    if (const char* elegida = std::getenv("QUORVEL_DATA"); elegida != nullptr && *elegida != '\0')
+        return elegida;
+    std::error_code error;
+    const fs::path programa = fs::read_symlink("/proc/self/exe", error);
+    for (const fs::path& carpeta :
+         {programa.parent_path().parent_path() / "share/quorvel", fs::path(QUORVEL_DATA_SOURCE)})
+        if (fs::exists(carpeta / "schema", error)) return carpeta;
+    throw std::runtime_error("No se encuentra la carpeta de datos del programa");
+}
+
 std::string leer_dato(const std::string& nombre) {
-    std::vector<std::string> carpetas{QUORVEL_DATA_SOURCE, QUORVEL_DATA_INSTALL};
-    if (const char* elegida = std::getenv("QUORVEL_DATA")) carpetas.insert(carpetas.begin(), elegida);
-    for (const std::string& carpeta : carpetas) {
-        std::ifstream archivo(carpeta + "/" + nombre, std::ios::binary);
-        if (archivo) return {std::istreambuf_iterator<char>(archivo), {}};
-    }
-    throw std::runtime_error("No se encuentra el archivo de datos " + nombre);
+    const fs::path ruta = carpeta_datos() / nombre;
+    std::ifstream archivo(ruta, std::ios::binary);
+    if (!archivo) throw std::runtime_error("No se encuentra el archivo de datos " + ruta.string());
+    return {std::istreambuf_iterator<char>(archivo), {}};
 }
 
 std::vector<std::vector<std::string>> leer_tabla(const std::string& nombre) {

@@ -1,11 +1,14 @@
 #pragma once
+#include <filesystem>
 #include <string>
 #include <vector>
 
 namespace quorvel {
 
-/// The whole text of a file of the data folder, such as "schema/sqlite.sql". The folder is the environment's
-/// QUORVEL_DATA, else the source tree's, else the installed one.
+/// The program's data folder: the environment's QUORVEL_DATA, else share/quorvel beside the program's bin,
+/// else the source tree's. @throws std::runtime_error when there is none
+[[nodiscard]] std::filesystem::path carpeta_datos();
+/// The whole text of a file of the data folder, such as "schema/sqlite.sql".
 /// @throws std::runtime_error when it is in none of them
 [[nodiscard]] std::string leer_dato(const std::string& nombre);
 /// Rows of a file of values separated by ";"; the first line names the columns, blank lines and lines that

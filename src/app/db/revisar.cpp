@@ -4,6 +4,7 @@
 #include "app/db/datos.h"
 #include "app/db/guion.h"
 #include "platform/db/clsConexion.h"
+#include "platform/files/attachments.h"
 
 #include <algorithm>
 #include <set>
@@ -60,6 +61,42 @@ constexpr Revision REVISIONES[] = {
     {"Tipo de documento que no existe",
      "select distinct documento from ctcquorvel c where not exists (select 1 from admdocumen d"
      " where d.documento=c.documento)"},
+    {"Comprobante bloqueado por un usuario que no existe",
+     "select empresa, f_comp, documento, num_docum, bloqueo_usuario from ctcquorvel c"
+     " where bloqueo_usuario<>0 and not exists (select 1 from admusuario u where "
+     "u.usuario=c.bloqueo_usuario)"},
+    {"Conjunto de adjuntos de varios comprobantes",
+     "select comprobante_adjunto from ctcquorvel where comprobante_adjunto<>0"
+     " group by comprobante_adjunto having count(*) > 1"},
+    {"Adjuntos sin comprobante",
+     "select distinct comprobante_adjunto from ctdcomprad a where comprobante_adjunto<>0 and not exists"
+     " (select 1 from ctcquorvel c where c.comprobante_adjunto=a.comprobante_adjunto)"},
+    {"Detalle de factura sin factura",
+     "select distinct factura from ftdfactura d where not exists (select 1 from ftcfactura f"
+     " where f.empresa=d.empresa and cast(f.factura as char(20))=cast(d.factura as char(20)))"},
+    // An opening carries what the closed year before it left, per norm: 0 counts for both.
+    {"Apertura distinta del cierre del año anterior",
+     "with aperturas as (select c.empresa, c.f_comp, c.documento, c.num_docum, c.ifrs, k.anio"
+     " from ctcquorvel c join ctmconfigu k on k.empresa=c.empresa and k.f_comp_cierre is not null"
+     "  and k.anio=cast(substr(cast(c.f_comp as char(10)),1,4) as integer) - 1"
+     " where c.apertura='1' and c.estado='P')"
+     " select empresa, f_comp, documento, num_docum, centro from ("
+     " select h.empresa, h.f_comp, h.documento, h.num_docum, d.centro, d.auxiliar,"
+     "  d.debe_nacional - d.haber_nacional as saldo"
+     " from aperturas h join ctdquorvel d on d.empresa=h.empresa and d.f_comp=h.f_comp"
+     "  and d.documento=h.documento and d.num_docum=h.num_docum"
+     " union all"
+     " select h.empresa, h.f_comp, h.documento, h.num_docum, d.centro, d.auxiliar,"
+     "  d.haber_nacional - d.debe_nacional"
+     " from aperturas h join ctcquorvel p on p.empresa=h.empresa"
+     "  and cast(substr(cast(p.f_comp as char(10)),1,4) as integer)=h.anio and p.ifrs in ('0', h.ifrs)"
+     " join ctdquorvel d on d.empresa=p.empresa and d.f_comp=p.f_comp and d.documento=p.documento"
+     "  and d.num_docum=p.num_docum"
+     " join ctmcentros a on a.centro=d.centro join ctmgcuenta g on g.g_cuenta=a.g_cuenta"
+     "  and g.transitorio='0') s"
+     " where centro not in (select coalesce(centro_gan,'') from ctmconfigu union"
+     "  select coalesce(centro_per,'') from ctmconfigu)"
+     " group by empresa, f_comp, documento, num_docum, centro, auxiliar having sum(saldo) <> 0"},
 };
 constexpr std::size_t MAXIMO = 50; // a spoiled import must not bury the other findings
 
@@ -106,15 +143,26 @@ std::string describir(const char* titulo, const std::vector<std::string>& fila) 
     return fila[4].empty() ? texto : texto + " (" + fila[4] + ")";
 }
 
+void anotar(const char* titulo, const Base::Filas& filas, std::vector<std::string>& hallazgos) {
+    for (std::size_t i = 0; i < std::min(filas.size(), MAXIMO); ++i)
+        hallazgos.push_back(describir(titulo, filas[i]));
+    if (filas.size() > MAXIMO)
+        hallazgos.push_back(std::string(titulo) + ": " + std::to_string(filas.size() - MAXIMO) + " más");
+}
+
 void revisar_datos(Base& base, std::vector<std::string>& hallazgos) {
-    for (const Revision& revision : REVISIONES) {
-        const Base::Filas filas = base.consultar(revision.sql);
-        for (std::size_t i = 0; i < std::min(filas.size(), MAXIMO); ++i)
-            hallazgos.push_back(describir(revision.titulo, filas[i]));
-        if (filas.size() > MAXIMO)
-            hallazgos.push_back(std::string(revision.titulo) + ": " + std::to_string(filas.size() - MAXIMO) +
-                                " más");
-    }
+    for (const Revision& revision : REVISIONES)
+        anotar(revision.titulo, base.consultar(revision.sql), hallazgos);
+}
+
+void revisar_archivos(Base& base, const Attachments& archivos, std::vector<std::string>& hallazgos) {
+    Base::Filas faltan;
+    for (const auto& fila : base.consultar(
+             "select c.empresa, c.f_comp, c.documento, c.num_docum, a.nombre, a.comprobante_adjunto"
+             " from ctcquorvel c, ctdcomprad a where a.comprobante_adjunto=c.comprobante_adjunto"
+             " and a.comprobante_adjunto<>0"))
+        if (!archivos.find(fila[5], fila[4])) faltan.push_back(fila);
+    anotar("Archivo adjunto que no está", faltan, hallazgos);
 }
 
 std::vector<Indice> indices_faltantes(Base& base, const Esquema& esquema) {
@@ -127,7 +175,7 @@ std::vector<Indice> indices_faltantes(Base& base, const Esquema& esquema) {
 
 } // namespace
 
-std::vector<std::string> revisar(const std::string& conexion) {
+std::vector<std::string> revisar(const std::string& conexion, const std::filesystem::path& adjuntos) {
     const auto base = abrir_base(conexion, Abrir::existente);
     const Esquema esquema = esquema_de(*base);
     std::vector<std::string> hallazgos;
@@ -135,6 +183,8 @@ std::vector<std::string> revisar(const std::string& conexion) {
     for (const Indice& indice : indices_faltantes(*base, esquema))
         hallazgos.push_back("Falta el índice " + indice.nombre);
     if (completa) revisar_datos(*base, hallazgos);
+    if (completa && !adjuntos.empty())
+        revisar_archivos(*base, {adjuntos, attachment_database(conexion)}, hallazgos);
     return hallazgos;
 }
 

@@ -1,4 +1,5 @@
 #pragma once
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -6,8 +7,10 @@ namespace quorvel {
 
 /// What a database lacks (tables, columns, indexes) and which of its data contradict each other, one sentence
 /// each in Spanish; nothing when all is well. Reads only.
+/// @param adjuntos base folder of the attached files (the one that holds "adjunto"); empty looks for no files
 /// @throws ErrorSesion when the database cannot be read
-[[nodiscard]] std::vector<std::string> revisar(const std::string& conexion);
+[[nodiscard]] std::vector<std::string> revisar(const std::string& conexion,
+                                               const std::filesystem::path& adjuntos = {});
 
 /// Creates the indexes that are missing and lets the engine take new statistics.
 /// @return how many were created

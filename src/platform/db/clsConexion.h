@@ -2,8 +2,10 @@
 #include "text/fecha.h"
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
+#include <span>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -18,6 +20,13 @@ public:
     ErrorSesion(const std::string& descripcion, std::string sql, std::string sqlstate = {})
         : std::runtime_error(descripcion), sql(std::move(sql)), sqlstate(std::move(sqlstate)) {}
     std::string sql, sqlstate;
+};
+
+/// The connection was lost while a commit waited for its answer: what() tells so, the database knows the
+/// rest.
+class CommitSinRespuesta : public ErrorSesion {
+public:
+    using ErrorSesion::ErrorSesion;
 };
 
 /// A field's value: null, a whole number, a number with decimals or a text. Dates are texts "yyyy-mm-dd".
@@ -85,7 +94,24 @@ public:
     /// Runs a statement without rows. @return 1 done (also when it changed no row), 0 refused; never raises
     /// for a refused statement, which leaves an open transaction usable.
     virtual int executesql(const std::string& sql) = 0;
+    /// Runs the statements in their order up to the first refused one; a server gets them all at once.
+    /// @return the rows changed by each; when one was refused, as many numbers as went through before it
+    [[nodiscard]] virtual std::vector<std::int64_t> executesql_each(std::span<const std::string> sql) {
+        std::vector<std::int64_t> rows;
+        for (const std::string& one : sql) {
+            if (executesql(one) == 0) break;
+            rows.push_back(rows_affected());
+        }
+        return rows;
+    }
     virtual void BeginTrans() = 0;
+    /// The same for a change that its first refused statement ends: only rollback goes through after it. A
+    /// server then needs no guard around each statement.
+    virtual void begin_strict() { BeginTrans(); }
+    /// Takes hold of a number until the transaction ends, without waiting. Sessions that hold different
+    /// numbers never meet. @return false: another session has it
+    [[nodiscard]] virtual bool reserve(std::int64_t /*number*/) { return true; }
+    /// @throws CommitSinRespuesta when nobody knows whether it was done; ErrorSesion when it was not
     virtual void CommitTrans() = 0;
     virtual void rollback() = 0;
     /// 2 selects the file-database dialect of the numbering queries.
@@ -96,12 +122,34 @@ public:
     [[nodiscard]] virtual std::string last_error() const = 0;
     /// Rows that the last successful executesql changed.
     [[nodiscard]] virtual std::int64_t rows_affected() const = 0;
+    /// Has `go_on` asked while a statement keeps the caller waiting, until it is set again; an empty function
+    /// ends that. Where it answers false the statement is interrupted and fails like a refused one. It must
+    /// not use the session and not throw. A session that cannot do it never asks.
+    virtual void while_waiting(std::function<bool()> go_on) { (void)go_on; }
 };
 
-/// Rolls back unless confirmed.
+/// Runs work that only reads, with `go_on` asked while the engine keeps it waiting.
+/// @return false when `go_on` ended it @throws whatever the work throws for another reason
+template <class Work> bool interruptible(clsConexion& db, const std::function<bool()>& go_on, Work&& work) {
+    if (!go_on) return work(), true;
+    struct Quiet {
+        clsConexion& db;
+        ~Quiet() { db.while_waiting({}); }
+    } const quiet{db};
+    bool ended = false;
+    db.while_waiting([&] { return !ended && !(ended = !go_on()); });
+    try {
+        work();
+    } catch (const ErrorSesion&) {
+        if (!ended) throw;
+    }
+    return !ended;
+}
+
+/// A change that is made whole: its first refused statement ends it, and it is rolled back unless confirmed.
 class Transaccion {
 public:
-    explicit Transaccion(clsConexion& db) : db_(db) { db_.BeginTrans(); }
+    explicit Transaccion(clsConexion& db) : db_(db) { db_.begin_strict(); }
     ~Transaccion() {
         if (abierta_) try {
                 db_.rollback();

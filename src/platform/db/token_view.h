@@ -48,10 +48,12 @@ protected:
 
     /// Finds each parenthesis' other one. @throws ErrorSesion when there is none
     void close_parentheses(std::string_view sql) {
+        constexpr std::size_t DEEPEST = 200; // each level is a call; no statement of ours has ten
         partner_.assign(tokens_.size(), 0);
         std::vector<std::size_t> open;
         for (std::size_t i = 0; i < tokens_.size(); ++i) {
             if (is(i, "(")) open.push_back(i);
+            if (open.size() > DEEPEST) throw ErrorSesion("Demasiados paréntesis", std::string(sql));
             if (!is(i, ")")) continue;
             if (open.empty()) throw ErrorSesion("Paréntesis sin abrir", std::string(sql));
             partner_[open.back()] = i;

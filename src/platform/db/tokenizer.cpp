@@ -15,6 +15,15 @@ bool foreign(std::string_view op) {
     return op.find_first_of("?$@:\\`[]{}") != std::string_view::npos && op != "::";
 }
 
+bool names(Tok kind) { return kind == Tok::name || kind == Tok::quoted_name; }
+
+/// A "." stands between names, or a name and "*": put together with digits it would become a number.
+bool point_fits(const std::vector<Token>& before, Tok kind, std::string_view text) {
+    const bool behind = !before.empty() && before.back().kind == Tok::op && before.back().text == ".";
+    if (behind && !names(kind) && text != "*") return false;
+    return kind != Tok::op || text != "." || (!before.empty() && names(before.back().kind));
+}
+
 } // namespace
 
 std::vector<Token> tokenize(std::string_view sql) {
@@ -37,7 +46,8 @@ std::vector<Token> tokenize(std::string_view sql) {
             continue;
         }
         if (ended) refuse("Una sola sentencia por llamada", sql);
-        if (kind == Tok::op && foreign(text)) refuse("Signo no permitido: " + text, sql);
+        if ((kind == Tok::op && foreign(text)) || !point_fits(tokens, kind, text))
+            refuse("Signo no permitido: " + text, sql);
         if (kind == Tok::name) text = minusculas(normalizar(text));
         const bool literal = is_literal(kind);
         tokens.push_back({kind, std::move(text), literal ? literals++ : 0});

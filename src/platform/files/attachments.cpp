@@ -6,6 +6,7 @@
 #include <charconv>
 #include <fstream>
 #include <iterator>
+#include <utility>
 
 namespace fs = std::filesystem;
 
@@ -22,6 +23,12 @@ bool number(std::string_view set) {
 bool regular(const fs::path& path) {
     std::error_code ec;
     return !path.empty() && fs::is_regular_file(path, ec);
+}
+
+/// A file of a set: what a link in its place points to belongs to nobody's voucher.
+bool stored(const fs::path& path) {
+    std::error_code ec;
+    return !path.empty() && fs::is_regular_file(fs::symlink_status(path, ec));
 }
 
 /// The target is replaced at once by the whole file or, on a full disk, stays what it was.
@@ -91,7 +98,8 @@ std::string attachment_database(std::string_view session_name) {
 
 bool bare_name(std::string_view name) {
     return !name.empty() && name != "." && name != ".." &&
-           name.find_first_of(std::string_view("/\\\0", 3)) == std::string_view::npos;
+           name.find_first_of(std::string_view("/\\\0", 3)) == std::string_view::npos &&
+           normalizar(name).find("\uFFFD") == std::string::npos; // bytes that no database stores as text
 }
 
 fs::path Attachments::folder(const std::string& set) const {
@@ -109,27 +117,29 @@ std::optional<std::string> Attachments::add(const std::string& set, const fs::pa
     if (target.empty() || !regular(source)) return std::nullopt;
     std::error_code ec;
     fs::create_directories(target.parent_path(), ec);
-    if (ec || !copy_over(source, target)) return std::nullopt;
+    if (ec) return std::nullopt;
+    if (fs::is_symlink(target, ec)) fs::remove(target, ec); // never written through: it may lead anywhere
+    if (!copy_over(source, target)) return std::nullopt;
     return name;
 }
 
 bool Attachments::would_replace(const std::string& set, const fs::path& source) const {
     const fs::path target = file(set, source.filename().string());
-    return regular(target) && !same_contents(source, target);
+    return stored(target) && !same_contents(source, target);
 }
 
 bool Attachments::remove(const std::string& set, const std::string& name) const {
     const fs::path target = file(set, name);
     std::error_code ec;
-    return regular(target) && fs::remove(target, ec) && !ec;
+    return stored(target) && fs::remove(target, ec) && !ec;
 }
 
 std::optional<fs::path> Attachments::find(const std::string& set, const std::string& name) const {
     const fs::path current = file(set, name);
     if (current.empty()) return std::nullopt;
-    if (regular(current)) return current;
+    if (stored(current)) return current;
     const fs::path older = root_ / set / name;
-    return regular(older) ? std::optional(older) : std::nullopt;
+    return stored(older) ? std::optional(older) : std::nullopt;
 }
 
 bool Attachments::save_copy(const std::string& set, const std::string& name, const fs::path& target) const {
@@ -140,10 +150,7 @@ bool Attachments::save_copy(const std::string& set, const std::string& name, con
 bool Attachments::copy_set(const std::string& from, const std::string& to,
                            const std::vector<std::string>& names) const {
     const fs::path target = folder(to);
-    std::error_code ec;
-    if (target.empty() || fs::exists(target, ec)) return false;
-    fs::create_directories(target, ec);
-    if (ec) return false;
+    if (!make(to)) return false;
     for (const std::string& name : names) {
         const auto source = find(from, name);
         if (!source || copy_over(*source, target / name)) continue;
@@ -161,6 +168,20 @@ bool Attachments::move_set(const std::string& from, const std::string& to,
     std::error_code ec;
     fs::remove(folder(from), ec); // only when it is empty
     return true;
+}
+
+bool Attachments::make(const std::string& set) const {
+    const fs::path target = folder(set);
+    std::error_code ec;
+    if (target.empty()) return false;
+    fs::create_directories(target.parent_path(), ec);
+    return fs::create_directory(target, ec) && !ec;
+}
+
+std::string Attachments::claim(const std::string& set) const {
+    for (std::string free = first_free(set), last; free != last; last = std::exchange(free, first_free(free)))
+        if (make(free)) return free;
+    return set;
 }
 
 std::string Attachments::first_free(const std::string& set) const {

@@ -14,7 +14,7 @@ namespace quorvel {
 /// Folder name of a database from its session's name: file name or server database alone, upper case, without
 /// ".MDB". Never holds a host or a password.
 [[nodiscard]] std::string attachment_database(std::string_view session_name);
-/// A file name without folders, which cannot lead out of its own.
+/// A file name without folders, which cannot lead out of its own and can be stored as a text.
 [[nodiscard]] bool bare_name(std::string_view name);
 
 /// The attached files of one database: base/adjunto/DATABASE/set/name. The layout without the database level
@@ -43,8 +43,13 @@ public:
                                 const std::vector<std::string>& names) const;
     /// The first set from this one on that has no folder yet: a folder left behind is nobody's new set.
     [[nodiscard]] std::string first_free(const std::string& set) const;
+    /// The same, and its folder is made at once, so that nobody else gets it. Where no folder can be made the
+    /// given set comes back.
+    [[nodiscard]] std::string claim(const std::string& set) const;
 
 private:
+    /// Makes a set's folder. @return false when it cannot be made or somebody has made it already
+    [[nodiscard]] bool make(const std::string& set) const;
     /// Folder of a set; empty for a set that is no number.
     [[nodiscard]] std::filesystem::path folder(const std::string& set) const;
     [[nodiscard]] std::filesystem::path file(const std::string& set, const std::string& name) const;

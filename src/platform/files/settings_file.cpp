@@ -70,6 +70,13 @@ Place find(const std::vector<std::string>& lines, std::string_view section, std:
     return place;
 }
 
+/// What the file holds for a value: as it is, or in quotes where get() would take something off its ends.
+std::string written(std::string_view value) {
+    std::string clean = sin_controles(value); // a line end would begin another key
+    const bool quoted = clean.size() >= 2 && clean.front() == '"' && clean.back() == '"';
+    return quoted || sin_bordes(clean) != clean ? '"' + clean + '"' : clean;
+}
+
 bool replace_file(const fs::path& path, const std::vector<std::string>& lines) {
     fs::path fresh = path;
     fresh += ".nuevo";
@@ -116,7 +123,7 @@ std::string SettingsFile::get(std::string_view section, std::string_view key) co
 bool SettingsFile::set(std::string_view section, std::string_view key, std::string_view value) const {
     auto lines = read_lines(path_);
     const std::string eol = !lines.empty() && lines.back().ends_with("\r\n") ? "\r\n" : "\n";
-    const std::string clean = sin_controles(value); // a line end would begin another key
+    const std::string clean = written(value);
     const Place place = find(lines, section, key);
     if (place.line) {
         std::string& line = lines[*place.line];

@@ -45,7 +45,8 @@ public:
         const auto r = std::from_chars(v.data(), v.data() + v.size(), into);
         if (v.empty() || r.ec != std::errc() || r.ptr != v.data() + v.size())
             fail(n, std::string("\"") + name + "\" no es un número: \"" + std::string(v) + "\"");
-        if (into < -2000 || into > 2000 || (positive && into <= 0))
+        const bool inside = into >= -2000 && into <= 2000; // "nan" is a number to the reader above
+        if (!inside || (positive && into <= 0))
             fail(n, std::string("\"") + name + "\" fuera de rango: \"" + std::string(v) + "\"");
     }
     void flag(const pugi::xml_node& n, const char* name, bool& into) const {
@@ -65,6 +66,7 @@ public:
     void font(const pugi::xml_node& n, Font& into) const {
         if (const auto a = n.attribute("letra")) into.family = a.value();
         number(n, "tamano", into.size, true);
+        if (into.size < 1) fail(n, "\"tamano\" fuera de rango: menos de 1 punto");
         flag(n, "negrita", into.bold);
         flag(n, "cursiva", into.italic);
     }
@@ -75,10 +77,8 @@ private:
 };
 
 Item leer_item(const Reader& r, const pugi::xml_node& n, const Font& base) {
-    static const std::map<std::string_view, ItemKind> CLASES{{"texto", ItemKind::text},
-                                                             {"linea", ItemKind::line},
-                                                             {"caja", ItemKind::box},
-                                                             {"regla", ItemKind::ruler}};
+    static const std::map<std::string_view, ItemKind> CLASES{
+        {"texto", ItemKind::text}, {"linea", ItemKind::line}, {"caja", ItemKind::box}};
     static const std::map<std::string_view, Align> LADOS{
         {"izquierda", Align::left}, {"centro", Align::center}, {"derecha", Align::right}};
     const auto clase = CLASES.find(n.name());
@@ -91,8 +91,8 @@ Item leer_item(const Reader& r, const pugi::xml_node& n, const Font& base) {
         r.only(n, {"x", "y", "ancho", "alto", "alinear", "letra", "tamano", "negrita", "cursiva", "ajuste",
                    "encoger", "completar", "cuando"});
     else
-        r.only(n, {"x", "y", "ancho", "alto", "grosor", "gris", "paso", "letra", "tamano", "negrita",
-                   "cursiva", "cuando"});
+        r.only(n, {"x", "y", "ancho", "alto", "grosor", "gris", "letra", "tamano", "negrita", "cursiva",
+                   "cuando"});
     r.font(n, i.font);
     if (i.kind == ItemKind::text) i.h = line_height(i.font);
     r.number(n, "x", i.x);
@@ -100,7 +100,6 @@ Item leer_item(const Reader& r, const pugi::xml_node& n, const Font& base) {
     r.number(n, "ancho", i.w);
     r.number(n, "alto", i.h);
     r.number(n, "grosor", i.pen, true);
-    r.number(n, "paso", i.step, true);
     double gray = 0;
     r.number(n, "gris", gray);
     i.gray = std::clamp(static_cast<int>(gray), 0, 100);
@@ -143,7 +142,7 @@ void revisar_medidas(const Definition& d) {
             throw DefinitionError(d.file, b->source_line, "la banda no cabe en el alto de la página");
     for (const Band* b : d.bands())
         for (const Item& i : b->items)
-            if (i.kind != ItemKind::ruler && (d.left + i.x < -0.001 || d.left + i.x + i.w > d.width + 0.001))
+            if (d.left + i.x < -0.001 || d.left + i.x + i.w > d.width + 0.001)
                 throw DefinitionError(d.file, i.source_line, "el elemento se sale del ancho del papel");
 }
 

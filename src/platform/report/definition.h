@@ -26,7 +26,7 @@ struct Font {
 [[nodiscard]] inline double line_height(const Font& f) { return f.size * 25.4 / 72 * 1.2; }
 
 enum class Align { left, center, right };
-enum class ItemKind { text, line, box, ruler };
+enum class ItemKind { text, line, box };
 
 /// Something at a place of its band. Millimetres; x from the left margin, y from the band's top.
 struct Item {
@@ -35,7 +35,6 @@ struct Item {
     double x = 0, y = 0, w = 0, h = 0; ///< a line runs from (x, y) to (x + w, y + h)
     double pen = 0.2;                  ///< line width
     int gray = 0;                      ///< percent of black: inside of a box (0 open), a line (0 black)
-    double step = 10;                  ///< ruler
     Align align = Align::left;
     Font font;
     bool wrap = false;   ///< long texts go on in further lines and the band grows

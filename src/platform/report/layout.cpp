@@ -4,7 +4,6 @@
 #include "text/letras_utf8.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace quorvel::report {
 
@@ -32,25 +31,6 @@ double stretched(const std::vector<Grown>& grown, double y, double h) {
     for (const Grown& g : grown)
         if (y <= g.from + 0.01 && y + h >= g.bottom - 0.01) by = std::max(by, g.by);
     return by;
-}
-
-void set_ruler(const Item& i, Page& page) {
-    const auto marks = [&](double length, auto&& mark) {
-        for (int n = 0; n * i.step <= length + 0.001; ++n) mark(n, n * i.step);
-    };
-    Font font = i.font;
-    font.size = 5;
-    const double h = line_height(font);
-    marks(i.w, [&](int n, double at) {
-        page.lines.push_back({i.x + at, i.y, i.x + at, i.y + i.h, 0.1, n % 5 ? 25 : 60});
-        page.texts.push_back({i.x + at + 0.4, i.y, 8, h, Align::left, font, std::to_string(std::lround(at))});
-    });
-    marks(i.h, [&](int n, double at) {
-        page.lines.push_back({i.x, i.y + at, i.x + i.w, i.y + at, 0.1, n % 5 ? 25 : 60});
-        if (n)
-            page.texts.push_back(
-                {i.x + 0.4, i.y + at, 8, h, Align::left, font, std::to_string(std::lround(at))});
-    });
 }
 
 class Composer {
@@ -113,7 +93,6 @@ private:
             if (i.kind == ItemKind::line)
                 s.items.lines.push_back({i.x, y, i.x + i.w, y + h, i.pen, i.gray > 0 ? i.gray : 100});
             if (i.kind == ItemKind::box) s.items.boxes.push_back({i.x, y, i.w, h, i.pen, i.gray});
-            if (i.kind == ItemKind::ruler) set_ruler(i, s.items);
         }
         return s;
     }
@@ -224,6 +203,24 @@ private:
 
 Layout compose(const Definition& d, const Data& data, const MeasureText& measure) {
     return Composer(d, data, measure).run();
+}
+
+void add_ruler(Layout& l) {
+    constexpr int STEP = 5, STRONG = 10; // millimetres
+    Font font;
+    font.size = 5;
+    const double h = line_height(font);
+    Page grid;
+    const auto mark = [&](int at, const PlacedLine& line, double x, double y) {
+        grid.lines.push_back({line.x1, line.y1, line.x2, line.y2, 0.1, at % STRONG ? 15 : 40});
+        if (at % STRONG == 0) grid.texts.push_back({x, y, 8, h, Align::left, font, std::to_string(at)});
+    };
+    for (int x = 0; x <= l.width; x += STEP) mark(x, {double(x), 0, double(x), l.height}, x + 0.4, 0);
+    for (int y = STEP; y <= l.height; y += STEP) mark(y, {0, double(y), l.width, double(y)}, 0.4, y);
+    for (Page& p : l.pages) { // under what the definition draws
+        p.lines.insert(p.lines.begin(), grid.lines.begin(), grid.lines.end());
+        p.texts.insert(p.texts.end(), grid.texts.begin(), grid.texts.end());
+    }
 }
 
 } // namespace quorvel::report

@@ -39,6 +39,9 @@ using MeasureText = std::function<double(std::string_view text, const Font& font
 /// Places the rows on pages: header, repeated table header, rows, totals kept together, footer.
 [[nodiscard]] Layout compose(const Definition& d, const Data& data, const MeasureText& measure);
 
+/// Marks the millimetres of the paper on every page, so that one sees where a field has to go.
+void add_ruler(Layout& layout);
+
 /// Breaks a text into lines that are not wider than `width`; a word that is too long is cut.
 [[nodiscard]] std::vector<std::string> wrap_text(std::string_view text, double width, const Font& font,
                                                  const MeasureText& measure);

@@ -14,6 +14,7 @@ struct ReportJob {
     clsConexion* session = nullptr;
     bool to_printer = false; ///< false: preview window
     std::string title;
+    bool ruler = false; ///< a grid of millimetres over the pages, to adjust pre-printed paper
 };
 
 /// The report component. Implementations: Qt (printer, preview, PDF), and one of the tests that records jobs.

@@ -32,6 +32,7 @@ std::string cut(const std::string& text, double width, const Font& font, const M
 
 void fill_up(std::string& line, const std::string& with, double width, const Font& font,
              const MeasureText& measure) {
+    if (measure(with, font) <= 0) return; // what takes no room never fills it
     std::string longer = line + " " + with;
     while (measure(longer, font) <= width) {
         line = longer;

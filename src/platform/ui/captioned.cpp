@@ -16,6 +16,14 @@ void Captioned::SetCaption(std::string caption) {
     Changed();
 }
 
+void Captioned::on_shortcut(KeyEvent& e) {
+    if (is_stroke(e, shortcut_)) {
+        e.handled = true;
+        press();
+    }
+    Control::on_shortcut(e);
+}
+
 bool CommandButton::press() {
     if (!can_focus() || !SetFocus()) return false;
     form().atender([this] { Click(); });
@@ -76,8 +84,9 @@ void OptionButton::on_key(KeyEvent& e) {
 
 MenuItem::MenuItem(Form& form, std::string name, std::string caption, MenuItem* parent, std::string shortcut,
                    bool separator_before)
-    : Captioned(form, std::move(name), std::move(caption)), parent_(parent), shortcut_(std::move(shortcut)),
-      separator_(separator_before) {}
+    : Captioned(form, std::move(name), std::move(caption)), parent_(parent), separator_(separator_before) {
+    SetShortcut(std::move(shortcut));
+}
 
 bool MenuItem::press() {
     for (const MenuItem* m = this; m != nullptr; m = m->parent_)

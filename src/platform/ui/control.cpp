@@ -32,6 +32,14 @@ bool Control::has_focus() const { return form_.active_control() == this; }
 
 bool Control::SetFocus() { return form_.set_active(this); }
 
+void Control::on_shortcut(KeyEvent& e) {
+    for (const Command& command : commands_) {
+        if (e.handled || !is_stroke(e, command.shortcut)) continue;
+        e.handled = true;
+        command.run();
+    }
+}
+
 void Control::send_key(KeyEvent& e) {
     KeyDown(e);
     if (!e.handled) on_key(e);
@@ -40,7 +48,7 @@ void Control::send_key(KeyEvent& e) {
         e.key == Key::tab || e.key == Key::backtab || (e.key == Key::enter && !e.ctrl && !e.alt);
     if (!moves) return;
     e.handled = true;
-    form_.focus_next(e.key == Key::backtab);
+    form_.focus_next(e.key == Key::backtab, e.key == Key::enter);
 }
 
 } // namespace quorvel::ui

@@ -136,9 +136,17 @@ public:
     Captioned(Form& form, std::string name, std::string caption = {});
     [[nodiscard]] const std::string& Caption() const { return caption_; }
     void SetCaption(std::string caption);
+    /// "ctrl+f5", as parse_key reads it; presses wherever the focus is.
+    [[nodiscard]] const std::string& shortcut() const { return shortcut_; }
+    void SetShortcut(std::string shortcut) { shortcut_ = std::move(shortcut); }
+    /// A click by the person. @return false: off, or the focused control refuses to be left
+    virtual bool press() { return false; }
+
+protected:
+    void on_shortcut(KeyEvent& e) override;
 
 private:
-    std::string caption_;
+    std::string caption_, shortcut_;
 };
 class Label : public Captioned {
 public:
@@ -150,8 +158,7 @@ class CommandButton : public Captioned {
 public:
     using Captioned::Captioned;
     [[nodiscard]] std::string_view kind() const override { return "CommandButton"; }
-    /// A click by the person: nothing when the button is off or the focused control refuses to be left.
-    bool press();
+    bool press() override;
     Event<> Click;
 
 protected:
@@ -163,7 +170,7 @@ public:
     [[nodiscard]] std::string_view kind() const override { return "CheckBox"; }
     [[nodiscard]] int Value() const { return value_; }
     void SetValue(int value); ///< 0 or 1
-    bool press();             ///< toggles
+    bool press() override;    ///< toggles
     Event<> Click;
 
 protected:
@@ -179,7 +186,7 @@ public:
     [[nodiscard]] std::string_view kind() const override { return "OptionButton"; }
     [[nodiscard]] int Value() const { return value_; }
     void SetValue(int value);
-    bool press();
+    bool press() override;
     Event<> Click;
 
 protected:
@@ -197,16 +204,12 @@ public:
     [[nodiscard]] std::string_view kind() const override { return "MenuItem"; }
     [[nodiscard]] bool takes_focus() const override { return false; }
     [[nodiscard]] MenuItem* parent() const { return parent_; }
-    [[nodiscard]] const std::string& shortcut() const {
-        return shortcut_;
-    } ///< "ctrl+f5", as parse_key reads it
     [[nodiscard]] bool separator_before() const { return separator_; }
-    bool press(); ///< menus take no focus: an open edit stays open
+    bool press() override; ///< menus take no focus: an open edit stays open
     Event<> Click;
 
 private:
     MenuItem* parent_;
-    std::string shortcut_;
     bool separator_;
 };
 

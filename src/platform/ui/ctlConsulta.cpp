@@ -30,12 +30,14 @@ void ctlConsulta::SetSQL(std::string sql) {
 void ctlConsulta::Load() {
     loaded_ = true;
     rows_.clear();
+    folded_.clear();
     names_.clear();
     kinds_.clear();
     sources_.clear();
     rs_.reset();
     rest_.clear();
     typed_.clear();
+    missed_ = false;
     current_ = -1;
     if (db_ != nullptr && !sql_.empty()) {
         const std::string all_rows = order_by_.empty() ? sql_ : sql_ + " order by " + recortar(order_by_);
@@ -98,29 +100,57 @@ void ctlConsulta::cancel() {
     form().atender([this] { Cancelled(); });
 }
 
-void ctlConsulta::search(const std::string& typed) {
+/// First row read so far, not before `from`, with the text after a mark: '\n' begins a cell, a blank a word.
+int ctlConsulta::find_folded(const std::string& wanted, std::size_t from) {
+    while (folded_.size() < rows_.size()) {
+        std::string text;
+        for (const auto& cell : rows_[folded_.size()]) text += "\n" + sin_acentos(cell);
+        folded_.push_back(std::move(text));
+    }
+    for (; from < folded_.size(); ++from)
+        if (folded_[from].find(wanted) != std::string::npos) return static_cast<int>(from);
+    return -1;
+}
+
+bool ctlConsulta::search(const std::string& typed) {
     const std::string wanted = sin_acentos(typed);
-    if (wanted.empty()) return;
-    std::size_t i = 0;
+    if (wanted.empty()) return false;
+    int found = -1;
+    std::size_t from = 0;
     do {
-        for (; i < rows_.size(); ++i)
-            for (const auto& cell : rows_[i])
-                if (sin_acentos(cell).starts_with(wanted)) return set_current(static_cast<int>(i));
-    } while (more());
+        found = find_folded("\n" + wanted, from);
+        from = rows_.size();
+    } while (found < 0 && more());
+    if (found < 0) found = find_folded(" " + wanted, 0);
+    if (found < 0) return false;
+    set_current(found);
+    return true;
+}
+
+/// What is in no row is in none after one more letter either, so the form is told once.
+void ctlConsulta::type(const KeyEvent& e) {
+    if (e.key == Key::character)
+        typed_ += utf8(e.ch);
+    else
+        drop_last(typed_);
+    if (e.key == Key::character && missed_) return Changed();
+    missed_ = !typed_.empty() && !search(typed_);
+    if (missed_ && e.key == Key::character) {
+        const std::string typed = typed_;
+        bool missed = true;
+        NotFound(typed, missed); // the form may load other rows
+        typed_ = typed;
+        missed_ = missed;
+    }
+    Changed();
 }
 
 void ctlConsulta::on_key(KeyEvent& e) {
     if (e.ctrl || e.alt) return;
     e.handled = true;
-    if (e.key == Key::character) {
-        typed_ += utf8(e.ch);
-        return search(typed_);
-    }
-    if (e.key == Key::backspace) {
-        drop_last(typed_);
-        return search(typed_);
-    }
-    typed_.clear();
+    if (e.key == Key::character || e.key == Key::backspace) return type(e);
+    missed_ = false;
+    if (!std::exchange(typed_, {}).empty()) Changed();
     switch (e.key) {
     case Key::up: return set_current(std::max(current_ - 1, 0));
     case Key::down: return set_current(current_ + 1);

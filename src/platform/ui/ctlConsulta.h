@@ -32,16 +32,24 @@ public:
     /// The person picks a row: Selected with the row's values in column order.
     void pick(int row);
     void cancel();
-    /// Moves to the first row of which a column begins with the text, accents and case ignored.
-    void search(const std::string& typed);
+    /// Moves to the first row of which a column begins with the text, else one of a column's words, accents
+    /// and case ignored. @return false: no row, the current one stays
+    bool search(const std::string& typed);
+    /// What has been typed to search with since the last other key.
+    [[nodiscard]] const std::string& typed() const { return typed_; }
+    [[nodiscard]] bool missed() const { return missed_; } ///< no row has it
 
     Event<const std::vector<std::string>&> Selected;
     Event<> Cancelled;
+    /// What has been typed is in no row; a form that shows rows with it sets the mark back.
+    Event<const std::string&, bool&> NotFound;
 
 protected:
     void on_key(KeyEvent& e) override; ///< arrows, Enter picks, Escape cancels, letters search
 
 private:
+    [[nodiscard]] int find_folded(const std::string& wanted, std::size_t from);
+    void type(const KeyEvent& e);
     clsConexion* db_ = nullptr;
     std::string sql_, order_by_, typed_;
     std::vector<int> layout_;
@@ -49,10 +57,11 @@ private:
     std::vector<ColumnKind> kinds_;
     std::vector<std::size_t> sources_;
     std::vector<std::vector<std::string>> rows_;
+    std::vector<std::string> folded_; ///< what a search reads: a row's cells, each after a line end
     std::unique_ptr<Recordset> rs_;
     std::string rest_; ///< query of all rows, when only the first block has been asked for
     int current_ = -1;
-    bool loaded_ = false;
+    bool loaded_ = false, missed_ = false;
 };
 
 } // namespace quorvel::ui

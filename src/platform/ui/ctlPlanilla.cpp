@@ -85,7 +85,8 @@ std::string ctlPlanilla::as_shown(int col, const quorvel::Value& value, ColumnKi
     if (value.null()) return {};
     const std::string pattern = col < Cols() ? Columns(col).NumberFormat : std::string();
     if (!pattern.empty() && (!value.is_text() || kind == ColumnKind::number))
-        return formato(value.number(), pattern, false);
+        return value.is_integer() ? Decimal(value.integer()).formato(pattern)
+                                  : formato(value.number(), pattern, false);
     if (value.is_double() || (value.is_text() && kind == ColumnKind::number))
         return reemplazar(value.text(), ".", ",");
     if (kind == ColumnKind::date)
@@ -118,6 +119,17 @@ void ctlPlanilla::Load() {
 }
 
 void ctlPlanilla::AddItem(const std::string& text) {
+    append(text);
+    Reset();
+}
+
+void ctlPlanilla::AddItems(const std::vector<std::string>& texts) {
+    if (rows_.capacity() < rows_.size() + texts.size()) rows_.reserve(2 * rows_.size() + texts.size());
+    for (const std::string& text : texts) append(text);
+    Reset();
+}
+
+void ctlPlanilla::append(const std::string& text) {
     Cells cells;
     std::size_t begin = 0;
     for (std::size_t tab = 0; tab != std::string::npos; begin = tab + 1) {
@@ -130,7 +142,6 @@ void ctlPlanilla::AddItem(const std::string& text) {
     rows_.push_back(std::move(cells));
     if (follow) ++row_; // the row being added stays the current one, now one further down
     if (edit_follows) ++edit_row_;
-    Reset();
 }
 
 void ctlPlanilla::Clear() {

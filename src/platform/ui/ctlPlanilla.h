@@ -51,6 +51,8 @@ public:
     void Load();
     /// Appends a row given as cells joined by tabs. Raises nothing.
     void AddItem(const std::string& text);
+    /// Appends many rows at the price of one notice to the view.
+    void AddItems(const std::vector<std::string>& texts);
     /// Removes all rows, the pending one and the open edit. Raises RowsChanged.
     void Clear();
     void RemoveRow(int row); ///< from code: no BeforeDelete; raises RowsChanged
@@ -62,6 +64,12 @@ public:
     bool move_to(int row, int col);
     /// Opens the edit of the current cell. @param keep false starts with an empty text (typing replaces)
     bool begin_edit(bool keep = true);
+    /// Opens the edit of the current cell with a text that nobody has typed: Enter and Tab accept it, typing
+    /// replaces it, anything else drops it.
+    bool propose(const std::string& text);
+    [[nodiscard]] bool proposed() const { return proposed_; }
+    /// The open edit has just been refused; the next change of its text takes the mark away.
+    [[nodiscard]] bool refused() const { return refused_; }
     [[nodiscard]] const std::string& edit_text() const { return edit_; }
     void set_edit_text(std::string text); ///< the view's editor changed (already filtered)
     /// Runs a typed character through KeyPress. @return what goes into the text, 0 nothing
@@ -109,6 +117,7 @@ private:
         return editing_ && row == edit_row_ && col == edit_col_;
     }
     [[nodiscard]] std::string as_shown(int col, const quorvel::Value& value, ColumnKind kind) const;
+    void append(const std::string& text);
     void open_pending();
     void drop_pending();
     void settle_pending(); ///< the pending row becomes a row, or goes away when nothing was entered
@@ -131,7 +140,7 @@ private:
     std::string record_source_, edit_, old_text_;
     int row_ = 0, col_ = 0, edit_row_ = 0, edit_col_ = 0, enter_first_ = 0, enter_last_ = -1;
     bool locked_ = false, editing_ = false, pending_ = false, entered_ = false;
-    bool opening_ = false, committing_ = false;
+    bool opening_ = false, committing_ = false, proposed_ = false, refused_ = false;
 };
 
 } // namespace quorvel::ui

@@ -1,21 +1,11 @@
 #include "platform/ui/form.h"
 
-#include "platform/ui/controls.h"
 #include "platform/ui/flag.h"
 #include "text/letras_utf8.h"
 
 #include <algorithm>
 
 namespace quorvel::ui {
-
-namespace {
-
-bool same_stroke(const KeyEvent& a, const KeyEvent& b) {
-    return a.key == b.key && a.ctrl == b.ctrl && a.alt == b.alt && a.shift == b.shift &&
-           (a.key != Key::character || a.ch == b.ch);
-}
-
-} // namespace
 
 Form::Form(Escritorio& escritorio, std::string name, std::string caption)
     : escritorio_(escritorio), name_(std::move(name)), caption_(std::move(caption)) {}
@@ -129,14 +119,14 @@ bool Form::leave_for_command() {
     return active_ == nullptr || active_->stays_open_for_commands() || commit_active();
 }
 
-void Form::focus_next(bool backwards) {
+void Form::focus_next(bool backwards, bool enter) {
     const auto n = controls_.size();
     const auto here = std::find(controls_.begin(), controls_.end(), active_);
     const std::size_t start = here == controls_.end() ? (backwards ? 0 : n - 1)
                                                       : static_cast<std::size_t>(here - controls_.begin());
     for (std::size_t step = 1; step <= n; ++step) {
         Control* const c = controls_[(start + (backwards ? n - step : step)) % n];
-        if (!c->can_focus()) continue;
+        if (!c->can_focus() || (enter && !c->enter_stop())) continue;
         set_active(c);
         return;
     }
@@ -151,14 +141,7 @@ void Form::send_key(KeyEvent& e) {
             focus_next(e.key == Key::backtab);
         }
         const auto all = controls_;
-        for (auto it = all.begin(); !e.handled && it != all.end(); ++it) {
-            auto* const menu = dynamic_cast<MenuItem*>(*it);
-            if (menu == nullptr || menu->shortcut().empty()) continue;
-            const auto stroke = parse_key(menu->shortcut());
-            if (!stroke || !same_stroke(*stroke, e)) continue;
-            e.handled = true;
-            menu->press();
-        }
+        for (auto it = all.begin(); !e.handled && it != all.end(); ++it) (*it)->on_shortcut(e);
         if (!e.handled) Form_KeyDown(e);
     });
 }

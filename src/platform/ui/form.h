@@ -3,6 +3,7 @@
 #include "platform/ui/escritorio.h"
 
 #include <exception>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -52,17 +53,21 @@ public:
     bool commit_active();
     /// What a menu entry or the toolbar does first: leaves a text box, keeps a grid's edit open.
     bool leave_for_command();
-    void focus_next(bool backwards = false);
+    /// @param enter only to controls at which Enter stops
+    void focus_next(bool backwards = false, bool enter = false);
     /// A key to what has the focus, then the form's own keys (menu shortcuts, toolbar keys).
     void send_key(KeyEvent& e);
 
     /// The only catch of a form's events: shows the error's own description, critical, "Mensaje".
     template <class F> void atender(F&& evento) {
+        const std::shared_ptr<int> depth = depth_; // the event may end the form
+        ++*depth;
         try {
             evento();
         } catch (const std::exception& e) {
             critico(e.what());
         }
+        if (--*depth == 0 && depth.use_count() > 1) Settled();
     }
     // Message boxes, all titled "Mensaje".
     void critico(const std::string& texto);
@@ -71,6 +76,7 @@ public:
     [[nodiscard]] bool pregunta(const std::string& texto); ///< Yes and No; true for Yes
 
     Event<> Changed, FocusMoved, Closed;
+    Event<> Settled; ///< an event of the person or the host has been dealt with, whatever it caused included
 
 protected:
     virtual void Form_Load() {}
@@ -88,6 +94,7 @@ private:
     std::string name_, caption_;
     std::vector<Control*> controls_;
     Control *active_ = nullptr, *goal_ = nullptr;
+    std::shared_ptr<int> depth_ = std::make_shared<int>(0); ///< events within events
     bool loaded_ = false, visible_ = false, moving_focus_ = false;
 };
 

@@ -74,6 +74,13 @@ std::optional<KeyEvent> parse_key(std::string_view name) {
     return e;
 }
 
+bool is_stroke(const KeyEvent& e, std::string_view name) {
+    if (name.empty()) return false;
+    const auto wanted = parse_key(name);
+    return wanted && wanted->key == e.key && wanted->ctrl == e.ctrl && wanted->alt == e.alt &&
+           wanted->shift == e.shift && (e.key != Key::character || wanted->ch == e.ch);
+}
+
 int key_ascii(const KeyEvent& e) {
     switch (e.key) {
     case Key::character:

@@ -47,6 +47,8 @@ struct KeyEvent {
 
 /// Reads a key's name: "ctrl+y", "enter", "escape", "tab", "shift+tab", "f5", "delete", "a".
 [[nodiscard]] std::optional<KeyEvent> parse_key(std::string_view name);
+/// Whether this is the key stroke of that name; an empty name is none.
+[[nodiscard]] bool is_stroke(const KeyEvent& e, std::string_view name);
 /// Code that KeyPress hands out: the character, 1 to 26 for ctrl+letter, 13 enter, 27 escape, 8 backspace,
 /// 9 tab, 0 for keys that type nothing.
 [[nodiscard]] int key_ascii(const KeyEvent& e);

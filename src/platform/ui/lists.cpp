@@ -73,12 +73,11 @@ int ListControl::find_typed(int from) const {
 }
 
 void ListControl::type(char32_t ch) {
-    const int here = std::max(index_, 0);
     typed_ += utf8(ch);
-    int found = find_typed(here);
+    int found = find_typed(0);
     if (found < 0) { // a new word begins, or the same letter asks for the next entry
         typed_ = utf8(ch);
-        found = ListCount() == 0 ? -1 : find_typed((here + 1) % ListCount());
+        found = ListCount() == 0 ? -1 : find_typed((std::max(index_, 0) + 1) % ListCount());
     }
     if (found >= 0 && found != index_) SetListIndex(found);
 }

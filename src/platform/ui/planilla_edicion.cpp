@@ -14,14 +14,14 @@ namespace {
 /// Text in the form in which its column shows numbers.
 std::string in_format(const std::string& text, const std::string& pattern) {
     if (pattern.empty() || text.empty() || !numero_sql(text)) return text;
-    return formato(valnumeroformato(text), pattern, false);
+    return Decimal::leer(text).formato(pattern);
 }
 
 } // namespace
 
 void ctlPlanilla::close_edit() {
     if (!editing_) return;
-    editing_ = false;
+    editing_ = proposed_ = refused_ = false;
     edit_.clear();
     EditChanged();
 }
@@ -59,9 +59,18 @@ bool ctlPlanilla::start_edit(bool keep) {
     return true;
 }
 
+bool ctlPlanilla::propose(const std::string& text) {
+    if (!commit_edit() || !begin_edit(false)) return false;
+    set_edit_text(text);
+    proposed_ = true;
+    EditChanged();
+    return true;
+}
+
 void ctlPlanilla::set_edit_text(std::string text) {
     if (!editing_ || text == edit_) return;
     edit_ = sin_controles(text);
+    proposed_ = refused_ = false;
     EditChanged();
 }
 
@@ -75,7 +84,7 @@ char32_t ctlPlanilla::filter(char32_t ch) {
 bool ctlPlanilla::type(char32_t ch) {
     ch = filter(ch);
     if (ch == 0 || !begin_edit(editing_)) return false;
-    set_edit_text(edit_ + utf8(ch));
+    set_edit_text((proposed_ ? std::string() : edit_) + utf8(ch));
     return true;
 }
 
@@ -88,6 +97,10 @@ bool ctlPlanilla::commit_edit() {
 bool ctlPlanilla::finish_edit() {
     if (!editing_) return true;
     if (committing_) return false; // a message of the handlers moved the focus
+    if (proposed_) {
+        close_edit();
+        return true;
+    }
     const int row = edit_row_, col = edit_col_;
     {
         const Flag committing(committing_);
@@ -101,13 +114,14 @@ bool ctlPlanilla::finish_edit() {
         BeforeColUpdate(col, old, cancel);
         if (!editing_) return true; // the handlers replaced the rows
         if (cancel) {
+            refused_ = true;
             set_current(edit_row_, edit_col_);
             EditChanged();
             return false;
         }
     }
     const std::string text = edit_;
-    editing_ = false;
+    editing_ = refused_ = false;
     store(row, col, text);
     EditChanged();
     AfterColUpdate(col);

@@ -58,7 +58,7 @@ void ctlPlanilla::on_text_key(KeyEvent& e) {
         begin_edit(false);
         return;
     }
-    std::string rest = edit_;
+    std::string rest = proposed_ ? std::string() : edit_;
     drop_last(rest);
     set_edit_text(rest);
 }
@@ -93,6 +93,7 @@ void ctlPlanilla::on_step_key(KeyEvent& e) {
     if (e.alt || (e.ctrl && e.key == Key::enter)) return;
     const int row = row_, col = col_;
     e.handled = true;
+    proposed_ = false; // what was proposed is accepted
     if (!commit_edit()) return;
     if (e.ctrl) { // Ctrl+Tab leaves the grid from any cell
         e.handled = false;

@@ -73,7 +73,7 @@ void TextBox::on_key(KeyEvent& e) {
         std::string rest = selected_ ? std::string() : text_;
         drop_last(rest);
         edit(std::move(rest));
-    } else if (e.ctrl && e.ch == U'a' && !e.handled) {
+    } else if (e.ctrl && !e.shift && e.ch == U'a' && !e.handled) {
         e.handled = true;
         SelectAll();
     }

@@ -16,7 +16,9 @@ namespace quorvel::qt {
 report::Layout compose_job(const ReportJob& job) {
     const auto definition = report::read_definition(job.definition);
     const auto data = report::read_rows(*job.session, job.table, definition);
-    return report::compose(definition, data, text_width);
+    auto layout = report::compose(definition, data, text_width);
+    if (job.ruler) report::add_ruler(layout);
+    return layout;
 }
 
 void write_pdf(const report::Layout& layout, const std::filesystem::path& file, const std::string& title) {
@@ -45,17 +47,24 @@ void QtReportPrinter::run(const ReportJob& job) {
     if (dialog.exec() == QDialog::Accepted) paint_all(printer, layout);
 }
 
+std::unique_ptr<QGuiApplication> aplicacion_sin_ventanas() {
+    if (QCoreApplication::instance() != nullptr) return nullptr;
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    static int argc = 1;
+    static char name[] = "quorvel";
+    static char* argv[] = {name, nullptr};
+    // without a window there is nothing to say about where windows would keep their files
+    const auto antes = qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
+    auto aplicacion = std::make_unique<QGuiApplication>(argc, argv);
+    qInstallMessageHandler(antes);
+    return aplicacion;
+}
+
 PdfReportPrinter::PdfReportPrinter(std::filesystem::path folder) : folder_(std::move(folder)) {}
 PdfReportPrinter::~PdfReportPrinter() = default;
 
 void PdfReportPrinter::run(const ReportJob& job) {
-    if (QCoreApplication::instance() == nullptr) {
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-        static int argc = 1;
-        static char name[] = "quorvel";
-        static char* argv[] = {name, nullptr};
-        application_ = std::make_unique<QGuiApplication>(argc, argv);
-    }
+    if (auto nueva = aplicacion_sin_ventanas()) application_ = std::move(nueva);
     const auto layout = compose_job(job);
     std::error_code ignored;
     std::filesystem::create_directories(folder_, ignored);

@@ -16,6 +16,9 @@ namespace quorvel::qt {
 /// Writes a PDF file. @throws std::runtime_error in Spanish
 void write_pdf(const report::Layout& layout, const std::filesystem::path& file, const std::string& title);
 
+/// What fonts need where the program shows no window; nothing when it has an application already.
+[[nodiscard]] std::unique_ptr<QGuiApplication> aplicacion_sin_ventanas();
+
 /// Printer or preview window, as the job wants.
 class QtReportPrinter : public ReportPrinter {
 public:

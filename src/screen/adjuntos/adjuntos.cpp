@@ -10,15 +10,22 @@ Attachments carpeta_adjuntos(const frmQuorvel& f) {
     return {attachment_base(base, f.servicios.carpeta), attachment_database(f.glbdb->Name())};
 }
 
-void nuevo_conjunto(frmQuorvel& f) {
-    f.gstrcomprobante_adjunto = carpeta_adjuntos(f).first_free(f.NumeroAdjunto());
-    f.lblgstrcomprobante_adjunto.SetCaption(f.gstrcomprobante_adjunto);
+void fijar_conjunto(frmQuorvel& f, const std::string& conjunto) {
+    f.gstrcomprobante_adjunto = conjunto;
+    f.lblgstrcomprobante_adjunto.SetCaption(conjunto);
 }
+
+void nuevo_conjunto(frmQuorvel& f) { fijar_conjunto(f, carpeta_adjuntos(f).first_free(f.NumeroAdjunto())); }
 
 void adjunto_agregar(frmQuorvel& f) {
     const auto elegido = f.escritorio().ask_file({"Adjuntar archivo", "*", "", false});
     if (!elegido) return;
+    if (!bare_name(std::filesystem::path(*elegido).filename().string()))
+        return f.critico("Nombre de archivo no válido");
     const Attachments carpeta = carpeta_adjuntos(f);
+    // screens that prepare new vouchers at one time propose the same set: the first file decides whose it is
+    if (f.glbBanderaNuevo && f.lstadjunto.ListCount() == 0)
+        fijar_conjunto(f, carpeta.claim(f.gstrcomprobante_adjunto));
     if (carpeta.would_replace(f.gstrcomprobante_adjunto, *elegido) &&
         !f.pregunta("Ya existe un archivo adjunto con ese nombre y otro contenido, ¿desea reemplazarlo?"))
         return;

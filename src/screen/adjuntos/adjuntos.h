@@ -9,6 +9,8 @@ class frmQuorvel;
 [[nodiscard]] Attachments carpeta_adjuntos(const frmQuorvel& f);
 /// A new set for the voucher on the screen: its number, past folders that a lost voucher left behind.
 void nuevo_conjunto(frmQuorvel& f);
+/// Shows and uses this attachment set.
+void fijar_conjunto(frmQuorvel& f, const std::string& conjunto);
 // The panel's buttons; each ends silently at the first failure and leaves the list as it was.
 void adjunto_agregar(frmQuorvel& f);
 void adjunto_eliminar(frmQuorvel& f);

@@ -124,12 +124,7 @@ void frmAsistente::cmdaceptar_Click() {
         exigir(*this, !cuenta.empty(), "Ingrese cuenta", &txtCuenta) &&
         exigir(*this, txttotal.Value() != 0, "Ingrese total", &txttotal) &&
         exigir(*this, existe_cuenta(*this, cuenta), "Cuenta no válida");
-    if (!paso) return;
-    if (cuenta_requiere_auxiliar(*this, cuenta) && txtauxiliar.Text().empty()) {
-        habilitar(parte_auxiliar(), true);
-        exigir(*this, false, "Ingrese auxiliar", &txtauxiliar);
-        return;
-    }
+    if (!paso || !exigir_auxiliares(*this, *this, parte_auxiliar(), cuenta, cmbAuxiliar)) return;
     gblnaceptar = true;
     Hide();
 }

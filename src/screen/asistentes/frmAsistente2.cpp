@@ -42,12 +42,7 @@ void frmAsistente2::cmdaceptar_Click() {
         exigir(*this, txttotal.Value() != 0, "Ingrese total", &txttotal) &&
         exigir(*this, existe_cuenta(*this, socio), "Cuenta SOCIO no válida") &&
         exigir(*this, existe_cuenta(*this, banco), "Cuenta BANCOS no válida");
-    if (!paso) return;
-    if (cuenta_requiere_auxiliar(*this, socio) && txtAuxiliar2.Text().empty()) {
-        habilitar(parte_auxiliar(), true);
-        exigir(*this, false, "Ingrese auxiliar", &txtAuxiliar2);
-        return;
-    }
+    if (!paso || !exigir_auxiliares(*this, *this, parte_auxiliar(), socio, cmbAuxiliar)) return;
     gblnaceptar = true;
     Hide();
 }

@@ -130,6 +130,21 @@ void tecla_dialogo(ui::Form& f, ui::KeyEvent& e, ui::CommandButton& aceptar) {
         f.Hide();
 }
 
+bool exigir_auxiliares(ui::Form& f, SesionAsistente& s, const ParteCodigo& auxiliar,
+                       const std::string& cuenta, ui::ComboBox& contraparte) {
+    const auto vigente = [&](const std::string& codigo, ui::Control& foco) {
+        return exigir(f, buscar_codigo(*s.grsAuxiliares, "auxiliar", codigo), "Auxiliar no válido", &foco);
+    };
+    if (cuenta_requiere_auxiliar(s, cuenta)) {
+        const std::string codigo = auxiliar.codigo.Text();
+        if (codigo.empty()) habilitar(auxiliar, true);
+        if (!exigir(f, !codigo.empty(), "Ingrese auxiliar", &auxiliar.codigo)) return false;
+        if (!vigente(codigo, auxiliar.codigo)) return false;
+    }
+    const std::string entrada = contraparte.Text();
+    return vigente(entrada.substr(0, entrada.find(" - ")), contraparte);
+}
+
 bool exigir(ui::Form& f, bool ok, const char* mensaje, ui::Control* foco) {
     if (ok) return true;
     f.critico(mensaje);

@@ -50,6 +50,10 @@ void CargarAuxiliaresRut(SesionAsistente& s, const ParteContraparte& p);
 void formatear_monto(ui::ctlEntrada& monto);
 /// Shows a failed check and goes to its control. @return ok
 bool exigir(ui::Form& f, bool ok, const char* mensaje, ui::Control* foco = nullptr);
+/// The auxiliary that the account requires must be there; neither it nor the counterpart's may have gone
+/// since it was chosen. @return false after the message
+bool exigir_auxiliares(ui::Form& f, SesionAsistente& s, const ParteCodigo& auxiliar,
+                       const std::string& cuenta, ui::ComboBox& contraparte);
 
 /// F5 presses "Aceptar" from wherever the focus is, Escape cancels.
 void tecla_dialogo(ui::Form& f, ui::KeyEvent& e, ui::CommandButton& aceptar);

@@ -2,26 +2,29 @@
 
 #include "screen/campos.h"
 #include "screen/frmQuorvel.h"
-#include "screen/papeles/ocupado.h"
 #include "yearend/descuadrados.h"
 
 namespace quorvel {
 
 bool aceptar_descuadrados(frmQuorvel& f, int anio) {
-    const std::string lista = lista_descuadrados(*f.glbdb, EmpresaAnio{f.glbEmpresa, anio});
-    return lista.empty() ||
-           f.pregunta("Lista de Comprobantes descuadrados " + lista + "\r\nDesea continuar de todas formas");
+    std::string lista;
+    return con_avance(f, "Revisando los comprobantes del año",
+                      [&](const Avance&) {
+                          lista = lista_descuadrados(*f.glbdb, EmpresaAnio{f.glbEmpresa, anio});
+                      }) &&
+           (lista.empty() || f.pregunta("Lista de Comprobantes descuadrados " + lista +
+                                        "\r\nDesea continuar de todas formas"));
 }
 
 std::optional<AsientoGenerado>
 generar_con_avance(frmQuorvel& f, const std::function<ResultadoAsiento(const Avance&)>& regla) {
     ResultadoAsiento r;
-    {
-        const Ocupado ocupado(f.escritorio());
-        r = regla([&](long filas) { return f.escritorio().progress("Generando comprobante", filas, 0); });
+    if (!con_avance(f, "Generando comprobante", [&](const Avance& avance) { r = regla(avance); }))
+        return std::nullopt;
+    if (r.rechazo) {
+        f.critico(r.rechazo->mensaje);
+        return std::nullopt;
     }
-    if (r.rechazo) f.critico(r.rechazo->mensaje);
-    if (r.rechazo || r.cancelado) return std::nullopt;
     return std::move(r.asiento);
 }
 
@@ -35,6 +38,8 @@ void preparar_comprobante(frmQuorvel& f, Fecha fecha, const std::string& glosa) 
 }
 
 void agregar_lineas(frmQuorvel& f, const AsientoGenerado& a) {
+    std::vector<std::string> filas;
+    filas.reserve(a.lineas.size());
     for (const LineaNumerada& n : a.lineas) {
         std::vector<std::string> celdas{std::to_string(n.contador),
                                         n.linea.centro,
@@ -43,8 +48,9 @@ void agregar_lineas(frmQuorvel& f, const AsientoGenerado& a) {
                                         n.linea.haber,
                                         n.linea.glosa};
         if (!n.linea.num_ref.empty()) celdas.insert(celdas.end(), {"", "", n.linea.num_ref, "", ""});
-        f.grdDetalle.AddItem(fila_texto(celdas));
+        filas.push_back(fila_texto(celdas));
     }
+    f.grdDetalle.AddItems(filas);
     fijar_totales(f, a.total_debe, a.total_haber);
 }
 

@@ -1,3 +1,4 @@
+#include "screen/abrir.h"
 #include "screen/adjuntos/adjuntos.h"
 #include "screen/borrador.h"
 #include "screen/campos.h"
@@ -78,12 +79,16 @@ void buscar(frmQuorvel& f) {
     const auto elegido = elegir_comprobante(f.escritorio(), *f.glbdb,
                                             consulta_busqueda(f.glbEmpresa, f.glbUsuario, f.glbAlias));
     if (!elegido) return;
-    const auto fecha = leer_fecha_mdy(elegido->f_comp);
-    if (!fecha) return;
-    const auto c = leer_cabecera(*f.glbdb, f.glbEmpresa, *fecha, elegido->documento, elegido->num_docum,
-                                 elegido->subsistema);
-    if (!c) return;
-    guardar_borrador(f);
+    if (const auto fecha = leer_fecha_mdy(elegido->f_comp))
+        abrir_comprobante(
+            f, {f.glbEmpresa, elegido->subsistema, *fecha, elegido->documento, elegido->num_docum});
+}
+
+bool abrir_comprobante(frmQuorvel& f, const Clave& clave) {
+    const auto c = leer_cabecera(*f.glbdb, clave.empresa, clave.f_comp, clave.documento, clave.num_docum,
+                                 clave.subsistema);
+    if (!c) return false;
+    const Borrador::Cambio cambio(f);
     f.estado.cierre_generado = false;
     f.estado.cortado.reset();
     f.ctlRegistro1.RecordShown();
@@ -95,6 +100,7 @@ void buscar(frmQuorvel& f) {
         es_comprobante_cierre(*c, leer_periodo(*f.glbdb, f.glbEmpresa, f.servicios.reloj.hoy()));
     cargar_detalle(f, *c);
     tomar_bloqueo(f, *c, segun_estado(f, *c));
+    return true;
 }
 
 } // namespace quorvel

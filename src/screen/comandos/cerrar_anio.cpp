@@ -2,7 +2,9 @@
 
 #include "screen/campos.h"
 #include "screen/comandos/comandos.h"
+#include "screen/comandos/con_avance.h"
 #include "screen/frmQuorvel.h"
+#include "screen/papeles/ocupado.h"
 
 namespace quorvel {
 
@@ -10,10 +12,19 @@ namespace {
 
 void mostrar(frmQuorvel& f, const ResultadoCerrarAnio& r) {
     if (r.rechazo) return f.critico(r.rechazo->mensaje);
+    if (r.cancelado) return f.informacion(CANCELADA);
     f.config = r.nueva;
     f.informacion(r.mensaje);
     if (!r.aviso.empty()) f.exclamacion(r.aviso);
     limpiar_para_nuevo(f);
+}
+
+/// The check can be cancelled; what follows it is short and never is.
+ResultadoCerrarAnio cerrar(frmQuorvel& f, Fecha hoy) {
+    const Ocupado ocupado(f.escritorio());
+    return cerrar_anio_contable(*f.glbdb, f.glbEmpresa, hoy, [&] {
+        return f.escritorio().progress("Revisando las cuentas de resultado", 0, 0);
+    });
 }
 
 } // namespace
@@ -27,7 +38,7 @@ void cerrar_anio(frmQuorvel& f) {
     }
     if (f.pregunta("Esta seguro que desea cerrar el año contable\r\n"
                    "Nota: Una vez cerrado el año no se modificar ningun comprobante del año"))
-        mostrar(f, cerrar_anio_contable(*f.glbdb, f.glbEmpresa, hoy));
+        mostrar(f, cerrar(f, hoy));
 }
 
 } // namespace quorvel

@@ -20,10 +20,9 @@ void cheque(frmQuorvel& f) {
     x.num_ref = f.txtnum_ref.Text();
     x.fecha_doc = f.txtfecha_doc.date();
     x.total_debe = f.lblTotalDebe.Caption();
-    // a cheque paper may show the voucher's lines; without staging tables the cheque can still be saved
-    if (f.glbdbReport != nullptr && !misma_base(*f.glbdb, *f.glbdbReport) &&
-        es_tabla_impresion(*f.glbdbReport))
-        preparar_impresion(f);
+    asegurar_tablas(f);
+    // a cheque paper may show the voucher's lines; without a report database the cheque can still be saved
+    if (f.glbdbReport != nullptr && sirve_para_informes(*f.glbdb, *f.glbdbReport)) preparar_impresion(f);
     frmcheque forma(f.escritorio(), std::move(x));
     forma.ShowModal();
     forma.Unload();

@@ -13,6 +13,9 @@ void borrar_linea(frmQuorvel&);
 void imprimir(frmQuorvel&);
 void buscar(frmQuorvel&);
 void salir(frmQuorvel&);
+// Amounts.
+void proponer_diferencia(frmQuorvel&);
+void explicar_diferencia(frmQuorvel&);
 // Life of the voucher.
 void anular(frmQuorvel&);
 void eliminar(frmQuorvel&);

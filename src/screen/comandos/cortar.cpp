@@ -26,9 +26,7 @@ void RenovarComprobante(frmQuorvel& f) {
     f.estado.comprobante_cierre = f.estado.cierre_generado = f.estado.solo_lectura = false;
     f.estado.cargado.reset();
     f.glbBanderaNuevo = f.glbBanderaLeer = true;
-    f.txtNum_doc.SetEnabled(true);
-    f.cmbDocumento.SetEnabled(true);
-    f.mskF_comp.SetEnabled(true);
+    permitir_identidad(f, true);
     f.lblEstado.SetCaption(""); // what is on the screen is saved nowhere
     f.lblUsuario.SetCaption(std::to_string(f.glbUsuario) + " " + f.glbN_usuario);
     f.lblF_ult_modificacion.SetCaption(fecha_dmy(f.servicios.reloj.hoy()));
@@ -54,12 +52,14 @@ void cortar(frmQuorvel& f) {
     const Clave clave = f.estado.cargado->clave();
     const auto guardado = leer_cabecera(*f.glbdb, clave.empresa, clave.f_comp, clave.documento,
                                         clave.num_docum, clave.subsistema);
+    f.borrador->obligar(); // from the deletion until it is saved again it exists nowhere else
+    f.borrador->anotar();
     const std::string error =
         EliminarComprobante(*f.glbdb, clave, f.estado.cargado->comprobante_adjunto, f.glbUsuario);
     if (!error.empty()) return f.critico(error);
     RenovarComprobante(f); // the attachment set stays: its files are where they were
     f.estado.cortado = guardado;
-    guardar_borrador(f); // until it is saved again it exists nowhere else
+    f.borrador->obligar();
 }
 
 void copiar(frmQuorvel& f) {
@@ -68,14 +68,14 @@ void copiar(frmQuorvel& f) {
     RenovarComprobante(f); // after a cut its cheque still belongs to what is on the screen
     if (guardado) {        // two vouchers never share a set: deleting one would take the other's files
         const Attachments carpeta = carpeta_adjuntos(f);
-        f.gstrcomprobante_adjunto = carpeta.first_free(numero_adjunto(*f.glbdb, std::nullopt));
-        f.lblgstrcomprobante_adjunto.SetCaption(f.gstrcomprobante_adjunto);
+        fijar_conjunto(f, carpeta.first_free(numero_adjunto(*f.glbdb, std::nullopt)));
         if (f.lstadjunto.ListCount() > 0 &&
             !carpeta.copy_set(origen, f.gstrcomprobante_adjunto, nombres(f.lstadjunto))) {
             f.lstadjunto.Clear();
             f.exclamacion("No se pudieron copiar los archivos adjuntos");
         }
     }
+    f.borrador->obligar();
     f.cmbDocumento.SetFocus();
 }
 

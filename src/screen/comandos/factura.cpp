@@ -2,11 +2,13 @@
 #include "screen/comandos/comandos.h"
 #include "screen/frmQuorvel.h"
 #include "screen/papeles/frmfactura.h"
+#include "screen/papeles/preparar.h"
 
 namespace quorvel {
 
 void factura(frmQuorvel& f) {
     if (f.glbBanderaNuevo) return f.critico("Debe grabar el comprobante antes de imprimir la factura");
+    asegurar_tablas(f);
     EntradaFactura x;
     x.glbdb = f.glbdb;
     x.glbdbReport = f.glbdbReport;

@@ -6,6 +6,7 @@
 #include "text/rut.h"
 #include "voucher/bloqueo.h"
 #include "voucher/grabar.h"
+#include "voucher/pasos.h"
 #include "voucher/validar.h"
 
 namespace quorvel {
@@ -74,15 +75,12 @@ void numerar_lineas(frmQuorvel& f) {
 }
 
 void mostrar_grabado(frmQuorvel& f, Comprobante c) {
-    f.gstrcomprobante_adjunto = c.comprobante_adjunto;
-    f.lblgstrcomprobante_adjunto.SetCaption(c.comprobante_adjunto);
+    fijar_conjunto(f, c.comprobante_adjunto);
     f.lblEstado.SetCaption("P");
     if (f.glbBanderaNuevo) {
         f.glbBanderaNuevo = false;
         f.ctlRegistro1.RecordStored();
-        f.txtNum_doc.SetEnabled(false);
-        f.cmbDocumento.SetEnabled(false);
-        f.mskF_comp.SetEnabled(false);
+        permitir_identidad(f, false);
     }
     recordar_cierre(f, c);
     numerar_lineas(f);
@@ -93,9 +91,9 @@ void mostrar_grabado(frmQuorvel& f, Comprobante c) {
     f.estado.cotizacion_exacta = c.cotizacion;
     f.estado.cotizacion_mostrada = f.txtCotizacion.Text();
     f.estado.cargado = std::move(c);
-    if (f.estado.cortado) borrar_borrador(f);
     f.estado.cortado.reset();
     f.SetCaption(titulo(f, "P"));
+    f.borrador->grabado();
     f.informacion("Comprobante Ingresado y Mayorizado");
 }
 
@@ -104,12 +102,14 @@ void mostrar_grabado(frmQuorvel& f, Comprobante c) {
 void guardar(frmQuorvel& f) {
     if (!rut_valido(f)) return;
     Comprobante c = leer_pantalla(f);
-    if (!validar(f, c)) return;
-    const ResultadoGrabar r = GrabarComprobante(*f.glbdb, c, opciones(f, c));
+    const auto ya =
+        f.estado.sin_respuesta ? grabado_sin_respuesta(*f.glbdb, c, f.servicios.reloj.hoy()) : std::nullopt;
+    if (!ya && !validar(f, c)) return;
+    const ResultadoGrabar r = ya ? *ya : GrabarComprobante(*f.glbdb, c, opciones(f, c));
+    f.estado.sin_respuesta = r.error == DESENLACE_DESCONOCIDO;
     c.comprobante_adjunto = r.comprobante_adjunto; // the files may have moved, also when the save failed
     if (!r.error.empty()) {
-        f.gstrcomprobante_adjunto = r.comprobante_adjunto;
-        f.lblgstrcomprobante_adjunto.SetCaption(r.comprobante_adjunto);
+        fijar_conjunto(f, r.comprobante_adjunto);
         f.critico(r.error);
     } else {
         mostrar_grabado(f, std::move(c));

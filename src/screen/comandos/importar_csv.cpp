@@ -74,7 +74,7 @@ void importar_csv(frmQuorvel& f) {
     if (!c.reconocido) return;
     f.grdDetalle.Clear();
     if (c.con_cabecera) mostrar_cabecera(f, c);
-    for (const std::string& fila : c.filas) f.grdDetalle.AddItem(fila);
+    f.grdDetalle.AddItems(c.filas);
     if (c.sobran_campos) f.exclamacion("El archivo tiene campos de más, que no se leyeron");
 }
 

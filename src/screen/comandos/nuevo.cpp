@@ -1,4 +1,3 @@
-#include "screen/borrador.h"
 #include "screen/campos.h"
 #include "screen/comandos/comandos.h"
 #include "screen/frmQuorvel.h"
@@ -6,7 +5,6 @@
 namespace quorvel {
 
 void nuevo(frmQuorvel& f) {
-    guardar_borrador(f);
     limpiar_para_nuevo(f);
     f.cmbDocumento.SetFocus();
 }

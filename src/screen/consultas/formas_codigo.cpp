@@ -34,6 +34,23 @@ frmBuscaCentro::frmBuscaCentro(ui::Escritorio& escritorio)
     : FormaConsulta(escritorio, "frmBuscaCentro", "Buscar Cuenta", {"centro", "n_centro"}) {
     cmbGcuenta.Click += [this] { atender([this] { cmbGcuenta_Click(); }); };
     enter_avanza(cmbGcuenta);
+    ctlConsulta1.NotFound += [this](const std::string& tecleado, bool& falta) {
+        atender([&] { buscar_en_otros_grupos(tecleado, falta); });
+    };
+}
+
+/// The group that shows the code or name becomes the chosen one. A code can only be in the group that begins
+/// as it does; for a name the others are read in their order, once for a word.
+void frmBuscaCentro::buscar_en_otros_grupos(const std::string& tecleado, bool& falta) {
+    const int aqui = cmbGcuenta.ListIndex();
+    const char primera = tecleado.front();
+    const bool codigo = primera >= '0' && primera <= '9';
+    for (int i = 0; falta && i < cmbGcuenta.ListCount(); ++i) {
+        if (i == aqui || (codigo && cmbGcuenta.List(i).front() != primera)) continue;
+        cmbGcuenta.SetListIndex(i);
+        falta = !ctlConsulta1.search(tecleado);
+    }
+    if (falta && cmbGcuenta.ListIndex() != aqui) cmbGcuenta.SetListIndex(aqui);
 }
 
 void frmBuscaCentro::Form_Load() {

@@ -27,6 +27,7 @@ protected:
 
 private:
     void cmbGcuenta_Click();
+    void buscar_en_otros_grupos(const std::string& tecleado, bool& falta);
 };
 
 /// Auxiliaries of one type.

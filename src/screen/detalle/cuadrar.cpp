@@ -39,15 +39,16 @@ void frmQuorvel::RecalcularTotales() {
     fijar_totales(*this, d.formato(PATRON), h.formato(PATRON));
 }
 
+Linea linea_de_grilla(const frmQuorvel& f, int fila) {
+    const auto celda = [&](int col) { return f.grdDetalle.TextMatrix(fila, col); };
+    return {celda(CUENTA), celda(AUXILIAR),   celda(DEBE),       celda(HABER),    celda(GLOSA),
+            celda(CENTRO), celda(CONCILIADO), celda(DOC_PAGADO), celda(OTRO_IMP), celda(TASA)};
+}
+
 std::vector<Linea> lineas_de_grilla(const frmQuorvel& f) {
-    const ui::ctlPlanilla& g = f.grdDetalle;
     std::vector<Linea> lineas;
-    lineas.reserve(static_cast<std::size_t>(g.Rows()));
-    for (int i = 0; i < g.Rows(); ++i) {
-        const auto celda = [&](int col) { return g.TextMatrix(i, col); };
-        lineas.push_back({celda(CUENTA), celda(AUXILIAR), celda(DEBE), celda(HABER), celda(GLOSA),
-                          celda(CENTRO), celda(CONCILIADO), celda(DOC_PAGADO), celda(OTRO_IMP), celda(TASA)});
-    }
+    lineas.reserve(static_cast<std::size_t>(f.grdDetalle.Rows()));
+    for (int i = 0; i < f.grdDetalle.Rows(); ++i) lineas.push_back(linea_de_grilla(f, i));
     return lineas;
 }
 

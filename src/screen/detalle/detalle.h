@@ -43,6 +43,8 @@ void cuenta_elegida(frmQuorvel& f, const std::string& cuenta, const std::string&
 /// The master recordset stands on the code. Null counts as "0".
 [[nodiscard]] std::string requiere_auxiliar(frmQuorvel& f, const std::string& cuenta);
 [[nodiscard]] std::vector<Linea> lineas_de_grilla(const frmQuorvel& f);
+/// The same of one row; row Rows is the one being added.
+[[nodiscard]] Linea linea_de_grilla(const frmQuorvel& f, int fila);
 /// The other tax exists; its name goes to the label.
 [[nodiscard]] bool ValidarOtroImpuesto(frmQuorvel& f, const std::string& codigo);
 /// Rate of the tax on which the recordset stands, "0,00".

@@ -45,15 +45,17 @@ void auxiliar_dejado(frmQuorvel& f, const std::string&, bool& cancelar) {
     f.lblAuxiliar.SetCaption(campo(rs, "n_auxiliar"));
 }
 
-void monto_dejado(frmQuorvel& f, int columna) {
+void monto_dejado(frmQuorvel& f, int columna, bool& cancelar) {
+    const std::string monto = f.grdDetalle.Value(columna);
+    if (!numero_sql(monto)) return rechazar(f, cancelar, "Monto no válido"); // more digits than can be stored
     ui::Label& total = columna == DEBE ? f.lblTotalDebe : f.lblTotalhaber;
-    const double nuevo = valnumeroformato(f.grdDetalle.Value(columna));
-    total.SetCaption(formato(valnumeroformato(total.Caption()) - f.estado.valor_editado + nuevo, PATRON));
-    if (!f.grdDetalle.Value(columna).empty()) f.grdDetalle.SetValue(columna, formato(nuevo, PATRON));
+    const Decimal nuevo = Decimal::leer(monto);
+    total.SetCaption((Decimal::leer(total.Caption()) - f.estado.valor_editado + nuevo).formato(PATRON));
+    if (!monto.empty()) f.grdDetalle.SetValue(columna, nuevo.formato(PATRON));
 }
 
-void debe_dejado(frmQuorvel& f, const std::string&, bool&) { monto_dejado(f, DEBE); }
-void haber_dejado(frmQuorvel& f, const std::string&, bool&) { monto_dejado(f, HABER); }
+void debe_dejado(frmQuorvel& f, const std::string&, bool& cancelar) { monto_dejado(f, DEBE, cancelar); }
+void haber_dejado(frmQuorvel& f, const std::string&, bool& cancelar) { monto_dejado(f, HABER, cancelar); }
 
 void glosa_dejada(frmQuorvel& f, const std::string&, bool& cancelar) {
     if (largo(f.grdDetalle.Value(GLOSA)) > LARGO_GLOSA) rechazar(f, cancelar, "Longitud máxima del campo 60");
@@ -83,8 +85,8 @@ constexpr AlDejar AL_DEJAR[COLUMNAS] = {nullptr,      cuenta_dejada,   auxiliar_
 /// A line holds a debit or a credit, never both.
 void vaciar_otro_lado(frmQuorvel& f, int columna) {
     ui::Label& total = columna == DEBE ? f.lblTotalDebe : f.lblTotalhaber;
-    const double monto = valnumeroformato(f.grdDetalle.Value(columna));
-    total.SetCaption(formato(valnumeroformato(total.Caption()) - monto, PATRON));
+    const Decimal monto = Decimal::leer(f.grdDetalle.Value(columna));
+    total.SetCaption((Decimal::leer(total.Caption()) - monto).formato(PATRON));
     f.grdDetalle.SetValue(columna, "");
     f.grdDetalle.SetCol(GLOSA);
 }
@@ -136,7 +138,7 @@ void antes_de_editar(frmQuorvel& f, int columna, bool& cancelar) {
         rechazar(f, cancelar, "");
         return g.SetCol(DEBE);
     }
-    if (columna == DEBE || columna == HABER) f.estado.valor_editado = valnumeroformato(g.Value(columna));
+    if (columna == DEBE || columna == HABER) f.estado.valor_editado = Decimal::leer(g.Value(columna));
 }
 
 void antes_de_actualizar(frmQuorvel& f, int columna, const std::string& anterior, bool& cancelar) {

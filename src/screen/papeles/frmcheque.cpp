@@ -12,6 +12,8 @@ frmcheque::frmcheque(ui::Escritorio& escritorio, EntradaCheque entrada)
     cmdbanco.Click += [this] { atender([this] { cmdbanco_Click(); }); };
     cmdaceptar.Click += [this] { atender([this] { cmdaceptar_Click(); }); };
     cmdImprimir.Click += [this] { atender([this] { cmdImprimir_Click(); }); };
+    cmdprueba.Click += [this] { atender([this] { cmdprueba_Click(); }); };
+    cmdprueba.SetToolTip("Muestra el cheque sobre una regla en milímetros, sin grabarlo");
     cmdcancelar.Click += [this] { atender([this] { Unload(); }); };
 }
 
@@ -77,11 +79,18 @@ void frmcheque::cmdaceptar_Click() {
 
 void frmcheque::cmdImprimir_Click() {
     if (!pregunta("Esta seguro que desea imprimir") || !grabar()) return;
-    const Cheque c = leer_pantalla();
-    preparar_cheque(base_informes(x_.glbdbReport), x_.empresa, c, txttotal.Text());
-    x_.impresor->run({archivo_informe(x_.glbdbReport->Name(), "", informe_cheque(c)), "ctccheque",
-                      x_.glbdbReport, true, "Cheque " + c.cheque});
+    imprimir(leer_pantalla(), false);
     Unload();
+}
+
+void frmcheque::cmdprueba_Click() { imprimir(leer_pantalla(), true); }
+
+void frmcheque::imprimir(const Cheque& c, bool prueba) {
+    clsConexion& reporte = base_informes(x_.glbdbReport);
+    exigir_base_de_informes(*x_.glbdb, reporte);
+    preparar_cheque(reporte, x_.empresa, c, txttotal.Text());
+    x_.impresor->run({archivo_informe(reporte.Name(), "", informe_cheque(c)), "ctccheque", &reporte, !prueba,
+                      "Cheque " + c.cheque, prueba});
 }
 
 void frmcheque::Form_KeyDown(ui::KeyEvent& e) {

@@ -34,11 +34,14 @@ public:
     ui::CheckBox chknominativo{*this, "chknominativo", "Nominativo"},
         chkcruzado{*this, "chkcruzado", "Cruzado"};
     ui::CommandButton cmdaceptar{*this, "cmdaceptar", "Aceptar"},
-        cmdImprimir{*this, "cmdImprimir", "Imprimir"}, cmdcancelar{*this, "cmdcancelar", "Cancelar"};
+        cmdImprimir{*this, "cmdImprimir", "Imprimir"}, cmdprueba{*this, "cmdprueba", "Prueba"},
+        cmdcancelar{*this, "cmdcancelar", "Cancelar"};
 
     void cmdbanco_Click();
     void cmdaceptar_Click();
     void cmdImprimir_Click();
+    /// Shows the cheque over a grid of millimetres, without saving it.
+    void cmdprueba_Click();
     void txttotal_Change();
 
 protected:
@@ -50,6 +53,7 @@ private:
     void mostrar(const Cheque& c);
     /// @return false after the failure's message
     bool grabar();
+    void imprimir(const Cheque& c, bool prueba);
     EntradaCheque x_;
 };
 

@@ -164,9 +164,11 @@ void frmfactura::cmdImprimir_Click() {
     // an invoice that was not saved must not go out on paper
     if (!pregunta("Esta seguro que desea imprimir") || !grabar()) return;
     const Factura f = leer_pantalla();
-    preparar_factura(base_informes(x_.glbdbReport), f);
-    x_.impresor->run({archivo_informe(x_.glbdbReport->Name(), "", "ctcfactura"), "ctcfactura", x_.glbdbReport,
-                      true, "Factura " + f.numero});
+    clsConexion& reporte = base_informes(x_.glbdbReport);
+    exigir_base_de_informes(*x_.glbdb, reporte);
+    preparar_factura(reporte, f);
+    x_.impresor->run({archivo_informe(reporte.Name(), "", "ctcfactura"), "ctcfactura", &reporte, true,
+                      "Factura " + f.numero});
 }
 
 void frmfactura::Form_KeyDown(ui::KeyEvent& e) {

@@ -5,15 +5,22 @@
 #include "screen/campos.h"
 #include "screen/frmQuorvel.h"
 #include "screen/papeles/ocupado.h"
+#include "screen/permisos.h"
 
 #include <stdexcept>
 
 namespace quorvel {
 
+void asegurar_tablas(frmQuorvel& f) {
+    if (f.glbdbReport && f.ctlRegistro1.Flag(PERMISO_IMPRIMIR) && !misma_base(*f.glbdb, *f.glbdbReport))
+        crear_tablas_impresion(*f.glbdbReport);
+}
+
 bool preparar_impresion(frmQuorvel& f) {
     const auto clave = clave_pantalla(f);
     if (!clave) throw std::runtime_error("Fecha no válida");
     clsConexion& reporte = base_informes(f.glbdbReport);
+    asegurar_tablas(f);
     const Ocupado ocupado(f.escritorio());
     ImpresionComprobante i;
     i.clave = *clave;

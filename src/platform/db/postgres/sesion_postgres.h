@@ -1,4 +1,5 @@
 #pragma once
+#include "platform/db/attention.h"
 #include "platform/db/buffered_recordset.h"
 #include "platform/db/clsConexion.h"
 #include "platform/db/statement_cache.h"
@@ -14,7 +15,8 @@ struct ClearResult {
 using Result = std::unique_ptr<PGresult, ClearResult>;
 
 /// A session on a PostgreSQL server. Its recordsets must not outlive it.
-/// Within a transaction each statement stands behind a savepoint of its own, sent in the same round trip.
+/// Within a transaction each statement stands behind a savepoint of its own, sent in the same round trip; a
+/// strict transaction goes without. A transaction begins in the round trip of its first statement.
 class SesionPostgres final : public clsConexion {
 public:
     /// @param conexion "postgresql://…", several hosts and all options of libpq @throws ErrorSesion in
@@ -26,13 +28,17 @@ public:
 
     [[nodiscard]] std::unique_ptr<Recordset> NewRecord(const std::string& sql) override;
     int executesql(const std::string& sql) override;
+    [[nodiscard]] std::vector<std::int64_t> executesql_each(std::span<const std::string> sql) override;
     void BeginTrans() override;
+    void begin_strict() override;
+    [[nodiscard]] bool reserve(std::int64_t number) override;
     void CommitTrans() override;
     void rollback() override;
     [[nodiscard]] int TypeDB() const override { return 1; }
     [[nodiscard]] std::string Name() const override { return conexion_; }
     [[nodiscard]] std::string last_error() const override { return last_error_; }
     [[nodiscard]] std::int64_t rows_affected() const override { return rows_; }
+    void while_waiting(std::function<bool()> go_on) override { attention_.set(std::move(go_on)); }
 
     /// Appends the cells of all rows. @return the result's columns
     std::shared_ptr<const ResultColumns> read(const std::string& sql, std::vector<Value>& cells);
@@ -48,15 +54,30 @@ private:
 
     void connect();
     void forget();
+    void begin(bool strict);
     void reconnect_if_lost();
+    /// Nothing is lost when the server went away before a transaction's first statement: that one runs again.
+    template <class F> auto first_again(F&& run);
+    /// The server may still be working on a commit whose answer was lost. @throws ErrorSesion while it is
+    void await_lost_commit();
     [[nodiscard]] bool in_transaction() const;
     Cache::Entry& acquire(const std::string& sql);
     void prepare(Statement& s, const std::string& sql);
     Result execute(Statement& s, const std::string& sql);
     Result execute_plain(const std::string& text, const std::string& sql);
-    /// Runs what send() sends, within a transaction behind a savepoint. @return the result of its last
-    /// command
-    template <class F> Result guarded(const std::string& sql, std::size_t commands, F&& send);
+    /// Runs what send() sends, behind the begin and the savepoint that are due. @return the results of its
+    /// commands @param refused index of the first one that was not answered
+    template <class F>
+    std::vector<Result> exchange(const std::string& sql, std::size_t commands, F&& send_all,
+                                 std::size_t* refused = nullptr);
+    [[nodiscard]] std::vector<Result> collect(Result& error);
+    Result run(const std::string& sql);
+    std::vector<Result> run_each(std::span<const std::string> sql, std::size_t& at);
+    bool send(const Statement& s);
+    bool send(const char* name);
+    /// The next result of what was sent; asks meanwhile whether to go on.
+    Result next_result();
+    void interrupt();
     void command(const char* text);
     void arguments(const Statement& s);
     [[noreturn]] void fail(const PGresult* r, const std::string& sql) const;
@@ -64,6 +85,7 @@ private:
     std::string conexion_;
     PGconn* conn_ = nullptr;
     Cache cache_;
+    Attention attention_;
     Skeleton skeleton_;
     std::string scratch_, last_error_;
     std::vector<const char*> values_;
@@ -71,7 +93,8 @@ private:
         dropped_; ///< prepared statements that made room and are still known to the server
     std::int64_t rows_ = 0;
     std::uint64_t names_ = 0;
-    bool lost_in_transaction_ = false;
+    bool lost_in_transaction_ = false, begin_due_ = false, strict_ = false, broken_ = false;
+    int lost_commit_ = 0; ///< server process that was committing when the connection was lost
 };
 
 } // namespace quorvel

@@ -102,6 +102,7 @@ sqlite3_stmt* SesionSqlite::prepare(const std::string& text, const std::string& 
 }
 
 SesionSqlite::Cache::Entry& SesionSqlite::acquire(const std::string& sql) {
+    if (attention_.asking()) throw ErrorSesion("La base de datos está ocupada", sql);
     if (!skeleton_.scan(sql)) {
         (void)tokenize(sql); // tells what is wrong
         throw ErrorSesion("Sentencia mal escrita", sql);
@@ -277,6 +278,13 @@ void SesionSqlite::select_into(const Statement& s, const std::string& sql) {
     define("create table " + table + "(" + columns + ")", sql);
     define("insert into " + table + " " + query, sql);
     rows_ = sqlite3_changes64(db_);
+}
+
+void SesionSqlite::while_waiting(std::function<bool()> go_on) {
+    constexpr int STEPS = 2000; // of the engine's own machine: well under a millisecond
+    attention_.set(std::move(go_on));
+    const auto ask = [](void* attention) { return static_cast<Attention*>(attention)->stops() ? 1 : 0; };
+    sqlite3_progress_handler(db_, attention_.wanted() ? STEPS : 0, ask, &attention_);
 }
 
 void SesionSqlite::forget() {

@@ -1,4 +1,5 @@
 #pragma once
+#include "platform/db/attention.h"
 #include "platform/db/buffered_recordset.h"
 #include "platform/db/clsConexion.h"
 #include "platform/db/statement_cache.h"
@@ -28,6 +29,7 @@ public:
     [[nodiscard]] std::string Name() const override { return path_; }
     [[nodiscard]] std::string last_error() const override { return last_error_; }
     [[nodiscard]] std::int64_t rows_affected() const override { return rows_; }
+    void while_waiting(std::function<bool()> go_on) override;
 
     /// Appends the cells of all rows. @return the result's columns
     std::shared_ptr<const ResultColumns> read(const std::string& sql, std::vector<Value>& cells);
@@ -65,6 +67,7 @@ private:
     std::string path_;
     sqlite3* db_ = nullptr;
     Cache cache_;
+    Attention attention_;
     Skeleton skeleton_;
     std::string scratch_, last_error_;
     std::int64_t rows_ = 0;

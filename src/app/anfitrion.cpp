@@ -1,0 +1,126 @@
+#include "app/anfitrion.h"
+
+#include "app/avisos.h"
+#include "app/borradores.h"
+#include "app/empresa/ConfiguracionWindow.h"
+#include "qt/FormWindow.h"
+#include "qt/text.h"
+#include "screen/borrador.h"
+#include "screen/frmQuorvel.h"
+
+#include <QApplication>
+#include <QMenuBar>
+
+namespace quorvel {
+
+using qt::to_qt;
+
+Anfitrion::Anfitrion(SesionApp& sesion, qt::QtEscritorio& escritorio, Eleccion_inicial eleccion, Fecha hoy)
+    : sesion_(sesion), escritorio_(escritorio), eleccion_(std::move(eleccion)), hoy_(hoy) {
+    if (ventana() == nullptr) return;
+    if (auto* barra = ventana()->findChild<QMenuBar*>()) agregar_menus(*barra);
+}
+
+Anfitrion::~Anfitrion() { delete libros_; }
+
+QWidget* Anfitrion::ventana() const { return escritorio_.window_of(sesion_.pantalla()); }
+
+void Anfitrion::agregar_menus(QMenuBar& barra) {
+    const auto opcion = [&](QMenu* menu, const char* texto, const QKeySequence& tecla, auto accion) {
+        QAction* a = menu->addAction(QString::fromUtf8(texto));
+        if (!tecla.isEmpty()) a->setShortcut(tecla);
+        connect(a, &QAction::triggered, this, [this, accion] {
+            sesion_.pantalla().leave_for_command();
+            accion();
+        });
+    };
+    QMenu* libros = barra.addMenu("&Libros");
+    opcion(libros, "Libro &diario…", QKeySequence("Ctrl+1"), [this] { ver_libro(Libro::diario); });
+    opcion(libros, "Libro &mayor…", QKeySequence("Ctrl+2"), [this] { ver_libro(Libro::mayor); });
+    opcion(libros, "&Balance de 8 columnas…", QKeySequence("Ctrl+3"), [this] { ver_libro(Libro::balance); });
+    opcion(libros, "&Gráfico de totales por mes…", QKeySequence("Ctrl+4"),
+           [this] { ver_libro(Libro::mensual); });
+    QMenu* empresa = barra.addMenu("&Empresa");
+    opcion(empresa, "&Recuperar lo último sin grabar\tCtrl+R", {},
+           [this] { sesion_.pantalla().atender([this] { recuperar(sesion_.pantalla()); }); });
+    opcion(empresa, "Comprobantes &sin grabar…", QKeySequence("Ctrl+Shift+R"), [this] {
+        if (borradores_libres(sesion_.pantalla()).empty())
+            return avisar(ventana(), "No hay comprobantes sin grabar.");
+        ofrecer_borradores();
+    });
+    empresa->addSeparator();
+    opcion(empresa, "&Configuración contable…", QKeySequence("Ctrl+K"), [this] { configurar(); });
+    opcion(empresa, "Cambiar de &empresa…", QKeySequence("Ctrl+Shift+E"),
+           [this] { dejar(FinPantalla::otra_empresa); });
+}
+
+void Anfitrion::ofrecer_borradores() {
+    frmQuorvel& f = sesion_.pantalla();
+    const auto elegido = elegir_borrador(borradores_libres(f), ventana());
+    if (elegido) f.atender([&] { (void)recuperar_borrador(f, *elegido); });
+}
+
+void Anfitrion::ver_libro(Libro libro) {
+    try {
+        if (!libros_)
+            libros_ = new VentanaLibros(eleccion_.conexion, eleccion_.empresa,
+                                        sesion_.pantalla().glbN_empresa, hoy_);
+        libros_->abrir(libro);
+    } catch (const std::exception& e) {
+        avisar_problema(ventana(), to_qt(e.what()));
+    }
+}
+
+void Anfitrion::configurar() {
+    try {
+        ConfiguracionWindow configuracion(eleccion_.conexion, eleccion_.empresa,
+                                          sesion_.pantalla().glbN_empresa, hoy_, ventana());
+        if (configuracion.exec() == QDialog::Accepted) dejar(FinPantalla::reabrir);
+    } catch (const std::exception& e) {
+        avisar_problema(ventana(), to_qt(e.what()));
+    }
+}
+
+void Anfitrion::dejar(FinPantalla como) {
+    final_ = como;
+    sesion_.pantalla().Unload(); // what is not saved stays as a draft
+}
+
+namespace {
+
+/// @param recuperar the last draft comes back at once
+FinPantalla una_pantalla(const Eleccion_inicial& eleccion, bool volver) {
+    qt::QtEscritorio escritorio;
+    qt::QtReportPrinter impresor;
+    const RelojSistema reloj;
+    SesionApp sesion(eleccion, escritorio, impresor, reloj, carpeta_personal());
+    sesion.mostrar();
+    frmQuorvel& f = sesion.pantalla();
+    const auto cerrar = f.Closed.connect([] { QApplication::quit(); });
+    if (!f.visible()) return FinPantalla::salir;
+    Anfitrion anfitrion(sesion, escritorio, eleccion, reloj.hoy());
+    if (volver)
+        f.atender([&] { recuperar(f); });
+    else
+        anfitrion.ofrecer_borradores();
+    if (f.visible()) QApplication::exec();
+    return anfitrion.como_termino();
+}
+
+} // namespace
+
+FinPantalla trabajar(const Eleccion_inicial& eleccion) {
+    try {
+        bool volver = false;
+        while (true) {
+            const FinPantalla fin = una_pantalla(eleccion, volver);
+            if (fin != FinPantalla::reabrir) return fin;
+            volver = true;
+        }
+    } catch (const std::exception& e) {
+        avisar_problema(nullptr, to_qt(e.what()));
+        return FinPantalla::error;
+    }
+}
+
+} // namespace quorvel

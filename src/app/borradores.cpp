@@ -1,0 +1,76 @@
+#include "app/borradores.h"
+
+#include "qt/icons.h"
+#include "qt/text.h"
+
+#include <QDialog>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QListWidget>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace quorvel {
+
+using qt::to_qt;
+
+namespace {
+
+QString linea(const BorradorLibre& b) {
+    const QString que = b.documento.empty() || b.documento == "(Ninguno)"
+                            ? QString::fromUtf8("Sin documento")
+                            : to_qt(b.documento + " Nº " + b.numero);
+    return QString::fromUtf8("%1, fecha %2, %3 líneas\n%4\nescrito el %5")
+        .arg(que, to_qt(b.fecha))
+        .arg(b.lineas)
+        .arg(b.glosa.empty() ? QString("(sin glosa)") : to_qt(b.glosa), to_qt(b.cuando));
+}
+
+} // namespace
+
+std::optional<std::filesystem::path> elegir_borrador(const std::vector<BorradorLibre>& libres,
+                                                     QWidget* owner) {
+    if (libres.empty()) return std::nullopt;
+    QDialog dialogo(owner);
+    dialogo.setObjectName("borradores");
+    dialogo.setWindowTitle("Comprobantes sin grabar");
+    dialogo.setWindowIcon(qt::program_icon());
+    auto* lista = new QListWidget(&dialogo);
+    lista->setAccessibleName("Comprobantes sin grabar");
+    lista->setAlternatingRowColors(true);
+    for (const BorradorLibre& b : libres) {
+        auto* item = new QListWidgetItem(linea(b), lista);
+        item->setData(Qt::UserRole, to_qt(b.archivo.string()));
+    }
+    lista->setCurrentRow(0);
+    auto* fila = new QHBoxLayout;
+    const auto boton = [&](const char* texto, auto accion) {
+        auto* b = new QPushButton(QString::fromUtf8(texto), &dialogo);
+        b->setAutoDefault(false);
+        QObject::connect(b, &QPushButton::clicked, &dialogo, accion);
+        fila->addWidget(b);
+        return b;
+    };
+    fila->addStretch(1);
+    boton("&Recuperar", [&] { dialogo.accept(); })->setDefault(true);
+    boton("&Descartar", [&] {
+        descartar_borrador(qt::to_std(lista->currentItem()->data(Qt::UserRole).toString()));
+        delete lista->takeItem(lista->currentRow());
+        if (lista->count() == 0) dialogo.reject();
+    })->setToolTip("Borra el borrador elegido");
+    boton("&Más tarde", [&] { dialogo.reject(); });
+    QObject::connect(lista, &QListWidget::itemActivated, &dialogo, [&] { dialogo.accept(); });
+    auto* columna = new QVBoxLayout(&dialogo);
+    columna->setContentsMargins(16, 14, 16, 14);
+    columna->setSpacing(10);
+    columna->addWidget(
+        new QLabel(QString::fromUtf8("Quedaron comprobantes sin grabar. ¿Cuál desea recuperar?"), &dialogo));
+    columna->addWidget(lista, 1);
+    columna->addLayout(fila);
+    dialogo.resize(560, 320);
+    lista->setFocus();
+    if (dialogo.exec() != QDialog::Accepted || lista->currentItem() == nullptr) return std::nullopt;
+    return qt::to_std(lista->currentItem()->data(Qt::UserRole).toString());
+}
+
+} // namespace quorvel

@@ -1,0 +1,13 @@
+#pragma once
+#include "screen/borrador.h"
+
+class QWidget;
+
+namespace quorvel {
+
+/// Shows drafts and lets one be taken back or thrown away. Nothing is asked when there is none.
+/// @return nothing: later
+[[nodiscard]] std::optional<std::filesystem::path> elegir_borrador(const std::vector<BorradorLibre>& libres,
+                                                                   QWidget* owner);
+
+} // namespace quorvel

@@ -1,0 +1,24 @@
+#pragma once
+#include <QProxyStyle>
+
+namespace quorvel {
+
+/// How the program draws what its base style draws too faintly: groups as cards, flat headers with room
+/// around their captions, and a focus that is seen on every control.
+class Dibujo : public QProxyStyle {
+public:
+    Dibujo();
+    /// What a group's card is filled with under this palette.
+    [[nodiscard]] static QColor fondo_tarjeta(const QPalette& paleta);
+    void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                       const QWidget* widget) const override;
+    void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override;
+    void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
+                            const QWidget* widget) const override;
+    QRect subControlRect(ComplexControl control, const QStyleOptionComplex* option, SubControl part,
+                         const QWidget* widget) const override;
+    int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override;
+};
+
+} // namespace quorvel

@@ -1,0 +1,209 @@
+#include "app/empresa/NuevaEmpresa.h"
+
+#include "app/db/datos.h"
+#include "app/empresa/formulario.h"
+#include "qt/icons.h"
+#include "qt/text.h"
+#include "text/numeros.h"
+
+#include <QFile>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QHBoxLayout>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+
+namespace quorvel {
+
+using qt::to_qt;
+using qt::to_std;
+
+namespace {
+constexpr const char* PLANTILLA = "plan/plan_general.csv";
+constexpr qint64 MAYOR_ARCHIVO = 32 * 1024 * 1024;
+} // namespace
+
+NuevaEmpresa::NuevaEmpresa(const std::string& conexion, Fecha hoy, QWidget* parent)
+    : QDialog(parent), db_(abrir_sesion(conexion)) {
+    setObjectName("empresa_nueva");
+    setWindowTitle("Nueva empresa");
+    setWindowIcon(qt::program_icon());
+    forma_ = new Formulario(this);
+    const auto caja = [&](const char* campo, const QString& rotulo, const QString& pista = {}) {
+        auto* c = new QLineEdit(forma_);
+        c->setPlaceholderText(pista);
+        forma_->campo(campo, rotulo, c);
+        return c;
+    };
+    codigo_ = caja("codigo", QString::fromUtf8("&Código"), "1 a 32767");
+    nombre_ = caja("nombre", "&Nombre");
+    rut_ = caja("rut", "&RUT", "76.123.456-7");
+    direccion_ = caja("direccion", QString::fromUtf8("D&irección"));
+    giro_ = caja("giro", "&Giro");
+    anio_ = caja("anio", QString::fromUtf8("&Año"));
+    desde_ = caja("desde", "&Desde", "dd/mm/aaaa");
+    hasta_ = caja("hasta", "&Hasta", "dd/mm/aaaa");
+    usuario_ = caja("usuario", "&Usuario", "Nombre de quien trabaja");
+    usuario_->setEnabled(db_->NewRecord("select top 1 usuario from admusuario")->eof());
+    if (!usuario_->isEnabled()) usuario_->setPlaceholderText("La base ya tiene usuarios");
+    connect(anio_, &QLineEdit::textEdited, this, [this] { proponer_periodo(); });
+    auto* centro = new QHBoxLayout;
+    centro->setSpacing(24);
+    centro->addWidget(forma_, 1, Qt::AlignTop);
+    centro->addWidget(construir_plan(), 1);
+    estado_ = new QLabel(this);
+    estado_->setTextFormat(Qt::PlainText);
+    estado_->setWordWrap(true);
+    auto* hacer = new QPushButton("Crear &empresa", this);
+    hacer->setDefault(true);
+    auto* cancelar = new QPushButton("Cancelar", this);
+    cancelar->setAutoDefault(false);
+    connect(hacer, &QPushButton::clicked, this, [this] {
+        if (crear()) accept();
+    });
+    connect(cancelar, &QPushButton::clicked, this, [this] { reject(); });
+    auto* abajo = new QHBoxLayout;
+    abajo->addWidget(estado_, 1);
+    abajo->addWidget(hacer);
+    abajo->addWidget(cancelar);
+    auto* columna = new QVBoxLayout(this);
+    columna->setContentsMargins(16, 14, 16, 14);
+    columna->setSpacing(10);
+    columna->addLayout(centro, 1);
+    columna->addLayout(abajo);
+    codigo_->setText(QString::number(proponer_codigo_empresa(*db_)));
+    anio_->setText(QString::number(anio(hoy)));
+    proponer_periodo();
+    elegir_origen();
+    nombre_->setFocus();
+    resize(900, 460);
+}
+
+NuevaEmpresa::~NuevaEmpresa() = default;
+
+QWidget* NuevaEmpresa::construir_plan() {
+    auto* zona = new QWidget(this);
+    auto* columna = new QVBoxLayout(zona);
+    columna->setContentsMargins(0, 0, 0, 0);
+    auto* rotulo = new QLabel("&Plan de cuentas", zona);
+    origen_ = new QComboBox(zona);
+    rotulo->setBuddy(origen_);
+    origen_->setAccessibleName("Plan de cuentas");
+    const std::int64_t cuentas = contar_cuentas(*db_);
+    if (cuentas > 0) origen_->addItem(QString("El de esta base (%1 cuentas)").arg(cuentas), int(de_la_base));
+    origen_->addItem("Plan general de muestra", int(plantilla));
+    origen_->addItem(QString::fromUtf8("Importar de un archivo CSV…"), int(archivo));
+    resumen_ = new QLabel(zona);
+    resumen_->setTextFormat(Qt::PlainText);
+    resumen_->setWordWrap(true);
+    errores_ = new QListWidget(zona);
+    errores_->setAccessibleName("Errores del plan de cuentas");
+    errores_->setWordWrap(true);
+    auto* ayuda = new QLabel(
+        QString::fromUtf8("Columnas del archivo: cuenta; nombre; tipo (activo, pasivo, patrimonio, ingreso o "
+                          "gasto); y si se quiere auxiliar (1 o 0) y uso (la cuenta de la configuración a la "
+                          "que sirve, por ejemplo iva o factura_cobrar). Todas las empresas de una base "
+                          "comparten su plan."),
+        zona);
+    ayuda->setWordWrap(true);
+    ayuda->setForegroundRole(QPalette::PlaceholderText);
+    columna->addWidget(rotulo);
+    columna->addWidget(origen_);
+    columna->addWidget(resumen_);
+    columna->addWidget(errores_, 1);
+    columna->addWidget(ayuda);
+    connect(origen_, &QComboBox::activated, this, [this] { elegir_origen(); });
+    return zona;
+}
+
+void NuevaEmpresa::elegir_origen() {
+    switch (static_cast<Origen>(origen_->currentData().toInt())) {
+    case de_la_base:
+        plan_.reset();
+        resumen_->setText(QString::fromUtf8("Se usan las cuentas y la configuración que ya están."));
+        break;
+    case plantilla:
+        plan_ = leer_plan(leer_dato(PLANTILLA));
+        resumen_->setText(QString::fromUtf8("%1 cuentas, con las de la configuración ya elegidas.")
+                              .arg(plan_->cuentas.size()));
+        break;
+    case archivo: {
+        const QString elegido =
+            QFileDialog::getOpenFileName(this, "Plan de cuentas", {}, "CSV (*.csv *.txt);;Todos (*)");
+        if (elegido.isEmpty()) {
+            origen_->setCurrentIndex(0);
+            return elegir_origen();
+        }
+        return leer_archivo(elegido);
+    }
+    }
+    errores_->clear();
+}
+
+void NuevaEmpresa::leer_archivo(const QString& nombre) {
+    origen_->setCurrentIndex(origen_->findData(int(archivo)));
+    errores_->clear();
+    QFile f(nombre);
+    plan_ = Plan{};
+    if (!f.open(QIODevice::ReadOnly) || f.size() > MAYOR_ARCHIVO) {
+        plan_->errores.push_back({1, "archivo", "no se puede leer " + to_std(nombre)});
+    } else {
+        plan_ = leer_plan(f.readAll().toStdString());
+        if (plan_->errores.empty()) plan_->errores = comparar_plan(*db_, *plan_);
+    }
+    for (const ErrorPlan& e : plan_->errores) errores_->addItem(QString::fromUtf8("✖ ") + to_qt(e.texto()));
+    const QString corto = QFileInfo(nombre).fileName();
+    resumen_->setText(
+        plan_->errores.empty()
+            ? QString::fromUtf8("✔ %1: %2 cuentas sin errores.").arg(corto).arg(plan_->cuentas.size())
+            : QString::fromUtf8("✖ %1: %2 errores. No se importa nada.")
+                  .arg(corto)
+                  .arg(plan_->errores.size()));
+}
+
+void NuevaEmpresa::proponer_periodo() {
+    const int a = anio_->text().toInt();
+    desde_->setText(QString("01/01/%1").arg(a));
+    hasta_->setText(QString("31/12/%1").arg(a));
+}
+
+int NuevaEmpresa::codigo() const { return codigo_->text().trimmed().toInt(); }
+
+EmpresaNueva NuevaEmpresa::leer() const {
+    EmpresaNueva e;
+    const auto texto = [](const QLineEdit* caja) { return to_std(caja->text().trimmed()); };
+    e.codigo = codigo();
+    e.nombre = texto(nombre_);
+    e.rut = texto(rut_);
+    e.direccion = texto(direccion_);
+    e.giro = texto(giro_);
+    e.anio = anio_->text().trimmed().toInt();
+    e.desde = leer_fecha(texto(desde_));
+    e.hasta = leer_fecha(texto(hasta_));
+    e.usuario = texto(usuario_);
+    e.plan = plan_;
+    return e;
+}
+
+bool NuevaEmpresa::revisar() {
+    const bool grave = forma_->observar(revisar_empresa(*db_, leer()));
+    errores_->clear();
+    for (const QString& texto : forma_->sin_campo()) errores_->addItem(QString::fromUtf8("✖ ") + texto);
+    estado_->setText(grave ? QString::fromUtf8("✖ Hay datos que corregir; no se ha creado nada.")
+                           : QString());
+    return !grave;
+}
+
+bool NuevaEmpresa::crear() {
+    try {
+        if (!revisar()) return false;
+        crear_empresa(*db_, leer(), leer_tabla("plan/codigos.csv"));
+        return true;
+    } catch (const std::exception& e) {
+        estado_->setText(QString::fromUtf8("✖ No se ha creado nada: ") + to_qt(e.what()));
+        return false;
+    }
+}
+
+} // namespace quorvel

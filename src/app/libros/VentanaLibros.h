@@ -1,0 +1,70 @@
+#pragma once
+#include "libros/exportar.h"
+
+#include <QDialog>
+#include <filesystem>
+#include <memory>
+
+class QAbstractItemModel;
+class QCheckBox;
+class QComboBox;
+class QDateEdit;
+class QLabel;
+class QLineEdit;
+class QTabWidget;
+class QTableView;
+
+namespace quorvel {
+
+class Grafico;
+class DiarioModelo;
+class CuentasModelo;
+class MovimientosModelo;
+class BalanceModelo;
+
+/// A read-only look at what was entered: journal, ledger, balance and monthly totals of a period, on screen,
+/// as PDF and as CSV. Has a session of its own.
+class VentanaLibros : public QDialog {
+    Q_OBJECT
+public:
+    /// @throws ErrorSesion
+    VentanaLibros(const std::string& conexion, int empresa, const std::string& n_empresa, Fecha hoy,
+                  QWidget* parent = nullptr);
+    ~VentanaLibros() override;
+    /// Brings a book to the front and reads it.
+    void abrir(Libro libro);
+    [[nodiscard]] PedidoLibro pedido() const;
+    /// Writes what is shown to a file; the ending (".pdf", ".csv") decides. @return false and the reason
+    bool exportar(const QString& archivo, QString& motivo);
+
+private:
+    QWidget* construir_filtro();
+    QWidget* construir_mayor();
+    QTableView* tabla(QAbstractItemModel* modelo, const char* nombre, const QList<int>& anchos, int elastica);
+    void elegir_periodo(int cual);
+    void actualizar();
+    void leer(Libro libro);
+    void mostrar_cuenta(int fila);
+    void decir(const QString& texto, bool problema = false);
+    void pedir_archivo(const char* filtro, const char* ending);
+
+    std::unique_ptr<clsConexion> db_;
+    int empresa_, anio_;
+    Fecha hoy_;
+    QDateEdit *desde_, *hasta_;
+    QComboBox *periodo_, *norma_;
+    QCheckBox *sin_cierre_, *por_auxiliar_;
+    QTabWidget* paginas_;
+    QLineEdit* filtro_;
+    QTableView *cuentas_vista_, *movimientos_vista_;
+    QLabel *estado_, *titulo_cuenta_;
+    DiarioModelo* diario_;
+    CuentasModelo* cuentas_;
+    MovimientosModelo* movimientos_;
+    BalanceModelo* balance_;
+    Grafico* grafico_;
+    PedidoLibro leido_[4];
+    bool por_auxiliar_leido_ = false;
+};
+
+} // namespace quorvel

@@ -1,0 +1,75 @@
+#include "libros/exportar.h"
+
+#include "libros/balance.h"
+#include "libros/diario.h"
+#include "libros/mayor.h"
+#include "libros/mensual.h"
+
+#include <ostream>
+
+namespace quorvel {
+namespace {
+
+constexpr long CADA = 1000;
+
+struct NombreLibro {
+    Libro libro;
+    const char *nombre, *titulo;
+};
+constexpr NombreLibro NOMBRES[] = {{Libro::diario, "diario", "Libro diario"},
+                                   {Libro::mayor, "mayor", "Libro mayor"},
+                                   {Libro::balance, "balance", "Balance general de 8 columnas"},
+                                   {Libro::mensual, "mensual", "Totales mensuales por libro"}};
+
+/// Counts rows and asks now and then whether to go on.
+struct Contador {
+    const AvanceLibro& avance;
+    long filas = 0;
+    bool operator()() { return ++filas % CADA != 0 || !avance || avance(filas); }
+};
+
+bool escribir_mayor(clsConexion& db, const PedidoLibro& p, std::ostream& salida, Contador sigue) {
+    salida << titulos_mayor_csv() << '\n';
+    for (const CuentaMayor& c : leer_mayor(db, p)) {
+        salida << mayor_csv(c) << '\n';
+        const bool todas = recorrer_movimientos(db, p, {c.centro}, c.anterior, [&](const Movimiento& m) {
+            salida << mayor_csv(c, m) << '\n';
+            return sigue();
+        });
+        if (!todas) return false;
+    }
+    return true;
+}
+
+} // namespace
+
+std::optional<Libro> libro_por_nombre(std::string_view nombre) {
+    for (const NombreLibro& n : NOMBRES)
+        if (nombre == n.nombre) return n.libro;
+    return std::nullopt;
+}
+
+const char* titulo_libro(Libro libro) { return NOMBRES[static_cast<std::size_t>(libro)].titulo; }
+
+std::optional<Rechazo> revisar_pedido(const PedidoLibro& p, Libro libro) {
+    return revisar_pedido(p, libro == Libro::mayor || libro == Libro::balance);
+}
+
+bool escribir_libro_csv(clsConexion& db, Libro libro, const PedidoLibro& p, std::ostream& salida,
+                        const AvanceLibro& avance) {
+    switch (libro) {
+    case Libro::balance: salida << balance_csv(leer_balance(db, p)); return true;
+    case Libro::mensual:
+        salida << totales_mensuales_csv(leer_totales_mensuales(db, p.empresa, anio(p.desde)));
+        return true;
+    case Libro::mayor: return escribir_mayor(db, p, salida, {avance});
+    default: break;
+    }
+    salida << titulos_diario_csv() << '\n';
+    return recorrer_diario(db, p, [&, sigue = Contador{avance}](const RenglonDiario& r) mutable {
+        salida << diario_csv(r) << '\n';
+        return sigue();
+    });
+}
+
+} // namespace quorvel

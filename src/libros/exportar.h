@@ -1,0 +1,24 @@
+#pragma once
+#include "libros/libros.h"
+
+#include <functional>
+#include <iosfwd>
+#include <string_view>
+
+namespace quorvel {
+
+enum class Libro { diario, mayor, balance, mensual };
+/// "diario", "mayor", "balance" or "mensual"; nothing for another word.
+[[nodiscard]] std::optional<Libro> libro_por_nombre(std::string_view nombre);
+[[nodiscard]] const char* titulo_libro(Libro libro);
+/// What is wrong with a request for this book.
+[[nodiscard]] std::optional<Rechazo> revisar_pedido(const PedidoLibro& p, Libro libro);
+
+/// Called now and then with the rows written so far. @return false stops
+using AvanceLibro = std::function<bool(long filas)>;
+/// Writes a book as CSV (UTF-8, cells separated by ";"), page by page; monthly totals are those of the year
+/// in which the period begins. @return false when it was stopped @throws ErrorSesion
+bool escribir_libro_csv(clsConexion& db, Libro libro, const PedidoLibro& p, std::ostream& salida,
+                        const AvanceLibro& avance = {});
+
+} // namespace quorvel

@@ -1,0 +1,25 @@
+#include "screen/comandos/con_avance.h"
+
+#include "screen/frmQuorvel.h"
+#include "screen/papeles/ocupado.h"
+
+namespace quorvel {
+
+bool con_avance(frmQuorvel& f, const std::string& que, const std::function<void(const Avance&)>& trabajo) {
+    bool sigue = true;
+    {
+        const Ocupado ocupado(f.escritorio());
+        long leidas = 0;
+        const Avance avance = [&](long filas) {
+            leidas = filas;
+            return sigue = sigue && f.escritorio().progress(que, filas, 0);
+        };
+        sigue = interruptible(
+                    *f.glbdb, [&] { return avance(leidas); }, [&] { trabajo(avance); }) &&
+                sigue;
+    }
+    if (!sigue) f.informacion(CANCELADA);
+    return sigue;
+}
+
+} // namespace quorvel

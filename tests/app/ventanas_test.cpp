@@ -1,0 +1,314 @@
+// Goal: the host application's windows do what they show. Method: the windows on the offscreen platform with
+// a demonstration company, keys and buttons as a person uses them. QUORVEL_FOTOS=folder takes their pictures.
+#include "apoyo/comprobante.h"
+#include "apoyo/empresa.h"
+#include "app/StartWindow.h"
+#include "app/anfitrion.h"
+#include "app/borradores.h"
+#include "app/db/demo.h"
+#include "app/db/esquema.h"
+#include "app/empresa/ConfiguracionWindow.h"
+#include "app/empresa/NuevaEmpresa.h"
+#include "app/empresa/formulario.h"
+#include "app/estilo.h"
+#include "app/libros/grafico.h"
+#include "app/libros/modelos.h"
+#include "app/recientes.h"
+#include "app/teclado.h"
+#include "qt/FormWindow.h"
+#include "qt/text.h"
+#include "screen/frmQuorvel.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDateEdit>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMenuBar>
+#include <QPushButton>
+#include <QTabWidget>
+#include <QTableView>
+#include <QTimer>
+#include <fstream>
+
+using namespace quorvel;
+using namespace quorvel::apoyo;
+namespace fs = std::filesystem;
+
+namespace {
+
+void foto(QWidget& w, const char* nombre) {
+    const QString carpeta = qEnvironmentVariable("QUORVEL_FOTOS");
+    if (carpeta.isEmpty()) return;
+    QCoreApplication::processEvents();
+    w.grab().save(carpeta + "/" + nombre + ".png");
+}
+QString textos(QWidget& w) {
+    QString todo;
+    for (const QLabel* l : w.findChildren<QLabel*>())
+        if (!l->isHidden()) todo += l->text() + "\n";
+    for (const QListWidget* lista : w.findChildren<QListWidget*>())
+        for (int i = 0; i < lista->count(); ++i) todo += lista->item(i)->text() + "\n";
+    return todo;
+}
+QLineEdit* caja(QWidget& w, const char* nombre) {
+    for (auto* c : w.findChildren<QLineEdit*>())
+        if (c->accessibleName() == QString::fromUtf8(nombre)) return c;
+    ADD_FAILURE() << nombre;
+    return w.findChild<QLineEdit*>();
+}
+QTableView* tabla(QWidget& w, const char* nombre) {
+    for (auto* t : w.findChildren<QTableView*>())
+        if (t->accessibleName() == QString::fromUtf8(nombre)) return t;
+    ADD_FAILURE() << nombre;
+    return nullptr;
+}
+QString celda(const QTableView* t, int fila, int columna) {
+    return t->model()->index(fila, columna).data().toString();
+}
+std::string contenido(const fs::path& archivo) {
+    std::ifstream in(archivo, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), {}};
+}
+std::string texto_de_pdf(const fs::path& archivo) {
+    const std::string salida = archivo.string() + ".txt";
+    if (std::system(("pdftotext -layout '" + archivo.string() + "' '" + salida + "'").c_str()) != 0)
+        return "";
+    return contenido(salida);
+}
+/// One demonstration company for all tests that only read it.
+const std::string& demostracion() {
+    static const std::string conexion = [] {
+        aplicar_estilo(*qobject_cast<QApplication*>(QCoreApplication::instance()), Tema::claro);
+        const std::string c = "sqlite:" + carpeta_nueva() + "/demo.db";
+        crear_demo(c, fecha(2026, 11, 25));
+        return c;
+    }();
+    return conexion;
+}
+constexpr Fecha AHORA = fecha(2026, 11, 25);
+
+TEST(VentanaLibrosTest, ShowsBalanceLedgerJournalAndChart) {
+    VentanaLibros v(demostracion(), 1, "Comercial Los Aromos Ltda.", AHORA);
+    v.abrir(Libro::balance);
+    const auto db = abrir_sesion(demostracion());
+    const Balance b = leer_balance(*db, v.pedido());
+    const QTableView* balance = tabla(v, "Balance de 8 columnas");
+    const int n = balance->model()->rowCount();
+    ASSERT_EQ(n, static_cast<int>(b.cuentas.size()) + 3);
+    EXPECT_EQ(celda(balance, n - 1, 6), celda(balance, n - 1, 7)) << "assets and liabilities agree";
+    EXPECT_EQ(celda(balance, n - 1, 8), celda(balance, n - 1, 9));
+    EXPECT_EQ(celda(balance, n - 1, 2), monto(b.totales.debitos));
+    foto(v, "balance");
+
+    v.abrir(Libro::mayor);
+    auto* cuentas = tabla(v, "Cuentas");
+    caja(v, "Buscar cuenta")->setText("credito fisc");
+    ASSERT_GT(cuentas->model()->rowCount(), 0);
+    EXPECT_EQ(celda(cuentas, 0, 0), "109001") << "accents do not matter";
+    caja(v, "Buscar cuenta")->setText("109001");
+    ASSERT_EQ(cuentas->model()->rowCount(), 1);
+    auto* movimientos = tabla(v, "Movimientos");
+    while (movimientos->model()->canFetchMore({})) movimientos->model()->fetchMore({});
+    const int filas = movimientos->model()->rowCount();
+    EXPECT_EQ(celda(movimientos, 0, 3), "Saldo anterior");
+    EXPECT_EQ(celda(movimientos, filas - 1, 7), celda(cuentas, 0, 2)) << "ends at the account's balance";
+    caja(v, "Buscar cuenta")->clear();
+    foto(v, "mayor");
+
+    v.abrir(Libro::diario);
+    auto* diario = tabla(v, "Libro diario");
+    const int primera = diario->model()->rowCount();
+    EXPECT_GT(primera, 500);
+    EXPECT_TRUE(diario->model()->canFetchMore({})) << "the rest is read when it comes into sight";
+    diario->model()->fetchMore({});
+    EXPECT_GT(diario->model()->rowCount(), primera);
+    EXPECT_TRUE(textos(v).contains("comprobantes, debe"));
+    foto(v, "diario");
+
+    v.abrir(Libro::mensual);
+    EXPECT_FALSE(v.findChild<Grafico*>()->libros().empty());
+    EXPECT_TRUE(v.findChild<Grafico*>()->accessibleDescription().contains("VENTAS"));
+    foto(v, "grafico");
+}
+
+TEST(VentanaLibrosTest, PdfAndCsvHoldWhatIsOnTheScreen) {
+    const fs::path carpeta = carpeta_nueva();
+    VentanaLibros v(demostracion(), 1, "Comercial Los Aromos Ltda.", AHORA);
+    auto* periodo = v.findChild<QComboBox*>();
+    periodo->setCurrentIndex(3);
+    Q_EMIT periodo->activated(3); // March
+    const auto db = abrir_sesion(demostracion());
+    const Balance b = leer_balance(*db, v.pedido());
+    EXPECT_EQ(fecha_dmy(v.pedido().hasta), "31/03/2026");
+    QString motivo;
+    const std::pair<Libro, const char*> libros[] = {{Libro::diario, "diario"},
+                                                    {Libro::mayor, "mayor"},
+                                                    {Libro::balance, "balance"},
+                                                    {Libro::mensual, "mensual"}};
+    for (const auto& [libro, nombre] : libros) {
+        v.abrir(libro);
+        for (const char* cola : {".pdf", ".csv"}) {
+            const fs::path archivo = carpeta / (std::string(nombre) + cola);
+            EXPECT_TRUE(v.exportar(qt::to_qt(archivo.string()), motivo)) << qt::to_std(motivo);
+            if (const QString f = qEnvironmentVariable("QUORVEL_FOTOS"); !f.isEmpty())
+                fs::copy_file(archivo, fs::path(qt::to_std(f)) / archivo.filename(),
+                              fs::copy_options::overwrite_existing);
+        }
+    }
+    const std::string total = qt::to_std(monto(b.sumas.debitos));
+    for (const char* nombre : {"diario", "mayor", "balance"}) {
+        const std::string pdf = texto_de_pdf(carpeta / (std::string(nombre) + ".pdf"));
+        EXPECT_NE(pdf.find(total), std::string::npos) << nombre << ": the total of all debits, " << total;
+        EXPECT_NE(pdf.find("Desde 01/03/2026 hasta 31/03/2026"), std::string::npos) << nombre;
+        EXPECT_NE(pdf.find("Comercial Los Aromos Ltda."), std::string::npos) << nombre;
+    }
+    EXPECT_NE(texto_de_pdf(carpeta / "mensual.pdf").find("COMPRAS"), std::string::npos);
+    EXPECT_EQ(contenido(carpeta / "balance.csv"), "\xEF\xBB\xBF" + balance_csv(b));
+    const std::string diario = contenido(carpeta / "diario.csv");
+    const auto t = totales_diario(*db, v.pedido());
+    std::int64_t debe = 0, lineas = 0;
+    std::istringstream leer(diario);
+    for (std::string linea; std::getline(leer, linea); ++lineas)
+        if (lineas > 0) debe += std::stoll(linea.substr(linea.rfind(';', linea.rfind(';') - 1) + 1));
+    EXPECT_EQ(debe, t.debe);
+
+    // what cannot be written says why and leaves the old file
+    std::ofstream(carpeta / "carpeta.csv") << "viejo";
+    EXPECT_FALSE(v.exportar("/no/existe/x.csv", motivo));
+    EXPECT_FALSE(motivo.isEmpty());
+    EXPECT_FALSE(v.exportar("/no/existe/x.pdf", motivo));
+    auto fechas = v.findChildren<QDateEdit*>();
+    v.abrir(Libro::balance);
+    fechas[0]->setDate(QDate(2025, 6, 1));
+    EXPECT_TRUE(textos(v).contains(QString::fromUtf8("dentro de un mismo año")));
+    EXPECT_FALSE(v.exportar(qt::to_qt((carpeta / "carpeta.csv").string()), motivo));
+    EXPECT_EQ(contenido(carpeta / "carpeta.csv"), "viejo");
+}
+
+TEST(NuevaEmpresaTest, IsCreatedFromAnEmptyDatabaseOnlyWhenEverythingIsRight) {
+    const std::string conexion = "sqlite:" + carpeta_nueva() + "/vacia.db";
+    crear_esquema(conexion);
+    NuevaEmpresa v(conexion, AHORA);
+    v.show();
+    EXPECT_FALSE(v.crear());
+    EXPECT_TRUE(textos(v).contains("Falta el nombre"));
+    caja(v, "Nombre")->setText("Panadería Ñandú & Hijos");
+    caja(v, "RUT")->setText("76854320-1");
+    caja(v, "Usuario")->setText("ANA");
+    const fs::path malo = fs::path(carpeta_nueva()) / "plan.csv";
+    std::ofstream(malo) << "cuenta;nombre;tipo\n1;ACTIVO;activo\n1x;CAJA;activo\n2;;pasivo\n";
+    v.leer_archivo(qt::to_qt(malo.string()));
+    EXPECT_TRUE(textos(v).contains(QString::fromUtf8("línea 4, nombre: falta"))) << qt::to_std(textos(v));
+    EXPECT_FALSE(v.crear());
+    EXPECT_TRUE(textos(v).contains(QString::fromUtf8("línea 3, cuenta")));
+    foto(v, "empresa_nueva_errores");
+    const auto db = abrir_sesion(conexion);
+    EXPECT_EQ(filas(*db, "select count(*) from ctmcentros"), "0") << "nothing half imported";
+    auto* origen = v.findChild<QComboBox*>();
+    origen->setCurrentIndex(0);
+    Q_EMIT origen->activated(0);
+    caja(v, "RUT")->setText("76854320-8");
+    caja(v, QString::fromUtf8("Dirección").toUtf8().constData())->setText("Av. Irarrázaval 2841, Ñuñoa");
+    caja(v, "Giro")->setText("Panadería");
+    foto(v, "empresa_nueva");
+    EXPECT_TRUE(v.crear()) << qt::to_std(textos(v));
+    EXPECT_EQ(filas(*db, "select empresa,n_empresa from admempresa"), "1|Panadería Ñandú & Hijos");
+    // it can be worked in at once
+    const fs::path carpeta = carpeta_nueva();
+    anotar_reciente(carpeta / "recientes.txt", conexion);
+    StartWindow inicio(carpeta);
+    EXPECT_EQ(inicio.eleccion().usuario, 1);
+    EXPECT_FALSE(textos(inicio).contains("incompleta")) << qt::to_std(textos(inicio));
+}
+
+TEST(ConfiguracionTest, AccountsAreFoundByNameAndChecked) {
+    const std::string conexion = "sqlite:" + carpeta_nueva() + "/demo.db";
+    crear_demo(conexion, fecha(2024, 3, 31));
+    ConfiguracionWindow v(conexion, 1, "Comercial Los Aromos Ltda.", AHORA);
+    v.show();
+    const auto cajas = v.findChildren<CajaCuenta*>();
+    ASSERT_EQ(cajas.size(), 12);
+    CajaCuenta* boletas = nullptr;
+    for (auto* c : cajas)
+        if (c->accessibleName() == "Boletas por cobrar") boletas = c;
+    ASSERT_NE(boletas, nullptr);
+    foto(v, "configuracion");
+    boletas->setEditText("caja gen"); // the only account that holds it
+    EXPECT_EQ(boletas->codigo(), "101001");
+    boletas->setEditText("no existe");
+    EXPECT_FALSE(v.grabar());
+    EXPECT_TRUE(textos(v).contains("La cuenta no existe no existe"));
+    boletas->poner("101002");
+    caja(v, "Hasta")->setText("31/02/2024");
+    EXPECT_FALSE(v.grabar());
+    EXPECT_TRUE(textos(v).contains("No es una fecha"));
+    foto(v, "configuracion_error");
+    caja(v, "Hasta")->setText("30/06/2024");
+    caja(v, "Firma 1")->setText("O'Higgins");
+    EXPECT_TRUE(v.grabar()) << qt::to_std(textos(v));
+    EXPECT_EQ(filas(*abrir_sesion(conexion), "select boleta_cobrar,f_digi_final,elaborado from ctmconfigu "
+                                             "where anio=2024"),
+              "101002|2024-06-30|O'Higgins");
+}
+
+TEST(InicioTest, MissingDatabasesAreShownAsSuchAndCanBeForgotten) {
+    const fs::path carpeta = carpeta_nueva();
+    anotar_reciente(carpeta / "recientes.txt", "postgresql://ana@servidor.example/contabilidad");
+    anotar_reciente(carpeta / "recientes.txt", "sqlite:/mnt/respaldo/contabilidad_2023.db");
+    anotar_reciente(carpeta / "recientes.txt", demostracion());
+    StartWindow v(carpeta);
+    v.show();
+    EXPECT_TRUE(textos(v).contains("contabilidad_2023 (no se encuentra)"));
+    EXPECT_TRUE(textos(v).contains(QString::fromUtf8("Año contable 2026")));
+    foto(v, "inicio");
+    auto* lista = v.findChild<QListWidget*>();
+    lista->setCurrentRow(1);
+    Q_EMIT lista->itemClicked(lista->item(1));
+    foto(v, "inicio_falta");
+    for (auto* boton : v.findChildren<QPushButton*>())
+        if (boton->text() == "&Quitar") boton->click();
+    EXPECT_EQ(leer_recientes(carpeta / "recientes.txt").size(), 2U);
+    EXPECT_EQ(v.eleccion().empresa, 1);
+}
+
+TEST(AnfitrionTest, OffersDraftsAndAddsItsMenus) {
+    const fs::path carpeta = carpeta_nueva();
+    const std::string conexion = "sqlite:" + (carpeta / "demo.db").string();
+    crear_demo(conexion, fecha(2024, 3, 31));
+    const RelojFijo reloj(fecha(2024, 3, 31));
+    const Eleccion_inicial eleccion{conexion, carpeta / "print.db", 1, 1};
+    qt::QtReportPrinter impresor;
+    {
+        qt::QtEscritorio escritorio;
+        SesionApp sesion(eleccion, escritorio, impresor, reloj, carpeta);
+        sesion.mostrar();
+        sesion.pantalla().txtconcepto.SetFocus();
+        sesion.pantalla().txtconcepto.user_edit("A medio escribir");
+        sesion.pantalla().Unload();
+    }
+    qt::QtEscritorio escritorio;
+    SesionApp sesion(eleccion, escritorio, impresor, reloj, carpeta);
+    sesion.mostrar();
+    Anfitrion anfitrion(sesion, escritorio, eleccion, reloj.hoy());
+    QTimer::singleShot(100, [] {
+        QWidget* dialogo = QApplication::activeModalWidget();
+        ASSERT_NE(dialogo, nullptr);
+        EXPECT_TRUE(textos(*dialogo).contains("A medio escribir"));
+        foto(*dialogo, "borradores");
+        Teclado().tecla(Qt::Key_Return);
+    });
+    anfitrion.ofrecer_borradores();
+    EXPECT_EQ(sesion.pantalla().txtconcepto.Text(), "A medio escribir");
+    auto* ventana = escritorio.window_of(sesion.pantalla());
+    QStringList menus;
+    for (const QAction* a : ventana->findChild<QMenuBar*>()->actions()) menus << a->text().remove('&');
+    EXPECT_TRUE(menus.contains("Libros") && menus.contains("Empresa")) << qt::to_std(menus.join(','));
+    anfitrion.ver_libro(Libro::diario);
+    sesion.pantalla().Unload();
+}
+
+} // namespace

@@ -1,0 +1,452 @@
+#include "fallas/modelo.h"
+
+#include "app/db/esquema.h"
+#include "platform/ui/ctlConsulta.h"
+#include "screen/papeles/frmcheque.h"
+#include "text/letras_utf8.h"
+#include "text/numeros.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+
+namespace quorvel::fallas {
+
+using pruebas::Pantalla;
+
+namespace {
+
+constexpr const char* GRABADO = "Comprobante Ingresado y Mayorizado";
+constexpr const char* CERRADO = "No se puede ingresar mas Comprobantes en el año 2024";
+constexpr const char* SOLO_LECTURA =
+    "Comprobante contable solo lectura porque esta siendo modificado por otro usuario";
+constexpr const char* FECHAS[] = {"14/06/2024", "15/06/2024", "30/06/2024"};
+constexpr const char* DOCUMENTOS[] = {"001 TRASPASO", "002 COMPRA"};
+
+std::string iso(const std::string& dmy) {
+    return dmy.substr(6) + "-" + dmy.substr(3, 2) + "-" + dmy.substr(0, 2);
+}
+
+std::int64_t suma(const std::vector<LineaPlana>& lineas, std::int64_t LineaPlana::*lado) {
+    std::int64_t total = 0;
+    for (const LineaPlana& l : lineas) total += l.*lado;
+    return total;
+}
+
+std::string monto(std::int64_t n) { return n == 0 ? "" : Decimal(n).formato("#,##0"); }
+
+} // namespace
+
+void Modelo::desbloquear(int usuario) {
+    for (auto& [clave, c] : comprobantes)
+        if (c.bloqueo == usuario) c.bloqueo = 0;
+}
+
+void Modelo::bloquear(const ClavePlana& clave, int usuario) {
+    const auto c = comprobantes.find(clave);
+    if (c != comprobantes.end()) c->second.bloqueo = usuario;
+}
+
+std::int64_t Modelo::propuesto(const std::string& documento, const std::string& anio) const {
+    std::int64_t mayor = 0;
+    for (const auto& [clave, c] : comprobantes)
+        if (std::get<1>(clave) == documento && std::get<0>(clave).starts_with(anio))
+            mayor = std::max(mayor, val_entero(std::get<2>(clave)));
+    return mayor + 1;
+}
+
+std::string Modelo::texto() const {
+    std::string cabeceras, lineas, adjuntos;
+    const auto poner = [](std::string& en, const std::string& fila) { en += (en.empty() ? "" : ";") + fila; };
+    for (const auto& [k, c] : comprobantes) {
+        const std::string clave = std::get<0>(k) + "|" + std::get<1>(k) + "|" + std::get<2>(k) + "|";
+        const std::string total = std::to_string(c.total);
+        poner(cabeceras, clave + c.estado + "|" + total + "|" + total + "|" + c.concepto + "|" +
+                             std::to_string(c.usuario) + "|" + std::to_string(c.bloqueo) + "|" + c.cheque);
+        int n = 0;
+        for (const LineaPlana& l : c.lineas)
+            poner(lineas, clave + std::to_string(++n) + "|" + l.cuenta + "|" + l.auxiliar + "|" +
+                              std::to_string(l.debe) + "|" + std::to_string(l.haber));
+        for (const std::string& nombre : c.adjuntos) poner(adjuntos, clave + nombre);
+    }
+    std::string numeros;
+    for (const auto& [documento, numero] : ultimo_emitido) poner(numeros, documento + "|" + numero);
+    return cabeceras + "\n" + lineas + "\n" + adjuntos + "\n" + numeros + "\n" + std::to_string(saldo_caja) +
+           "\n";
+}
+
+std::string Modelo::leer(clsConexion& db) {
+    const char* const consultas[] = {
+        "f_comp,documento,num_docum,estado,t_debe,t_haber,concepto,usuario,bloqueo_usuario,cheque from "
+        "ctcquorvel"
+        " order by f_comp,documento,num_docum",
+        "f_comp,documento,num_docum,secuencia,centro,auxiliar,debe_nacional,haber_nacional from ctdquorvel"
+        " order by f_comp,documento,num_docum,secuencia",
+        "c.f_comp,c.documento,c.num_docum,a.nombre from ctcquorvel c, ctdcomprad a where"
+        " a.comprobante_adjunto=c.comprobante_adjunto order by "
+        "c.f_comp,c.documento,c.num_docum,a.correlativo",
+        "documento,ultimo_emitido from adxemp_doc order by documento",
+        "debe6 - haber6 from ctmsdcenth where centro='101001'"};
+    std::string todo;
+    for (const char* consulta : consultas) todo += apoyo::filas(db, std::string("select ") + consulta) + "\n";
+    return todo;
+}
+
+ClavePlana Simulacion::Ventana::clave_escrita() const {
+    return {iso(p->f.mskF_comp.Text()), p->f.cmbDocumento.Text().substr(0, 3), p->f.txtNum_doc.Text()};
+}
+
+Simulacion::Simulacion(apoyo::Motor motor, unsigned semilla) : azar_(semilla) {
+    escena_ = {apoyo::conexion_nueva(motor), apoyo::carpeta_nueva()};
+    crear_esquema(escena_.conexion);
+    db_ = abrir_sesion(escena_.conexion);
+    sembrar_empresa(*db_);
+    apoyo::ejecutar(*db_, "insert into ctmsdcenth(empresa,anio,centro,debe6) values (1,2024,'101001',0)");
+    for (const int usuario : {1, 1, 2}) { // two windows of one user, one of another
+        const std::string carpeta = apoyo::carpeta_nueva();
+        std::ofstream(carpeta + "/nivo.ini") << "[nivo]\nbase=" << escena_.carpeta << "/\n";
+        Ventana v;
+        v.usuario = usuario;
+        v.p = std::make_unique<Pantalla>(escena_.conexion, carpeta, usuario);
+        v.p->abrir();
+        v.p->elegir("cmblibro", "CONTABLES");
+        v.c.concepto = "Inicio";
+        v.p->f.txtconcepto.SetText(v.c.concepto);
+        ventanas_.push_back(std::move(v));
+    }
+}
+
+const std::vector<Simulacion::Accion> Simulacion::ACCIONES = {
+    {"nuevo", 8, &Simulacion::nuevo},       {"llenar", 16, &Simulacion::llenar},
+    {"editar", 10, &Simulacion::editar},    {"cambiar_fecha", 6, &Simulacion::cambiar_fecha},
+    {"guardar", 26, &Simulacion::guardar},  {"buscar", 16, &Simulacion::buscar},
+    {"anular", 3, &Simulacion::anular},     {"eliminar", 4, &Simulacion::eliminar},
+    {"cortar", 5, &Simulacion::cortar},     {"copiar", 4, &Simulacion::copiar},
+    {"adjuntar", 6, &Simulacion::adjuntar}, {"quitar_adjunto", 2, &Simulacion::quitar_adjunto},
+    {"cheque", 3, &Simulacion::cheque},     {"generar_cierre", 1, &Simulacion::generar_cierre},
+};
+
+std::string Simulacion::paso() {
+    ++paso_;
+    const std::size_t cual = azar_() % ventanas_.size();
+    Ventana& v = ventanas_[cual];
+    int pesos = 0;
+    for (const Accion& a : ACCIONES) pesos += a.peso;
+    int dado = al_azar(pesos);
+    const Accion* accion = ACCIONES.data();
+    while (dado >= accion->peso) dado -= (accion++)->peso;
+    ultima_ =
+        "window " + std::to_string(cual) + " of user " + std::to_string(v.usuario) + ": " + accion->nombre;
+    (void)v.p->mensajes();
+    const std::string esperado = (this->*accion->hacer)(v);
+    v.p->escritorio.olvidar();
+    const std::string dicho = ultimo_aviso(*v.p);
+    if (!dicho.starts_with(esperado) || (esperado.empty() && !dicho.empty()))
+        return "said: " + dicho + "\nexpected: " + esperado;
+    const std::string base = Modelo::leer(*db_), modelo = modelo_.texto();
+    if (base != modelo) return "database:\n" + base + "\nmodel:\n" + modelo;
+    for (const Ventana& w : ventanas_) {
+        std::string creido = w.c.concepto;
+        for (const LineaPlana& l : w.c.lineas)
+            creido += ";" + l.cuenta + "|" + l.auxiliar + "|" + std::to_string(l.debe) + "|" +
+                      std::to_string(l.haber);
+        for (const std::string& nombre : w.c.adjuntos) creido += ";" + nombre;
+        if (mostrado(w) != creido) return "window shows: " + mostrado(w) + "\nexpected: " + creido;
+    }
+    return "";
+}
+
+std::string Simulacion::revisar() const { return revision(escena_); }
+
+std::string Simulacion::mostrado(const Ventana& v) {
+    const frmQuorvel& f = v.p->f;
+    std::string t = f.txtconcepto.Text();
+    for (int i = 0; i < f.grdDetalle.Rows(); ++i)
+        t += ";" + f.grdDetalle.TextMatrix(i, 1) + "|" + f.grdDetalle.TextMatrix(i, 2) + "|" +
+             formato(valnumeroformato(f.grdDetalle.TextMatrix(i, 3)), "0") + "|" +
+             formato(valnumeroformato(f.grdDetalle.TextMatrix(i, 4)), "0");
+    for (int i = 0; i < f.lstadjunto.ListCount(); ++i) t += ";" + f.lstadjunto.List(i);
+    return t;
+}
+
+void Simulacion::limpiar(Ventana& v) {
+    modelo_.desbloquear(v.usuario);
+    v.nuevo = true;
+    v.solo_lectura = v.cierre = false;
+    v.estado.clear();
+    v.c.lineas.clear();
+    v.c.adjuntos.clear();
+    v.cortado_cheque.clear();
+}
+
+void Simulacion::renovar(Ventana& v) {
+    modelo_.desbloquear(v.usuario);
+    v.nuevo = true;
+    v.solo_lectura = v.cierre = false;
+    v.estado.clear();
+}
+
+void Simulacion::poner_lineas(Ventana& v, bool cuadrado) {
+    static const LineaPlana CUENTAS[] = {{"101001", ""},      {"101002", ""}, {"301001", ""},
+                                         {"401001", ""},      {"501001", ""}, {"103001", "000012"},
+                                         {"201001", "000013"}};
+    std::int64_t saldo = 0;
+    v.c.lineas.clear();
+    const int cuantas = 2 + al_azar(3);
+    for (int i = 0; i < cuantas; ++i) {
+        LineaPlana l = CUENTAS[azar_() % std::size(CUENTAS)];
+        std::int64_t importe = 1 + al_azar(2000000);
+        if (i == cuantas - 1) importe = std::abs(saldo) + (cuadrado ? 0 : 1);
+        const bool debe = i == cuantas - 1 ? saldo < 0 : i == 0 || al_azar(2) == 0;
+        if (importe == 0) importe = 5; // an even sum already: the voucher does not balance
+        (debe ? l.debe : l.haber) = importe;
+        saldo += l.debe - l.haber;
+        v.c.lineas.push_back(l);
+    }
+    ui::ctlPlanilla& g = v.p->f.grdDetalle;
+    g.Clear();
+    for (const LineaPlana& l : v.c.lineas)
+        g.AddItem("1\t" + l.cuenta + "\t" + l.auxiliar + "\t" + monto(l.debe) + "\t" + monto(l.haber) +
+                  "\tglosa");
+    v.p->f.RecalcularTotales();
+}
+
+void Simulacion::leer_lineas(Ventana& v) {
+    v.c.lineas.clear();
+    const ui::ctlPlanilla& g = v.p->f.grdDetalle;
+    for (int i = 0; i < g.Rows(); ++i)
+        v.c.lineas.push_back({g.TextMatrix(i, 1), g.TextMatrix(i, 2),
+                              static_cast<std::int64_t>(valnumeroformato(g.TextMatrix(i, 3))),
+                              static_cast<std::int64_t>(valnumeroformato(g.TextMatrix(i, 4)))});
+}
+
+std::string Simulacion::estorbo(const Ventana& v, const char* si_falta) const {
+    const auto c = modelo_.comprobantes.find(v.clave);
+    if (c == modelo_.comprobantes.end() || c->second.estado == "X") return si_falta;
+    return c->second.bloqueo != 0 && c->second.bloqueo != v.usuario ? SOLO_LECTURA : "";
+}
+
+std::string Simulacion::nuevo(Ventana& v) {
+    v.p->nuevo();
+    limpiar(v);
+    return "";
+}
+
+std::string Simulacion::llenar(Ventana& v) {
+    if (!v.nuevo || v.cierre) return nuevo(v);
+    frmQuorvel& f = v.p->f;
+    f.mskF_comp.SetText(FECHAS[azar_() % std::size(FECHAS)]);
+    const std::string documento = DOCUMENTOS[azar_() % std::size(DOCUMENTOS)];
+    v.p->elegir("cmbDocumento", documento);
+    const std::string propuesto = std::to_string(modelo_.propuesto(documento.substr(0, 3), "2024"));
+    if (f.txtNum_doc.Text() != propuesto) return "number " + propuesto + " instead of " + f.txtNum_doc.Text();
+    if (al_azar(5) == 0) f.txtNum_doc.SetText(std::to_string(1 + al_azar(30)));
+    v.c.concepto = "Glosa de O'Higgins " + std::to_string(paso_);
+    f.txtconcepto.SetText(v.c.concepto);
+    poner_lineas(v, al_azar(8) != 0);
+    return "";
+}
+
+std::string Simulacion::editar(Ventana& v) {
+    if (v.nuevo || v.solo_lectura || v.estado != "P") return "";
+    v.c.concepto = "Corregido " + std::to_string(paso_);
+    v.p->f.txtconcepto.SetText(v.c.concepto);
+    if (al_azar(2) == 0) poner_lineas(v, true);
+    return "";
+}
+
+std::string Simulacion::cambiar_fecha(Ventana& v) {
+    if (v.nuevo) v.p->f.mskF_comp.SetText(FECHAS[azar_() % std::size(FECHAS)]);
+    return "";
+}
+
+bool Simulacion::conoce_cierre(const Ventana& v) const {
+    const Configuracion& k = v.p->f.config; // may be of a closing that was deleted and made again
+    return k.f_comp_cierre &&
+           modelo_.comprobantes.count({iso(fecha_dmy(*k.f_comp_cierre)), recortar(k.documento_cierre),
+                                       recortar(k.num_docum_cierre)}) != 0;
+}
+
+std::string Simulacion::guardar(Ventana& v) {
+    const ClavePlana clave = v.nuevo ? v.clave_escrita() : v.clave;
+    const std::int64_t debe = suma(v.c.lineas, &LineaPlana::debe);
+    const std::string kind = v.p->f.cmbDocumento.Text();
+    const bool propio = v.cierre || (modelo_.cierre && clave == *modelo_.cierre);
+    const bool cerrado = modelo_.cerrado() && !propio;
+    std::string esperado = GRABADO;
+    if (!v.nuevo && (v.solo_lectura || v.estado != "P"))
+        esperado.clear();
+    else if (v.nuevo && kind == "(Ninguno)")
+        esperado = "Ingrese tipo de documento";
+    else if (cerrado && conoce_cierre(v))
+        esperado = CERRADO;
+    else if (v.c.lineas.empty())
+        esperado = "Ingrese detalle del comprobante";
+    else if (debe != suma(v.c.lineas, &LineaPlana::haber))
+        esperado = "Comprobante descuadrado";
+    else if (v.nuevo && modelo_.comprobantes.count(clave) != 0)
+        esperado = "Ya existe un comprobante contable";
+    else if (cerrado) // an older window learns of it when it saves
+        esperado = CERRADO;
+    else if (!v.nuevo && !estorbo(v, "Problemas para actualizar cabecera").empty())
+        esperado = estorbo(v, "Problemas para actualizar cabecera");
+    const std::int64_t propuesto = v.p->f.estado.numero_propuesto;
+    v.p->guardar();
+    if (esperado != GRABADO) return esperado;
+    ComprobantePlano& c = modelo_.comprobantes[clave];
+    static_cast<ContenidoPlano&>(c) = v.c;
+    c.total = debe;
+    c.usuario = v.usuario;
+    if (v.nuevo) {
+        c.cheque = v.cortado_cheque;
+        if (val_entero(std::get<2>(clave)) >= propuesto)
+            modelo_.ultimo_emitido[std::get<1>(clave)] = std::get<2>(clave);
+    }
+    v.cortado_cheque.clear();
+    if (v.cierre) modelo_.cierre = clave;
+    v.nuevo = v.cierre = false;
+    v.estado = "P";
+    v.clave = clave;
+    modelo_.desbloquear(v.usuario);
+    modelo_.bloquear(clave, v.usuario);
+    return esperado;
+}
+
+std::string Simulacion::buscar(Ventana& v) {
+    if (modelo_.comprobantes.empty()) return "";
+    auto elegido = modelo_.comprobantes.begin();
+    std::advance(elegido, al_azar(static_cast<int>(modelo_.comprobantes.size())));
+    const auto& [fecha, documento, numero] = elegido->first;
+    const std::string dmy = fecha.substr(8) + "/" + fecha.substr(5, 2) + "/" + fecha.substr(0, 4);
+    v.p->escritorio.al_abrir([&](ui::Form& forma) {
+        auto& lista = dynamic_cast<ui::ctlConsulta&>(*forma.find("ctlConsulta1"));
+        for (std::size_t i = 0; i < lista.rows().size(); ++i) {
+            const auto& fila = lista.rows()[i];
+            if ((fila[0] == fecha || fila[0] == dmy) && recortar(fila[1]) == documento &&
+                recortar(fila[2]) == numero)
+                return lista.pick(static_cast<int>(i));
+        }
+        lista.cancel();
+    });
+    v.p->f.ctlRegistro1.press(ui::ctlRegistro::Function::Search);
+    ComprobantePlano& c = elegido->second;
+    modelo_.desbloquear(v.usuario);
+    v.nuevo = v.cierre = false;
+    v.cortado_cheque.clear();
+    v.clave = elegido->first;
+    v.estado = c.estado;
+    v.c = c;
+    if (c.estado == "X") v.c.adjuntos.clear(); // an annulled voucher's are kept, not shown
+    v.solo_lectura = c.bloqueo != 0 && c.bloqueo != v.usuario;
+    if (v.solo_lectura) return SOLO_LECTURA;
+    c.bloqueo = v.usuario;
+    return "";
+}
+
+std::string Simulacion::anular(Ventana& v) {
+    v.p->escritorio.responder(ui::Answer::yes);
+    const bool activo = v.p->f.mnuAnular.Enabled();
+    v.p->pulsar("mnuAnular");
+    if (!activo) return "";
+    if (!v.nuevo && modelo_.cierre && v.clave == *modelo_.cierre)
+        return "Comprobante de Cierre anual no puede ser anulado";
+    if (v.nuevo || v.estado != "P") return "Comprobante no válido";
+    if (const std::string e = estorbo(v, "Comprobante no válido"); !e.empty()) return e;
+    ComprobantePlano& c = modelo_.comprobantes[v.clave];
+    for (const LineaPlana& l : c.lineas)
+        if (l.cuenta == "101001") modelo_.saldo_caja -= l.debe - l.haber;
+    c.estado = v.estado = "X";
+    c.concepto = v.c.concepto;
+    c.usuario = v.usuario;
+    c.lineas.clear();
+    v.c.lineas.clear();
+    return "Comprobante Anulado";
+}
+
+std::string Simulacion::eliminar(Ventana& v) {
+    v.p->escritorio.responder(ui::Answer::yes);
+    const bool activo = v.p->f.mnuEliminar.Enabled();
+    v.p->pulsar("mnuEliminar");
+    if (!activo) return "";
+    if (v.nuevo || v.estado != "P") return "Comprobante no válido";
+    if (estorbo(v, "") == SOLO_LECTURA) return SOLO_LECTURA;
+    modelo_.comprobantes.erase(v.clave);
+    limpiar(v);
+    return "";
+}
+
+std::string Simulacion::cortar(Ventana& v) {
+    v.p->escritorio.responder(ui::Answer::yes);
+    const bool activo = v.p->f.cmdcortar.Enabled();
+    v.p->pulsar("cmdcortar");
+    if (!activo) return "";
+    if (v.nuevo || v.estado != "P") return "Comprobante no válido";
+    if (estorbo(v, "") == SOLO_LECTURA) return SOLO_LECTURA;
+    const auto c = modelo_.comprobantes.find(v.clave);
+    if (c != modelo_.comprobantes.end()) v.cortado_cheque = c->second.cheque;
+    modelo_.comprobantes.erase(v.clave);
+    renovar(v);
+    return "";
+}
+
+std::string Simulacion::copiar(Ventana& v) {
+    v.p->pulsar("cmdCopiar");
+    renovar(v);
+    return "";
+}
+
+std::string Simulacion::adjuntar(Ventana& v) {
+    if (!v.p->f.cmdadjunto_agregar.Enabled()) return "";
+    const std::string nombre = "ñandú " + std::to_string(paso_) + ".txt",
+                      archivo = v.p->carpeta + "/" + nombre;
+    std::ofstream(archivo) << paso_;
+    v.p->escritorio.elegir_archivo(archivo);
+    v.p->pulsar("cmdadjunto_agregar");
+    v.c.adjuntos.push_back(nombre);
+    return "";
+}
+
+std::string Simulacion::quitar_adjunto(Ventana& v) {
+    // of a saved voucher the file would be gone before the list is saved
+    if (!v.nuevo || v.c.adjuntos.empty()) return "";
+    v.p->f.lstadjunto.SetListIndex(0);
+    v.p->escritorio.responder(ui::Answer::yes);
+    v.p->pulsar("cmdadjunto_eliminar");
+    v.c.adjuntos.erase(v.c.adjuntos.begin());
+    return "";
+}
+
+std::string Simulacion::cheque(Ventana& v) {
+    const std::string numero = std::to_string(1000 + paso_);
+    v.p->escritorio.al_abrir([&](ui::Form& forma) {
+        auto& f = dynamic_cast<frmcheque&>(forma);
+        f.txtcheque.SetText(numero);
+        f.txtfecha.SetText("14/06/2024");
+        f.txtbeneficiario.SetText("PEDRO");
+        f.cmdaceptar.press();
+        f.cmdcancelar.press();
+    });
+    v.p->pulsar("mnucheque");
+    if (v.nuevo) return "Debe grabar el comprobante antes de imprimir la factura";
+    const auto c = modelo_.comprobantes.find(v.clave);
+    if (c != modelo_.comprobantes.end()) c->second.cheque = numero;
+    return "Cheque Grabado";
+}
+
+std::string Simulacion::generar_cierre(Ventana& v) {
+    const bool rehacer = !v.nuevo && modelo_.cierre && v.clave == *modelo_.cierre;
+    if (rehacer) return ""; // would add the same lines again
+    const bool movimientos = std::any_of(modelo_.comprobantes.begin(), modelo_.comprobantes.end(),
+                                         [](const auto& par) { return !par.second.lineas.empty(); });
+    v.p->escritorio.responder(ui::Answer::yes);
+    v.p->pulsar("mnuGenerarCierre");
+    if (modelo_.cerrado()) return "Comprobante de Cierre ya fue Generado";
+    if (!movimientos) return "Antes de Generar Comprobante de Cierre debe ingresar";
+    limpiar(v);
+    v.cierre = true;
+    v.c.concepto = "CIERRE ANUAL DEL AÑO 2024";
+    leer_lineas(v);
+    return "";
+}
+
+} // namespace quorvel::fallas

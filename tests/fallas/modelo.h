@@ -1,0 +1,112 @@
+#pragma once
+#include "fallas/trabajos.h"
+
+#include <map>
+#include <memory>
+#include <random>
+
+namespace quorvel::fallas {
+
+/// A line as grid and table hold it: account, auxiliary, debit, credit.
+struct LineaPlana {
+    std::string cuenta, auxiliar;
+    std::int64_t debe = 0, haber = 0;
+    friend bool operator==(const LineaPlana&, const LineaPlana&) = default;
+};
+/// Date (yyyy-mm-dd), kind, number.
+using ClavePlana = std::tuple<std::string, std::string, std::string>;
+/// What a voucher says.
+struct ContenidoPlano {
+    std::string concepto;
+    std::vector<LineaPlana> lineas;
+    std::vector<std::string> adjuntos;
+};
+struct ComprobantePlano : ContenidoPlano {
+    std::string estado = "P", cheque;
+    int usuario = 0, bloqueo = 0;
+    std::int64_t total = 0;
+};
+
+/// The plain model of the company: maps and rules, no database.
+class Modelo {
+public:
+    std::map<ClavePlana, ComprobantePlano> comprobantes;
+    std::map<std::string, std::string> ultimo_emitido{{"001", "0"}, {"002", "0"}};
+    std::optional<ClavePlana> cierre;
+    std::int64_t saldo_caja = 0; ///< what annulments have taken from 101001 in June
+
+    void desbloquear(int usuario);
+    void bloquear(const ClavePlana& clave, int usuario);
+    [[nodiscard]] std::int64_t propuesto(const std::string& documento, const std::string& anio) const;
+    [[nodiscard]] bool cerrado() const { return cierre && comprobantes.count(*cierre) != 0; }
+    /// All of it, as leer() reads it from the database.
+    [[nodiscard]] std::string texto() const;
+    [[nodiscard]] static std::string leer(clsConexion& db);
+};
+
+/// Several screens on one database, worked at random; after each step database, screens and model agree.
+class Simulacion {
+public:
+    Simulacion(apoyo::Motor motor, unsigned semilla);
+    /// One random action of one screen. @return what does not agree, empty when all does
+    [[nodiscard]] std::string paso();
+    /// What the checker says.
+    [[nodiscard]] std::string revisar() const;
+    [[nodiscard]] const std::string& ultima() const { return ultima_; }
+
+private:
+    /// One window and what the model believes it shows.
+    struct Ventana {
+        std::unique_ptr<pruebas::Pantalla> p;
+        int usuario = 0;
+        bool nuevo = true, solo_lectura = false;
+        bool cierre = false; ///< generated and not saved yet
+        std::string estado;
+        ClavePlana clave; ///< of the loaded voucher
+        ContenidoPlano c;
+        std::string cortado_cheque; ///< of the voucher that was cut, until it is saved again
+        [[nodiscard]] ClavePlana clave_escrita() const;
+    };
+    struct Accion {
+        const char* nombre;
+        int peso;
+        std::string (Simulacion::*hacer)(Ventana&); ///< @return the message that must come
+    };
+    static const std::vector<Accion> ACCIONES;
+
+    std::string nuevo(Ventana& v);
+    std::string llenar(Ventana& v);
+    std::string editar(Ventana& v);
+    std::string cambiar_fecha(Ventana& v);
+    std::string guardar(Ventana& v);
+    std::string buscar(Ventana& v);
+    std::string anular(Ventana& v);
+    std::string eliminar(Ventana& v);
+    std::string cortar(Ventana& v);
+    std::string copiar(Ventana& v);
+    std::string adjuntar(Ventana& v);
+    std::string quitar_adjunto(Ventana& v);
+    std::string cheque(Ventana& v);
+    std::string generar_cierre(Ventana& v);
+
+    [[nodiscard]] int al_azar(int hasta) { return static_cast<int>(azar_() % static_cast<unsigned>(hasta)); }
+    void poner_lineas(Ventana& v, bool cuadrado);
+    void renovar(Ventana& v);
+    void limpiar(Ventana& v);
+    void leer_lineas(Ventana& v);
+    /// The message of a change to a stored voucher that somebody else has changed meanwhile; empty when none.
+    [[nodiscard]] std::string estorbo(const Ventana& v, const char* si_falta) const;
+    /// The window's own configuration says that the year has its closing voucher.
+    [[nodiscard]] bool conoce_cierre(const Ventana& v) const;
+    [[nodiscard]] static std::string mostrado(const Ventana& v);
+
+    std::mt19937 azar_;
+    Escena escena_;
+    Modelo modelo_;
+    std::vector<Ventana> ventanas_;
+    std::unique_ptr<clsConexion> db_;
+    std::string ultima_;
+    int paso_ = 0;
+};
+
+} // namespace quorvel::fallas

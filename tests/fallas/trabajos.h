@@ -1,0 +1,33 @@
+#pragma once
+#include "apoyo/pantalla.h"
+
+namespace quorvel::fallas {
+
+/// One thing a person does at the screen that changes the database, ready to be disturbed.
+struct Trabajo {
+    const char* nombre;
+    void (*preparar)(pruebas::Pantalla&); ///< up to the last press
+    void (*hacer)(pruebas::Pantalla&);
+    const char* dicho; ///< what the screen says when it is done
+    int etapas = 1;    ///< how often the stored data change on the way
+};
+extern const std::vector<Trabajo> TRABAJOS;
+inline void PrintTo(const Trabajo& t, std::ostream* os) { *os << t.nombre; }
+
+/// The last notice since the last call, questions apart.
+[[nodiscard]] std::string ultimo_aviso(pruebas::Pantalla& p);
+
+/// A database and its user's folder, with the attached files.
+struct Escena {
+    std::string conexion, carpeta;
+};
+/// A fresh copy of the small company with what the jobs work on, entered through the screen.
+[[nodiscard]] Escena escena(apoyo::Motor motor);
+/// Everything stored, but for the edit locks.
+[[nodiscard]] std::string huella(clsConexion& db);
+/// What the checker says, as one text; empty when all is well.
+[[nodiscard]] std::string revision(const Escena& e);
+/// All that the screen holds of its voucher.
+[[nodiscard]] std::string en_pantalla(const pruebas::Pantalla& p);
+
+} // namespace quorvel::fallas

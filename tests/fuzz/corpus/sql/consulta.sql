@@ -1,0 +1,1 @@
+select top 1 a.centro,len(a.n_centro) as largo,max(val(num_docum)) from ctmcentros a,ctdquorvel b where a.centro=b.centro and (left(a.centro,3)='101' or b.glosa||'x'='ax') and not a.activo='0' group by a.centro||b.glosa,a.n_centro order by a.centro

@@ -1,0 +1,1 @@
+select 5 . e,a . 5,x . .5 from t

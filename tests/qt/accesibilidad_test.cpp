@@ -1,0 +1,147 @@
+// Goal: every control can be named, seen and read. Method: all forms are walked, the focus is photographed,
+// the palettes are measured.
+#include "app/dibujo.h"
+#include "app/estilo.h"
+#include "pantalla_qt.h"
+#include "qt/BalanceLabel.h"
+
+#include <QAbstractButton>
+#include <QAbstractItemView>
+#include <QAccessible>
+#include <QComboBox>
+#include <QLineEdit>
+#include <cmath>
+
+namespace quorvel {
+
+namespace {
+
+using pruebas::Pantalla;
+
+/// Inner parts of a control (a list's popup, a header) speak through it.
+bool is_part(const QWidget* w, const QWidget* window) {
+    if (w->objectName().startsWith("qt_menubar")) return true;
+    for (const char* part : {"QHeaderView", "QTableCornerButton", "QMenuBarExtension", "QLineEditIconButton"})
+        if (w->inherits(part)) return true;
+    for (const QWidget* p = w->parentWidget(); p != nullptr && p != window; p = p->parentWidget())
+        if (qobject_cast<const QComboBox*>(p) != nullptr) return true;
+    return false;
+}
+
+std::string nameless(const QWidget& window) {
+    std::string found;
+    for (QWidget* w : window.findChildren<QWidget*>()) {
+        const bool works = qobject_cast<QAbstractButton*>(w) != nullptr ||
+                           qobject_cast<QLineEdit*>(w) != nullptr || qobject_cast<QComboBox*>(w) != nullptr ||
+                           qobject_cast<QAbstractItemView*>(w) != nullptr;
+        if (!works || is_part(w, &window)) continue;
+        // A button is named by its text; a box or a list must not be named by what it holds.
+        QString name = w->accessibleName();
+        if (const auto* face = QAccessible::queryAccessibleInterface(w);
+            name.isEmpty() && face != nullptr && qobject_cast<QAbstractButton*>(w) != nullptr)
+            name = face->text(QAccessible::Name);
+        if (name.trimmed().isEmpty())
+            found += std::string(w->metaObject()->className()) + " " + w->objectName().toStdString() +
+                     " in " + w->parentWidget()->objectName().toStdString() + "; ";
+    }
+    return found;
+}
+
+double luminance(const QColor& c) {
+    const auto channel = [](double v) {
+        return v <= 0.03928 ? v / 12.92 : std::pow((v + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * channel(c.redF()) + 0.7152 * channel(c.greenF()) + 0.0722 * channel(c.blueF());
+}
+double contrast(const QColor& a, const QColor& b) {
+    const double x = luminance(a), y = luminance(b);
+    return (std::max(x, y) + 0.05) / (std::min(x, y) + 0.05);
+}
+
+} // namespace
+
+TEST(Accesibilidad, EveryControlHasAName) {
+    Pantalla p;
+    p.f().grdDetalle.SetFocus();
+    p.teclado.escribir("1"); // the cell editor is there
+    EXPECT_EQ(nameless(*p.escritorio.window_of(p.f())), "");
+    EXPECT_EQ(p.grilla().editor().accessibleName(), QString::fromUtf8("Cuenta, línea 1"));
+    for (const auto& forma : pruebas::todas_las_formas(p.escritorio)) {
+        const qt::FormWindow ventana(*forma, nullptr);
+        EXPECT_EQ(nameless(ventana), "") << forma->name();
+    }
+}
+
+TEST(Accesibilidad, TextIsReadableOnEveryGround) {
+    using P = QPalette;
+    EXPECT_NEAR(contrast(Qt::black, Qt::white), 21, 0.01);
+    constexpr std::pair<P::ColorRole, P::ColorRole> pairs[] = {
+        {P::WindowText, P::Window},  {P::WindowText, P::Base},         {P::Text, P::Base},
+        {P::Text, P::AlternateBase}, {P::ButtonText, P::Button},       {P::HighlightedText, P::Highlight},
+        {P::Link, P::Window},        {P::ToolTipText, P::ToolTipBase}, {P::PlaceholderText, P::Base},
+        {P::Text, P::Button},
+    };
+    for (const bool dark : {false, true}) {
+        const QPalette colours = paleta(dark);
+        for (const auto group : {P::Active, P::Inactive, P::Disabled})
+            for (const auto& [ink, ground] : pairs)
+                EXPECT_GE(contrast(colours.color(group, ink), colours.color(group, ground)), 4.5)
+                    << dark << " " << group << " " << ink << " on " << ground;
+        for (const auto ink : {P::WindowText, P::Link})
+            EXPECT_GE(contrast(colours.color(ink), Dibujo::fondo_tarjeta(colours)), 4.5) << dark;
+        EXPECT_GE(contrast(colours.color(P::Disabled, P::WindowText), Dibujo::fondo_tarjeta(colours)), 4.5);
+        // Disabled is seen at once: another ink, and boxes lose their ground.
+        EXPECT_NE(colours.color(P::Disabled, P::Text), colours.color(P::Active, P::Text));
+        EXPECT_NE(colours.color(P::Disabled, P::Base), colours.color(P::Active, P::Base));
+        for (const bool balanced : {false, true}) {
+            const auto shown = qt::BalanceLabel::colours(dark, balanced);
+            EXPECT_GE(contrast(shown.ink, shown.ground), 4.5) << dark << balanced;
+        }
+    }
+}
+
+// The same box with and without the focus must not look the same.
+TEST(Accesibilidad, TheFocusIsSeenOnEveryControl) {
+    for (const Tema tema : {Tema::claro, Tema::oscuro}) {
+        aplicar_estilo(*qobject_cast<QApplication*>(QCoreApplication::instance()), tema);
+        Pantalla p;
+        qt::FormWindow& ventana = *p.escritorio.window_of(p.f());
+        int vistos = 0;
+        for (ui::Control* control : p.f().controls()) {
+            auto* widget = ventana.findChild<QWidget*>(QString::fromStdString(control->name()));
+            if (widget == nullptr || !control->can_focus()) continue;
+            const auto foto = [&] {
+                QCoreApplication::processEvents();
+                return ventana.grab(QRect(widget->mapTo(&ventana, QPoint(0, 0)), widget->size())).toImage();
+            };
+            (control == &p.f().txtconcepto ? static_cast<ui::Control&>(p.f().mskF_comp) : p.f().txtconcepto)
+                .SetFocus();
+            const QImage sin_foco = foto();
+            ASSERT_TRUE(control->SetFocus()) << control->name();
+            EXPECT_FALSE(foto() == sin_foco) << control->name();
+            ++vistos;
+        }
+        EXPECT_GT(vistos, 30);
+    }
+}
+
+TEST(Accesibilidad, TheBalanceIsSaidInWords) {
+    qt::BalanceLabel etiqueta;
+    const struct {
+        double debe, haber;
+        const char *texto, *ayuda;
+    } casos[] = {
+        {0, 0, "Sin montos", ""},
+        {119000, 119000, "✓  Cuadrado", ""},
+        {119000, 100000, "≠  Diferencia 19.000 · falta Haber", "Explicar la diferencia (F9)"},
+        {1, 1234567, "≠  Diferencia 1.234.566 · falta Debe", "Explicar la diferencia (F9)"},
+    };
+    for (const auto& c : casos) {
+        etiqueta.show_totals(c.debe, c.haber);
+        EXPECT_EQ(etiqueta.text().toStdString(), c.texto);
+        EXPECT_EQ(etiqueta.accessibleName().toStdString(), c.texto);
+        EXPECT_EQ(etiqueta.toolTip().toStdString(), c.ayuda);
+    }
+}
+
+} // namespace quorvel

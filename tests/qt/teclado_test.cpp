@@ -1,0 +1,116 @@
+// Goal: a day's work without a mouse. Method: key events alone into the real window, counted.
+#include "pantalla_qt.h"
+
+#include <QContextMenuEvent>
+#include <QLineEdit>
+#include <QMenu>
+#include <QWheelEvent>
+
+namespace quorvel {
+
+namespace {
+
+using pruebas::Pantalla;
+
+class TecladoQt : public ::testing::Test {
+protected:
+    Pantalla p;
+    ui::ctlPlanilla& g = p.f().grdDetalle;
+    /// Digits of the numeric pad; '.' is its decimal key, '+' stands for its Enter.
+    void pad(const std::string& teclas) {
+        for (const char c : teclas) {
+            if (c == '+')
+                p.teclado.tecla(Qt::Key_Enter, Qt::KeypadModifier);
+            else
+                p.teclado.tecla(static_cast<Qt::Key>(c), Qt::KeypadModifier, std::string(1, c));
+        }
+    }
+};
+
+} // namespace
+
+TEST_F(TecladoQt, ATenLineVoucherOnTheNumericPad) {
+    p.f().mskF_comp.SetFocus();
+    const int antes = p.teclado.pulsaciones();
+    pad("+001++"); // date, kind, number
+    p.teclado.escribir("CO");
+    pad("++");
+    p.teclado.escribir("Gastos de junio");
+    p.teclado.tecla(Qt::Key_F12); // past the document's fields
+    const int cabecera = p.teclado.pulsaciones() - antes;
+    const char* const debe[] = {"501001+35000", "501002+128000", "501001+4500",  "501001+990",
+                                "501002+77310", "501001+12000",  "109001+24320", "501002+60000"};
+    for (const char* linea : debe)
+        pad(std::string(linea) + "++"); // Enter after the amount and after the gloss
+    pad("201002++100000++");            // an empty debit leads to the credit
+    pad("101001++++");                  // the last line proposes what is missing
+    EXPECT_EQ(g.Rows(), 10);
+    EXPECT_EQ(p.f().lblTotalDebe.Caption() + " " + p.f().lblTotalhaber.Caption(), "342.120 342.120");
+    p.teclado.tecla(Qt::Key_F5);
+    EXPECT_EQ(p.mensajes, std::vector<std::string>{"Comprobante Ingresado y Mayorizado"});
+    EXPECT_EQ(apoyo::filas(*p.db, "select count(*), sum(debe_nacional), sum(haber_nacional) from ctdquorvel"),
+              "10|342120|342120");
+    EXPECT_EQ(apoyo::filas(*p.db, "select distinct glosa from ctdquorvel"), "Gastos de junio");
+    EXPECT_EQ(cabecera, 26) << "the manual names these figures";
+    EXPECT_EQ(p.teclado.pulsaciones() - antes, 163);
+}
+
+TEST_F(TecladoQt, TheDecimalKeyOfThePadTypesAComma) {
+    p.ir_a("txtCotizacion");
+    pad("950.5");
+    EXPECT_EQ(p.f().txtCotizacion.Text(), "950,5");
+    p.ir_a("grdDetalle");
+    pad("101001+1000+");
+    g.move_to(0, 10);
+    pad("19.5+");
+    EXPECT_EQ(g.TextMatrix(0, 10), "19,5");
+}
+
+TEST_F(TecladoQt, TheProposedAmountIsSelectedAndTypedOver) {
+    p.ir_a("grdDetalle");
+    pad("101001+150000++301001");
+    p.teclado.tecla(Qt::Key_Enter);
+    p.teclado.tecla(Qt::Key_F7);
+    EXPECT_FALSE(g.EditActive()) << "the credit fits already";
+    g.move_to(1, 4);
+    pad("9+");
+    p.teclado.tecla(Qt::Key_F7);
+    QLineEdit& editor = p.grilla().editor();
+    EXPECT_EQ(editor.selectedText(), "150.000");
+    pad("15");
+    EXPECT_EQ(editor.text(), "15");
+    p.teclado.tecla(Qt::Key_Escape);
+    p.teclado.tecla(Qt::Key_F7);
+    pad("+");
+    EXPECT_EQ(p.f().lblTotalhaber.Caption(), "150.000");
+}
+
+TEST_F(TecladoQt, TheContextMenuOffersWhatTheCellCanDo) {
+    p.ir_a("grdDetalle");
+    const auto abrir = [&] {
+        QContextMenuEvent evento(QContextMenuEvent::Keyboard, QPoint(5, 5), QPoint(5, 5));
+        QApplication::sendEvent(p.grilla().viewport(), &evento);
+        auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        std::string texto;
+        if (menu == nullptr) return texto;
+        for (const QAction* a : menu->actions()) texto += a->text().toStdString() + ";";
+        menu->close();
+        return texto;
+    };
+    const std::string ordenes = "Proponer la diferencia\tF7;Explicar la diferencia\tF9;Ir al detalle\tF12;";
+    EXPECT_EQ(abrir(), "Buscar\tCtrl+Y;" + ordenes);
+    g.move_to(0, 3);
+    EXPECT_EQ(abrir(), ordenes);
+}
+
+TEST_F(TecladoQt, TheWheelChangesNoList) {
+    p.ir_a("cmblibro");
+    auto* lista = p.escritorio.window_of(p.f())->findChild<QWidget*>("cmblibro");
+    const int antes = p.f().cmblibro.ListIndex();
+    QWheelEvent giro(QPointF(5, 5), lista->mapToGlobal(QPointF(5, 5)), {}, {0, -240}, Qt::NoButton,
+                     Qt::NoModifier, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(lista, &giro);
+    EXPECT_EQ(p.f().cmblibro.ListIndex(), antes);
+}
+
+} // namespace quorvel
