@@ -8,6 +8,7 @@
 #include "voucher/pasos.h"
 
 #include <algorithm>
+#include <tuple>
 
 namespace quorvel {
 namespace {
@@ -17,14 +18,16 @@ struct LineaGuardada {
     std::int64_t debe = 0, haber = 0;
 };
 
-/// All rows before the first change: the engine may not go on reading what is being changed.
+/// All rows before the first change: the engine may not go on reading what is being changed. In the order of
+/// their balances, so that two vouchers that share accounts take the rows of those balances in one order.
 std::vector<LineaGuardada> lineas_guardadas(clsConexion& db, const Clave& clave) {
     std::vector<LineaGuardada> lineas;
-    for (const auto rs = db.NewRecord("select * from ctdquorvel " + sql_clave(clave) + " order by secuencia");
-         !rs->eof(); rs->MoveNext())
+    for (const auto rs = db.NewRecord("select * from ctdquorvel " + sql_clave(clave)); !rs->eof();
+         rs->MoveNext())
         lineas.push_back({rs->fields("centro").Value.text(), rs->fields("auxiliar").Value.text(),
                           rs->fields("debe_nacional").Value.integer(),
                           rs->fields("haber_nacional").Value.integer()});
+    std::ranges::sort(lineas, {}, [](const LineaGuardada& l) { return std::tie(l.centro, l.auxiliar); });
     return lineas;
 }
 

@@ -2,6 +2,7 @@
 // voucher's life, on both engines; triggers make single statements fail.
 #include "apoyo/comprobante.h"
 #include "apoyo/falla.h"
+#include "apoyo/sesion_vigilada.h"
 #include "apoyo/sesiones.h"
 #include "app/db/esquema.h"
 #include "voucher/bloqueo.h"
@@ -296,6 +297,27 @@ TEST_P(Grabar, AnnulledVoucherLeavesTheBalances) {
     ejecutar(*db, "update ctmcentros set g_cuenta='8' where centro='201001'");
     EXPECT_EQ(AnularComprobante(*db, compra("2"), HOY), "Problemas al buscar grupo de cuenta ");
     EXPECT_EQ(rows("select debe3 from ctmsdcenth where centro='501002'"), "400000");
+}
+
+/// Two annulments that share accounts would wait for each other if each took them as its lines stand.
+TEST_P(Grabar, AnnulmentTakesTheBalancesInTheirOwnOrder) {
+    saldos();
+    Comprobante c = compra();
+    std::ranges::reverse(c.lineas);
+    ASSERT_EQ(nuevo(c), "");
+    SesionVigilada vigilada(abrir_sesion(conexion));
+    std::string orden;
+    vigilada.antes = [&](const std::string& sql) {
+        if (!sql.starts_with("update  ctmsd")) return;
+        for (const char* columna : {" centro='", " auxiliar='"})
+            if (const auto desde = sql.find(columna); desde != std::string::npos) {
+                const auto valor = desde + std::string_view(columna).size();
+                orden += sql.substr(valor, sql.find('\'', valor) - valor) + " ";
+            }
+        orden += "/ ";
+    };
+    ASSERT_EQ(AnularComprobante(vigilada, c, HOY), "");
+    EXPECT_EQ(orden, "1 / 109 / 109001 / 2 / 201 / 201001 / 201001 000013 / 5 / 501 / 501002 / ");
 }
 
 TEST_P(Grabar, CutVoucherKeepsChequeInvoiceAndAttachments) {
