@@ -149,21 +149,16 @@ private:
         const auto& f = filas.at(azar_() % filas.size());
         return {e_.empresa, "01", *leer_fecha(f[0]), recortar_fin(f[1]), recortar_fin(f[2])};
     }
-    /// In the order of the screen: read, let go of the last one, lock.
     Comprobante abrir(const Clave& clave) {
         return medir(ABRIR, [&] {
-            auto c = leer_cabecera(*db_, clave.empresa, clave.f_comp, clave.documento, clave.num_docum, "01");
+            auto c = leer_con_bloqueo(*db_, clave, e_.usuario);
             if (!c) throw ErrorSesion("A listed voucher is not there: " + clave.num_docum, "");
             c->lineas = leer_lineas(*db_, clave);
             c->adjuntos = leer_adjuntos(*db_, c->comprobante_adjunto);
-            desbloquear(*db_, e_.empresa, e_.usuario);
-            if (!ajeno(*c)) bloquear(*db_, clave, e_.usuario);
             return *c;
         });
     }
-    [[nodiscard]] bool ajeno(const Comprobante& c) const {
-        return c.bloqueo_usuario >= 1 && c.bloqueo_usuario != e_.usuario;
-    }
+    [[nodiscard]] bool ajeno(const Comprobante& c) const { return bloqueado_por_otro(c, e_.usuario); }
     void volver_a_abrir() {
         pensar();
         const Clave clave = elegir();

@@ -1,6 +1,7 @@
 #include "voucher/bloqueo.h"
 
 #include "platform/db/literal.h"
+#include "voucher/cargar.h"
 #include "voucher/grabar_sql.h"
 
 namespace quorvel {
@@ -12,6 +13,23 @@ void bloquear(clsConexion& db, const Clave& clave, int usuario) {
 void desbloquear(clsConexion& db, int empresa, int usuario) {
     db.executesql(" update ctcquorvel set bloqueo_usuario= 0  where empresa=" + sql_numero(empresa) +
                   " and bloqueo_usuario=" + sql_numero(usuario));
+}
+
+bool bloqueado_por_otro(const Comprobante& c, int usuario) {
+    return c.bloqueo_usuario >= 1 && c.bloqueo_usuario != usuario;
+}
+
+std::optional<Comprobante> leer_con_bloqueo(clsConexion& db, const Clave& clave, int usuario) {
+    const auto leer = [&] {
+        return leer_cabecera(db, clave.empresa, clave.f_comp, clave.documento, clave.num_docum,
+                             clave.subsistema);
+    };
+    auto c = leer();
+    if (!c) return c;
+    desbloquear(db, clave.empresa, usuario); // what was on the screen before is no longer shown
+    if (bloqueado_por_otro(*c, usuario)) return c;
+    bloquear(db, c->clave(), usuario);
+    return leer();
 }
 
 } // namespace quorvel

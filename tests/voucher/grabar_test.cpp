@@ -236,6 +236,24 @@ TEST_P(Grabar, TwoSessionsForOneNumberOneLockAndOneAttachmentSet) {
     EXPECT_EQ(rows("select count(*) as n from ctdquorvel where num_docum='1'"), "0");
 }
 
+TEST_P(Grabar, WhatAColleagueSavesWhileAVoucherIsBeingOpenedIsRead) {
+    Comprobante c = compra(), ajeno = c;
+    ASSERT_EQ(nuevo(c), "");
+    ajeno.concepto = "de otro", ajeno.usuario = 2;
+    SesionVigilada vigilada(abrir_sesion(conexion));
+    vigilada.antes = [&](const std::string& sql) {
+        if (sql.starts_with("update ctcquorvel set bloqueo_usuario= 1")) {
+            ASSERT_EQ(grabar(ajeno, {}), "");
+        }
+    };
+    const auto leido = leer_con_bloqueo(vigilada, c.clave(), 1);
+    ASSERT_TRUE(leido);
+    EXPECT_EQ(leido->concepto, "de otro");
+    EXPECT_FALSE(bloqueado_por_otro(*leido, 1));
+    bloquear(*db, c.clave(), 2);
+    EXPECT_TRUE(bloqueado_por_otro(*leer_con_bloqueo(vigilada, c.clave(), 1), 1)) << "his lock stays";
+}
+
 // Goal: two saves at one moment never share a set, with files or without. Method: the second voucher is
 // saved while the first one's save moves its files.
 TEST_P(Grabar, SetsOfSimultaneousSaves) {
@@ -303,7 +321,7 @@ TEST_P(Grabar, AnnulledVoucherLeavesTheBalances) {
 TEST_P(Grabar, AnnulmentTakesTheBalancesInTheirOwnOrder) {
     saldos();
     Comprobante c = compra();
-    std::ranges::reverse(c.lineas);
+    std::reverse(c.lineas.begin(), c.lineas.end());
     ASSERT_EQ(nuevo(c), "");
     SesionVigilada vigilada(abrir_sesion(conexion));
     std::string orden;

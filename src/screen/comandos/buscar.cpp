@@ -57,16 +57,13 @@ void cargar_detalle(frmQuorvel& f, const Comprobante& c) {
     fijar_totales(f, c.total_debe, c.total_haber);
 }
 
-void tomar_bloqueo(frmQuorvel& f, const Comprobante& c, Permitido permitido) {
-    desbloquear(*f.glbdb, f.glbEmpresa, f.glbUsuario); // what was on the screen before is no longer shown
-    const bool ajeno = c.bloqueo_usuario >= 1 && c.bloqueo_usuario != f.glbUsuario;
+void permitir(frmQuorvel& f, const Comprobante& c, Permitido permitido) {
+    const bool ajeno = bloqueado_por_otro(c, f.glbUsuario);
     f.estado.solo_lectura = ajeno;
     if (ajeno) {
         f.informacion(SOLO_LECTURA);
         permitido.modificar = permitido.borrar_linea = false;
         permitido.motivo = SOLO_LECTURA;
-    } else {
-        bloquear(*f.glbdb, c.clave(), f.glbUsuario);
     }
     permitir_cambios(f, permitido.modificar, permitido.borrar_linea, permitido.imprimir, permitido.motivo);
     if (c.subsistema == "01" && !ajeno)
@@ -85,8 +82,7 @@ void buscar(frmQuorvel& f) {
 }
 
 bool abrir_comprobante(frmQuorvel& f, const Clave& clave) {
-    const auto c = leer_cabecera(*f.glbdb, clave.empresa, clave.f_comp, clave.documento, clave.num_docum,
-                                 clave.subsistema);
+    const auto c = leer_con_bloqueo(*f.glbdb, clave, f.glbUsuario);
     if (!c) return false;
     const Borrador::Cambio cambio(f);
     f.estado.cierre_generado = false;
@@ -99,7 +95,7 @@ bool abrir_comprobante(frmQuorvel& f, const Clave& clave) {
     f.estado.comprobante_cierre =
         es_comprobante_cierre(*c, leer_periodo(*f.glbdb, f.glbEmpresa, f.servicios.reloj.hoy()));
     cargar_detalle(f, *c);
-    tomar_bloqueo(f, *c, segun_estado(f, *c));
+    permitir(f, *c, segun_estado(f, *c));
     return true;
 }
 
