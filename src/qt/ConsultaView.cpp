@@ -151,8 +151,13 @@ ConsultaView::ConsultaView(QWidget* parent) : QTableView(parent), model_(new Con
 
 void ConsultaView::attach(ui::ctlConsulta& list) {
     list_ = &list;
-    model_->attach(list);
+    model_->attach(&list);
     sync();
+}
+
+void ConsultaView::detach() {
+    list_ = nullptr;
+    model_->attach(nullptr);
 }
 
 void ConsultaView::sync() {

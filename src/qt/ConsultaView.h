@@ -14,7 +14,7 @@ class ConsultaModel : public QAbstractTableModel {
     Q_OBJECT
 public:
     explicit ConsultaModel(QObject* parent) : QAbstractTableModel(parent) {}
-    void attach(ui::ctlConsulta& list) { list_ = &list; }
+    void attach(ui::ctlConsulta* list) { list_ = list; }
     int rowCount(const QModelIndex& parent = {}) const override { return parent.isValid() ? 0 : rows_; }
     int columnCount(const QModelIndex& parent = {}) const override;
     QVariant data(const QModelIndex& index, int role) const override;
@@ -39,6 +39,8 @@ class ConsultaView : public QTableView {
 public:
     explicit ConsultaView(QWidget* parent = nullptr);
     void attach(ui::ctlConsulta& list);
+    /// The list goes; the view may still get events until it goes too.
+    void detach();
     void sync();
 
 protected:

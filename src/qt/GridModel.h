@@ -12,6 +12,7 @@ class GridModel : public QAbstractTableModel {
 public:
     explicit GridModel(QObject* parent) : QAbstractTableModel(parent) {}
     void attach(const ui::ctlPlanilla& grid);
+    void detach() { grid_ = nullptr; }
 
     int rowCount(const QModelIndex& parent = {}) const override;
     int columnCount(const QModelIndex& parent = {}) const override;

@@ -72,6 +72,12 @@ void GridView::attach(ui::ctlPlanilla& grid) {
     sync();
 }
 
+void GridView::detach() {
+    links_.clear();
+    grid_ = nullptr;
+    model_->detach();
+}
+
 void GridView::sync() {
     model_->sync_shape();
     sync_widths();
@@ -225,7 +231,7 @@ void GridView::type_in_editor(const QString& text) {
         QString accepted;
         for (const auto ch : text.toUcs4()) {
             const char32_t kept = ch < 0x20 ? 0 : filter(ch);
-            if (!alive) return;
+            if (!alive || grid_ == nullptr) return;
             if (kept != 0) accepted += QString::fromUcs4(&kept, 1);
         }
         if (accepted.isEmpty() || !grid_->EditActive()) return;
@@ -244,7 +250,7 @@ bool GridView::editor_key(QKeyEvent& event) {
         return true;
     }
     grid_->form().atender([&] { grid_->KeyDown(*e); });
-    if (e->handled || !grid_->EditActive()) return true;
+    if (e->handled || grid_ == nullptr || !grid_->EditActive()) return true;
     if (native) return false;
     if (!pastes) {
         type_in_editor(QString::fromUcs4(&e->ch, 1));

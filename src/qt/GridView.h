@@ -19,6 +19,8 @@ public:
     explicit GridView(QWidget* parent = nullptr);
     ~GridView() override;
     void attach(ui::ctlPlanilla& grid);
+    /// The grid goes; the view may still get events until it goes too.
+    void detach();
     /// Rows, columns, current cell and edit as the planilla has them.
     void sync();
     /// The open editor, or the view.

@@ -111,6 +111,7 @@ extern template class ButtonBinding<ui::OptionButton>;
 class GridBinding : public Binding {
 public:
     GridBinding(GridView& view, ui::ctlPlanilla& grid);
+    ~GridBinding() override;
     QWidget& focus_target() override;
 
 protected:
@@ -123,6 +124,7 @@ private:
 class ConsultaBinding : public Binding {
 public:
     ConsultaBinding(ConsultaView& view, ui::ctlConsulta& list);
+    ~ConsultaBinding() override;
 
 protected:
     void pull_state() override;

@@ -8,6 +8,8 @@ GridBinding::GridBinding(GridView& view, ui::ctlPlanilla& grid) : Binding(view, 
     view.attach(grid);
 }
 
+GridBinding::~GridBinding() { view_.detach(); }
+
 QWidget& GridBinding::focus_target() { return view_.focus_target(); }
 
 void GridBinding::pull_state() { view_.sync(); }
@@ -17,6 +19,8 @@ ConsultaBinding::ConsultaBinding(ConsultaView& view, ui::ctlConsulta& list)
     watch(view);
     view.attach(list);
 }
+
+ConsultaBinding::~ConsultaBinding() { view_.detach(); }
 
 void ConsultaBinding::pull_state() { view_.sync(); }
 
