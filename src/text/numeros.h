@@ -36,6 +36,12 @@ private:
     Entero millonesimas_ = 0;
 };
 
+/// Whether a total can be stored: it has no more digits than an amount may have.
+[[nodiscard]] constexpr bool cabe_en_total(Decimal total) {
+    constexpr std::int64_t MAYOR = 999'999'999'999'999'999;
+    return total >= -MAYOR && total <= MAYOR;
+}
+
 /// Formats a number with a pattern ("0", "00", "000000", "0.00", "#,##0", "#,##0.00"), "." grouping and ","
 /// as decimal mark whatever the machine's settings. Rounds halves away from zero on the value's 15
 /// significant decimal digits, so 250 × 1.19 shows 298.

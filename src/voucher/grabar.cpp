@@ -31,6 +31,7 @@ Sumas sumar_lineas(const std::vector<Linea>& lineas) {
         exactas = {exactas.debe + debe, exactas.haber + haber};
         escritas = {escritas.debe + enteros(debe), escritas.haber + enteros(haber)};
     }
+    if (!cabe_en_total(escritas.debe) || !cabe_en_total(escritas.haber)) throw PasoFallido(DETALLE);
     // fractions that balance exactly may stop balancing once they are whole pesos
     if (exactas.debe == exactas.haber && escritas.debe != escritas.haber)
         throw PasoFallido("Comprobante descuadrado");

@@ -2,24 +2,47 @@
 #include "text/numeros.h"
 #include "voucher/validar.h"
 
+#include <unordered_map>
+
 namespace quorvel {
 namespace {
 
 constexpr const char* FOCO = "grdDetalle";
-enum Columna { CUENTA = 1, AUXILIAR = 2, DEBE = 3 };
+enum Columna { CUENTA = 1, AUXILIAR = 2, DEBE = 3, HABER = 4 };
 
 struct Falla {
     std::string mensaje;
     int columna;
 };
 
-std::optional<Falla> falla_de(const Linea& l, std::size_t i, Recordset& cuentas) {
+struct Cuenta {
+    bool existe = false, requiere_auxiliar = false;
+};
+
+/// A server is asked once for each account, however many lines use it.
+class Cuentas {
+public:
+    explicit Cuentas(Recordset& maestro) : maestro_(maestro) {}
+    const Cuenta& operator[](const std::string& codigo) {
+        const auto [i, nueva] = vistas_.try_emplace(codigo);
+        if (!nueva) return i->second;
+        maestro_.FindFirst("centro=" + sql_texto(codigo));
+        if (!maestro_.nomatch()) i->second = {true, maestro_.fields("req_auxiliar").Value.text() == "1"};
+        return i->second;
+    }
+
+private:
+    Recordset& maestro_;
+    std::unordered_map<std::string, Cuenta> vistas_;
+};
+
+std::optional<Falla> falla_de(const Linea& l, std::size_t i, Cuentas& cuentas) {
     if (l.centro.empty()) return Falla{"Ingrese cuenta en linea " + std::to_string(i + 1), CUENTA};
-    cuentas.FindFirst("centro=" + sql_texto(l.centro));
-    if (cuentas.nomatch()) return Falla{"Cuenta " + l.centro + " no válida", CUENTA};
-    const bool requiere = cuentas.fields("req_auxiliar").Value.text() == "1";
-    if (requiere && l.auxiliar.empty()) return Falla{"Cuenta " + l.centro + " requiere auxiliar", AUXILIAR};
-    if (!requiere && !l.auxiliar.empty())
+    const Cuenta& cuenta = cuentas[l.centro];
+    if (!cuenta.existe) return Falla{"Cuenta " + l.centro + " no válida", CUENTA};
+    if (cuenta.requiere_auxiliar && l.auxiliar.empty())
+        return Falla{"Cuenta " + l.centro + " requiere auxiliar", AUXILIAR};
+    if (!cuenta.requiere_auxiliar && !l.auxiliar.empty())
         return Falla{"Cuenta " + l.centro + " no requiere auxiliar", AUXILIAR};
     if (l.debe.empty() && l.haber.empty()) return Falla{"Ingrese valor del debe", DEBE};
     return std::nullopt;
@@ -27,14 +50,21 @@ std::optional<Falla> falla_de(const Linea& l, std::size_t i, Recordset& cuentas)
 
 } // namespace
 
-bool revisar_lineas(const std::vector<Linea>& lineas, Recordset& cuentas, const OyeRechazo& oye) {
+bool revisar_lineas(const std::vector<Linea>& lineas, Recordset& maestro, const OyeRechazo& oye) {
+    Cuentas cuentas(maestro);
     Decimal debe, haber;
+    bool cabe = true;
     for (std::size_t i = 0; i < lineas.size(); ++i) {
         auto f = falla_de(lineas[i], i, cuentas);
         if (f && !oye({std::move(f->mensaje), Icono::critico, FOCO, static_cast<int>(i), f->columna}))
             return false;
         debe = debe + Decimal::leer(lineas[i].debe);
         haber = haber + Decimal::leer(lineas[i].haber);
+        if (!cabe || (cabe_en_total(debe) && cabe_en_total(haber))) continue;
+        cabe = false;
+        if (!oye({"Monto no válido", Icono::critico, FOCO, static_cast<int>(i),
+                  cabe_en_total(debe) ? HABER : DEBE}))
+            return false;
     }
     if (debe == haber) return true;
     return oye({"Cuadricula en modo de edición, debe cambiarse de fila para que el ultimo registro quede "

@@ -237,6 +237,30 @@ TEST_P(Validar, Lines) {
                                          {"101001", "", "0,2", "", "", "", "", "", "", ""},
                                          {"101002", "", "", "0,3", "", "", "", "", "", ""}};
     EXPECT_FALSE(ValidarLineas(centavos, *maestros.rsCuentas)) << "summed in decimal";
+    // Eighteen digits can be stored, as a total too.
+    const auto lineas = [](const char* ultimo, bool al_debe) {
+        std::vector<Linea> todas;
+        for (const char* monto : {"900.000.000.000.000.000", "99.999.999.999.999.999", ultimo})
+            for (const bool debe : {al_debe, !al_debe})
+                todas.push_back({"101001", "", debe ? monto : "", debe ? "" : monto, "", "", "", "", "", ""});
+        return todas;
+    };
+    for (const bool al_debe : {true, false}) {
+        EXPECT_FALSE(ValidarLineas(lineas("0", al_debe), *maestros.rsCuentas));
+        const auto r = ValidarLineas(lineas("1", al_debe), *maestros.rsCuentas);
+        ASSERT_TRUE(r) << "balanced, and one peso more than fits";
+        EXPECT_EQ(r->mensaje, "Monto no válido");
+        EXPECT_EQ(std::pair(r->fila, r->columna),
+                  std::pair(std::optional(4), std::optional(al_debe ? 3 : 4)));
+        c = compra();
+        c.lineas = lineas("1", al_debe);
+        EXPECT_EQ(GrabarComprobante(*db, c, {.nuevo = true, .hoy = HOY}).error,
+                  "Problemas al grabar detalle");
+        c.lineas = lineas("0", al_debe);
+        ASSERT_EQ(GrabarComprobante(*db, c, {.nuevo = al_debe, .hoy = HOY}).error, "");
+        EXPECT_EQ(apoyo::filas(*db, "select t_debe, t_haber from ctcquorvel"),
+                  "999999999999999999|999999999999999999");
+    }
 }
 
 } // namespace
