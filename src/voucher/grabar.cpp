@@ -53,7 +53,7 @@ public:
         if (o_.nuevo) cabecera_nueva();
         if (!c_.lineas.empty()) detalle();
         adjuntos();
-        pasos_.ejecutar(db_);
+        pasos_.ejecutar(db_, o_.avance);
     }
     /// The set that holds the voucher's files now.
     [[nodiscard]] const std::string& conjunto(bool guardado) const {

@@ -1,6 +1,7 @@
 #pragma once
 #include "voucher/comprobante.h"
 #include "voucher/configuracion.h"
+#include "voucher/pasos.h"
 
 #include <functional>
 #include <map>
@@ -19,6 +20,7 @@ struct OpcionesGrabar {
     /// moves the files from the first set to the second.
     /// @return false: the next number is tried, after 50 the save stops
     std::function<bool(const std::string& de, const std::string& a)> mover_adjuntos{};
+    AvancePasos avance{}; ///< false ends the save; never asked once the commit has begun
 };
 struct ResultadoGrabar {
     std::string error; ///< empty when saved

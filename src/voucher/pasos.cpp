@@ -3,7 +3,9 @@
 #include "voucher/bloqueo.h"
 #include "voucher/grabar_sql.h"
 
+#include <algorithm>
 #include <chrono>
+#include <span>
 #include <thread>
 
 namespace quorvel {
@@ -20,11 +22,20 @@ void exigir(clsConexion& db, const std::string& sql, const char* texto) {
     if (db.executesql(sql) == 0) fallar(db, texto);
 }
 
-void Pasos::ejecutar(clsConexion& db) const {
-    const auto filas = db.executesql_each(sql_);
-    if (filas.size() < sql_.size()) fallar(db, textos_[filas.size()].texto);
-    for (std::size_t i = 0; i < sql_.size(); ++i)
-        if (filas[i] == 0 && textos_[i].filas == Filas::alguna) fallar(db, textos_[i].texto);
+void Pasos::ejecutar(clsConexion& db, const AvancePasos& avance) const {
+    constexpr std::size_t TANDA = 1000; // no voucher written by hand is told about
+    const std::span<const std::string> todas(sql_);
+    for (std::size_t hechas = 0; hechas < todas.size(); hechas += TANDA) {
+        if (hechas > 0 && avance && !avance(static_cast<long>(hechas), static_cast<long>(todas.size())))
+            throw PasoFallido(CANCELADA);
+        const auto tanda = todas.subspan(hechas, std::min(TANDA, todas.size() - hechas));
+        const auto filas = db.executesql_each(tanda);
+        if (filas.size() < tanda.size()) fallar(db, textos_[hechas + filas.size()].texto);
+        for (std::size_t i = 0; i < tanda.size(); ++i) {
+            const Texto& t = textos_[hechas + i];
+            if (filas[i] == 0 && t.filas == Filas::alguna) fallar(db, t.texto);
+        }
+    }
 }
 
 std::optional<EstadoGuardado> retener_cabecera(clsConexion& db, const Clave& clave, const char* texto) {

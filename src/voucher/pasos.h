@@ -18,6 +18,10 @@ public:
 /// Runs a statement that must succeed. @param texto of the step; empty shows the engine's description
 /// @throws PasoFallido
 void exigir(clsConexion& db, const std::string& sql, const char* texto = "");
+/// What the user reads after he ended a piece of work himself.
+inline constexpr const char* CANCELADA = "Operación cancelada, no se ha cambiado nada";
+/// Told how many steps of how many are done. @return false ends the work
+using AvancePasos = std::function<bool(long hechos, long total)>;
 /// Statements that must all succeed, sent together.
 class Pasos {
 public:
@@ -28,8 +32,9 @@ public:
         sql_.push_back(std::move(sql));
         textos_.push_back({texto, filas});
     }
-    /// @throws PasoFallido of the first refused one
-    void ejecutar(clsConexion& db) const;
+    /// @param avance asked between the batches of many statements
+    /// @throws PasoFallido of the first refused one, or CANCELADA
+    void ejecutar(clsConexion& db, const AvancePasos& avance = {}) const;
 
 private:
     struct Texto {

@@ -63,6 +63,29 @@ TEST_P(Comprobantes, TypedSavedFoundEditedAndSavedAgain) {
     EXPECT_EQ(p.sql("select bloqueo_usuario from ctcquorvel"), "0");
 }
 
+TEST_P(Comprobantes, ASaveOfThousandsOfLinesCanBeCalledOff) {
+    Pantalla p(GetParam());
+    p.abrir();
+    p.comprobante("1000");
+    std::vector<std::string> lineas;
+    for (int i = 0; i < 1000; ++i)
+        for (const char* linea : {"3\t101001\t\t1\t0\tuna", "4\t301001\t\t0\t1\totra"})
+            lineas.emplace_back(linea);
+    p.f.grdDetalle.AddItems(lineas);
+    p.f.RecalcularTotales();
+    p.escritorio.cancelar_avance_en(2000);
+    p.guardar();
+    EXPECT_EQ(p.mensajes(), Textos{"Operación cancelada, no se ha cambiado nada"});
+    EXPECT_EQ(p.escritorio.mensajes.back().icon, ui::Icon::information);
+    EXPECT_EQ(p.sql(CABECERA) + p.sql(LINEAS), "");
+    EXPECT_TRUE(p.f.glbBanderaNuevo && p.f.grdDetalle.Rows() == 2002);
+    p.escritorio.cancelar_avance_en(1000000);
+    p.guardar();
+    EXPECT_EQ(p.mensajes(), Textos{GRABADO});
+    EXPECT_EQ(p.escritorio.ocupado, 0);
+    EXPECT_EQ(p.sql("select count(*),sum(debe_nacional) from ctdquorvel"), "2002|2000");
+}
+
 TEST_P(Comprobantes, AnnulDeleteCutAndCopy) {
     Pantalla p(GetParam());
     p.abrir();

@@ -174,6 +174,27 @@ TEST_P(Grabar, EachStepThatFailsTakesEverythingBack) {
     ASSERT_EQ(grabar(c, {}), "") << "works again without the fault";
 }
 
+TEST_P(Grabar, AVoucherOfThousandsTellsHowFarItIsAndCanBeCalledOff) {
+    Comprobante c = compra();
+    const auto lineas = c.lineas;
+    for (int i = 0; i < 700; ++i) c.lineas.insert(c.lineas.end(), lineas.begin(), lineas.end());
+    std::vector<long> hechos;
+    OpcionesGrabar o{.nuevo = true, .hoy = HOY};
+    const std::string antes = todo();
+    o.avance = [&](long hecho, long total) {
+        EXPECT_GT(total, 2100);
+        hechos.push_back(hecho);
+        return hecho < 2000;
+    };
+    EXPECT_EQ(GrabarComprobante(*db, c, o).error, "Operación cancelada, no se ha cambiado nada");
+    EXPECT_EQ(hechos, (std::vector<long>{1000, 2000}));
+    EXPECT_EQ(todo(), antes);
+    o.avance = [](long, long) { return true; };
+    EXPECT_EQ(GrabarComprobante(*db, c, o).error, "");
+    EXPECT_EQ(rows("select count(*), max(secuencia), sum(haber_nacional) from ctdquorvel"),
+              "2103|2103|83419000");
+}
+
 TEST_P(Grabar, NumbersAreProposedAndRecorded) {
     EXPECT_EQ(proponer_numero(*db, 1, "002", 2024), 1);
     EXPECT_EQ(proponer_correlativo(*db, 1, "COMPRAS", 2024, 3), 1);

@@ -1,4 +1,5 @@
 #pragma once
+#include "voucher/pasos.h"
 #include "yearend/asiento.h"
 
 #include <functional>
@@ -7,8 +8,6 @@
 namespace quorvel {
 
 class frmQuorvel;
-
-inline constexpr const char* CANCELADA = "Operación cancelada, no se ha cambiado nada";
 
 /// Runs work that only reads under a progress box that the person may cancel, also while the engine works.
 /// @return false when cancelled, which has been said

@@ -3,6 +3,7 @@
 #include "screen/campos.h"
 #include "screen/comandos/comandos.h"
 #include "screen/frmQuorvel.h"
+#include "screen/papeles/ocupado.h"
 #include "text/rut.h"
 #include "voucher/bloqueo.h"
 #include "voucher/grabar.h"
@@ -58,7 +59,15 @@ OpcionesGrabar opciones(const frmQuorvel& f, const Comprobante& c) {
     o.mover_adjuntos = [&f, adjuntos = c.adjuntos](const std::string& de, const std::string& a) {
         return carpeta_adjuntos(f).move_set(de, a, adjuntos);
     };
+    o.avance = [&f](long hechos, long total) {
+        return f.escritorio().progress("Grabando el comprobante", hechos, total);
+    };
     return o;
+}
+
+ResultadoGrabar grabar(frmQuorvel& f, const Comprobante& c) {
+    const Ocupado ocupado(f.escritorio());
+    return GrabarComprobante(*f.glbdb, c, opciones(f, c));
 }
 
 void recordar_cierre(frmQuorvel& f, const Comprobante& c) {
@@ -105,12 +114,12 @@ void guardar(frmQuorvel& f) {
     const auto ya =
         f.estado.sin_respuesta ? grabado_sin_respuesta(*f.glbdb, c, f.servicios.reloj.hoy()) : std::nullopt;
     if (!ya && !validar(f, c)) return;
-    const ResultadoGrabar r = ya ? *ya : GrabarComprobante(*f.glbdb, c, opciones(f, c));
+    const ResultadoGrabar r = ya ? *ya : grabar(f, c);
     f.estado.sin_respuesta = r.error == DESENLACE_DESCONOCIDO;
     c.comprobante_adjunto = r.comprobante_adjunto; // the files may have moved, also when the save failed
     if (!r.error.empty()) {
         fijar_conjunto(f, r.comprobante_adjunto);
-        f.critico(r.error);
+        r.error == CANCELADA ? f.informacion(r.error) : f.critico(r.error);
     } else {
         mostrar_grabado(f, std::move(c));
     }
