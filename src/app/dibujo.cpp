@@ -60,6 +60,12 @@ QColor Dibujo::fondo_tarjeta(const QPalette& p) {
 void Dibujo::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                            const QWidget* widget) const {
     if (element == PE_FrameFocusRect) return dibujar_foco(*option, *painter, 1.5);
+    const auto* caja = qstyleoption_cast<const QStyleOptionFrame*>(option);
+    if (element == PE_PanelLineEdit && caja != nullptr && (caja->state & State_ReadOnly)) {
+        QStyleOptionFrame sin_fondo(*caja); // what cannot be typed in looks like no field to fill in
+        sin_fondo.palette.setBrush(QPalette::Base, caja->palette.brush(QPalette::Disabled, QPalette::Base));
+        return QProxyStyle::drawPrimitive(element, &sin_fondo, painter, widget);
+    }
     QProxyStyle::drawPrimitive(element, option, painter, widget);
     const bool lista = element == PE_Frame && qobject_cast<const QAbstractItemView*>(widget) != nullptr;
     if (lista && (option->state & State_HasFocus)) dibujar_foco(*option, *painter, 2);

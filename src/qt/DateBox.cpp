@@ -27,6 +27,8 @@ DateBox::DateBox(QWidget* parent)
     connect(button_, &QToolButton::clicked, this, &DateBox::opening);
 }
 
+void DateBox::set_pickable(bool pickable) { button_->setEnabled(pickable); }
+
 void DateBox::show_calendar(QDate date) {
     if (popup_ == nullptr) {
         popup_ = new QFrame(this, Qt::Popup);

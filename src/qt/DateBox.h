@@ -15,6 +15,7 @@ public:
     explicit DateBox(QWidget* parent = nullptr);
     [[nodiscard]] QLineEdit& edit() const { return *edit_; }
     void show_calendar(QDate date);
+    void set_pickable(bool pickable);
 
 Q_SIGNALS:
     void opening();

@@ -341,8 +341,9 @@ void GridView::contextMenuEvent(QContextMenuEvent* event) {
 
 void GridView::paintEvent(QPaintEvent* event) {
     QTableView::paintEvent(event);
-    const QString hint = property("empty_text").toString();
-    if (grid_ == nullptr || grid_->Rows() > 0 || grid_->NewRowPending() == 1 || hint.isEmpty()) return;
+    if (grid_ == nullptr || grid_->Rows() > 0 || grid_->NewRowPending() == 1) return;
+    const QString hint =
+        grid_->ToolTip().empty() ? property("empty_text").toString() : to_qt(grid_->ToolTip());
     QPainter painter(viewport());
     painter.setPen(palette().color(QPalette::PlaceholderText));
     painter.drawText(viewport()->rect().adjusted(20, 20, -20, -20), Qt::AlignCenter | Qt::TextWordWrap, hint);

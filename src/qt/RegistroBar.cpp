@@ -6,6 +6,7 @@
 #include "qt/text.h"
 
 #include <QEvent>
+#include <QFrame>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QToolButton>
@@ -23,7 +24,7 @@ struct FunctionRow {
 constexpr FunctionRow FUNCTIONS[] = {
     {"Nuevo", "F2", ""},
     {"Grabar", "F5", "El comprobante no se puede modificar"},
-    {"Borrar línea", "F8", "No tiene permiso para borrar líneas o el comprobante no se puede modificar"},
+    {"Borrar línea", "F8", "No tiene permiso para borrar líneas"},
     {"Imprimir", "F6", "No tiene permiso para imprimir"},
     {"Buscar", "F3", ""},
     {"Salir", "Ctrl+Q", ""},
@@ -32,7 +33,8 @@ constexpr FunctionRow FUNCTIONS[] = {
 } // namespace
 
 RegistroBar::RegistroBar(QWidget* parent)
-    : QWidget(parent), company_(new QLabel(this)), user_(new QLabel(this)) {
+    : QWidget(parent), notice_(new QFrame(this)), sign_(new QLabel(notice_)), reason_(new QLabel(notice_)),
+      company_(new QLabel(this)), user_(new QLabel(this)) {
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(2);
@@ -48,7 +50,18 @@ RegistroBar::RegistroBar(QWidget* parent)
         buttons_[i] = button;
         row->addWidget(button);
     }
+    notice_->setAutoFillBackground(true);
+    notice_->hide();
+    reason_->setTextFormat(Qt::PlainText);
+    reason_->setWordWrap(true);
+    auto* inside = new QHBoxLayout(notice_);
+    inside->setContentsMargins(10, 4, 10, 4);
+    inside->addWidget(sign_);
+    inside->addWidget(reason_, 1);
+    row->addSpacing(12);
+    row->addWidget(notice_, 1000, Qt::AlignVCenter);
     row->addStretch(1);
+    row->addSpacing(12);
     auto* who = new QVBoxLayout;
     who->setSpacing(0);
     for (QLabel* label : {company_, user_}) {
@@ -73,6 +86,20 @@ void RegistroBar::draw_icons() {
                                           palette().color(QPalette::ButtonText),
                                           palette().color(QPalette::Highlight)));
     }
+    paint_notice();
+}
+
+void RegistroBar::paint_notice() {
+    const Notice shown = notice_colours(palette().color(QPalette::Window).lightness() < 128);
+    QPalette colours = palette();
+    colours.setColor(QPalette::Window, shown.ground);
+    colours.setColor(QPalette::WindowText, shown.ink);
+    notice_->setPalette(colours);
+    sign_->setPixmap(lock_icon(shown.ink).pixmap(20, 20));
+}
+
+RegistroBar::Notice RegistroBar::notice_colours(bool dark) {
+    return dark ? Notice{0xffd98a, 0x463714} : Notice{0x5c4300, 0xfdf0cf};
 }
 
 void RegistroBar::changeEvent(QEvent* event) {
@@ -81,12 +108,16 @@ void RegistroBar::changeEvent(QEvent* event) {
 }
 
 void RegistroBar::show_state(const ui::ctlRegistro& registro) {
+    const QString reason = to_qt(registro.ToolTip());
     for (std::size_t i = 0; i < buttons_.size(); ++i) {
         const bool on = registro.enabled(static_cast<ui::ctlRegistro::Function>(i));
         buttons_[i]->setEnabled(on);
         buttons_[i]->setToolTip(on ? QString("%1 (%2)").arg(FUNCTIONS[i].text, FUNCTIONS[i].key)
-                                   : QString(FUNCTIONS[i].why_off));
+                                : reason.isEmpty() ? QString(FUNCTIONS[i].why_off)
+                                                   : reason);
     }
+    notice_->setVisible(!registro.ModifyEnabled());
+    reason_->setText(reason.isEmpty() ? "Solo lectura" : QString::fromUtf8("Solo lectura  ·  ") + reason);
     company_->setText(to_qt(registro.Company()));
     QString user = to_qt(registro.User());
     if (!registro.Program().empty()) user += QString::fromUtf8("  ·  ") + to_qt(registro.Program());

@@ -111,6 +111,7 @@ void DateBinding::open_calendar() {
 void DateBinding::pull_state() {
     TextBinding::pull_state();
     edit_.setPlaceholderText(QString());
+    date_.set_pickable(!calendar_.Locked());
 }
 
 bool DateBinding::key_pressed(QKeyEvent& event) {

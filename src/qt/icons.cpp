@@ -123,6 +123,21 @@ QIcon warning_icon() {
     return QIcon(pixmap);
 }
 
+QIcon lock_icon(const QColor& ink) {
+    QPixmap pixmap(48, 48);
+    pixmap.fill(Qt::transparent);
+    QPainter p(&pixmap);
+    p.setRenderHint(QPainter::Antialiasing);
+    p.setPen(QPen(ink, 4, Qt::SolidLine, Qt::RoundCap));
+    p.drawArc(QRectF(14, 5, 20, 26), 0, 180 * 16);
+    p.drawLine(QPointF(14, 18), QPointF(14, 24));
+    p.drawLine(QPointF(34, 18), QPointF(34, 24));
+    p.setPen(Qt::NoPen);
+    p.setBrush(ink);
+    p.drawRoundedRect(QRectF(8, 21, 32, 23), 4, 4);
+    return QIcon(pixmap);
+}
+
 QIcon program_icon() {
     QPixmap pixmap(64, 64);
     pixmap.fill(Qt::transparent);

@@ -10,6 +10,8 @@ namespace quorvel::qt {
 QIcon toolbar_icon(ui::ctlRegistro::Function function, const QColor& ink, const QColor& accent);
 /// A sign for something that is not accepted; its shape says it as well as its colour.
 QIcon warning_icon();
+/// A closed lock.
+QIcon lock_icon(const QColor& ink);
 /// The program's own icon.
 QIcon program_icon();
 

@@ -164,9 +164,7 @@ void mostrar_comprobante(frmQuorvel& f, const Comprobante& c) {
     fijar_totales(f, c.total_debe, c.total_haber);
     f.chkApertura.SetValue(c.apertura);
     mostrar_libro(f, c);
-    const std::string usuario = std::to_string(c.usuario);
-    f.lblUsuario.SetCaption(
-        nombre_de(*f.maestros.rsPersonas, "persona=" + usuario, "persona", "n_persona", usuario));
+    f.lblUsuario.SetCaption(nombre_usuario(f, c.usuario));
     f.lblF_ult_modificacion.SetCaption(c.f_ult_modificacion ? fecha_dmy(*c.f_ult_modificacion) : "");
     f.estado.cotizacion_exacta = c.cotizacion;
     f.estado.cotizacion_mostrada = Decimal::leer(c.cotizacion).formato("#,##0");
@@ -179,6 +177,11 @@ void mostrar_comprobante(frmQuorvel& f, const Comprobante& c) {
     f.estado.monto_exento = c.monto_exento;
     f.txtnro_correlativo.SetText(c.nro_correlativo);
     f.txtiva_activo_fijo.SetText(c.iva_activo_fijo);
+}
+
+std::string nombre_usuario(const frmQuorvel& f, std::int64_t usuario) {
+    const std::string codigo = std::to_string(usuario);
+    return nombre_de(*f.maestros.rsPersonas, "persona=" + codigo, "persona", "n_persona", codigo);
 }
 
 std::string titulo(const frmQuorvel& f, const std::string& estado) {

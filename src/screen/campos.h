@@ -42,7 +42,11 @@ void reemplazar_lineas(frmQuorvel& f, const std::vector<Linea>& lineas, const st
 void fijar_totales(frmQuorvel& f, const std::string& debe, const std::string& haber);
 /// Clears the screen for a new voucher.
 void limpiar_para_nuevo(frmQuorvel& f);
-/// Enables or disables what changes a voucher; a tooltip says why when it is off.
+/// Code and name of a user, the code alone when he is in no master.
+[[nodiscard]] std::string nombre_usuario(const frmQuorvel& f, std::int64_t usuario);
+inline constexpr const char* ANULADO = "El comprobante está anulado";
+/// Enables or disables what changes a voucher; when it is off its text boxes only give copies and a tooltip
+/// says why.
 void permitir_cambios(frmQuorvel& f, bool modificar, bool borrar_linea, bool imprimir,
                       const std::string& motivo);
 /// Number and correlative rules, run by the lists' selection and after a date was set.

@@ -19,8 +19,8 @@ struct EstadoPantalla {
     bool maestros_cambiados = true;  ///< the next activation reopens every master recordset
     bool primera_activacion = true;
     bool carga_fallida = false; ///< the load step has told already what the database refuses
-    bool solo_lectura = false;  ///< another user holds the lock
     bool sin_respuesta = false; ///< the last save may have been done: the next one looks first
+    std::string falta;          ///< what the host says is missing before vouchers can be entered
     std::int64_t numero_propuesto = 0;
     Decimal valor_editado;     ///< amount that the debit or credit cell held when its edit began
     std::string ultima_cuenta; ///< account whose name lblCuenta shows

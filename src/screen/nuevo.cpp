@@ -44,7 +44,7 @@ void limpiar_para_nuevo(frmQuorvel& f) {
     const Borrador::Cambio cambio(f);
     desbloquear_usuario(f);
     EstadoPantalla& e = f.estado;
-    e.comprobante_cierre = e.cierre_generado = e.solo_lectura = false;
+    e.comprobante_cierre = e.cierre_generado = false;
     e.cargado.reset();
     e.cortado.reset();
     e.monto_neto = e.monto_exento = 0; // a new voucher does not inherit the amounts of the one before
@@ -82,16 +82,38 @@ void permitir_cambios(frmQuorvel& f, bool modificar, bool borrar_linea, bool imp
     f.ctlRegistro1.SetPrintEnabled(imprimir);
     f.grdDetalle.SetLocked(!modificar);
     f.ctlRegistro1.SetToolTip(motivo);
-    f.grdDetalle.SetToolTip(motivo);
-    const auto permitir = [&](ui::Control& c) {
-        c.SetEnabled(modificar);
-        c.SetToolTip(motivo);
-    };
-    permitir(f.cmdcortar);
-    permitir(f.cmdadjunto_agregar);
-    permitir(f.cmdadjunto_eliminar);
-    permitir(f.mnuAnular);
-    permitir(f.mnuEliminar);
+    f.grdDetalle.SetToolTip(modificar ? f.estado.falta : motivo);
+    ui::Control* const cambian[] = {&f.cmblibro,
+                                    &f.cmbMoneda,
+                                    &f.cmbifrs,
+                                    &f.chkApertura,
+                                    &f.cmbdoc_libro,
+                                    &f.cmdrut_persona,
+                                    &f.cmdasistente,
+                                    &f.cmbcodigo_otro_impuesto,
+                                    &f.cmbcodigo_no_recuperable,
+                                    &f.chkactivo_fijo,
+                                    &f.cmdcortar,
+                                    &f.cmdadjunto_agregar,
+                                    &f.cmdadjunto_eliminar,
+                                    &f.mnuAnular,
+                                    &f.mnuEliminar,
+                                    &f.mnuventa,
+                                    &f.mnucompra,
+                                    &f.mnuretencion};
+    for (ui::Control* control : cambian) {
+        control->SetEnabled(modificar);
+        control->SetToolTip(motivo);
+    }
+    // what a text box holds can still be copied
+    ui::TextBox* const cajas[] = {&f.txtnro_correlativo, &f.txtCotizacion, &f.txtconcepto,
+                                  &f.txtnum_ref,         &f.txtfecha_doc,  &f.txtfecha_pago,
+                                  &f.txtrut_persona,     &f.txtnombre,     &f.txttasa_impuesto_otro,
+                                  &f.txtiva_activo_fijo};
+    for (ui::TextBox* caja : cajas) {
+        caja->SetLocked(!modificar);
+        caja->SetToolTip(motivo);
+    }
 }
 
 void proponer_numero_documento(frmQuorvel& f) {

@@ -37,6 +37,7 @@ void buscar_persona(frmQuorvel& f) {
 void tecla_persona(frmQuorvel& f, ui::KeyEvent& e) {
     if (ui::key_ascii(e) != 25) return; // Ctrl+Y
     e.handled = true;
+    if (f.txtrut_persona.Locked()) return;
     f.atender([&] { buscar_persona(f); });
 }
 

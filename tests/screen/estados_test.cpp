@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <set>
+
 using namespace quorvel;
 using namespace quorvel::pruebas;
 using apoyo::Motor;
@@ -24,6 +26,30 @@ protected:
         p.guardar();
         ASSERT_EQ(p.mensajes(), Textos{GRABADO});
     }
+    /// Every field of the header can be written and chosen, or none, and then it says why. The calculator
+    /// always works.
+    void encabezado(bool escribir, const std::string& motivo) {
+        const std::set<std::string> identidad{"mskF_comp", "cmbDocumento", "txtNum_doc"};
+        const std::set<std::string> siempre{"txtnumero", "optsuma", "optresta", "optporcentaje"};
+        for (ui::Control* control : p.f.controls()) {
+            if (identidad.contains(control->name()) || siempre.contains(control->name())) continue;
+            if (auto* caja = dynamic_cast<ui::TextBox*>(control)) {
+                if (caja->name().starts_with("txtresultado")) continue;
+                const std::string antes = caja->Text();
+                caja->user_edit("5");
+                EXPECT_EQ(caja->Text(), escribir ? "5" : antes) << caja->name();
+                EXPECT_TRUE(caja->Enabled()) << "can be copied from: " << caja->name();
+                caja->SetText(antes);
+            } else if (dynamic_cast<ui::ComboBox*>(control) || dynamic_cast<ui::CheckBox*>(control)) {
+                EXPECT_EQ(control->Enabled(), escribir) << control->name();
+            } else {
+                continue;
+            }
+            EXPECT_EQ(control->ToolTip(), motivo) << control->name();
+        }
+        p.f.txtrut_persona.SetFocus();
+        if (!escribir) p.tecla("ctrl+y"); // opens nothing
+    }
     void cambiar(const std::string& sql) { apoyo::ejecutar(*p.db, sql); }
 };
 INSTANTIATE_TEST_SUITE_P(Motores, Estados, ::testing::ValuesIn(apoyo::MOTORES),
@@ -33,14 +59,18 @@ INSTANTIATE_TEST_SUITE_P(Motores, Estados, ::testing::ValuesIn(apoyo::MOTORES),
 
 TEST_P(Estados, OnlyAProcessedVoucherOfAccountingMayBeChanged) {
     struct Caso {
-        const char *estado, *subsistema, *bloqueo;
+        const char *estado, *subsistema, *bloqueo, *motivo;
         bool modificar, imprimir;
         int lineas;
     } const casos[] = {
-        {"P", "01", "7", false, true, 2},  {"X", "01", "0", false, false, 0},
-        {"T", "01", "0", false, false, 0}, {"P", "02", "0", false, true, 2},
-        {"X", "02", "7", false, false, 0}, {"P", "01", "0", true, true, 2},
-        {"P", "01", "1", true, true, 2},
+        {"P", "01", "7", "Lo está modificando 7", false, true, 2},
+        {"P", "01", "2", "Lo está modificando 2 LUIS O'HIGGINS", false, true, 2},
+        {"X", "01", "0", "El comprobante está anulado", false, false, 0},
+        {"T", "01", "0", "Solo un comprobante procesado se puede modificar", false, false, 0},
+        {"P", "02", "0", "El comprobante pertenece a otro subsistema", false, true, 2},
+        {"X", "02", "7", "Lo está modificando 7", false, false, 0},
+        {"P", "01", "0", "", true, true, 2},
+        {"P", "01", "1", "", true, true, 2},
     };
     for (const Caso& c : casos) {
         SCOPED_TRACE(std::string(c.estado) + c.subsistema + c.bloqueo);
@@ -50,7 +80,7 @@ TEST_P(Estados, OnlyAProcessedVoucherOfAccountingMayBeChanged) {
             cambiar("update " + std::string(tabla) + " set subsistema='" + c.subsistema + "'");
         cambiar("update ctcquorvel set estado='" + std::string(c.estado) + "',bloqueo_usuario=" + c.bloqueo);
         p.buscar("1");
-        EXPECT_EQ(p.mensajes().size(), *c.bloqueo == '7' ? 1U : 0U);
+        EXPECT_EQ(p.mensajes().size(), *c.bloqueo > '1' ? 1U : 0U);
         EXPECT_EQ(g.Rows(), c.lineas);
         EXPECT_EQ(p.totales(), "1.000|1.000");
         EXPECT_EQ(p.f.ctlRegistro1.enabled(F::Save), c.modificar);
@@ -60,8 +90,10 @@ TEST_P(Estados, OnlyAProcessedVoucherOfAccountingMayBeChanged) {
                  &p.f.cmdcortar, &p.f.mnuAnular, &p.f.cmdadjunto_agregar, &p.f.cmdadjunto_eliminar})
             EXPECT_EQ(control->Enabled(), c.modificar) << control->name();
         EXPECT_EQ(g.Locked(), !c.modificar);
+        EXPECT_EQ(p.f.ctlRegistro1.ToolTip(), c.motivo);
+        encabezado(c.modificar, c.motivo);
         EXPECT_TRUE(p.f.cmdCopiar.Enabled() && p.f.cmdAbrir.Enabled());
-        EXPECT_EQ(p.sql("select bloqueo_usuario from ctcquorvel"), *c.bloqueo == '7' ? "7" : "1");
+        EXPECT_EQ(p.sql("select bloqueo_usuario from ctcquorvel"), *c.bloqueo > '1' ? c.bloqueo : "1");
         if (!c.modificar) {
             p.f.ctlRegistro1.press(F::Save);
             p.pulsar("mnuEliminar"); // turned off, or answers that there is nothing to delete

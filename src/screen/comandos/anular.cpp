@@ -31,7 +31,7 @@ void anular(frmQuorvel& f) {
     const std::string debe = f.lblTotalDebe.Caption(), haber = f.lblTotalhaber.Caption();
     f.grdDetalle.Clear();
     fijar_totales(f, debe, haber); // the header keeps its totals
-    permitir_cambios(f, false, false, false, "El comprobante está anulado");
+    permitir_cambios(f, false, false, false, ANULADO);
     f.mnuEliminar.SetEnabled(true); // it answers that there is nothing to delete
 }
 

@@ -17,6 +17,8 @@ namespace quorvel {
 
 namespace {
 
+constexpr const char* NO_PROCESADO = "Solo un comprobante procesado se puede modificar";
+
 /// Whether the shown state lets a voucher be changed, and why not.
 struct Permitido {
     bool modificar = true, borrar_linea = true, imprimir = true;
@@ -26,7 +28,7 @@ struct Permitido {
 Permitido segun_estado(const frmQuorvel& f, const Comprobante& c) {
     const auto p = permisos(f.glbPermiso);
     Permitido r{true, p[PERMISO_BORRAR_LINEA], p[PERMISO_IMPRIMIR], ""};
-    if (c.estado != "P") r = {false, false, false, "Solo un comprobante procesado se puede modificar"};
+    if (c.estado != "P") r = {false, false, false, c.estado == "X" ? ANULADO : NO_PROCESADO};
     if (c.subsistema != "01") {
         r.modificar = r.borrar_linea = false;
         r.motivo = "El comprobante pertenece a otro subsistema";
@@ -59,11 +61,10 @@ void cargar_detalle(frmQuorvel& f, const Comprobante& c) {
 
 void permitir(frmQuorvel& f, const Comprobante& c, Permitido permitido) {
     const bool ajeno = bloqueado_por_otro(c, f.glbUsuario);
-    f.estado.solo_lectura = ajeno;
     if (ajeno) {
         f.informacion(SOLO_LECTURA);
         permitido.modificar = permitido.borrar_linea = false;
-        permitido.motivo = SOLO_LECTURA;
+        permitido.motivo = "Lo está modificando " + nombre_usuario(f, c.bloqueo_usuario);
     }
     permitir_cambios(f, permitido.modificar, permitido.borrar_linea, permitido.imprimir, permitido.motivo);
     if (c.subsistema == "01" && !ajeno)

@@ -23,7 +23,7 @@ std::vector<std::string> nombres(const ui::ListBox& lista) {
 
 void RenovarComprobante(frmQuorvel& f) {
     desbloquear_usuario(f);
-    f.estado.comprobante_cierre = f.estado.cierre_generado = f.estado.solo_lectura = false;
+    f.estado.comprobante_cierre = f.estado.cierre_generado = false;
     f.estado.cargado.reset();
     f.glbBanderaNuevo = f.glbBanderaLeer = true;
     permitir_identidad(f, true);
