@@ -140,13 +140,6 @@ ConsultaView::ConsultaView(QWidget* parent) : QTableView(parent), model_(new Con
     horizontalHeader()->setHighlightSections(false);
     horizontalHeader()->setStretchLastSection(true);
     horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-    typed_ = new QLabel(viewport());
-    typed_->setTextFormat(Qt::PlainText);
-    typed_->setFrameShape(QFrame::StyledPanel);
-    typed_->setAutoFillBackground(true);
-    typed_->setBackgroundRole(QPalette::ToolTipBase);
-    typed_->setMargin(4);
-    typed_->hide();
 }
 
 void ConsultaView::attach(ui::ctlConsulta& list) {
@@ -172,15 +165,18 @@ void ConsultaView::sync() {
     show_typed();
 }
 
-/// What is being searched for, in the corner of the list, and whether it is there.
 void ConsultaView::show_typed() {
+    auto* line = window()->findChild<QLabel*>("lbl_static_ayuda");
+    if (line == nullptr) return;
+    if (help_.isEmpty()) help_ = line->text();
     const QString typed = to_qt(list_->typed());
-    typed_->setVisible(!typed.isEmpty());
-    typed_->setText(
-        QString::fromUtf8(list_->missed() ? "Buscar: %1  ·  sin coincidencias" : "Buscar: %1").arg(typed));
-    typed_->adjustSize();
-    typed_->move(viewport()->width() - typed_->width() - 6, viewport()->height() - typed_->height() - 6);
-    viewport()->update();
+    QFont font = line->font();
+    font.setBold(!typed.isEmpty());
+    line->setFont(font);
+    line->setText(typed.isEmpty() ? help_
+                                  : QString::fromUtf8(list_->missed() ? "⚠ Buscar: %1  ·  sin coincidencias"
+                                                                      : "Buscar: %1")
+                                        .arg(typed));
 }
 
 void ConsultaView::paintEvent(QPaintEvent* event) {
@@ -206,9 +202,7 @@ void ConsultaView::fit_columns() {
 
 void ConsultaView::resizeEvent(QResizeEvent* event) {
     QTableView::resizeEvent(event);
-    if (list_ == nullptr) return;
-    fit_columns();
-    show_typed();
+    if (list_ != nullptr) fit_columns();
 }
 
 void ConsultaView::mousePressEvent(QMouseEvent* event) {

@@ -33,7 +33,8 @@ private:
     bool exhausted_ = false, fetching_ = false;
 };
 
-/// Paints a ctlConsulta: pick with Enter or a double click, type to search.
+/// Paints a ctlConsulta: pick with Enter or a double click, type to search. What is being searched for stands
+/// in the window's line of help, the label lbl_static_ayuda.
 class ConsultaView : public QTableView {
     Q_OBJECT
 public:
@@ -55,7 +56,7 @@ private:
     void show_typed();
     ui::ctlConsulta* list_ = nullptr;
     ConsultaModel* model_;
-    QLabel* typed_;
+    QString help_; ///< of the line of help while nothing is searched
     int fitted_columns_ = 0;
     bool fitted_rows_ = false;
 };
