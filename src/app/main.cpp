@@ -4,6 +4,7 @@
 #include "app/db/demo.h"
 #include "app/demo_run.h"
 #include "app/estilo.h"
+#include "app/idioma.h"
 #include "app/oficina/comandos.h"
 #include "app/recientes.h"
 #include "app/salida.h"
@@ -63,6 +64,7 @@ int con_ventanas(int argc, char** argv, const Opciones& opciones, const CLI::App
     QApplication aplicacion(argc, argv);
     QApplication::setApplicationName("quorvel");
     QApplication::setQuitOnLastWindowClosed(false);
+    hablar_castellano(aplicacion);
     aplicar_estilo(aplicacion, leer_tema(opciones.tema));
     if (app.got_subcommand("demo-run")) return demo_run(opciones.salida);
     if (app.got_subcommand("show")) {

@@ -1,3 +1,5 @@
+#include "app/idioma.h"
+
 #include <gtest/gtest.h>
 
 #include <QApplication>
@@ -5,6 +7,7 @@
 int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     ::testing::InitGoogleTest(&argc, argv);
-    const QApplication application(argc, argv);
+    QApplication application(argc, argv);
+    quorvel::hablar_castellano(application);
     return RUN_ALL_TESTS();
 }

@@ -1,0 +1,10 @@
+#pragma once
+
+class QApplication;
+
+namespace quorvel {
+
+/// What Qt itself says (menus of text boxes, file dialogs, calendars) in Spanish, as the rest of the program.
+void hablar_castellano(QApplication& aplicacion);
+
+} // namespace quorvel
