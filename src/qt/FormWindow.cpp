@@ -3,6 +3,7 @@
 #include "qt/UiLoader.h"
 #include "qt/icons.h"
 #include "qt/keys.h"
+#include "qt/screen_room.h"
 #include "qt/text.h"
 
 #include <QCloseEvent>
@@ -30,7 +31,7 @@ FormWindow::FormWindow(ui::Form& form, QWidget* owner)
     if (QWidget* layout = UiLoader().load_form(form.name(), this, problems_)) {
         column->addWidget(layout);
         if (layout->minimumSize().isValid()) setMinimumSize(layout->minimumSize());
-        resize(layout->size());
+        resize_within_screen(*this, layout->size());
         binder_ = std::make_unique<Binder>(form, *layout);
         problems_.insert(problems_.end(), binder_->problems().begin(), binder_->problems().end());
     }

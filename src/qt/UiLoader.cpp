@@ -5,6 +5,7 @@
 #include "qt/DateBox.h"
 #include "qt/GridView.h"
 #include "qt/RegistroBar.h"
+#include "qt/SidePanel.h"
 #include "qt/text.h"
 
 #include <QDir>
@@ -75,6 +76,8 @@ QWidget* UiLoader::createWidget(const QString& class_name, QWidget* parent, cons
         widget = new RegistroBar(parent);
     else if (class_name == "DateBox")
         widget = new DateBox(parent);
+    else if (class_name == "SidePanel")
+        widget = new SidePanel(parent);
     else if (class_name == "BalanceLabel")
         widget = new BalanceLabel(parent);
     else

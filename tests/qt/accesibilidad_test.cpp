@@ -4,6 +4,7 @@
 #include "app/estilo.h"
 #include "pantalla_qt.h"
 #include "qt/BalanceLabel.h"
+#include "qt/RegistroBar.h"
 
 #include <QAbstractButton>
 #include <QAbstractItemView>
@@ -93,6 +94,8 @@ TEST(Accesibilidad, TextIsReadableOnEveryGround) {
         // Disabled is seen at once: another ink, and boxes lose their ground.
         EXPECT_NE(colours.color(P::Disabled, P::Text), colours.color(P::Active, P::Text));
         EXPECT_NE(colours.color(P::Disabled, P::Base), colours.color(P::Active, P::Base));
+        const auto notice = qt::RegistroBar::notice_colours(dark);
+        EXPECT_GE(contrast(notice.ink, notice.ground), 4.5) << dark;
         for (const bool balanced : {false, true}) {
             const auto shown = qt::BalanceLabel::colours(dark, balanced);
             EXPECT_GE(contrast(shown.ink, shown.ground), 4.5) << dark << balanced;

@@ -1,13 +1,22 @@
 #include "app/demo_run.h"
 #include "app/recientes.h"
 #include "pantalla_qt.h"
+#include "qt/ConsultaView.h"
+#include "qt/RegistroBar.h"
+#include "qt/SidePanel.h"
+#include "screen/abrir.h"
 
 #include <gtest/gtest.h>
 
 #include <QApplication>
 #include <QClipboard>
 #include <QFontDatabase>
+#include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QToolButton>
 
 namespace quorvel {
 
@@ -133,6 +142,120 @@ TEST(Ventanas, LookupInsideACell) {
     // The keys are back in the grid.
     EXPECT_EQ(Teclado::destino(), &p.grilla().focus_target());
     QApplication::processEvents(); // the lookup's window still gets its timers; its list is gone
+}
+
+TEST(Ventanas, WhatIsTypedInALookupCoversNoRow) {
+    Pantalla p;
+    p.ir_a("grdDetalle");
+    QString ayuda, buscado, perdido;
+    int tapan = 0;
+    p.al_abrir = [&](qt::FormWindow& ventana) {
+        auto* linea = ventana.findChild<QLabel*>("lbl_static_ayuda");
+        ayuda = linea->text();
+        ventana.form().set_active(ventana.form().find("ctlConsulta1"));
+        p.teclado.escribir("cap");
+        buscado = linea->text();
+        p.teclado.escribir("zz");
+        perdido = linea->text();
+        for (auto* parte : ventana.findChild<qt::ConsultaView*>()->viewport()->findChildren<QWidget*>())
+            tapan += parte->isVisible();
+        p.teclado.tecla(Qt::Key_Home);
+        EXPECT_EQ(linea->text(), ayuda);
+        p.teclado.tecla(Qt::Key_Escape);
+    };
+    p.teclado.tecla(Qt::Key_Y, Qt::ControlModifier);
+    EXPECT_TRUE(ayuda.contains("Enter elige")) << ayuda.toStdString();
+    EXPECT_EQ(buscado, "Buscar: cap");
+    EXPECT_EQ(perdido.toStdString(), "⚠ Buscar: capzz  ·  sin coincidencias");
+    EXPECT_EQ(tapan, 0);
+}
+
+// Goal: what may only be read says why, and still gives copies. Method: a voucher that another user has
+// locked; keys go to its header.
+TEST(Ventanas, AReadOnlyVoucherSaysWhyAndIsNotTypedInto) {
+    Pantalla p;
+    apoyo::ejecutar(*p.db, "insert into ctcquorvel(empresa,subsistema,f_comp,documento,num_docum,concepto,"
+                           "libro,estado,bloqueo_usuario) values (1,'01',#06/10/2024#,'001','1',"
+                           "'Aporte','CONTABLES','P',2)");
+    ASSERT_TRUE(abrir_comprobante(p.f(), {1, "01", std::chrono::year(2024) / 6 / 10, "001", "1"}));
+    auto& barra = *p.escritorio.window_of(p.f())->findChild<qt::RegistroBar*>();
+    const auto aviso = [&] {
+        for (const QLabel* l : barra.findChildren<QLabel*>())
+            if (l->isVisible() && l->text().startsWith("Solo lectura")) return l->text().toStdString();
+        return std::string();
+    };
+    EXPECT_EQ(aviso(), "Solo lectura  ·  Lo está modificando 2 LUIS O'HIGGINS");
+    EXPECT_EQ(barra.button(ui::ctlRegistro::Function::Save).toolTip().toStdString(),
+              "Lo está modificando 2 LUIS O'HIGGINS");
+    p.f().txtconcepto.SetFocus();
+    p.teclado.escribir("x");
+    p.teclado.tecla(Qt::Key_Delete);
+    p.teclado.tecla(Qt::Key_A, Qt::ControlModifier);
+    p.teclado.tecla(Qt::Key_X, Qt::ControlModifier);
+    EXPECT_EQ(p.f().txtconcepto.Text(), "Aporte");
+    p.teclado.tecla(Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), "Aporte");
+    p.teclado.tecla(Qt::Key_F2);
+    EXPECT_EQ(aviso(), "");
+    p.f().txtconcepto.SetFocus();
+    p.teclado.escribir("x");
+    EXPECT_EQ(p.f().txtconcepto.Text(), "x");
+}
+
+// Goal: the screen is usable at 1280x720 and at the 960x540 that a doubled 1920x1080 leaves. Method: the
+// window in both sizes; no text is cut, and each control is in sight while it has the focus.
+TEST(Ventanas, TheSidePanelIsADrawerWhereTheWindowIsNarrow) {
+    Pantalla p;
+    qt::FormWindow& ventana = *p.escritorio.window_of(p.f());
+    auto& panel = *ventana.findChild<qt::SidePanel*>();
+    auto& abrir = *ventana.findChild<QPushButton*>("box_abrir_derecha");
+    const auto cortados = [&] {
+        std::string nombres;
+        for (const QWidget* w : ventana.findChildren<QWidget*>()) {
+            const QString texto = w->property("text").toString().remove('&');
+            if (w->property("wordWrap").toBool() || qobject_cast<const QLineEdit*>(w) != nullptr) continue;
+            if (w->isVisible() && w->width() < w->fontMetrics().horizontalAdvance(texto))
+                nombres += w->objectName().toStdString() + " ";
+        }
+        return nombres;
+    };
+    const auto a_la_vista = [&] {
+        QCoreApplication::processEvents();
+        return ventana.rect().contains(QRect(panel.mapTo(&ventana, QPoint(0, 0)), panel.size()));
+    };
+    ventana.resize(1280, 720);
+    EXPECT_TRUE(a_la_vista() && !panel.is_drawer());
+    EXPECT_EQ(panel.verticalScrollBar()->maximum(), 0);
+    EXPECT_EQ(cortados(), "");
+    p.f().mskF_comp.SetFocus();
+    ventana.resize(956, 508);
+    EXPECT_FALSE(a_la_vista());
+    EXPECT_TRUE(panel.is_drawer());
+    EXPECT_GE(p.grilla().viewport()->height(), 5 * p.grilla().rowHeight(0));
+    EXPECT_EQ(cortados(), "");
+    for (ui::Control* control : p.f().controls()) {
+        auto* widget = ventana.findChild<QWidget*>(QString::fromStdString(control->name()));
+        if (widget == nullptr || !control->can_focus()) continue;
+        ASSERT_TRUE(control->SetFocus()) << control->name();
+        EXPECT_EQ(a_la_vista(), panel.isAncestorOf(widget)) << control->name();
+        EXPECT_FALSE(widget->visibleRegion().isEmpty()) << control->name();
+    }
+    p.f().mskF_comp.SetFocus();
+    abrir.click();
+    EXPECT_TRUE(a_la_vista());
+    EXPECT_EQ(p.f().active_control(), &p.f().cmbcodigo_otro_impuesto);
+    ventana.resize(1280, 720);
+    EXPECT_TRUE(a_la_vista() && !panel.is_drawer());
+    EXPECT_FALSE(abrir.isVisible());
+}
+
+TEST(Ventanas, QtItselfSpeaksSpanish) {
+    QLineEdit caja;
+    const std::unique_ptr<QMenu> menu(caja.createStandardContextMenu());
+    QString ordenes;
+    for (const QAction* a : menu->actions()) ordenes += a->text().section('\t', 0, 0).remove('&') + ";";
+    EXPECT_EQ(ordenes.toStdString(), "Deshacer;Rehacer;;Cortar;Copiar;Pegar;Borrar;;Seleccionar todo;");
+    EXPECT_EQ(QLocale().monthName(1), "enero");
 }
 
 TEST(Recientes, PasswordsAreNotKept) {

@@ -2,6 +2,7 @@
 
 #include "app/empresa/formulario.h"
 #include "qt/icons.h"
+#include "qt/screen_room.h"
 #include "qt/text.h"
 
 #include <QHBoxLayout>
@@ -47,7 +48,7 @@ ConfiguracionWindow::ConfiguracionWindow(const std::string& conexion, int empres
     connect(anios_, &QComboBox::currentIndexChanged, this,
             [this] { mostrar(anios_->currentData().toInt()); });
     mostrar(anios.front());
-    resize(980, 460);
+    qt::resize_within_screen(*this, {980, 460});
 }
 
 ConfiguracionWindow::~ConfiguracionWindow() = default;

@@ -3,6 +3,7 @@
 #include "app/db/datos.h"
 #include "app/empresa/formulario.h"
 #include "qt/icons.h"
+#include "qt/screen_room.h"
 #include "qt/text.h"
 #include "text/numeros.h"
 
@@ -77,7 +78,7 @@ NuevaEmpresa::NuevaEmpresa(const std::string& conexion, Fecha hoy, QWidget* pare
     proponer_periodo();
     elegir_origen();
     nombre_->setFocus();
-    resize(900, 460);
+    qt::resize_within_screen(*this, {900, 460});
 }
 
 NuevaEmpresa::~NuevaEmpresa() = default;

@@ -6,6 +6,7 @@
 #include "app/sesion_app.h"
 #include "empresa/configuracion_anual.h"
 #include "qt/icons.h"
+#include "qt/screen_room.h"
 #include "qt/text.h"
 #include "text/numeros.h"
 
@@ -106,7 +107,7 @@ VentanaLibros::VentanaLibros(const std::string& conexion, int empresa, const std
         for (PedidoLibro& p : leido_) p = {};
         actualizar();
     });
-    resize(1180, 660);
+    qt::resize_within_screen(*this, {1180, 660});
     elegir_periodo(0);
 }
 

@@ -3,6 +3,7 @@
 #include "qt/icons.h"
 #include "qt/report/QtReportPrinter.h"
 #include "qt/report/painting.h"
+#include "qt/screen_room.h"
 #include "qt/text.h"
 
 #include <QApplication>
@@ -41,7 +42,7 @@ void show_preview(const report::Layout& layout, const std::string& title) {
     window.setObjectName("vista_previa");
     window.setWindowTitle(to_qt(title));
     window.setWindowIcon(program_icon());
-    window.resize(900, 690);
+    resize_within_screen(window, {900, 690});
     QPrinter printer(QPrinter::HighResolution);
     set_paper(printer, layout);
     QPrintPreviewWidget preview(&printer, &window);
