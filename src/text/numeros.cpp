@@ -141,11 +141,13 @@ double Decimal::valor() const {
 std::string Decimal::formato(std::string_view patron) const {
     Cifras c;
     c.negativo = millonesimas_ < 0;
-    Entero resto = c.negativo ? -millonesimas_ : millonesimas_;
-    std::string digitos;
-    for (; resto > 0 || digitos.size() < 7; resto /= 10)
-        digitos += static_cast<char>('0' + static_cast<int>(resto % 10));
-    std::reverse(digitos.begin(), digitos.end());
+    const Entero valor = c.negativo ? -millonesimas_ : millonesimas_;
+    constexpr Entero CORTO = 1'000'000'000'000'000'000; // what is below needs no slow wide division
+    std::string digitos = std::to_string(static_cast<std::uint64_t>(valor < CORTO ? valor : valor % CORTO));
+    if (valor >= CORTO)
+        digitos = std::to_string(static_cast<std::uint64_t>(valor / CORTO)) +
+                  std::string(18 - digitos.size(), '0') + digitos;
+    if (digitos.size() < 7) digitos.insert(0, 7 - digitos.size(), '0');
     c.entero = digitos.substr(0, digitos.size() - 6);
     c.decimales = digitos.substr(digitos.size() - 6);
     return presentar(std::move(c), patron);
