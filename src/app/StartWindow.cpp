@@ -227,8 +227,9 @@ void StartWindow::show_company() {
     if (connection_.empty() || companies_->currentIndex() < 0) return;
     try {
         const auto db = abrir_sesion(connection_);
+        if (const auto missing = falta_para_trabajar(*db, company()); !missing.empty())
+            return summary_->setText(QString::fromUtf8("⚠ ") + to_qt(missing));
         const auto years = anios_configurados(*db, company());
-        if (years.empty()) return summary_->setText(QString::fromUtf8("⚠ Sin configuración contable"));
         const auto c = leer_configuracion_anual(*db, company(), years.front());
         const auto day = [](const std::optional<Fecha>& f) {
             return f ? to_qt(fecha_dmy(*f)) : QString("hoy");

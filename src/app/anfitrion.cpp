@@ -5,23 +5,35 @@
 #include "app/empresa/ConfiguracionWindow.h"
 #include "qt/FormWindow.h"
 #include "qt/text.h"
+#include "screen/abrir.h"
 #include "screen/borrador.h"
 #include "screen/frmQuorvel.h"
 
 #include <QApplication>
 #include <QMenuBar>
+#include <set>
 
 namespace quorvel {
 
+namespace fs = std::filesystem;
 using qt::to_qt;
 
 Anfitrion::Anfitrion(SesionApp& sesion, qt::QtEscritorio& escritorio, Eleccion_inicial eleccion, Fecha hoy)
     : sesion_(sesion), escritorio_(escritorio), eleccion_(std::move(eleccion)), hoy_(hoy) {
     if (ventana() == nullptr) return;
+    decir_lo_que_falta();
     if (auto* barra = ventana()->findChild<QMenuBar*>()) agregar_menus(*barra);
 }
 
 Anfitrion::~Anfitrion() { delete libros_; }
+
+void Anfitrion::decir_lo_que_falta() {
+    frmQuorvel& f = sesion_.pantalla();
+    f.atender([&] {
+        f.estado.falta = falta_para_trabajar(*f.glbdb, eleccion_.empresa);
+        f.grdDetalle.SetToolTip(f.estado.falta);
+    });
+}
 
 QWidget* Anfitrion::ventana() const { return escritorio_.window_of(sesion_.pantalla()); }
 
@@ -82,14 +94,33 @@ void Anfitrion::configurar() {
 }
 
 void Anfitrion::dejar(FinPantalla como) {
+    frmQuorvel& f = sesion_.pantalla();
     final_ = como;
-    sesion_.pantalla().Unload(); // what is not saved stays as a draft
+    if (!f.glbBanderaNuevo && f.estado.cargado) habia_.guardado = f.estado.cargado->clave();
+    std::set<fs::path> de_antes;
+    for (const BorradorLibre& b : borradores_libres(f)) de_antes.insert(b.archivo);
+    f.Unload(); // what is not saved stays as a draft
+    for (const BorradorLibre& b : borradores_libres(f))
+        if (!de_antes.contains(b.archivo)) habia_.borrador = b.archivo;
+}
+
+void Anfitrion::reponer(const LoQueHabia& habia) {
+    frmQuorvel& f = sesion_.pantalla();
+    f.atender([&] {
+        if (!habia.borrador.empty())
+            (void)recuperar_borrador(f, habia.borrador);
+        else if (habia.guardado)
+            (void)abrir_comprobante(f, *habia.guardado);
+        else
+            return;
+        f.grdDetalle.SetFocus();
+    });
 }
 
 namespace {
 
-/// @param recuperar the last draft comes back at once
-FinPantalla una_pantalla(const Eleccion_inicial& eleccion, bool volver) {
+/// @param habia in: what comes back at once, nothing on the first screen; out: what the screen leaves
+FinPantalla una_pantalla(const Eleccion_inicial& eleccion, std::optional<LoQueHabia>& habia) {
     qt::QtEscritorio escritorio;
     qt::QtReportPrinter impresor;
     const RelojSistema reloj;
@@ -99,11 +130,12 @@ FinPantalla una_pantalla(const Eleccion_inicial& eleccion, bool volver) {
     const auto cerrar = f.Closed.connect([] { QApplication::quit(); });
     if (!f.visible()) return FinPantalla::salir;
     Anfitrion anfitrion(sesion, escritorio, eleccion, reloj.hoy());
-    if (volver)
-        f.atender([&] { recuperar(f); });
+    if (habia)
+        anfitrion.reponer(*habia);
     else
         anfitrion.ofrecer_borradores();
     if (f.visible()) QApplication::exec();
+    habia = anfitrion.lo_que_habia();
     return anfitrion.como_termino();
 }
 
@@ -111,11 +143,10 @@ FinPantalla una_pantalla(const Eleccion_inicial& eleccion, bool volver) {
 
 FinPantalla trabajar(const Eleccion_inicial& eleccion) {
     try {
-        bool volver = false;
+        std::optional<LoQueHabia> habia;
         while (true) {
-            const FinPantalla fin = una_pantalla(eleccion, volver);
+            const FinPantalla fin = una_pantalla(eleccion, habia);
             if (fin != FinPantalla::reabrir) return fin;
-            volver = true;
         }
     } catch (const std::exception& e) {
         avisar_problema(nullptr, to_qt(e.what()));

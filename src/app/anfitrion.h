@@ -1,6 +1,7 @@
 #pragma once
 #include "app/libros/VentanaLibros.h"
 #include "app/sesion_app.h"
+#include "voucher/comprobante.h"
 
 #include <QObject>
 #include <QPointer>
@@ -11,6 +12,12 @@ namespace quorvel {
 
 /// How the voucher screen was left.
 enum class FinPantalla { salir, otra_empresa, reabrir, error };
+
+/// What was on a screen that is opened again at once.
+struct LoQueHabia {
+    std::filesystem::path borrador; ///< what was not saved, empty when there was nothing
+    std::optional<Clave> guardado;  ///< the saved voucher that was shown
+};
 
 /// What the host application adds to the voucher screen's window: books, configuration, drafts, another
 /// company.
@@ -23,10 +30,14 @@ public:
     void ofrecer_borradores();
     /// How the screen was left.
     [[nodiscard]] FinPantalla como_termino() const { return final_; }
+    [[nodiscard]] const LoQueHabia& lo_que_habia() const { return habia_; }
+    /// Brings it back onto a screen that was opened again.
+    void reponer(const LoQueHabia& habia);
     void ver_libro(Libro libro);
 
 private:
     void agregar_menus(QMenuBar& barra);
+    void decir_lo_que_falta();
     void configurar();
     void dejar(FinPantalla como);
     [[nodiscard]] QWidget* ventana() const;
@@ -37,6 +48,7 @@ private:
     Fecha hoy_;
     QPointer<VentanaLibros> libros_;
     FinPantalla final_ = FinPantalla::salir;
+    LoQueHabia habia_;
 };
 
 /// Shows the voucher screen until it is left; a changed configuration opens it again with what was on it.

@@ -1,5 +1,6 @@
 #include "app/borradores.h"
 
+#include "app/avisos.h"
 #include "qt/icons.h"
 #include "qt/text.h"
 
@@ -53,11 +54,13 @@ std::optional<std::filesystem::path> elegir_borrador(const std::vector<BorradorL
     };
     fila->addStretch(1);
     boton("&Recuperar", [&] { dialogo.accept(); })->setDefault(true);
-    boton("&Descartar", [&] {
+    boton("&Descartar…", [&] {
+        const QString cual = lista->currentItem()->text().section('\n', 0, 0);
+        if (!preguntar(&dialogo, QString::fromUtf8("¿Borrar el borrador?\n%1").arg(cual))) return;
         descartar_borrador(qt::to_std(lista->currentItem()->data(Qt::UserRole).toString()));
         delete lista->takeItem(lista->currentRow());
         if (lista->count() == 0) dialogo.reject();
-    })->setToolTip("Borra el borrador elegido");
+    })->setToolTip("Borra el borrador elegido; no se podrá recuperar");
     boton("&Más tarde", [&] { dialogo.reject(); });
     QObject::connect(lista, &QListWidget::itemActivated, &dialogo, [&] { dialogo.accept(); });
     auto* columna = new QVBoxLayout(&dialogo);

@@ -92,6 +92,24 @@ std::vector<int> anios_configurados(clsConexion& db, int empresa) {
     return anios;
 }
 
+std::string falta_para_trabajar(clsConexion& db, int empresa) {
+    const struct {
+        std::string consulta;
+        const char* texto;
+    } requisitos[] = {
+        {"select top 1 centro from ctmcentros", "Esta base no tiene plan de cuentas.\nNueva empresa…, en la "
+                                                "ventana de inicio, trae uno de muestra o "
+                                                "lo importa de un archivo CSV."},
+        {"select top 1 documento from adxdoc_sub where subsistema='01'",
+         "Esta base no tiene tipos de documento.\nNueva empresa…, en la ventana de inicio, los crea."},
+        {"select top 1 anio from ctmconfigu where empresa=" + sql_numero(empresa),
+         "La empresa no tiene configuración contable.\nSe ingresa con Ctrl+K, o en la ventana de inicio."},
+    };
+    for (const auto& r : requisitos)
+        if (db.NewRecord(r.consulta)->eof()) return r.texto;
+    return {};
+}
+
 std::optional<ConfiguracionAnual> leer_configuracion_anual(clsConexion& db, int empresa, int anio) {
     const auto rs = db.NewRecord("select * from ctmconfigu" + donde(empresa, anio));
     if (rs->eof()) return std::nullopt;

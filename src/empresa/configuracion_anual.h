@@ -41,6 +41,9 @@ struct Observacion {
 /// Dates out of the year, accounts that are missing, unknown, titles or out of use, doubtful choices.
 /// @throws ErrorSesion
 [[nodiscard]] std::vector<Observacion> revisar_configuracion(clsConexion& db, const ConfiguracionAnual& c);
+/// What a company lacks before a voucher can be entered and what to do about it; empty when nothing.
+/// @throws ErrorSesion
+[[nodiscard]] std::string falta_para_trabajar(clsConexion& db, int empresa);
 /// Writes the row, new or changed; the closing data stay. Inside the caller's transaction or alone.
 /// @throws ErrorSesion
 void grabar_configuracion(clsConexion& db, const ConfiguracionAnual& c);

@@ -345,7 +345,8 @@ void GridView::paintEvent(QPaintEvent* event) {
     const QString hint =
         grid_->ToolTip().empty() ? property("empty_text").toString() : to_qt(grid_->ToolTip());
     QPainter painter(viewport());
-    painter.setPen(palette().color(QPalette::PlaceholderText));
+    painter.setPen(
+        palette().color(grid_->ToolTip().empty() ? QPalette::PlaceholderText : QPalette::WindowText));
     painter.drawText(viewport()->rect().adjusted(20, 20, -20, -20), Qt::AlignCenter | Qt::TextWordWrap, hint);
 }
 

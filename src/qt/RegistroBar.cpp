@@ -24,8 +24,8 @@ struct FunctionRow {
 constexpr FunctionRow FUNCTIONS[] = {
     {"Nuevo", "F2", ""},
     {"Grabar", "F5", "El comprobante no se puede modificar"},
-    {"Borrar línea", "F8", "No tiene permiso para borrar líneas"},
-    {"Imprimir", "F6", "No tiene permiso para imprimir"},
+    {"Borrar línea", "F8", "No tiene permiso para borrar líneas: pídalo a quien administra los usuarios"},
+    {"Imprimir", "F6", "No tiene permiso para imprimir: pídalo a quien administra los usuarios"},
     {"Buscar", "F3", ""},
     {"Salir", "Ctrl+Q", ""},
 };

@@ -17,6 +17,8 @@
 #include "app/teclado.h"
 #include "qt/FormWindow.h"
 #include "qt/text.h"
+#include "screen/abrir.h"
+#include "screen/borrador.h"
 #include "screen/frmQuorvel.h"
 
 #include <gtest/gtest.h>
@@ -28,11 +30,14 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMenuBar>
+#include <QMessageBox>
 #include <QPushButton>
 #include <QTabWidget>
 #include <QTableView>
 #include <QTimer>
+#include <cstdlib>
 #include <fstream>
+#include <functional>
 
 using namespace quorvel;
 using namespace quorvel::apoyo;
@@ -309,6 +314,183 @@ TEST(AnfitrionTest, OffersDraftsAndAddsItsMenus) {
     EXPECT_TRUE(menus.contains("Libros") && menus.contains("Empresa")) << qt::to_std(menus.join(','));
     anfitrion.ver_libro(Libro::diario);
     sesion.pantalla().Unload();
+}
+
+/// Does one thing after the other, each as soon as it can be done; boxes that nobody expects are noted and
+/// closed.
+class Guion {
+public:
+    using Paso = std::function<bool()>; ///< false: not yet
+    explicit Guion(std::vector<Paso> pasos) : pasos_(std::move(pasos)) { seguir(); }
+    ~Guion() { EXPECT_EQ(hechos_, pasos_.size()) << "steps that were never reached"; }
+    std::vector<std::string> mensajes;
+
+private:
+    void seguir() {
+        // before anything else: a step may open a window, and that waits in a loop of its own
+        QTimer::singleShot(20, &vida_, [this] { seguir(); });
+        if (++espera_ > 500) return std::abort();
+        if (auto* caja = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+            mensajes.push_back(qt::to_std(caja->text()));
+            return caja->accept();
+        }
+        if (hechos_ >= pasos_.size()) return;
+        const std::size_t este = hechos_++;
+        if (pasos_[este]())
+            espera_ = 0;
+        else
+            hechos_ = este;
+    }
+    std::vector<Paso> pasos_;
+    std::size_t hechos_ = 0;
+    int espera_ = 0;
+    QObject vida_;
+};
+
+frmQuorvel* pantalla_abierta() {
+    for (QWidget* w : QApplication::topLevelWidgets())
+        if (auto* v = dynamic_cast<qt::FormWindow*>(w); v != nullptr && v->isVisible())
+            if (auto* f = dynamic_cast<frmQuorvel*>(&v->form())) return f;
+    return nullptr;
+}
+/// Takes an entry of the host's menus.
+bool orden(const char* texto) {
+    for (QWidget* w : QApplication::topLevelWidgets())
+        for (QAction* a : w->isVisible() ? w->findChildren<QAction*>() : QList<QAction*>())
+            if (a->text().remove('&').startsWith(QString::fromUtf8(texto))) return a->trigger(), true;
+    return false;
+}
+template <class Ventana> bool pulsar(const char* texto) {
+    auto* v = qobject_cast<Ventana*>(QApplication::activeModalWidget());
+    for (auto* boton : v != nullptr ? v->template findChildren<QPushButton*>() : QList<QPushButton*>())
+        if (boton->text().remove('&').startsWith(QString::fromUtf8(texto))) return boton->click(), true;
+    return false;
+}
+
+TEST(AnfitrionTest, AChangedConfigurationOpensTheScreenAgainWithWhatWasOnIt) {
+    const fs::path carpeta = carpeta_nueva();
+    ::setenv("XDG_DATA_HOME", carpeta.c_str(), 1);
+    const std::string conexion = "sqlite:" + (carpeta / "demo.db").string();
+    crear_demo(conexion);
+    std::string guardado;
+    const auto con_pantalla = [](auto accion) {
+        return [accion] {
+            frmQuorvel* f = pantalla_abierta();
+            if (f == nullptr) return false;
+            accion(*f);
+            return true;
+        };
+    };
+    const auto configurar = [] { return orden("Configuración contable"); };
+    const auto grabar = [] { return pulsar<ConfiguracionWindow>("Grabar"); };
+    Guion guion({
+        con_pantalla([](frmQuorvel& f) {
+            f.txtconcepto.SetFocus();
+            f.txtconcepto.user_edit("A medio escribir");
+        }),
+        configurar,
+        grabar,
+        con_pantalla([&](frmQuorvel& f) {
+            EXPECT_EQ(f.txtconcepto.Text(), "A medio escribir");
+            const auto rs = f.glbdb->NewRecord("select top 1 f_comp, documento, num_docum from ctcquorvel "
+                                               "where subsistema='01' and estado='P'");
+            ASSERT_TRUE(
+                abrir_comprobante(f, {1, "01", *rs->at(0).date(), rs->at(1).text(), rs->at(2).text()}));
+            guardado = f.Caption();
+        }),
+        configurar,
+        grabar,
+        con_pantalla([&](frmQuorvel& f) {
+            EXPECT_EQ(f.Caption(), guardado) << "not the draft that was put aside";
+            f.ctlRegistro1.press(ui::ctlRegistro::Function::New);
+            f.txtconcepto.SetText("");
+        }),
+        configurar,
+        grabar,
+        con_pantalla([](frmQuorvel& f) { EXPECT_EQ(f.txtconcepto.Text(), "") << "nothing was on it"; }),
+        [] { return orden("Cambiar de empresa"); },
+    });
+    EXPECT_EQ(trabajar({conexion, carpeta / "print.db", 1, 1}), FinPantalla::otra_empresa);
+    EXPECT_EQ(guion.mensajes, std::vector<std::string>{});
+    EXPECT_EQ(pantalla_abierta(), nullptr);
+}
+
+TEST(AnfitrionTest, ADraftIsDiscardedOnlyWhenAskedTwice) {
+    const fs::path carpeta = carpeta_nueva();
+    const std::string conexion = "sqlite:" + (carpeta / "demo.db").string();
+    crear_demo(conexion, fecha(2024, 3, 31));
+    const RelojFijo reloj(fecha(2024, 3, 31));
+    const Eleccion_inicial eleccion{conexion, carpeta / "print.db", 1, 1};
+    qt::QtReportPrinter impresor;
+    for (const char* texto : {"El primero", "El segundo"}) {
+        qt::QtEscritorio escritorio;
+        SesionApp sesion(eleccion, escritorio, impresor, reloj, carpeta);
+        sesion.mostrar();
+        sesion.pantalla().txtconcepto.user_edit(texto);
+        sesion.pantalla().Unload();
+    }
+    qt::QtEscritorio escritorio;
+    SesionApp sesion(eleccion, escritorio, impresor, reloj, carpeta);
+    sesion.mostrar();
+    Anfitrion anfitrion(sesion, escritorio, eleccion, reloj.hoy());
+    const auto lista = [] { return QApplication::activeModalWidget()->findChild<QListWidget*>(); };
+    const auto descartar = [&] { return pulsar<QDialog>("Descartar"); };
+    const auto quedan = [&] { return borradores_libres(sesion.pantalla()).size(); };
+    {
+        Guion guion({
+            descartar, // the box is closed with its default button, which is No
+            [&] {
+                EXPECT_EQ(lista()->count(), 2);
+                QTimer::singleShot(0, [] { pulsar<QMessageBox>("Sí"); });
+                return descartar();
+            },
+            [&] {
+                EXPECT_EQ(lista()->count(), 1);
+                return pulsar<QDialog>("Más tarde");
+            },
+        });
+        ASSERT_EQ(quedan(), 2U);
+        anfitrion.ofrecer_borradores();
+        EXPECT_EQ(quedan(), 1U);
+        ASSERT_EQ(guion.mensajes.size(), 1U);
+        EXPECT_NE(guion.mensajes[0].find("¿Borrar el borrador?"), std::string::npos);
+    }
+    Guion guion({[] { return pulsar<QDialog>("Recuperar"); }});
+    anfitrion.ofrecer_borradores();
+    EXPECT_EQ(sesion.pantalla().txtconcepto.Text(), "El primero") << "the newest had been discarded";
+    sesion.pantalla().Unload();
+}
+
+TEST(AnfitrionTest, WhatIsMissingToWorkIsSaidWithWhatToDo) {
+    const struct {
+        const char *sql, *texto;
+    } casos[] = {
+        {"delete from ctmcentros", "Esta base no tiene plan de cuentas.\nNueva empresa…"},
+        {"delete from adxdoc_sub", "Esta base no tiene tipos de documento.\nNueva empresa…"},
+        {"delete from ctmconfigu", "La empresa no tiene configuración contable.\nSe ingresa con Ctrl+K"},
+    };
+    for (const auto& c : casos) {
+        SCOPED_TRACE(c.sql);
+        const fs::path carpeta = carpeta_nueva();
+        const std::string conexion = "sqlite:" + (carpeta / "demo.db").string();
+        crear_demo(conexion, fecha(2024, 3, 31));
+        ejecutar(*abrir_sesion(conexion), c.sql);
+        anotar_reciente(carpeta / "recientes.txt", conexion);
+        StartWindow inicio(carpeta);
+        EXPECT_TRUE(textos(inicio).contains(QString::fromUtf8("⚠ ") + QString::fromUtf8(c.texto)));
+        const Eleccion_inicial eleccion{conexion, carpeta / "print.db", 1, 1};
+        qt::QtEscritorio escritorio;
+        qt::QtReportPrinter impresor;
+        const RelojFijo reloj(fecha(2024, 3, 31));
+        SesionApp sesion(eleccion, escritorio, impresor, reloj, carpeta);
+        sesion.mostrar();
+        const Anfitrion anfitrion(sesion, escritorio, eleccion, reloj.hoy());
+        frmQuorvel& f = sesion.pantalla();
+        f.ctlRegistro1.press(ui::ctlRegistro::Function::New);
+        EXPECT_EQ(f.grdDetalle.ToolTip().substr(0, std::string(c.texto).size()), c.texto);
+        foto(*escritorio.window_of(f), ("falta_" + std::string(c.sql).substr(12)).c_str());
+        f.Unload();
+    }
 }
 
 } // namespace
