@@ -20,21 +20,10 @@ std::vector<Nombrado> leer(clsConexion& db, const std::string& tabla, const std:
     return lista;
 }
 
-const char* entorno(const char* nombre) {
-    const char* valor = std::getenv(nombre);
-    return valor != nullptr && *valor != '\0' ? valor : nullptr;
-}
-
 } // namespace
 
 std::vector<Nombrado> leer_empresas(clsConexion& db) { return leer(db, "admempresa", "empresa"); }
 std::vector<Nombrado> leer_usuarios(clsConexion& db) { return leer(db, "admusuario", "usuario"); }
-
-fs::path carpeta_personal() {
-    if (const char* datos = entorno("XDG_DATA_HOME")) return fs::path(datos) / "quorvel";
-    if (const char* casa = entorno("HOME")) return fs::path(casa) / ".local/share/quorvel";
-    return fs::current_path() / "out";
-}
 
 SesionApp::SesionApp(const Eleccion_inicial& e, ui::Escritorio& escritorio, ReportPrinter& impresor,
                      const Reloj& reloj, const fs::path& carpeta) {

@@ -27,9 +27,6 @@ struct Nombrado {
 [[nodiscard]] std::vector<Nombrado> leer_empresas(clsConexion& db);
 [[nodiscard]] std::vector<Nombrado> leer_usuarios(clsConexion& db);
 
-/// The person's own folder: settings, report database, recent databases.
-[[nodiscard]] std::filesystem::path carpeta_personal();
-
 /// One voucher screen with the sessions it needs.
 class SesionApp {
 public:

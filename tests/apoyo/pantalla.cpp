@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+#include <fstream>
+
 namespace quorvel::pruebas {
 
 namespace {
@@ -97,6 +99,13 @@ void Pantalla::tecla(const char* nombre) {
     auto e = ui::parse_key(nombre);
     ASSERT_TRUE(e) << nombre;
     f.send_key(*e);
+}
+
+void Pantalla::adjuntar(const std::string& nombre) {
+    const std::string origen = carpeta + "/" + nombre;
+    std::ofstream(origen) << "contenido de " << nombre;
+    escritorio.elegir_archivo(origen);
+    pulsar("cmdadjunto_agregar");
 }
 
 std::string Pantalla::fila(int i) const {

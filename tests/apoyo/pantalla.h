@@ -35,6 +35,8 @@ public:
     /// Types into a grid cell and commits it. @return false when the cell refused
     bool celda(int fila, int columna, const std::string& texto);
     void tecla(const char* nombre);
+    /// Attaches a new file, "contenido de NOMBRE".
+    void adjuntar(const std::string& nombre);
     /// Grid row as "cell|cell|…" of the columns 1 to 5.
     [[nodiscard]] std::string fila(int i) const;
     [[nodiscard]] std::string totales() const;

@@ -2,35 +2,16 @@
 // Method: the command line is parsed as main() does it.
 #include "apoyo/sesiones.h"
 #include "app/db/base.h"
-#include "app/db/comando_db.h"
 #include "app/salida.h"
+#include "dbtools/linea.h"
 
-#include <gtest/gtest.h>
-
-#include <CLI/CLI.hpp>
 #include <filesystem>
 
 namespace quorvel {
 namespace {
 
-struct Salida {
-    int codigo;
-    std::string texto, error;
-};
-
-Salida correr(const std::string& linea) {
-    CLI::App app;
-    agregar_comando_db(app);
-    testing::internal::CaptureStdout();
-    testing::internal::CaptureStderr();
-    int codigo = 0;
-    try {
-        app.parse(linea);
-    } catch (const CLI::ParseError& e) {
-        codigo = app.exit(e);
-    }
-    return {codigo, testing::internal::GetCapturedStdout(), testing::internal::GetCapturedStderr()};
-}
+using pruebas::correr;
+using pruebas::Corrida;
 
 TEST(ComandoDb, crear_revisar_danar_afinar) {
     const std::string ruta = apoyo::carpeta_nueva() + "/año 2024.db";
@@ -38,7 +19,7 @@ TEST(ComandoDb, crear_revisar_danar_afinar) {
     EXPECT_EQ(correr("db create --demo" + en_linea).codigo, 0);
     EXPECT_EQ(correr("db check" + en_linea).texto, "Base de datos sin observaciones\n");
     abrir_base(ruta, Abrir::existente)->ejecutar("drop index ctcquorvel_numero");
-    const Salida revision = correr("db check 'sqlite:" + ruta + "'");
+    const Corrida revision = correr("db check 'sqlite:" + ruta + "'");
     EXPECT_EQ(revision.codigo, 1);
     EXPECT_EQ(revision.texto, "Falta el índice ctcquorvel_numero\n");
     EXPECT_EQ(correr("db tune" + en_linea).texto, "Índices creados: 1\n");
@@ -47,7 +28,7 @@ TEST(ComandoDb, crear_revisar_danar_afinar) {
 
 TEST(ComandoDb, lo_que_no_se_puede_hacer_no_deja_nada) {
     const std::string carpeta = apoyo::carpeta_nueva();
-    const Salida falta = correr("db check " + carpeta + "/no.db");
+    const Corrida falta = correr("db check " + carpeta + "/no.db");
     EXPECT_EQ(falta.codigo, SIN_DATOS);
     EXPECT_EQ(falta.error, "No existe la base de datos " + carpeta + "/no.db\n");
     EXPECT_EQ(correr("db create " + carpeta + "/sin/carpeta.db").codigo, SIN_DATOS);
@@ -58,7 +39,7 @@ TEST(ComandoDb, lo_que_no_se_puede_hacer_no_deja_nada) {
 
     const std::string existente = carpeta + "/una.db";
     EXPECT_EQ(correr("db create " + existente).codigo, 0);
-    const Salida otra_vez = correr("db create --demo " + existente); // tables without a company: filled
+    const Corrida otra_vez = correr("db create --demo " + existente); // tables without a company: filled
     EXPECT_EQ(otra_vez.codigo, 0) << otra_vez.error;
     EXPECT_EQ(correr("db create " + existente).error, "La base de datos ya contiene comprobantes\n");
     EXPECT_EQ(correr("db create --demo " + existente).error, "La base de datos ya contiene una empresa\n");

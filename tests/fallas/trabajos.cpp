@@ -10,7 +10,6 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
 #include <map>
 
 namespace quorvel::fallas {
@@ -26,16 +25,9 @@ void si(Pantalla& p) { p.escritorio.responder(ui::Answer::yes); }
 void guardar(Pantalla& p) { p.guardar(); }
 void abrir_primero(Pantalla& p) { p.buscar("1"); }
 
-void adjuntar(Pantalla& p, const std::string& nombre) {
-    const std::string origen = p.carpeta + "/" + nombre;
-    std::ofstream(origen) << "contenido de " << nombre;
-    p.escritorio.elegir_archivo(origen);
-    p.pulsar("cmdadjunto_agregar");
-}
-
 void preparar_nuevo(Pantalla& p) {
     p.comprobante("1.500");
-    adjuntar(p, "nuevo.txt");
+    p.adjuntar("nuevo.txt");
 }
 
 void preparar_edicion(Pantalla& p) {
@@ -43,7 +35,7 @@ void preparar_edicion(Pantalla& p) {
     p.escribir("txtconcepto", "Corregido");
     EXPECT_TRUE(p.celda(0, 3, "7.000") && p.celda(1, 4, "7.000"));
     EXPECT_TRUE(p.f.grdDetalle.move_to(2, 1));
-    adjuntar(p, "segundo.txt");
+    p.adjuntar("segundo.txt");
 }
 
 void cortar(Pantalla& p) {
@@ -151,7 +143,7 @@ void sembrar(const Escena& e) {
         apoyo::ejecutar(*p.db, std::string("insert into ") + saldo);
     apoyo::ejecutar(*p.db, "update ctmconfigu set elaborado='Ana'");
     p.comprobante("1.000");
-    adjuntar(p, "recibo.txt");
+    p.adjuntar("recibo.txt");
     p.guardar();
     p.nuevo(); // the gloss and the book stay
     p.elegir("cmbDocumento", "001 TRASPASO");

@@ -1,12 +1,16 @@
 #include "app/db/comando_db.h"
 
+#include "app/db/avance.h"
+#include "app/db/datos.h"
 #include "app/db/demo.h"
 #include "app/db/esquema.h"
+#include "app/db/respaldo.h"
 #include "app/db/revisar.h"
 #include "app/salida.h"
+#include "platform/files/attachments.h"
+#include "text/letras_utf8.h"
 
 #include <CLI/CLI.hpp>
-#include <functional>
 #include <iostream>
 #include <memory>
 
@@ -14,8 +18,12 @@ namespace quorvel {
 namespace {
 
 struct Opciones {
-    std::string conexion;
-    bool demo = false;
+    std::string conexion, respaldo, adjuntos;
+    bool demo = false, reemplazar = false;
+    /// Where the program itself keeps the attached files, unless told otherwise.
+    [[nodiscard]] std::filesystem::path base_adjuntos() const {
+        return adjuntos.empty() ? attachment_base(carpeta_personal()) : std::filesystem::path(adjuntos);
+    }
 };
 
 int crear(const Opciones& o) {
@@ -27,12 +35,18 @@ int crear(const Opciones& o) {
     return 0;
 }
 
-int comprobar(const Opciones& o) {
-    const std::vector<std::string> hallazgos = revisar(o.conexion);
-    for (const std::string& hallazgo : hallazgos) std::cout << hallazgo << "\n";
+void mostrar(const std::vector<std::string>& hallazgos) {
+    for (const std::string& hallazgo : hallazgos) std::cout << sin_controles(hallazgo) << "\n";
+}
+
+int comprobar(const std::string& conexion, const std::filesystem::path& adjuntos) {
+    const std::vector<std::string> hallazgos = revisar(conexion, adjuntos);
+    mostrar(hallazgos);
     if (hallazgos.empty()) std::cout << "Base de datos sin observaciones\n";
     return hallazgos.empty() ? BIEN : RECHAZADO;
 }
+
+int comprobar(const Opciones& o) { return comprobar(o.conexion, o.adjuntos); }
 
 int mejorar(const Opciones& o) {
     const int creados = afinar(o.conexion);
@@ -41,12 +55,58 @@ int mejorar(const Opciones& o) {
     return 0;
 }
 
-void agregar(CLI::App& db, const char* nombre, const char* ayuda, bool con_demo,
-             int (*accion)(const Opciones&)) {
+std::string adjuntos(std::size_t n) {
+    return std::to_string(n) + (n == 1 ? " archivo adjunto" : " archivos adjuntos");
+}
+
+int hacer_respaldo(const Opciones& o) {
+    const Respaldado hecho = respaldar(o.conexion, o.respaldo, o.base_adjuntos(), avance_en_terminal());
+    std::cout << "Respaldo en " << o.respaldo << ": la base de datos y " << adjuntos(hecho.adjuntos) << "\n";
+    mostrar(hecho.faltan);
+    if (hecho.faltan.empty()) return BIEN;
+    std::cout << "Se buscaron en " << o.base_adjuntos().string() << "; --adjuntos indica otra carpeta\n";
+    return RECHAZADO;
+}
+
+int poner_respaldo(const Opciones& o) {
+    const std::vector<std::string> diferencias = verificar(o.respaldo, avance_en_terminal());
+    mostrar(diferencias);
+    if (!diferencias.empty()) {
+        std::cout << "El respaldo no está como se hizo; no se restauró nada\n";
+        return RECHAZADO;
+    }
+    const Restaurado hecho =
+        restaurar(o.respaldo, o.conexion, o.base_adjuntos(), o.reemplazar, avance_en_terminal());
+    std::cout << "Base de datos restaurada, con " << adjuntos(hecho.adjuntos) << "\n";
+    if (!hecho.anteriores.empty())
+        std::cout << "Los adjuntos que había quedaron en " << hecho.anteriores.string() << "\n";
+    return comprobar(o.conexion, o.base_adjuntos());
+}
+
+using Opcion = void (*)(CLI::App&, Opciones&);
+
+void con_conexion(CLI::App& c, Opciones& o) {
+    c.add_option("CONEXION", o.conexion, "sqlite:RUTA, una ruta o postgresql://…")->required();
+}
+void con_demo(CLI::App& c, Opciones& o) { c.add_flag("--demo", o.demo, "Con una empresa de demostración"); }
+void con_destino(CLI::App& c, Opciones& o) {
+    c.add_option("DESTINO", o.respaldo, "Carpeta nueva o vacía")->required();
+}
+void con_respaldo(CLI::App& c, Opciones& o) {
+    c.add_option("RESPALDO", o.respaldo, "Carpeta hecha por db backup")->required();
+}
+void con_adjuntos(CLI::App& c, Opciones& o) {
+    c.add_option("--adjuntos", o.adjuntos, "Carpeta que contiene la carpeta adjunto de los archivos");
+}
+void con_reemplazar(CLI::App& c, Opciones& o) {
+    c.add_flag("--reemplazar", o.reemplazar, "Reemplaza la base de datos que haya");
+}
+
+void agregar(CLI::App& db, const char* nombre, const char* ayuda, int (*accion)(const Opciones&),
+             std::initializer_list<Opcion> lleva) {
     CLI::App* comando = db.add_subcommand(nombre, ayuda);
     auto opciones = std::make_shared<Opciones>();
-    comando->add_option("CONEXION", opciones->conexion, "sqlite:RUTA, una ruta o postgresql://…")->required();
-    if (con_demo) comando->add_flag("--demo", opciones->demo, "Con una empresa de demostración");
+    for (const Opcion opcion : lleva) opcion(*comando, *opciones);
     comando->callback([opciones, accion] {
         int codigo = SIN_DATOS;
         try {
@@ -61,11 +121,16 @@ void agregar(CLI::App& db, const char* nombre, const char* ayuda, bool con_demo,
 } // namespace
 
 void agregar_comando_db(CLI::App& app) {
-    CLI::App* db = app.add_subcommand("db", "Crea, revisa y afina bases de datos");
+    CLI::App* db = app.add_subcommand("db", "Crea, revisa, afina, respalda y restaura bases de datos");
     db->require_subcommand(1);
-    agregar(*db, "create", "Crea las tablas en una base de datos nueva", true, crear);
-    agregar(*db, "check", "Muestra lo que falta y los datos que no concuerdan", false, comprobar);
-    agregar(*db, "tune", "Crea los índices que faltan", false, mejorar);
+    agregar(*db, "create", "Crea las tablas en una base de datos nueva", crear, {con_conexion, con_demo});
+    agregar(*db, "check", "Muestra lo que falta y los datos que no concuerdan", comprobar,
+            {con_conexion, con_adjuntos});
+    agregar(*db, "tune", "Crea los índices que faltan", mejorar, {con_conexion});
+    agregar(*db, "backup", "Copia una base de datos en uso y sus archivos adjuntos", hacer_respaldo,
+            {con_conexion, con_destino, con_adjuntos});
+    agregar(*db, "restore", "Comprueba un respaldo y lo pone en una base de datos", poner_respaldo,
+            {con_respaldo, con_conexion, con_adjuntos, con_reemplazar});
 }
 
 } // namespace quorvel

@@ -10,9 +10,23 @@ namespace quorvel {
 
 namespace fs = std::filesystem;
 
+namespace {
+
+const char* entorno(const char* nombre) {
+    const char* valor = std::getenv(nombre);
+    return valor != nullptr && *valor != '\0' ? valor : nullptr;
+}
+
+} // namespace
+
+fs::path carpeta_personal() {
+    if (const char* datos = entorno("XDG_DATA_HOME")) return fs::path(datos) / "quorvel";
+    if (const char* casa = entorno("HOME")) return fs::path(casa) / ".local/share/quorvel";
+    return fs::current_path() / "out";
+}
+
 fs::path carpeta_datos() {
-    if (const char* elegida = std::getenv("QUORVEL_DATA"); elegida != nullptr && *elegida != '\0')
-        return elegida;
+    if (const char* elegida = entorno("QUORVEL_DATA")) return elegida;
     std::error_code error;
     const fs::path programa = fs::read_symlink("/proc/self/exe", error);
     for (const fs::path& carpeta :

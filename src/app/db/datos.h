@@ -8,6 +8,8 @@ namespace quorvel {
 /// The program's data folder: the environment's QUORVEL_DATA, else share/quorvel beside the program's bin,
 /// else the source tree's. @throws std::runtime_error when there is none
 [[nodiscard]] std::filesystem::path carpeta_datos();
+/// The person's own folder: settings, attached files, report database, recent databases.
+[[nodiscard]] std::filesystem::path carpeta_personal();
 /// The whole text of a file of the data folder, such as "schema/sqlite.sql".
 /// @throws std::runtime_error when it is in none of them
 [[nodiscard]] std::string leer_dato(const std::string& nombre);

@@ -155,16 +155,6 @@ void revisar_datos(Base& base, std::vector<std::string>& hallazgos) {
         anotar(revision.titulo, base.consultar(revision.sql), hallazgos);
 }
 
-void revisar_archivos(Base& base, const Attachments& archivos, std::vector<std::string>& hallazgos) {
-    Base::Filas faltan;
-    for (const auto& fila : base.consultar(
-             "select c.empresa, c.f_comp, c.documento, c.num_docum, a.nombre, a.comprobante_adjunto"
-             " from ctcquorvel c, ctdcomprad a where a.comprobante_adjunto=c.comprobante_adjunto"
-             " and a.comprobante_adjunto<>0"))
-        if (!archivos.find(fila[5], fila[4])) faltan.push_back(fila);
-    anotar("Archivo adjunto que no está", faltan, hallazgos);
-}
-
 std::vector<Indice> indices_faltantes(Base& base, const Esquema& esquema) {
     const std::set<std::string> existentes = nombres(base.indices());
     std::vector<Indice> faltantes;
@@ -175,6 +165,18 @@ std::vector<Indice> indices_faltantes(Base& base, const Esquema& esquema) {
 
 } // namespace
 
+std::vector<std::string> revisar_adjuntos(Base& base, const Attachments& archivos) {
+    Base::Filas faltan;
+    for (const auto& fila : base.consultar(
+             "select c.empresa, c.f_comp, c.documento, c.num_docum, a.nombre, a.comprobante_adjunto"
+             " from ctcquorvel c, ctdcomprad a where a.comprobante_adjunto=c.comprobante_adjunto"
+             " and a.comprobante_adjunto<>0"))
+        if (!archivos.find(fila[5], fila[4])) faltan.push_back(fila);
+    std::vector<std::string> hallazgos;
+    anotar("Archivo adjunto que no está", faltan, hallazgos);
+    return hallazgos;
+}
+
 std::vector<std::string> revisar(const std::string& conexion, const std::filesystem::path& adjuntos) {
     const auto base = abrir_base(conexion, Abrir::existente);
     const Esquema esquema = esquema_de(*base);
@@ -184,7 +186,8 @@ std::vector<std::string> revisar(const std::string& conexion, const std::filesys
         hallazgos.push_back("Falta el índice " + indice.nombre);
     if (completa) revisar_datos(*base, hallazgos);
     if (completa && !adjuntos.empty())
-        revisar_archivos(*base, {adjuntos, attachment_database(conexion)}, hallazgos);
+        for (std::string& falta : revisar_adjuntos(*base, {adjuntos, attachment_database(conexion)}))
+            hallazgos.push_back(std::move(falta));
     return hallazgos;
 }
 

@@ -5,12 +5,18 @@
 
 namespace quorvel {
 
+class Attachments;
+class Base;
+
 /// What a database lacks (tables, columns, indexes) and which of its data contradict each other, one sentence
 /// each in Spanish; nothing when all is well. Reads only.
 /// @param adjuntos base folder of the attached files (the one that holds "adjunto"); empty looks for no files
 /// @throws ErrorSesion when the database cannot be read
 [[nodiscard]] std::vector<std::string> revisar(const std::string& conexion,
                                                const std::filesystem::path& adjuntos = {});
+
+/// Files that vouchers name and that are not there, one sentence each. @throws ErrorSesion
+[[nodiscard]] std::vector<std::string> revisar_adjuntos(Base& base, const Attachments& archivos);
 
 /// Creates the indexes that are missing and lets the engine take new statistics.
 /// @return how many were created

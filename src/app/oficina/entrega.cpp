@@ -1,6 +1,6 @@
 #include "app/oficina/entrega.h"
 
-#include "app/oficina/avance.h"
+#include "app/db/avance.h"
 #include "interchange/archivo_comprobante.h"
 
 namespace quorvel {

@@ -1,6 +1,6 @@
 #include "app/oficina/lote.h"
 
-#include "app/oficina/avance.h"
+#include "app/db/avance.h"
 #include "text/letras_utf8.h"
 #include "text/numeros.h"
 #include "voucher/cargar.h"

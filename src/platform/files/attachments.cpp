@@ -1,5 +1,6 @@
 #include "platform/files/attachments.h"
 
+#include "platform/files/settings_file.h"
 #include "text/letras_utf8.h"
 
 #include <algorithm>
@@ -15,11 +16,6 @@ namespace {
 
 constexpr std::size_t LARGEST_SETTING = 250;
 
-bool number(std::string_view set) {
-    return !set.empty() && set.size() <= 18 &&
-           std::all_of(set.begin(), set.end(), [](char c) { return c >= '0' && c <= '9'; });
-}
-
 bool regular(const fs::path& path) {
     std::error_code ec;
     return !path.empty() && fs::is_regular_file(path, ec);
@@ -29,6 +25,15 @@ bool regular(const fs::path& path) {
 bool stored(const fs::path& path) {
     std::error_code ec;
     return !path.empty() && fs::is_regular_file(fs::symlink_status(path, ec));
+}
+
+/// Names of what a folder holds; none when it cannot be read.
+std::vector<std::string> names_in(const fs::path& folder) {
+    std::vector<std::string> names;
+    std::error_code ec;
+    for (fs::directory_iterator entry(folder, ec), end; !ec && entry != end; entry.increment(ec))
+        names.push_back(entry->path().filename().string());
+    return names;
 }
 
 /// The target is replaced at once by the whole file or, on a full disk, stays what it was.
@@ -80,6 +85,10 @@ fs::path attachment_base(std::string_view setting, const fs::path& program_folde
     return value.empty() ? program_folder : program_folder / value;
 }
 
+fs::path attachment_base(const fs::path& program_folder) {
+    return attachment_base(SettingsFile(program_folder).get("nivo", "base"), program_folder);
+}
+
 std::string attachment_database(std::string_view session_name) {
     std::string name;
     if (auto base = server_database(session_name)) {
@@ -102,8 +111,13 @@ bool bare_name(std::string_view name) {
            normalizar(name).find("\uFFFD") == std::string::npos; // bytes that no database stores as text
 }
 
+bool attachment_set(std::string_view name) {
+    return !name.empty() && name.size() <= 18 &&
+           std::all_of(name.begin(), name.end(), [](char c) { return c >= '0' && c <= '9'; });
+}
+
 fs::path Attachments::folder(const std::string& set) const {
-    return number(set) ? root_ / database_ / set : fs::path();
+    return attachment_set(set) ? root_ / database_ / set : fs::path();
 }
 
 fs::path Attachments::file(const std::string& set, const std::string& name) const {
@@ -185,12 +199,20 @@ std::string Attachments::claim(const std::string& set) const {
 }
 
 std::string Attachments::first_free(const std::string& set) const {
-    if (!number(set)) return set;
+    if (!attachment_set(set)) return set;
     std::uint64_t n = 0;
     std::from_chars(set.data(), set.data() + set.size(), n);
     std::error_code ec;
     while (fs::exists(folder(std::to_string(n)), ec)) ++n;
     return std::to_string(n);
+}
+
+std::vector<AttachedFile> Attachments::files() const {
+    std::vector<AttachedFile> all;
+    for (const std::string& set : names_in(home()))
+        for (const std::string& name : names_in(folder(set)))
+            if (stored(file(set, name))) all.push_back({set, name});
+    return all;
 }
 
 } // namespace quorvel

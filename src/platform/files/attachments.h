@@ -11,11 +11,21 @@ namespace quorvel {
 /// count, empty is the program's folder, a relative one starts there
 [[nodiscard]] std::filesystem::path attachment_base(std::string_view setting,
                                                     const std::filesystem::path& program_folder);
+/// The same as the settings file of the program's folder says.
+[[nodiscard]] std::filesystem::path attachment_base(const std::filesystem::path& program_folder);
 /// Folder name of a database from its session's name: file name or server database alone, upper case, without
 /// ".MDB". Never holds a host or a password.
 [[nodiscard]] std::string attachment_database(std::string_view session_name);
 /// A file name without folders, which cannot lead out of its own and can be stored as a text.
 [[nodiscard]] bool bare_name(std::string_view name);
+
+/// Whether a text can name a set: its number.
+[[nodiscard]] bool attachment_set(std::string_view name);
+
+/// Where a file is attached and how it is called there.
+struct AttachedFile {
+    std::string set, name;
+};
 
 /// The attached files of one database: base/adjunto/DATABASE/set/name. The layout without the database level
 /// is still read. Nothing here throws; what fails changes nothing.
@@ -46,6 +56,10 @@ public:
     /// The same, and its folder is made at once, so that nobody else gets it. Where no folder can be made the
     /// given set comes back.
     [[nodiscard]] std::string claim(const std::string& set) const;
+    /// Every file of the current layout. What comes or goes meanwhile may be in it or not.
+    [[nodiscard]] std::vector<AttachedFile> files() const;
+    /// The folder of the database's sets.
+    [[nodiscard]] std::filesystem::path home() const { return root_ / database_; }
 
 private:
     /// Makes a set's folder. @return false when it cannot be made or somebody has made it already

@@ -1,13 +1,11 @@
 #include "screen/adjuntos/adjuntos.h"
 
-#include "platform/files/settings_file.h"
 #include "screen/frmQuorvel.h"
 
 namespace quorvel {
 
 Attachments carpeta_adjuntos(const frmQuorvel& f) {
-    const std::string base = SettingsFile(f.servicios.carpeta).get("nivo", "base");
-    return {attachment_base(base, f.servicios.carpeta), attachment_database(f.glbdb->Name())};
+    return {attachment_base(f.servicios.carpeta), attachment_database(f.glbdb->Name())};
 }
 
 void fijar_conjunto(frmQuorvel& f, const std::string& conjunto) {

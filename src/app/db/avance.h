@@ -1,4 +1,5 @@
 #pragma once
+#include <functional>
 #include <string>
 
 namespace quorvel {
@@ -18,5 +19,10 @@ private:
     int mostrado_ = -1; ///< percent
     bool terminal_;
 };
+
+/// Hears how far a long work of several parts is: the part's name, what is done of it and the whole of it.
+using Avance = std::function<void(const std::string& que, long hechas, long total)>;
+/// A bar for each part in turn.
+[[nodiscard]] Avance avance_en_terminal();
 
 } // namespace quorvel

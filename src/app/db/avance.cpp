@@ -1,9 +1,10 @@
-#include "app/oficina/avance.h"
+#include "app/db/avance.h"
 
 #include <unistd.h>
 
 #include <algorithm>
 #include <cstdio>
+#include <memory>
 
 namespace quorvel {
 
@@ -24,6 +25,18 @@ void BarraAvance::mostrar(long hechas) {
     barra.resize(ANCHO, '.');
     std::fprintf(stderr, "\r%s [%s] %3d %%", que_.c_str(), barra.c_str(), porcentaje);
     std::fflush(stderr);
+}
+
+Avance avance_en_terminal() {
+    return [barra = std::shared_ptr<BarraAvance>(), parte = std::string()](const std::string& que,
+                                                                           long hechas, long total) mutable {
+        if (!barra || que != parte) {
+            barra.reset(); // takes its line away before the next one is drawn
+            barra = std::make_shared<BarraAvance>(que, total);
+            parte = que;
+        }
+        barra->mostrar(hechas);
+    };
 }
 
 } // namespace quorvel

@@ -1,0 +1,100 @@
+#include "app/db/programa.h"
+#include "app/db/volcado.h"
+#include "platform/db/clsConexion.h"
+
+#include <libpq-fe.h>
+
+namespace quorvel {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr const char* PAQUETE = "postgresql-client";
+
+/// A connection text in two parts: what may stand on a command line, and the secrets.
+struct Partes {
+    std::string publica;
+    std::vector<std::string> secretos; ///< "PGPASSWORD=…"
+};
+
+Partes partir(const std::string& conexion) {
+    const std::unique_ptr<PQconninfoOption, void (*)(PQconninfoOption*)> opciones(
+        PQconninfoParse(conexion.c_str(), nullptr), PQconninfoFree);
+    if (!opciones) throw ErrorSesion("La conexión no se entiende", {});
+    Partes partes;
+    for (const PQconninfoOption* o = opciones.get(); o->keyword != nullptr; ++o) {
+        if (o->val == nullptr) continue;
+        const bool secreto = o->dispchar[0] == '*';
+        if (secreto && o->envvar != nullptr) partes.secretos.push_back(std::string(o->envvar) + "=" + o->val);
+        if (secreto) continue;
+        partes.publica += std::string(o->keyword) + "='";
+        for (const char* c = o->val; *c != '\0'; ++c) {
+            if (*c == '\'' || *c == '\\') partes.publica += '\\';
+            partes.publica += *c;
+        }
+        partes.publica += "' ";
+    }
+    return partes;
+}
+
+/// A program of the server's makers, at work on one database and asking nobody anything.
+void ejecutar(const std::string& conexion, std::vector<std::string> orden) {
+    const Partes partes = partir(conexion);
+    orden.insert(orden.begin() + 1, {"--no-password", "--dbname", partes.publica});
+    ejecutar_programa(orden, partes.secretos, PAQUETE);
+}
+
+std::unique_ptr<Base> sacar(const std::string& conexion, const fs::path& archivo, const Avance& avance) {
+    auto base = abrir_base(conexion, Abrir::existente);
+    base->ejecutar("begin isolation level repeatable read read only;"
+                   " set local idle_in_transaction_session_timeout = 0");
+    const std::string momento = base->consultar("select pg_export_snapshot()")[0][0];
+    avance("Copiando la base de datos", 0, 1);
+    ejecutar(conexion, {"pg_dump", "--format=custom", "--snapshot=" + momento,
+                        "--file=" + fs::absolute(archivo).string()});
+    avance("Copiando la base de datos", 1, 1);
+    return base;
+}
+
+class DestinoPostgres final : public Destino {
+public:
+    DestinoPostgres(std::string conexion, bool reemplazar)
+        : conexion_(std::move(conexion)), reemplazar_(reemplazar) {
+        const auto base = abrir_base(conexion_, Abrir::existente);
+        if (!reemplazar_ && !base->columnas().empty()) throw ErrorSesion(CON_TABLAS, {});
+        std::string quienes; // the server's own processes work in nobody's name
+        for (const auto& otra :
+             base->consultar("select distinct usename from pg_stat_activity where datname=current_database()"
+                             " and pid<>pg_backend_pid() and usename is not null order by 1"))
+            quienes += (quienes.empty() ? " (" : ", ") + otra[0];
+        if (!quienes.empty()) throw ErrorSesion(EN_USO + quienes + ")", {});
+    }
+    void poner(const fs::path& archivo, const Avance& avance) override {
+        // Whoever restores owns what comes: the roles of another server need not be here.
+        std::vector<std::string> orden = {"pg_restore", "--single-transaction", "--no-owner"};
+        if (reemplazar_) orden.insert(orden.end(), {"--clean", "--if-exists"});
+        orden.push_back(fs::absolute(archivo).string());
+        avance("Restaurando la base de datos", 0, 1);
+        ejecutar(conexion_, std::move(orden));
+        avance("Restaurando la base de datos", 1, 1);
+    }
+
+private:
+    std::string conexion_;
+    bool reemplazar_;
+};
+
+std::unique_ptr<Destino> destino(const std::string& conexion, bool reemplazar) {
+    return std::make_unique<DestinoPostgres>(conexion, reemplazar);
+}
+
+} // namespace
+
+const Volcado VOLCADO_POSTGRES{"base.dump", sacar, destino};
+
+const Volcado& volcado_de(const std::string& conexion) {
+    return normalizar_conexion(conexion).starts_with("sqlite:") ? VOLCADO_SQLITE : VOLCADO_POSTGRES;
+}
+
+} // namespace quorvel
