@@ -16,6 +16,7 @@
 #include <algorithm>
 #include <chrono>
 #include <fstream>
+#include <functional>
 #include <map>
 #include <set>
 #include <sstream>
@@ -74,6 +75,13 @@ std::string unir(const std::vector<std::string>& textos) {
     std::string texto;
     for (const std::string& t : textos) texto += t + "\n";
     return texto;
+}
+
+/// Makes a database so big that it is neither copied nor written in one go.
+void engordar(const std::string& conexion) {
+    abrir_base(conexion, Abrir::existente)
+        ->ejecutar("create table relleno(t text); insert into relleno values ('" +
+                   std::string(6'000'000, 'x') + "')");
 }
 
 fs::path carpeta_de(const std::string& conexion, const fs::path& adjuntos) {
@@ -180,6 +188,7 @@ TEST_P(Respaldos, vuelve_igual_y_no_pisa_nada_sin_permiso) {
 TEST_P(Respaldos, lo_que_cambia_mientras_se_copia) {
     const fs::path archivos = carpeta_de(conexion, carpeta);
     bool primera = false, segunda = false;
+    engordar(conexion);
     const Respaldado hecho =
         respaldar(conexion, copia, carpeta, [&](const std::string& que, long n, long de) {
             if (que == "Copiando los adjuntos" && n == de && !std::exchange(primera, true)) {
@@ -265,75 +274,72 @@ TEST_P(Respaldos, en_uso_y_despues_de_una_muerte) {
         EXPECT_EQ(apoyo::filas(*db, "select count(*) from ctdquorvel where num_docum='" + numero + "'"), "2");
 }
 
-TEST(RespaldoDanado, no_toca_nada) {
-    const std::string carpeta = apoyo::carpeta_nueva(), base = carpeta + "/una.db", sano = carpeta + "/sano";
-    crear_demo(base);
-    abrir_base(base, Abrir::existente)
-        ->ejecutar("update ctcquorvel set comprobante_adjunto=5 where num_docum='5' and documento='001' and"
-                   " f_comp<'2026'; insert into ctdcomprad(comprobante_adjunto,correlativo,nombre) values "
-                   "(5,1,'a')");
-    escribir(carpeta + "/adjunto/UNA.DB/5/a", "a");
-    (void)respaldar(base, sano, carpeta, CALLADO);
-    const std::string suma = leer(sano + "/contenido.sha256").substr(0, 64);
-    struct Caso {
-        const char* que;
-        void (*danar)(const fs::path& respaldo, const std::string& suma);
-        int codigo;
-        const char* dicho;
-    };
-    const auto en_lista = [](const fs::path& r, const std::string& linea) {
-        std::ofstream(r / "contenido.sha256", std::ios::app) << linea << "\n";
-    };
-    static const auto agregar = en_lista;
-    const Caso CASOS[] = {
-        {"one byte", [](const fs::path& r, const std::string&) { escribir(r / "adjunto/5/a", "b"); },
-         RECHAZADO, "Cambió adjunto/5/a\n"},
-        {"cut short", [](const fs::path& r, const std::string&) { fs::resize_file(r / "base.db", 4096); },
-         RECHAZADO, "Cambió base.db\n"},
-        {"missing", [](const fs::path& r, const std::string&) { fs::remove(r / "adjunto/5/a"); }, RECHAZADO,
+/// One way to spoil a backup, and what is said of it.
+struct Dano {
+    const char* que;
+    std::function<void(const fs::path& respaldo)> danar;
+    int codigo;
+    std::string dicho;
+};
+
+void agregar_a_lista(const fs::path& respaldo, const std::string& linea) {
+    std::ofstream(respaldo / "contenido.sha256", std::ios::app) << linea << "\n";
+}
+
+std::vector<Dano> danos() {
+    std::vector<Dano> todos = {
+        {"one byte", [](const fs::path& r) { escribir(r / "adjunto/5/a", "b"); }, RECHAZADO,
+         "Cambió adjunto/5/a\n"},
+        {"cut short", [](const fs::path& r) { fs::resize_file(r / "base.db", 4096); }, RECHAZADO,
+         "Cambió base.db\n"},
+        {"missing", [](const fs::path& r) { fs::remove(r / "adjunto/5/a"); }, RECHAZADO,
          "Falta adjunto/5/a\n"},
-        {"extra", [](const fs::path& r, const std::string&) { escribir(r / "adjunto/5/b", "b"); }, RECHAZADO,
+        {"extra", [](const fs::path& r) { escribir(r / "adjunto/5/b", "b"); }, RECHAZADO,
          "No es del respaldo adjunto/5/b\n"},
-        {"a log of another database",
-         [](const fs::path& r, const std::string&) { escribir(r / "base.db-wal", "b"); }, RECHAZADO,
+        {"a log of another database", [](const fs::path& r) { escribir(r / "base.db-wal", "b"); }, RECHAZADO,
          "No es del respaldo base.db-wal\n"},
         {"a link in a file's place",
-         [](const fs::path& r, const std::string&) {
+         [](const fs::path& r) {
              fs::rename(r / "adjunto/5/a", r.parent_path() / "a");
              fs::create_symlink(r.parent_path() / "a", r / "adjunto/5/a");
          },
          RECHAZADO, "Cambió adjunto/5/a\n"},
-        {"not finished", [](const fs::path& r, const std::string&) { fs::remove(r / "contenido.sha256"); },
-         SIN_DATOS, "falta contenido.sha256"},
-        {"above", [](const fs::path& r, const std::string& s) { agregar(r, s + "  ../una.db"); }, SIN_DATOS,
-         "no es la lista de un respaldo"},
-        {"above, inside",
-         [](const fs::path& r, const std::string& s) { agregar(r, s + "  adjunto/../una.db"); }, SIN_DATOS,
-         "no es la lista de un respaldo"},
-        {"above, deep", [](const fs::path& r, const std::string& s) { agregar(r, s + "  adjunto/5/.."); },
-         SIN_DATOS, "no es la lista de un respaldo"},
-        {"absolute", [](const fs::path& r, const std::string& s) { agregar(r, s + "  /etc/passwd"); },
-         SIN_DATOS, "no es la lista de un respaldo"},
-        {"twice", [](const fs::path& r, const std::string& s) { agregar(r, s + "  adjunto/5/a"); }, SIN_DATOS,
-         "no es la lista de un respaldo"},
-        {"no list at all", [](const fs::path& r, const std::string&) { agregar(r, "hola"); }, SIN_DATOS,
-         "no es la lista de un respaldo"},
+        {"not finished", [](const fs::path& r) { fs::remove(r / "contenido.sha256"); }, SIN_DATOS,
+         "falta contenido.sha256"},
+        {"no list at all", [](const fs::path& r) { agregar_a_lista(r, "hola"); }, SIN_DATOS,
+         "no es la lista de un respaldo: hola\n"},
         {"of the other engine",
-         [](const fs::path& r, const std::string&) {
+         [](const fs::path& r) {
              std::string lista = leer(r / "contenido.sha256");
              escribir(r / "contenido.sha256", lista.replace(lista.find("base.db"), 7, "base.dump"));
              fs::rename(r / "base.db", r / "base.dump");
          },
          SIN_DATOS, "otro motor"},
     };
-    for (const Caso& caso : CASOS) {
-        SCOPED_TRACE(caso.que);
+    for (const char* ruta :
+         {"../una.db", "adjunto/../una.db", "adjunto/5/..", "/etc/passwd", "adjunto/5/a"}) {
+        const std::string linea = std::string(64, '0') + "  " + ruta; // the last one for the second time
+        todos.push_back({ruta, [linea](const fs::path& r) { agregar_a_lista(r, linea); }, SIN_DATOS,
+                         "no es la lista de un respaldo: " + linea + "\n"});
+    }
+    return todos;
+}
+
+TEST(RespaldoDanado, no_toca_nada) {
+    const std::string carpeta = apoyo::carpeta_nueva(), base = carpeta + "/una.db", sano = carpeta + "/sano";
+    crear_demo(base);
+    abrir_base(base, Abrir::existente)
+        ->ejecutar("insert into ctdcomprad(comprobante_adjunto,correlativo,nombre) values (5,1,'a')");
+    escribir(carpeta + "/adjunto/UNA.DB/5/a", "a");
+    (void)respaldar(base, sano, carpeta, CALLADO);
+    for (const Dano& dano : danos()) {
+        SCOPED_TRACE(dano.que);
         const std::string danado = apoyo::carpeta_nueva() + "/respaldo", lugar = apoyo::carpeta_nueva();
         fs::copy(sano, danado, fs::copy_options::recursive);
-        caso.danar(danado, suma);
+        dano.danar(danado);
         const Corrida c = correr("db restore " + danado + " " + lugar + "/n.db --adjuntos " + lugar);
-        EXPECT_EQ(c.codigo, caso.codigo) << c.error;
-        EXPECT_NE((c.texto + c.error).find(caso.dicho), std::string::npos) << c.texto << c.error;
+        EXPECT_EQ(c.codigo, dano.codigo) << c.error;
+        EXPECT_NE((c.texto + c.error).find(dano.dicho), std::string::npos) << c.texto << c.error;
         EXPECT_TRUE(fs::is_empty(lugar));
     }
     const std::string lugar = apoyo::carpeta_nueva();
@@ -358,6 +364,7 @@ TEST(RespaldoMuerte, queda_la_base_de_antes_o_la_del_respaldo) {
     const std::string carpeta = apoyo::carpeta_nueva(), base = carpeta + "/una.db",
                       copia = carpeta + "/copia";
     crear_demo(base);
+    engordar(base);
     escribir(carpeta + "/adjunto/UNA.DB/5/a", "a");
     (void)respaldar(base, copia, carpeta, CALLADO);
     const std::string nuevo = todo(base), lugar = apoyo::carpeta_nueva(), ruta = lugar + "/otra.db";

@@ -54,6 +54,9 @@ void copiar(const Attachments& de, const std::vector<AttachedFile>& archivos, co
         if (const auto origen = de.find(conjunto, nombre)) {
             fs::create_directories(nuevo.parent_path(), error);
             if (!error) fs::copy_file(*origen, nuevo, fs::copy_options::update_existing, error);
+            // the standard library calls a full disk an input/output error
+            if (error == std::errc::io_error && fs::space(a).available < fs::file_size(*origen))
+                error = std::make_error_code(std::errc::no_space_on_device);
         }
         if (error && error != std::errc::no_such_file_or_directory)
             throw std::runtime_error("No se pudo copiar " + nuevo.string() + ": " + error.message());
@@ -111,14 +114,12 @@ Respaldado respaldar(const std::string& conexion, const fs::path& destino, const
     const Volcado& volcado = volcado_de(conexion);
     const Attachments origen(adjuntos, attachment_database(conexion)), copia = de_respaldo(destino);
     CarpetaNueva carpeta(destino);
-    // Files, database, files again. A file comes before the row that names it, so what was added until the
-    // database's moment is there the second time; it also goes before its row does, so what somebody removes
-    // while the database is copied must have been taken before.
+    // Files, database, files again. A file comes before the row that names it, so those of the rows of the
+    // database's moment are there the second time; but a file also goes before its row does, so what somebody
+    // removes in between must have been taken before.
     copiar(origen, origen.files(), copia.home(), avance);
     const auto base = volcado.sacar(conexion, destino / volcado.archivo, avance);
-    copiar(origen, origen.files(), copia.home(), avance);
-    copiar(origen, nombrados(*base), copia.home(),
-           avance); // those of the older layout have no folder to list
+    copiar(origen, nombrados(*base), copia.home(), avance);
     Respaldado hecho{0, revisar_adjuntos(*base, copia)};
     const Contenido contenido = sumar(destino, avance);
     hecho.adjuntos = contenido.size() - 1;

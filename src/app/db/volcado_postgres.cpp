@@ -4,6 +4,9 @@
 
 #include <libpq-fe.h>
 
+#include <chrono>
+#include <thread>
+
 namespace quorvel {
 
 namespace fs = std::filesystem;
@@ -57,21 +60,27 @@ std::unique_ptr<Base> sacar(const std::string& conexion, const fs::path& archivo
     return base;
 }
 
+/// Who else is in the database; the server's own processes work in nobody's name.
+std::string otros(Base& base) {
+    return base.consultar("select string_agg(distinct usename, ', ') from pg_stat_activity"
+                          " where datname=current_database() and pid<>pg_backend_pid()")[0][0];
+}
+
 class DestinoPostgres final : public Destino {
 public:
     DestinoPostgres(std::string conexion, bool reemplazar)
         : conexion_(std::move(conexion)), reemplazar_(reemplazar) {
         const auto base = abrir_base(conexion_, Abrir::existente);
         if (!reemplazar_ && !base->columnas().empty()) throw ErrorSesion(CON_TABLAS, {});
-        std::string quienes; // the server's own processes work in nobody's name
-        for (const auto& otra :
-             base->consultar("select distinct usename from pg_stat_activity where datname=current_database()"
-                             " and pid<>pg_backend_pid() and usename is not null order by 1"))
-            quienes += (quienes.empty() ? " (" : ", ") + otra[0];
-        if (!quienes.empty()) throw ErrorSesion(EN_USO + quienes + ")", {});
+        std::string quienes = otros(*base);
+        for (int i = 0; i < 10 && !quienes.empty(); ++i) { // a connection takes a moment to go
+            std::this_thread::sleep_for(std::chrono::milliseconds(100));
+            quienes = otros(*base);
+        }
+        if (!quienes.empty()) throw ErrorSesion(EN_USO + (" (" + quienes) + ")", {});
     }
     void poner(const fs::path& archivo, const Avance& avance) override {
-        // Whoever restores owns what comes: the roles of another server need not be here.
+        // Whoever restores owns what comes; what others may do comes with the tables and wants their roles.
         std::vector<std::string> orden = {"pg_restore", "--single-transaction", "--no-owner"};
         if (reemplazar_) orden.insert(orden.end(), {"--clean", "--if-exists"});
         orden.push_back(fs::absolute(archivo).string());
