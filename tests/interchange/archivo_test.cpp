@@ -1,12 +1,11 @@
+#include "apoyo/disco.h"
 #include "interchange/archivo_comprobante.h"
 #include "text/letras_utf8.h"
 
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 
 #include <chrono>
-#include <csignal>
 #include <cstdlib>
 #include <fstream>
 
@@ -205,14 +204,11 @@ TEST(Archivo, AFullDiskKeepsTheOldFile) {
     char plantilla[] = "/tmp/archivoXXXXXX";
     const fs::path carpeta = ::mkdtemp(plantilla), archivo = carpeta / "123.csv";
     escribir_archivo(archivo, "el de antes");
-    rlimit antes{};
-    ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &antes), 0);
-    const auto senal = std::signal(SIGXFSZ, SIG_IGN);
-    const rlimit poco{4096, antes.rlim_max}; // the write fails half way, as on a full disk
-    ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &poco), 0);
-    const std::string error = error_de([&] { escribir_archivo(archivo, std::string(10000, 'x')); });
-    ::setrlimit(RLIMIT_FSIZE, &antes);
-    std::signal(SIGXFSZ, senal);
+    std::string error;
+    {
+        const apoyo::ArchivosCortos lleno(4096);
+        error = error_de([&] { escribir_archivo(archivo, std::string(10000, 'x')); });
+    }
     EXPECT_NE(error.find("No se puede escribir el archivo " + archivo.string()), std::string::npos) << error;
     EXPECT_EQ(leer_archivo(archivo), "el de antes");
     EXPECT_EQ(std::distance(fs::directory_iterator(carpeta), fs::directory_iterator()), 1) << "no half file";

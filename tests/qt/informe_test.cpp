@@ -1,5 +1,6 @@
 // Goal: a paper in the preview window, on a printer device and in a file. Method: the window itself, off
 // screen.
+#include "apoyo/disco.h"
 #include "apoyo/sesiones.h"
 #include "qt/report/PreviewWindow.h"
 #include "qt/report/QtReportPrinter.h"
@@ -125,7 +126,22 @@ TEST(VistaPrevia, ShowsPagesZoomsAndSavesThePdf) {
     const std::string texto = texto_pdf(pdf);
     EXPECT_NE(texto.find("Línea 5 ñandú"), std::string::npos) << texto;
     EXPECT_NE(texto.find("Página 3 de 3"), std::string::npos) << texto;
-    EXPECT_EQ(mensaje, "No se puede escribir el archivo " + p.carpeta + "/no/hay.pdf");
+    EXPECT_TRUE(mensaje.starts_with("No se puede escribir el archivo " + p.carpeta + "/no/hay.pdf"));
+}
+
+TEST(Pdf, OnAFullDiskTheOldFileStays) {
+    const Papel p;
+    const auto hojas = qt::compose_job(p.trabajo);
+    const std::string archivo = p.carpeta + "/papel.pdf";
+    qt::write_pdf(hojas, archivo, "Primero");
+    const std::string antes = texto_pdf(archivo);
+    {
+        const apoyo::ArchivosCortos lleno(1024);
+        EXPECT_THROW(qt::write_pdf(hojas, archivo, "Segundo"), std::runtime_error);
+    }
+    EXPECT_THROW(qt::write_pdf(hojas, "/dev/full", "Tercero"), std::runtime_error);
+    EXPECT_EQ(texto_pdf(archivo), antes);
+    EXPECT_FALSE(antes.empty());
 }
 
 TEST(Impresora, PaintsTheSamePagesAndAMissingOneIsSaid) {

@@ -1,14 +1,13 @@
 #include "app/libros/grafico.h"
 
+#include "qt/report/pdf_file.h"
 #include "qt/text.h"
 #include "text/numeros.h"
 
-#include <QFile>
 #include <QPainter>
 #include <QPdfWriter>
 #include <algorithm>
 #include <numeric>
-#include <stdexcept>
 
 namespace quorvel {
 
@@ -136,23 +135,19 @@ void Grafico::paintEvent(QPaintEvent*) {
 
 void escribir_grafico_pdf(const std::vector<LibroMensual>& libros, int anio,
                           const std::filesystem::path& archivo) {
-    QFile prueba(to_qt(archivo.string()));
-    if (!prueba.open(QIODevice::WriteOnly))
-        throw std::runtime_error("No se puede escribir el archivo " + archivo.string());
-    prueba.close();
-    QPdfWriter pdf(to_qt(archivo.string()));
-    pdf.setCreator("Quorvel");
-    pdf.setTitle("Totales mensuales por libro");
-    pdf.setResolution(300);
-    pdf.setPageSize(QPageSize(QPageSize::Letter));
-    pdf.setPageOrientation(QPageLayout::Landscape);
-    pdf.setPageMargins(QMarginsF(15, 12, 15, 12), QPageLayout::Millimeter);
-    QPainter p(&pdf);
-    QFont letra("DejaVu Sans");
-    letra.setPointSizeF(8);
-    p.setFont(letra);
-    pintar(p, QRectF(QPointF(0, 0), QSizeF(pdf.width(), pdf.height())), libros, anio,
-           {Qt::black, QColor(90, 90, 90), QColor(210, 218, 226), QColor(60, 60, 60), QColor(120, 120, 120)});
+    qt::write_pdf_file(archivo, "Totales mensuales por libro", [&](QPdfWriter& pdf) {
+        pdf.setResolution(300);
+        pdf.setPageSize(QPageSize(QPageSize::Letter));
+        pdf.setPageOrientation(QPageLayout::Landscape);
+        pdf.setPageMargins(QMarginsF(15, 12, 15, 12), QPageLayout::Millimeter);
+        QPainter p(&pdf);
+        QFont letra("DejaVu Sans");
+        letra.setPointSizeF(8);
+        p.setFont(letra);
+        pintar(p, QRectF(QPointF(0, 0), QSizeF(pdf.width(), pdf.height())), libros, anio,
+               {Qt::black, QColor(90, 90, 90), QColor(210, 218, 226), QColor(60, 60, 60),
+                QColor(120, 120, 120)});
+    });
 }
 
 } // namespace quorvel

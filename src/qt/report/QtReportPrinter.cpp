@@ -2,10 +2,10 @@
 
 #include "qt/report/PreviewWindow.h"
 #include "qt/report/painting.h"
+#include "qt/report/pdf_file.h"
 #include "qt/text.h"
 
 #include <QApplication>
-#include <QFile>
 #include <QPdfWriter>
 #include <QPrintDialog>
 #include <QPrinter>
@@ -22,17 +22,11 @@ report::Layout compose_job(const ReportJob& job) {
 }
 
 void write_pdf(const report::Layout& layout, const std::filesystem::path& file, const std::string& title) {
-    {
-        QFile probe(to_qt(file.string()));
-        if (!probe.open(QIODevice::WriteOnly))
-            throw std::runtime_error("No se puede escribir el archivo " + file.string());
-    }
-    QPdfWriter writer(to_qt(file.string()));
-    writer.setCreator("Quorvel");
-    writer.setTitle(to_qt(title));
-    writer.setResolution(600);
-    set_paper(writer, layout);
-    paint_all(writer, layout);
+    write_pdf_file(file, title, [&](QPdfWriter& writer) {
+        writer.setResolution(600);
+        set_paper(writer, layout);
+        paint_all(writer, layout);
+    });
 }
 
 void QtReportPrinter::run(const ReportJob& job) {

@@ -1,0 +1,38 @@
+#include "qt/report/pdf_file.h"
+
+#include "qt/text.h"
+
+#include <QFile>
+#include <QPdfWriter>
+#include <QSaveFile>
+#include <memory>
+#include <stdexcept>
+
+namespace quorvel::qt {
+
+void write_pdf_file(const std::filesystem::path& file, const std::string& title,
+                    const std::function<void(QPdfWriter&)>& paint) {
+    const QString name = to_qt(file.string());
+    std::error_code ignored;
+    const bool device =
+        std::filesystem::exists(file, ignored) && !std::filesystem::is_regular_file(file, ignored);
+    const std::unique_ptr<QFileDevice> target =
+        device ? std::unique_ptr<QFileDevice>(new QFile(name)) : std::make_unique<QSaveFile>(name);
+    const auto failure = [&] {
+        return std::runtime_error("No se puede escribir el archivo " + file.string() + ": " +
+                                  to_std(target->errorString()));
+    };
+    if (!target->open(QIODevice::WriteOnly)) throw failure();
+    {
+        QPdfWriter writer(target.get());
+        writer.setCreator("Quorvel");
+        writer.setTitle(to_qt(title));
+        paint(writer);
+    }
+    auto* whole = qobject_cast<QSaveFile*>(target.get());
+    const bool written =
+        whole != nullptr ? whole->commit() : target->flush() && target->error() == QFileDevice::NoError;
+    if (!written) throw failure();
+}
+
+} // namespace quorvel::qt
