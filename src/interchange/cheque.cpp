@@ -60,7 +60,7 @@ std::string GrabarCheque(clsConexion& db, const Clave& clave, const Cheque& c) {
     const auto grabar = [&] {
         if (db.NewRecord(consulta(clave))->eof()) throw PasoFallido("Comprobante contable no encontrado");
         const std::string sql = actualizacion(clave, c);
-        if (db.executesql(sql) == 0) throw PasoFallido("problemas para modificar factura sql:" + sql);
+        exigir(db, sql, ("problemas para modificar factura sql:" + sql).c_str());
     };
     return en_transaccion(db, grabar, [&] { return leer_cheque(db, clave) == c; });
 }

@@ -12,7 +12,7 @@ namespace {
 using Falla = PasoFallido;
 
 void paso(clsConexion& db, const std::string& sql, const std::string& mensaje) {
-    if (db.executesql(sql) == 0) throw Falla(mensaje + sql);
+    exigir(db, sql, (mensaje + sql).c_str());
 }
 
 /// Persons are found by RUT, whether it was stored with points or without. An empty one finds nobody: all
@@ -117,20 +117,21 @@ std::string grabar_cabecera(clsConexion& db, const Clave& k, const Factura& f, s
 }
 
 void grabar_detalle(clsConexion& db, int empresa, const std::string& factura, const Factura& f) {
-    const Falla falla("problemas para grabar detalle factura ");
+    constexpr const char* PROBLEMA = "problemas para grabar detalle factura ";
     const std::string clave = sql_numero(empresa) + "," + sql_texto(factura) + ",";
-    if (db.executesql("delete from ftdfactura where empresa=" + sql_numero(empresa) +
-                      " and  factura= " + sql_texto(factura)) == 0)
-        throw falla;
+    exigir(db,
+           "delete from ftdfactura where empresa=" + sql_numero(empresa) +
+               " and  factura= " + sql_texto(factura),
+           PROBLEMA);
     int producto = 0;
     for (const LineaFactura& l : f.lineas) {
         const auto cantidad = numero_sql(l.cantidad), precio = numero_sql(l.precio);
-        if (!cantidad || !precio ||
-            db.executesql(
-                "Insert into ftdfactura( empresa , factura,producto, observacion,cantidad, precio) values (" +
-                clave + sql_texto(std::to_string(++producto)) + "," + sql_texto(l.descripcion) + "," +
-                *cantidad + "," + *precio + ")") == 0)
-            throw falla;
+        if (!cantidad || !precio) throw Falla(PROBLEMA);
+        exigir(db,
+               "Insert into ftdfactura( empresa , factura,producto, observacion,cantidad, precio) values (" +
+                   clave + sql_texto(std::to_string(++producto)) + "," + sql_texto(l.descripcion) + "," +
+                   *cantidad + "," + *precio + ")",
+               PROBLEMA);
     }
 }
 

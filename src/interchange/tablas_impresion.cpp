@@ -37,6 +37,8 @@ Tabla clase_de_tabla(clsConexion& reporte) {
             return std::any_of(columnas.begin(), columnas.end(), [&](const auto& c) { return c.name == n; });
         };
         return tiene("secuencia") && !tiene("bloqueo_usuario") ? Tabla::impresion : Tabla::comprobantes;
+    } catch (const SesionFallida&) {
+        throw; // nothing is known about its tables
     } catch (const ErrorSesion&) {
         return Tabla::falta;
     }
@@ -52,7 +54,11 @@ void crear_tablas_impresion(clsConexion& reporte) {
 }
 
 void borrar_tablas_impresion(clsConexion& reporte) {
-    if (clase_de_tabla(reporte) == Tabla::comprobantes) return;
+    try {
+        if (clase_de_tabla(reporte) == Tabla::comprobantes) return;
+    } catch (const SesionFallida&) {
+        return; // the screen goes away all the same
+    }
     for (const char* sql : {" drop table ctcQuorvel", " drop table ctccheque", " drop table ctcfactura"})
         reporte.executesql(sql);
 }

@@ -8,10 +8,11 @@ namespace quorvel {
 
 /// Creates the three staging tables; those that exist stay. Nothing happens in a database that holds the
 /// vouchers themselves: the voucher staging table has the name of the header table.
+/// @throws SesionFallida when the database cannot be read
 void crear_tablas_impresion(clsConexion& reporte);
 /// Drops the staging tables, and only those.
 void borrar_tablas_impresion(clsConexion& reporte);
-/// The session's ctcQuorvel is the staging table and not the header table.
+/// The session's ctcQuorvel is the staging table and not the header table. @throws SesionFallida
 [[nodiscard]] bool es_tabla_impresion(clsConexion& reporte);
 /// Both sessions reach one database.
 /// The session for printing. @throws std::runtime_error when the host has given none

@@ -12,8 +12,9 @@ namespace quorvel {
 
 namespace {
 
+/// A step's own text would hide that the disk is full or the server is gone.
 [[noreturn]] void fallar(const clsConexion& db, const char* texto) {
-    throw PasoFallido(*texto != '\0' ? std::string(texto) : db.last_error());
+    throw PasoFallido(*texto != '\0' && !db.session_failed() ? std::string(texto) : db.last_error());
 }
 
 } // namespace

@@ -15,8 +15,8 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-/// Runs a statement that must succeed. @param texto of the step; empty shows the engine's description
-/// @throws PasoFallido
+/// Runs a statement that must succeed. @param texto of the step; empty shows the engine's description, and so
+/// does a session that failed itself @throws PasoFallido
 void exigir(clsConexion& db, const std::string& sql, const char* texto = "");
 /// What the user reads after he ended a piece of work himself.
 inline constexpr const char* CANCELADA = "Operación cancelada, no se ha cambiado nada";

@@ -47,6 +47,7 @@ public:
     [[nodiscard]] int TypeDB() const override { return db_->TypeDB(); }
     [[nodiscard]] std::string Name() const override { return db_->Name(); }
     [[nodiscard]] std::string last_error() const override { return db_->last_error(); }
+    [[nodiscard]] bool session_failed() const override { return db_->session_failed(); }
     [[nodiscard]] std::int64_t rows_affected() const override { return db_->rows_affected(); }
 
 private:

@@ -1,3 +1,4 @@
+#include "apoyo/disco.h"
 #include "apoyo/sesiones.h"
 
 #include <gtest/gtest.h>
@@ -65,6 +66,30 @@ TEST(Apertura, TwoSessionsOnOneFile) {
     ejecutar(*b, "insert into t values (2)");
     b->CommitTrans();
     EXPECT_EQ(filas(*a, "select count(*) from t"), "2");
+}
+
+/// The engine ends a transaction by itself when it cannot write; what the caller goes on with must not be
+/// kept without what came before.
+TEST(SesionSqlite, NothingGoesOnAfterATransactionThatTheEngineEnded) {
+    const auto db = sesion_nueva(Motor::sqlite);
+    ejecutar(*db, "create table t (k integer, s text)");
+    db->BeginTrans();
+    ejecutar(*db, "insert into t values (1,'')");
+    {
+        const ArchivosCortos lleno(1 << 16);
+        EXPECT_EQ(db->executesql("insert into t values (2,'" + std::string(4 << 20, 'x') + "')"), 0);
+    }
+    EXPECT_TRUE(db->session_failed());
+    EXPECT_NE(db->last_error().find("File too large"), std::string::npos) << db->last_error();
+    EXPECT_EQ(db->executesql("insert into t values (3,'')"), 0);
+    EXPECT_THROW(db->CommitTrans(), ErrorSesion);
+    EXPECT_EQ(filas(*db, "select k from t"), "");
+    EXPECT_EQ(db->executesql("insert into t values (k)"), 0);
+    EXPECT_FALSE(db->session_failed()) << "a bad statement is nobody else's fault";
+    Transaccion otra(*db);
+    ejecutar(*db, "insert into t values (4,'')");
+    otra.confirmar();
+    EXPECT_EQ(filas(*db, "select k from t"), "4");
 }
 
 } // namespace

@@ -22,6 +22,12 @@ public:
     std::string sql, sqlstate;
 };
 
+/// Not the statement was refused: the connection, the disk or the database file itself failed.
+class SesionFallida : public ErrorSesion {
+public:
+    using ErrorSesion::ErrorSesion;
+};
+
 /// The connection was lost while a commit waited for its answer: what() tells so, the database knows the
 /// rest.
 class CommitSinRespuesta : public ErrorSesion {
@@ -120,6 +126,8 @@ public:
     [[nodiscard]] virtual std::string Name() const = 0;
     /// The engine's description of the last refused statement, empty when none was.
     [[nodiscard]] virtual std::string last_error() const = 0;
+    /// That statement was no bad one: the session itself failed (SesionFallida).
+    [[nodiscard]] virtual bool session_failed() const { return false; }
     /// Rows that the last successful executesql changed.
     [[nodiscard]] virtual std::int64_t rows_affected() const = 0;
     /// Has `go_on` asked while a statement keeps the caller waiting, until it is set again; an empty function

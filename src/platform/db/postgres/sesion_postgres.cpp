@@ -49,6 +49,9 @@ constexpr const char* FRAME[][2] = {{"abre", "begin"},
                                     {"guarda", "savepoint sentencia"},
                                     {"suelta", "release savepoint sentencia"}};
 constexpr const char* SQLSTATE_NO_TABLE = "42P01";
+/// Beginnings of what no statement is to blame for: the server has no room or memory left, was shut down or
+/// made a standby, cannot read its files or finds them damaged.
+constexpr std::string_view SERVER_FAULTS[] = {"53", "57P", "25006", "58", "XX"};
 
 Oid parameter_type(Tok kind) {
     constexpr Oid UNKNOWN = 0, INT8 = 20, DATE = 1082, NUMERIC = 1700;
@@ -93,7 +96,7 @@ void SesionPostgres::connect() {
     conn_ = PQconnectdb(conexion_.c_str());
     if (PQstatus(conn_) != CONNECTION_OK) {
         const std::string why = trimmed(PQerrorMessage(conn_));
-        throw ErrorSesion("No se puede conectar con el servidor de la base de datos: " + why, "");
+        throw SesionFallida("No se puede conectar con el servidor de la base de datos: " + why, "");
     }
     PQsetNoticeProcessor(
         conn_, [](void*, const char*) {}, nullptr);
@@ -120,7 +123,7 @@ bool SesionPostgres::in_transaction() const {
 
 void SesionPostgres::reconnect_if_lost() {
     if (PQstatus(conn_) == CONNECTION_OK) return;
-    if (lost_in_transaction_) throw ErrorSesion("Se perdió la conexión con la base de datos", "");
+    if (lost_in_transaction_) throw SesionFallida("Se perdió la conexión con la base de datos", "");
     cache_.clear([](Statement&) {});
     dropped_.clear();
     connect();
@@ -128,7 +131,10 @@ void SesionPostgres::reconnect_if_lost() {
 }
 
 void SesionPostgres::await_lost_commit() {
-    const std::string query = "select pid from pg_stat_activity where pid=" + std::to_string(lost_commit_);
+    // after a restart or on another host the number may be that of somebody else, who is not idle for long
+    const std::string query = "select pid from pg_stat_activity where backend_type='client backend' and "
+                              "state<>'idle' and pid<>pg_backend_pid() and pid=" +
+                              std::to_string(lost_commit_);
     for (int i = 0; i < 20; ++i) {
         const Result r(PQexecParams(conn_, query.c_str(), 0, nullptr, nullptr, nullptr, nullptr, 0));
         if (!good(r.get())) fail(r.get(), query);
@@ -139,7 +145,7 @@ void SesionPostgres::await_lost_commit() {
         std::this_thread::sleep_for(std::chrono::milliseconds(100));
     }
     PQfinish(std::exchange(conn_, nullptr)); // the next statement asks again
-    throw ErrorSesion("El servidor de la base de datos aún no termina el cambio anterior", query);
+    throw SesionFallida("El servidor de la base de datos aún no termina el cambio anterior", query);
 }
 
 void SesionPostgres::fail(const PGresult* r, const std::string& sql) const {
@@ -148,6 +154,9 @@ void SesionPostgres::fail(const PGresult* r, const std::string& sql) const {
     const char* state = r != nullptr ? PQresultErrorField(r, PG_DIAG_SQLSTATE) : nullptr;
     const std::string code = state != nullptr ? state : "";
     if (code == SQLSTATE_NO_TABLE) why.insert(0, "La base de datos no tiene una tabla que se necesita: ");
+    if (PQstatus(conn_) != CONNECTION_OK ||
+        std::ranges::any_of(SERVER_FAULTS, [&](std::string_view begin) { return code.starts_with(begin); }))
+        throw SesionFallida(why, sql, code);
     throw ErrorSesion(why, sql, code);
 }
 
@@ -327,39 +336,49 @@ Result SesionPostgres::execute(Statement& s, const std::string& sql) {
     return run();
 }
 
-template <class F> auto SesionPostgres::first_again(F&& run) {
+void SesionPostgres::remember(const std::exception& e) {
+    last_error_ = e.what();
+    failed_ = dynamic_cast<const SesionFallida*>(&e) != nullptr;
+}
+
+template <class F> auto SesionPostgres::first_again(F&& run, bool reads) {
+    const bool outside = !in_transaction() && !lost_in_transaction_;
     try {
         return run();
     } catch (const ErrorSesion& e) {
-        last_error_ = e.what();
+        remember(e);
         broken_ = strict_;
-        if (!begin_due_ || PQstatus(conn_) == CONNECTION_OK) throw;
+        if (!(begin_due_ || (reads && outside)) || PQstatus(conn_) == CONNECTION_OK) throw;
     }
     broken_ = false;
     return run();
 }
 
 std::shared_ptr<const ResultColumns> SesionPostgres::read(const std::string& sql, std::vector<Value>& cells) {
-    return first_again([&] {
-        Statement& s = acquire(sql).payload;
-        if (s.translation.kind != Translation::Kind::query)
-            throw ErrorSesion("La sentencia no devuelve filas", sql);
-        const Result rows = execute(s, sql);
-        const int height = PQntuples(rows.get()), width = PQnfields(rows.get());
-        cells.reserve(cells.size() + static_cast<std::size_t>(height) * static_cast<std::size_t>(width));
-        for (int row = 0; row < height; ++row)
-            for (int i = 0; i < width; ++i) cells.push_back(valor(rows.get(), row, i));
-        return s.columns;
-    });
+    return first_again(
+        [&] {
+            Statement& s = acquire(sql).payload;
+            if (s.translation.kind != Translation::Kind::query)
+                throw ErrorSesion("La sentencia no devuelve filas", sql);
+            const Result rows = execute(s, sql);
+            const int height = PQntuples(rows.get()), width = PQnfields(rows.get());
+            cells.reserve(cells.size() + static_cast<std::size_t>(height) * static_cast<std::size_t>(width));
+            for (int row = 0; row < height; ++row)
+                for (int i = 0; i < width; ++i) cells.push_back(valor(rows.get(), row, i));
+            return s.columns;
+        },
+        true);
 }
 
 std::unique_ptr<Recordset> SesionPostgres::NewRecord(const std::string& sql) {
-    return first_again([&]() -> std::unique_ptr<Recordset> {
-        const Statement& s = acquire(sql).payload;
-        if (s.translation.kind != Translation::Kind::query)
-            throw ErrorSesion("La sentencia no devuelve filas", sql);
-        return std::make_unique<RecordsetPostgres>(*this, sql, s.columns);
-    });
+    return first_again(
+        [&]() -> std::unique_ptr<Recordset> {
+            const Statement& s = acquire(sql).payload;
+            if (s.translation.kind != Translation::Kind::query)
+                throw ErrorSesion("La sentencia no devuelve filas", sql);
+            return std::make_unique<RecordsetPostgres>(*this, sql, s.columns);
+        },
+        true);
 }
 
 Result SesionPostgres::run(const std::string& sql) {
@@ -380,7 +399,7 @@ int SesionPostgres::executesql(const std::string& sql) {
         last_error_.clear();
         return 1;
     } catch (const std::exception& e) {
-        last_error_ = e.what();
+        remember(e);
         return 0;
     }
 }
@@ -416,7 +435,7 @@ std::vector<std::int64_t> SesionPostgres::executesql_each(std::span<const std::s
         last_error_.clear();
         return rows;
     } catch (const std::exception& e) {
-        last_error_ = e.what();
+        remember(e);
         return std::vector<std::int64_t>(at);
     }
 }

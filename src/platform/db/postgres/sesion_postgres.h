@@ -37,6 +37,7 @@ public:
     [[nodiscard]] int TypeDB() const override { return 1; }
     [[nodiscard]] std::string Name() const override { return conexion_; }
     [[nodiscard]] std::string last_error() const override { return last_error_; }
+    [[nodiscard]] bool session_failed() const override { return failed_; }
     [[nodiscard]] std::int64_t rows_affected() const override { return rows_; }
     void while_waiting(std::function<bool()> go_on) override { attention_.set(std::move(go_on)); }
 
@@ -56,8 +57,10 @@ private:
     void forget();
     void begin(bool strict);
     void reconnect_if_lost();
-    /// Nothing is lost when the server went away before a transaction's first statement: that one runs again.
-    template <class F> auto first_again(F&& run);
+    /// Runs again what the server went away before: a transaction's first statement, and outside of one what
+    /// only reads. Nothing is lost and nothing done twice.
+    template <class F> auto first_again(F&& run, bool reads = false);
+    void remember(const std::exception& e);
     /// The server may still be working on a commit whose answer was lost. @throws ErrorSesion while it is
     void await_lost_commit();
     [[nodiscard]] bool in_transaction() const;
@@ -93,7 +96,7 @@ private:
         dropped_; ///< prepared statements that made room and are still known to the server
     std::int64_t rows_ = 0;
     std::uint64_t names_ = 0;
-    bool lost_in_transaction_ = false, begin_due_ = false, strict_ = false, broken_ = false;
+    bool lost_in_transaction_ = false, begin_due_ = false, strict_ = false, broken_ = false, failed_ = false;
     int lost_commit_ = 0; ///< server process that was committing when the connection was lost
 };
 

@@ -31,6 +31,18 @@ void lower(sqlite3_context* context, int, sqlite3_value** values) {
     changed_case(context, *values, minusculas);
 }
 
+struct Fault {
+    int code;
+    const char* text;
+};
+/// What no statement is to blame for, as the user reads it.
+constexpr Fault FAULTS[] = {{SQLITE_FULL, "No queda espacio en el disco para la base de datos "},
+                            {SQLITE_READONLY, "No se puede escribir en la base de datos "},
+                            {SQLITE_IOERR, "No se puede leer o escribir la base de datos "},
+                            {SQLITE_CANTOPEN, "No se puede abrir la base de datos "},
+                            {SQLITE_CORRUPT, "Está dañada la base de datos "},
+                            {SQLITE_NOTADB, "Está dañada la base de datos "}};
+
 } // namespace
 
 SesionSqlite::SesionSqlite(std::string path, bool create) : path_(std::move(path)) {
@@ -48,11 +60,12 @@ SesionSqlite::~SesionSqlite() {
 }
 
 void SesionSqlite::open(bool create) {
-    if (!create && !std::filesystem::exists(std::filesystem::path(path_)))
+    std::error_code why;
+    if (!create && !std::filesystem::exists(path_, why) && !why)
         throw ErrorSesion("No existe la base de datos " + path_, "");
     const int flags = SQLITE_OPEN_READWRITE | (create ? SQLITE_OPEN_CREATE : 0);
     if (sqlite3_open_v2(path_.c_str(), &db_, flags, nullptr) != SQLITE_OK)
-        throw ErrorSesion("No se puede abrir la base de datos " + path_ + ": " + sqlite3_errmsg(db_), "");
+        throw SesionFallida("No se puede abrir la base de datos " + path_ + ": " + reason(), "");
     sqlite3_extended_result_codes(db_, 1);
     sqlite3_busy_timeout(db_, 5000);
     sqlite3_db_config(db_, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
@@ -64,7 +77,7 @@ void SesionSqlite::open(bool create) {
         const int code = sqlite3_errcode(db_) & 0xFF;
         if (code == SQLITE_NOTADB) throw ErrorSesion("El archivo " + path_ + " no es una base de datos", "");
         if (code == SQLITE_BUSY || code == SQLITE_LOCKED) fail("");
-        throw ErrorSesion("No se puede abrir la base de datos " + path_ + ": " + sqlite3_errmsg(db_), "");
+        throw SesionFallida("No se puede abrir la base de datos " + path_ + ": " + reason(), "");
     }
     if (sqlite3_db_readonly(db_, "main") == 1)
         throw ErrorSesion("La base de datos " + path_ + " es de solo lectura", "");
@@ -74,19 +87,46 @@ void SesionSqlite::open(bool create) {
         run(pragma);
 }
 
+std::string SesionSqlite::reason() const {
+    std::string text = sqlite3_errmsg(db_);
+    const int code = sqlite3_errcode(db_) & 0xFF, system = sqlite3_system_errno(db_);
+    if (system != 0 && (code == SQLITE_IOERR || code == SQLITE_CANTOPEN))
+        text += " (" + std::generic_category().message(system) + ")";
+    return text;
+}
+
 void SesionSqlite::fail(const std::string& sql) const {
     const int code = sqlite3_errcode(db_) & 0xFF;
-    const std::string description = sqlite3_errmsg(db_);
+    const std::string description = reason();
     if (code == SQLITE_BUSY || code == SQLITE_LOCKED)
         throw ErrorSesion("La base de datos " + path_ + " está bloqueada por otro programa: " + description,
                           sql);
-    if (code == SQLITE_CANTOPEN || code == SQLITE_READONLY || code == SQLITE_IOERR || code == SQLITE_FULL)
-        throw ErrorSesion("No se puede usar la base de datos " + path_ + ": " + description, sql);
+    for (const Fault& f : FAULTS)
+        if (code == f.code) throw SesionFallida(f.text + path_ + ": " + description, sql);
     constexpr std::string_view MISSING = "no such table: ";
     if (description.starts_with(MISSING))
         throw ErrorSesion(
             "La base de datos " + path_ + " no tiene la tabla " + description.substr(MISSING.size()), sql);
     throw ErrorSesion(description, sql);
+}
+
+void SesionSqlite::require_in_place(const std::string& sql) const {
+    int moved = 0;
+    if (sqlite3_file_control(db_, "main", SQLITE_FCNTL_HAS_MOVED, &moved) != SQLITE_OK || moved == 0) return;
+    std::error_code why;
+    const bool another = std::filesystem::exists(path_, why);
+    if (why)
+        throw SesionFallida("No se puede llegar a la base de datos " + path_ + ": " + why.message(), sql);
+    throw SesionFallida(another ? "Hay otro archivo en el lugar de la base de datos " + path_ +
+                                      ": no se graba en ninguno hasta que vuelva el anterior"
+                                : "Ya no está en su lugar la base de datos " + path_ +
+                                      ": no se graba nada hasta que vuelva",
+                        sql);
+}
+
+void SesionSqlite::require_transaction(const std::string& sql) const {
+    if (in_transaction_ && sqlite3_get_autocommit(db_) != 0)
+        throw ErrorSesion("La transacción fue deshecha", sql);
 }
 
 void SesionSqlite::run(const std::string& command) {
@@ -230,16 +270,23 @@ std::unique_ptr<Recordset> SesionSqlite::NewRecord(const std::string& sql) {
             throw ErrorSesion("La sentencia no devuelve filas", sql);
         return std::make_unique<RecordsetSqlite>(*this, sql, s.columns);
     } catch (const ErrorSesion& e) {
-        last_error_ = e.what();
+        remember(e);
         throw;
     }
+}
+
+void SesionSqlite::remember(const std::exception& e) {
+    last_error_ = e.what();
+    failed_ = dynamic_cast<const SesionFallida*>(&e) != nullptr;
 }
 
 int SesionSqlite::executesql(const std::string& sql) {
     try {
         complete_reading();
+        require_transaction(sql);
         const Statement& s = acquire(sql).payload;
         using Kind = Translation::Kind;
+        if (!in_transaction_ && s.translation.kind != Kind::select_into) require_in_place(sql);
         if (s.translation.kind == Kind::definition) {
             const std::string text = s.translation.text;
             define(text, sql);
@@ -253,7 +300,7 @@ int SesionSqlite::executesql(const std::string& sql) {
         last_error_.clear();
         return 1;
     } catch (const std::exception& e) {
-        last_error_ = e.what();
+        remember(e);
         return 0;
     }
 }
@@ -293,13 +340,17 @@ void SesionSqlite::forget() {
 
 void SesionSqlite::BeginTrans() {
     complete_reading();
+    require_in_place("begin");
     run("begin immediate");
+    in_transaction_ = true;
 }
 
 void SesionSqlite::CommitTrans() {
     try {
         complete_reading();
+        require_transaction("commit");
         run("commit");
+        in_transaction_ = false;
     } catch (...) {
         rollback();
         throw;
@@ -307,6 +358,7 @@ void SesionSqlite::CommitTrans() {
 }
 
 void SesionSqlite::rollback() {
+    in_transaction_ = false;
     if (sqlite3_get_autocommit(db_) != 0) return;
     complete_reading();
     run("rollback");

@@ -28,6 +28,7 @@ public:
     [[nodiscard]] int TypeDB() const override { return 2; }
     [[nodiscard]] std::string Name() const override { return path_; }
     [[nodiscard]] std::string last_error() const override { return last_error_; }
+    [[nodiscard]] bool session_failed() const override { return failed_; }
     [[nodiscard]] std::int64_t rows_affected() const override { return rows_; }
     void while_waiting(std::function<bool()> go_on) override;
 
@@ -51,6 +52,12 @@ private:
     using Cache = StatementCache<Statement>;
 
     void open(bool create);
+    /// Before a change: a file that was moved away would be written on, where nobody looks for it.
+    /// @throws SesionFallida
+    void require_in_place(const std::string& sql) const;
+    /// @throws ErrorSesion when the engine has ended the transaction by itself: the rest of a change must not
+    /// be made alone
+    void require_transaction(const std::string& sql) const;
     void run(const std::string& command);
     Cache::Entry& acquire(const std::string& sql);
     sqlite3_stmt* prepare(const std::string& text, const std::string& sql);
@@ -62,6 +69,9 @@ private:
     void define(const std::string& text, const std::string& sql);
     void select_into(const Statement& s, const std::string& sql);
     void forget();
+    void remember(const std::exception& e);
+    /// The engine's description, with the system's own where that says more.
+    [[nodiscard]] std::string reason() const;
     [[noreturn]] void fail(const std::string& sql) const;
 
     std::string path_;
@@ -71,6 +81,7 @@ private:
     Skeleton skeleton_;
     std::string scratch_, last_error_;
     std::int64_t rows_ = 0;
+    bool failed_ = false, in_transaction_ = false;
 };
 
 } // namespace quorvel
