@@ -23,7 +23,7 @@ std::size_t huella(const std::string& texto) { return std::hash<std::string>{}(t
 } // namespace
 
 Borrador::Borrador(frmQuorvel& f) : f_(f) {
-    conexiones_.push_back(f.Settled.connect([this] { anotar(); }));
+    conexiones_.push_back(f.Settled.connect([this] { (void)anotar(); }));
     conexiones_.push_back(f.grdDetalle.RowPainted.connect([this](int i) { tocadas_.insert(i); }));
     conexiones_.push_back(f.grdDetalle.RowsChanged.connect([this] { revueltas_ = true; }));
 }
@@ -66,7 +66,7 @@ void Borrador::retirar() {
     if (campos_al_partir_.empty()) return;
     if (f_.ctlRegistro1.ModifyEnabled()) {
         const int reposo = std::exchange(reposo_, 0);
-        anotar();
+        (void)anotar();
         reposo_ = reposo;
         if (archivo_ && !vale_la_pena(campos_de_pantalla(f_))) archivo_->borrar();
     } else if (archivo_) {
@@ -139,9 +139,9 @@ bool Borrador::crear() {
     return true;
 }
 
-void Borrador::anotar() {
+bool Borrador::anotar() {
     if (reposo_ > 0 || f_.glbdb == nullptr || campos_al_partir_.empty() || !f_.ctlRegistro1.ModifyEnabled())
-        return;
+        return false;
     const auto campos = campos_de_pantalla(f_);
     const std::string pendiente =
         f_.grdDetalle.NewRowPending() == 1 ? unir(f_.grdDetalle.pending_cells()) : "";
@@ -153,12 +153,12 @@ void Borrador::anotar() {
         return lote;
     };
     LoteBorrador lote = comparar();
-    if (lote.vacio() && !(obligado_ && !archivo_)) return;
+    if (lote.vacio() && !(obligado_ && !archivo_)) return archivo_.has_value();
     if (!archivo_) {
-        if (!vale_la_pena(campos) || !crear()) return;
+        if (!vale_la_pena(campos) || !crear()) return false;
         lote = comparar(); // everything
     }
-    if (!archivo_->anotar(lote)) return; // the disk may have room at the next change
+    if (!archivo_->anotar(lote)) return false; // the disk may have room at the next change
     campos_ = campos;
     pendiente_ = pendiente;
     if (revueltas_ || static_cast<std::size_t>(f_.grdDetalle.Rows()) < filas_.size()) {
@@ -170,6 +170,7 @@ void Borrador::anotar() {
     }
     tocadas_.clear();
     revueltas_ = false;
+    return true;
 }
 
 } // namespace quorvel

@@ -34,8 +34,8 @@ public:
     void obligar();
     /// Before the screen goes away.
     void retirar();
-    /// Writes what became different.
-    void anotar();
+    /// Writes what became different. @return false when what is on the screen is not all on disk
+    bool anotar();
 
 private:
     void partir();

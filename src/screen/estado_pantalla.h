@@ -19,7 +19,7 @@ struct EstadoPantalla {
     bool maestros_cambiados = true;  ///< the next activation reopens every master recordset
     bool primera_activacion = true;
     bool carga_fallida = false; ///< the load step has told already what the database refuses
-    bool sin_respuesta = false; ///< the last save may have been done: the next one looks first
+    bool sin_respuesta = false; ///< the last save or annulment may have been done: the next looks first
     std::string falta;          ///< what the host says is missing before vouchers can be entered
     std::int64_t numero_propuesto = 0;
     Decimal valor_editado;     ///< amount that the debit or credit cell held when its edit began

@@ -5,6 +5,7 @@
 #include "screen/permisos.h"
 #include "screen/recargar_documentos.h"
 #include "voucher/bloqueo.h"
+#include "voucher/cargar.h"
 #include "voucher/numeracion.h"
 
 namespace quorvel {
@@ -41,6 +42,8 @@ void vaciar_impuestos(frmQuorvel& f) {
 void desbloquear_usuario(frmQuorvel& f) { desbloquear(*f.glbdb, f.glbEmpresa, f.glbUsuario); }
 
 void limpiar_para_nuevo(frmQuorvel& f) {
+    // a database that does not answer leaves the screen as it is
+    const std::string conjunto = carpeta_adjuntos(f).first_free(numero_adjunto(*f.glbdb, std::nullopt));
     const Borrador::Cambio cambio(f);
     desbloquear_usuario(f);
     EstadoPantalla& e = f.estado;
@@ -68,7 +71,7 @@ void limpiar_para_nuevo(frmQuorvel& f) {
     for (ui::Label* l : {&f.lblCuenta, &f.lblAuxiliar, &f.lblCentro, &f.lblOtro_impuesto}) l->SetCaption("");
     e.ultima_cuenta.clear();
     vaciar_impuestos(f);
-    nuevo_conjunto(f);
+    fijar_conjunto(f, conjunto);
     const auto p = permisos(f.glbPermiso);
     permitir_cambios(f, true, p[PERMISO_BORRAR_LINEA], p[PERMISO_IMPRIMIR], "");
     f.ctlRegistro1.NewRecord();

@@ -75,8 +75,7 @@ bool recuperar_borrador(frmQuorvel& f, const std::filesystem::path& ruta) {
         mostrar_filas(f, *c);
     }
     f.borrador->obligar();
-    f.borrador->anotar(); // on disk anew before the old one goes
-    archivo->borrar();
+    if (f.borrador->anotar()) archivo->borrar(); // on disk anew before the old one goes
     return true;
 }
 

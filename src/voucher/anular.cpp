@@ -62,13 +62,13 @@ void desprocesar(clsConexion& db, const Clave& clave, const LineaGuardada& l) {
 
 } // namespace
 
+bool esta_anulado(clsConexion& db, const Clave& k) {
+    const auto ahora = leer_cabecera(db, k.empresa, k.f_comp, k.documento, k.num_docum, k.subsistema);
+    return ahora && ahora->estado == "X";
+}
+
 std::string AnularComprobante(clsConexion& db, const Comprobante& c, Fecha f_ult_modificacion) {
     const Clave clave = c.clave();
-    const auto quedo_anulado = [&] {
-        const auto ahora = leer_cabecera(db, clave.empresa, clave.f_comp, clave.documento, clave.num_docum,
-                                         clave.subsistema);
-        return ahora && ahora->estado == "X";
-    };
     const auto anular = [&] {
         const auto guardado = retener_cabecera(db, clave);
         if (!guardado || guardado->estado != "P") throw PasoFallido("Comprobante no válido");
@@ -88,7 +88,7 @@ std::string AnularComprobante(clsConexion& db, const Comprobante& c, Fecha f_ult
         exigir(db, sql_anulada(c, m, f_ult_modificacion));
         exigir(db, sql_borrar_detalle(clave));
     };
-    return en_transaccion(db, anular, quedo_anulado);
+    return en_transaccion(db, anular, [&] { return esta_anulado(db, clave); });
 }
 
 } // namespace quorvel

@@ -40,6 +40,8 @@ void grabar_en_transaccion_abierta(clsConexion& db, const Comprobante& c, const 
 /// Takes the voucher's amounts out of the balances, marks it "X", deletes its lines, in one transaction.
 /// @return the failing step's text, empty when done
 [[nodiscard]] std::string AnularComprobante(clsConexion& db, const Comprobante& c, Fecha f_ult_modificacion);
+/// Whether the stored voucher is annulled.
+[[nodiscard]] bool esta_anulado(clsConexion& db, const Clave& clave);
 /// Deletes lines, attachment rows (never of set 0) and header in one transaction.
 /// @return the engine's description, empty when done
 /// @param usuario whose lock counts as his own; 0 asks nobody

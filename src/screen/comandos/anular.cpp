@@ -3,6 +3,7 @@
 #include "screen/comandos/procesado.h"
 #include "screen/frmQuorvel.h"
 #include "voucher/grabar.h"
+#include "voucher/pasos.h"
 
 namespace quorvel {
 
@@ -21,8 +22,10 @@ void anular(frmQuorvel& f) {
                     "posible recuperarlo"))
         return;
     const Comprobante c = leer_pantalla(f);
+    const bool ya = f.estado.sin_respuesta && esta_anulado(*f.glbdb, c.clave());
     const std::string error =
-        AnularComprobante(*f.glbdb, c, c.f_ult_modificacion.value_or(f.servicios.reloj.hoy()));
+        ya ? "" : AnularComprobante(*f.glbdb, c, c.f_ult_modificacion.value_or(f.servicios.reloj.hoy()));
+    f.estado.sin_respuesta = error == DESENLACE_DESCONOCIDO;
     if (!error.empty()) return f.critico(error);
     f.lblEstado.SetCaption("X");
     f.estado.cargado->estado = "X";

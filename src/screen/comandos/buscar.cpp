@@ -44,19 +44,26 @@ void tasas_con_coma(ui::ctlPlanilla& g) {
     }
 }
 
-void cargar_detalle(frmQuorvel& f, const Comprobante& c) {
-    f.grdDetalle.Clear();
+void cargar_lineas(frmQuorvel& f, const Comprobante& c) {
+    if (c.estado != "P") return f.grdDetalle.Clear();
+    f.grdDetalle.SetRecordSource(consulta_lineas(c.clave()));
+    f.grdDetalle.Load();
+    tasas_con_coma(f.grdDetalle);
+}
+
+void cargar_adjuntos(frmQuorvel& f, const Comprobante& c) {
     f.lstadjunto.Clear();
     f.gstrcomprobante_adjunto = c.comprobante_adjunto;
     if (val_entero(c.comprobante_adjunto) <= 0) nuevo_conjunto(f); // set 0 is everybody's
-    if (c.estado == "P") {
-        f.grdDetalle.SetRecordSource(consulta_lineas(c.clave()));
-        f.grdDetalle.Load();
-        tasas_con_coma(f.grdDetalle);
-        f.CargarAdjuntos();
-    }
+    if (c.estado == "P") f.CargarAdjuntos();
     f.lblgstrcomprobante_adjunto.SetCaption(f.gstrcomprobante_adjunto);
-    fijar_totales(f, c.total_debe, c.total_haber);
+}
+
+/// The voucher that stays on the screen after all.
+void recuperar_bloqueo(const frmQuorvel& f) {
+    desbloquear(*f.glbdb, f.glbEmpresa, f.glbUsuario);
+    if (!f.glbBanderaNuevo && f.estado.cargado && !f.estado.solo_lectura)
+        bloquear(*f.glbdb, f.estado.cargado->clave(), f.glbUsuario);
 }
 
 void permitir(frmQuorvel& f, const Comprobante& c, Permitido permitido) {
@@ -86,17 +93,30 @@ bool abrir_comprobante(frmQuorvel& f, const Clave& clave) {
     const auto c = leer_con_bloqueo(*f.glbdb, clave, f.glbUsuario);
     if (!c) return false;
     const Borrador::Cambio cambio(f);
-    f.estado.cierre_generado = false;
-    f.estado.cortado.reset();
-    f.ctlRegistro1.RecordShown();
-    f.estado.cargado = *c;
-    f.glbBanderaNuevo = false;
-    mostrar_comprobante(f, *c);
-    // another screen may have generated the closing since this one was opened
-    f.estado.comprobante_cierre =
-        es_comprobante_cierre(*c, leer_periodo(*f.glbdb, f.glbEmpresa, f.servicios.reloj.hoy()));
-    cargar_detalle(f, *c);
-    permitir(f, *c, segun_estado(f, *c));
+    bool mostrado = false;
+    try {
+        // another screen may have generated the closing since this one was opened
+        const bool cierre =
+            es_comprobante_cierre(*c, leer_periodo(*f.glbdb, f.glbEmpresa, f.servicios.reloj.hoy()));
+        cargar_lineas(f, *c); // lines that cannot be read leave the screen as it is
+        mostrado = true;
+        f.estado.cierre_generado = false;
+        f.estado.cortado.reset();
+        f.ctlRegistro1.RecordShown();
+        f.estado.cargado = *c;
+        f.glbBanderaNuevo = false;
+        f.estado.comprobante_cierre = cierre;
+        mostrar_comprobante(f, *c);
+        cargar_adjuntos(f, *c);
+        fijar_totales(f, c->total_debe, c->total_haber);
+        permitir(f, *c, segun_estado(f, *c));
+    } catch (...) {
+        if (mostrado) // half a voucher must not be saved over the whole one
+            permitir_cambios(f, false, false, false, "El comprobante no se pudo leer entero");
+        else
+            recuperar_bloqueo(f);
+        throw;
+    }
     return true;
 }
 

@@ -53,21 +53,23 @@ void cortar(frmQuorvel& f) {
     const auto guardado = leer_cabecera(*f.glbdb, clave.empresa, clave.f_comp, clave.documento,
                                         clave.num_docum, clave.subsistema);
     f.borrador->obligar(); // from the deletion until it is saved again it exists nowhere else
-    f.borrador->anotar();
+    if (!f.borrador->anotar() &&
+        !f.pregunta(
+            "No se puede guardar un borrador en el disco: hasta que grabe, el comprobante estará solo "
+            "en la pantalla. ¿Desea cortarlo de todas formas?"))
+        return;
     const std::string error =
         EliminarComprobante(*f.glbdb, clave, f.estado.cargado->comprobante_adjunto, f.glbUsuario);
     if (!error.empty()) return f.critico(error);
+    // one that is gone already was deleted by the last try, whose answer was lost
+    f.estado.cortado = guardado ? guardado : f.estado.cargado;
     RenovarComprobante(f); // the attachment set stays: its files are where they were
-    f.estado.cortado = guardado;
-    f.borrador->obligar();
 }
 
 void copiar(frmQuorvel& f) {
-    const std::string origen = f.gstrcomprobante_adjunto;
-    const bool guardado = !f.glbBanderaNuevo;
-    RenovarComprobante(f); // after a cut its cheque still belongs to what is on the screen
-    if (guardado) {        // two vouchers never share a set: deleting one would take the other's files
+    if (!f.glbBanderaNuevo) { // two vouchers never share a set: deleting one would take the other's files
         const Attachments carpeta = carpeta_adjuntos(f);
+        const std::string origen = f.gstrcomprobante_adjunto;
         fijar_conjunto(f, carpeta.first_free(numero_adjunto(*f.glbdb, std::nullopt)));
         if (f.lstadjunto.ListCount() > 0 &&
             !carpeta.copy_set(origen, f.gstrcomprobante_adjunto, nombres(f.lstadjunto))) {
@@ -76,6 +78,7 @@ void copiar(frmQuorvel& f) {
         }
     }
     f.borrador->obligar();
+    RenovarComprobante(f); // after a cut its cheque still belongs to what is on the screen
     f.cmbDocumento.SetFocus();
 }
 
