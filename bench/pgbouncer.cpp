@@ -1,6 +1,6 @@
 #include "pgbouncer.h"
 
-#include "apoyo/pg.h"
+#include "apoyo/servidor.h"
 #include "apoyo/sesiones.h"
 
 #include <grp.h>

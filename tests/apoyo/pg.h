@@ -3,10 +3,8 @@
 
 namespace quorvel::apoyo {
 
-/// Options of the server that is about to start, instead of "-F -c shared_buffers=32MB".
+/// Options of the server that is about to start, instead of those that need not survive a power cut.
 void pg_opciones(const std::string& opciones);
-/// A port of the loopback that nobody listens on. @throws std::runtime_error
-[[nodiscard]] int puerto_libre();
 /// A fresh database on a PostgreSQL server of this process' own (temporary folder, loopback, stopped at
 /// exit).
 /// @return its "postgresql://…" text @throws std::runtime_error when the server cannot be started

@@ -128,8 +128,6 @@ const std::vector<Trabajo> TRABAJOS = {
     {"importar", preparar_archivo, importar, GRABADO},
 };
 
-namespace {
-
 void sembrar(const Escena& e) {
     crear_esquema(e.conexion);
     sembrar_empresa(*abrir_sesion(e.conexion));
@@ -153,8 +151,6 @@ void sembrar(const Escena& e) {
     EXPECT_EQ(p.mensajes(), (std::vector<std::string>{GRABADO, GRABADO}));
 }
 
-} // namespace
-
 Escena escena(apoyo::Motor motor) {
     static std::map<apoyo::Motor, Escena> modelos;
     Escena& modelo = modelos[motor];
@@ -162,7 +158,11 @@ Escena escena(apoyo::Motor motor) {
         modelo = {apoyo::conexion_nueva(motor), apoyo::carpeta_nueva()};
         sembrar(modelo);
     }
-    const Escena copia{apoyo::copia_de(modelo.conexion), apoyo::carpeta_nueva()};
+    return con_archivos(modelo, apoyo::copia_de(modelo.conexion));
+}
+
+Escena con_archivos(const Escena& modelo, const std::string& conexion) {
+    const Escena copia{conexion, apoyo::carpeta_nueva()};
     fs::copy(modelo.carpeta, copia.carpeta, fs::copy_options::recursive);
     const fs::path archivos = fs::path(copia.carpeta) / "adjunto"; // a folder per database
     fs::rename(archivos / attachment_database(modelo.conexion),

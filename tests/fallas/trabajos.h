@@ -23,6 +23,10 @@ struct Escena {
 };
 /// A fresh copy of the small company with what the jobs work on, entered through the screen.
 [[nodiscard]] Escena escena(apoyo::Motor motor);
+/// Makes the same in a database and a folder that are empty.
+void sembrar(const Escena& e);
+/// A copy of the scene's database with a copy of its files.
+[[nodiscard]] Escena con_archivos(const Escena& modelo, const std::string& conexion);
 /// Everything stored, but for the edit locks.
 [[nodiscard]] std::string huella(clsConexion& db);
 /// What the checker says, as one text; empty when all is well.
