@@ -5,12 +5,13 @@
 
 namespace quorvel::apoyo {
 
-/// A session that tells a watcher of each statement before it is sent.
+/// A session that tells a watcher of each statement before it is sent. A watcher that throws stops it.
 class SesionVigilada final : public clsConexion {
 public:
     using Vigia = std::function<void(const std::string& sql)>;
     explicit SesionVigilada(std::unique_ptr<clsConexion> db) : db_(std::move(db)) {}
     Vigia antes = [](const std::string&) {};
+    std::function<void()> tras_commit = [] {};
 
     std::unique_ptr<Recordset> NewRecord(const std::string& sql) override {
         antes(sql);
@@ -39,6 +40,7 @@ public:
     void CommitTrans() override {
         antes("commit");
         db_->CommitTrans();
+        tras_commit();
     }
     void rollback() override {
         antes("rollback");

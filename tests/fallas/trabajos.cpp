@@ -71,6 +71,7 @@ void factura(Pantalla& p) {
         f.txtfactura.SetText("501");
         f.txtfecha.SetText("14/06/2024");
         f.txtNeto.SetText("300");
+        f.grdfac.Clear();
         f.grdfac.AddItem("1\tclavos\t2\t100\t200");
         f.grdfac.AddItem("2\tmartillo\t1\t100\t100");
         f.cmdaceptar.press();

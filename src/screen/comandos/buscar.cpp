@@ -59,12 +59,19 @@ void cargar_adjuntos(frmQuorvel& f, const Comprobante& c) {
     f.lblgstrcomprobante_adjunto.SetCaption(f.gstrcomprobante_adjunto);
 }
 
-/// The voucher that stays on the screen after all.
-void recuperar_bloqueo(const frmQuorvel& f) {
-    desbloquear(*f.glbdb, f.glbEmpresa, f.glbUsuario);
-    if (!f.glbBanderaNuevo && f.estado.cargado && !f.estado.solo_lectura)
-        bloquear(*f.glbdb, f.estado.cargado->clave(), f.glbUsuario);
-}
+/// What happens to the screen when the opening does not come to its end.
+struct Apertura {
+    enum { sin_tocar, a_medias, entera } pantalla = sin_tocar;
+    frmQuorvel& f;
+    ~Apertura() {
+        if (pantalla == a_medias) // half a voucher must not be saved over the whole one
+            permitir_cambios(f, false, false, false, "El comprobante no se pudo leer entero");
+        if (pantalla != sin_tocar) return;
+        desbloquear(*f.glbdb, f.glbEmpresa, f.glbUsuario); // back to the voucher that stays
+        if (!f.glbBanderaNuevo && f.estado.cargado && !f.estado.solo_lectura)
+            bloquear(*f.glbdb, f.estado.cargado->clave(), f.glbUsuario);
+    }
+};
 
 void permitir(frmQuorvel& f, const Comprobante& c, Permitido permitido) {
     const bool ajeno = bloqueado_por_otro(c, f.glbUsuario);
@@ -93,30 +100,23 @@ bool abrir_comprobante(frmQuorvel& f, const Clave& clave) {
     const auto c = leer_con_bloqueo(*f.glbdb, clave, f.glbUsuario);
     if (!c) return false;
     const Borrador::Cambio cambio(f);
-    bool mostrado = false;
-    try {
-        // another screen may have generated the closing since this one was opened
-        const bool cierre =
-            es_comprobante_cierre(*c, leer_periodo(*f.glbdb, f.glbEmpresa, f.servicios.reloj.hoy()));
-        cargar_lineas(f, *c); // lines that cannot be read leave the screen as it is
-        mostrado = true;
-        f.estado.cierre_generado = false;
-        f.estado.cortado.reset();
-        f.ctlRegistro1.RecordShown();
-        f.estado.cargado = *c;
-        f.glbBanderaNuevo = false;
-        f.estado.comprobante_cierre = cierre;
-        mostrar_comprobante(f, *c);
-        cargar_adjuntos(f, *c);
-        fijar_totales(f, c->total_debe, c->total_haber);
-        permitir(f, *c, segun_estado(f, *c));
-    } catch (...) {
-        if (mostrado) // half a voucher must not be saved over the whole one
-            permitir_cambios(f, false, false, false, "El comprobante no se pudo leer entero");
-        else
-            recuperar_bloqueo(f);
-        throw;
-    }
+    Apertura apertura{.f = f};
+    // another screen may have generated the closing since this one was opened
+    const bool cierre =
+        es_comprobante_cierre(*c, leer_periodo(*f.glbdb, f.glbEmpresa, f.servicios.reloj.hoy()));
+    cargar_lineas(f, *c); // lines that cannot be read leave the screen as it is
+    apertura.pantalla = Apertura::a_medias;
+    f.estado.cierre_generado = false;
+    f.estado.cortado.reset();
+    f.ctlRegistro1.RecordShown();
+    f.estado.cargado = *c;
+    f.glbBanderaNuevo = false;
+    f.estado.comprobante_cierre = cierre;
+    mostrar_comprobante(f, *c);
+    cargar_adjuntos(f, *c);
+    fijar_totales(f, c->total_debe, c->total_haber);
+    permitir(f, *c, segun_estado(f, *c));
+    apertura.pantalla = Apertura::entera;
     return true;
 }
 

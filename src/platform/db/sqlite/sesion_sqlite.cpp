@@ -6,6 +6,7 @@
 #include "text/letras_utf8.h"
 
 #include <charconv>
+#include <cstring>
 #include <filesystem>
 #include <utility>
 
@@ -91,7 +92,7 @@ std::string SesionSqlite::reason() const {
     std::string text = sqlite3_errmsg(db_);
     const int code = sqlite3_errcode(db_) & 0xFF, system = sqlite3_system_errno(db_);
     if (system != 0 && (code == SQLITE_IOERR || code == SQLITE_CANTOPEN))
-        text += " (" + std::generic_category().message(system) + ")";
+        text += std::string(" (") + std::strerror(system) + ")";
     return text;
 }
 
@@ -116,7 +117,8 @@ void SesionSqlite::require_in_place(const std::string& sql) const {
     std::error_code why;
     const bool another = std::filesystem::exists(path_, why);
     if (why)
-        throw SesionFallida("No se puede llegar a la base de datos " + path_ + ": " + why.message(), sql);
+        throw SesionFallida(
+            "No se puede llegar a la base de datos " + path_ + ": " + std::strerror(why.value()), sql);
     throw SesionFallida(another ? "Hay otro archivo en el lugar de la base de datos " + path_ +
                                       ": no se graba en ninguno hasta que vuelva el anterior"
                                 : "Ya no está en su lugar la base de datos " + path_ +
