@@ -68,7 +68,7 @@ struct Apertura {
             permitir_cambios(f, false, false, false, "El comprobante no se pudo leer entero");
         if (pantalla != sin_tocar) return;
         desbloquear(*f.glbdb, f.glbEmpresa, f.glbUsuario); // back to the voucher that stays
-        if (!f.glbBanderaNuevo && f.estado.cargado && !f.estado.solo_lectura)
+        if (!f.glbBanderaNuevo && f.estado.cargado && !bloqueado_por_otro(*f.estado.cargado, f.glbUsuario))
             bloquear(*f.glbdb, f.estado.cargado->clave(), f.glbUsuario);
     }
 };
