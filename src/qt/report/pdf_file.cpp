@@ -29,9 +29,12 @@ void write_pdf_file(const std::filesystem::path& file, const std::string& title,
         writer.setTitle(to_qt(title));
         paint(writer);
     }
-    auto* whole = qobject_cast<QSaveFile*>(target.get());
-    const bool written =
-        whole != nullptr ? whole->commit() : target->flush() && target->error() == QFileDevice::NoError;
+    // asked for by itself: what closing the file could not write would pass unseen
+    bool written = target->flush() && target->error() == QFileDevice::NoError;
+    if (auto* whole = qobject_cast<QSaveFile*>(target.get())) {
+        if (!written) whole->cancelWriting();
+        written = whole->commit() && written;
+    }
     if (!written) throw failure();
 }
 

@@ -97,10 +97,10 @@ void buscar(frmQuorvel& f) {
 }
 
 bool abrir_comprobante(frmQuorvel& f, const Clave& clave) {
+    Apertura apertura{.f = f};
     const auto c = leer_con_bloqueo(*f.glbdb, clave, f.glbUsuario);
     if (!c) return false;
     const Borrador::Cambio cambio(f);
-    Apertura apertura{.f = f};
     // another screen may have generated the closing since this one was opened
     const bool cierre =
         es_comprobante_cierre(*c, leer_periodo(*f.glbdb, f.glbEmpresa, f.servicios.reloj.hoy()));
