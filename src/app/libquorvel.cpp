@@ -12,6 +12,10 @@ struct Plataforma {
     quorvel::qt::QtReportPrinter impresor;
 };
 
+/// A host opens its own sessions: named here so that the library holds them.
+[[gnu::used]] constexpr std::unique_ptr<quorvel::clsConexion> (*SESIONES[])(const std::string&) = {
+    quorvel::abrir_sesion, quorvel::abrir_sesion_informes};
+
 } // namespace
 
 /// Creates "clsQuorvel" or "clsQuorvelRem" on windows; nullptr for another name. The caller owns the object
