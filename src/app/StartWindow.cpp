@@ -183,15 +183,13 @@ void StartWindow::fill_recent() {
         auto* item = new QListWidgetItem(texto_reciente(connection), recent_);
         item->setData(Qt::UserRole, to_qt(connection));
     }
-    if (recent_->count() > 0) recent_->setCurrentRow(0);
-    forget_->setEnabled(recent_->count() > 0);
 }
 
 void StartWindow::show_problem(const std::string& text) {
     problem_->setText(text.empty() ? QString() : QString::fromUtf8("⚠ ") + to_qt(text));
 }
 
-void StartWindow::choose(const std::string& connection) {
+void StartWindow::choose(std::string connection) {
     companies_->clear();
     users_->clear();
     connection_.clear();
@@ -216,7 +214,16 @@ void StartWindow::choose(const std::string& connection) {
     configure_->setEnabled(ready);
     books_->setEnabled(ready);
     new_company_->setEnabled(!connection_.empty());
+    mark_recent(connection);
     show_company();
+}
+
+/// The list never shows another database as chosen than the one that is.
+void StartWindow::mark_recent(const std::string& connection) {
+    int row = recent_->count() - 1;
+    while (row >= 0 && to_std(recent_->item(row)->data(Qt::UserRole).toString()) != connection) --row;
+    recent_->setCurrentRow(row);
+    forget_->setEnabled(row >= 0);
 }
 
 int StartWindow::company() const { return companies_->currentData().toInt(); }
@@ -297,8 +304,10 @@ void StartWindow::create_company() {
         NuevaEmpresa window(connection_, RelojSistema{}.hoy(), this);
         if (window.exec() != QDialog::Accepted) return;
         anotar_reciente(archivo_recientes(folder_), connection_);
+        fill_recent();
         choose(connection_);
         companies_->setCurrentIndex(companies_->findData(window.codigo()));
+        start_->setFocus();
     } catch (const std::exception& e) {
         show_problem(e.what());
     }

@@ -25,7 +25,9 @@ private:
     QWidget* build_company();
     QPushButton* button(const char* text, const char* tip, void (StartWindow::*action)());
     void fill_recent();
-    void choose(const std::string& connection);
+    /// By value: the connection chosen until now may be chosen again, and is forgotten first.
+    void choose(std::string connection);
+    void mark_recent(const std::string& connection);
     void show_company();
     void open_file();
     void create_database();

@@ -280,6 +280,40 @@ TEST(InicioTest, MissingDatabasesAreShownAsSuchAndCanBeForgotten) {
     EXPECT_EQ(v.eleccion().empresa, 1);
 }
 
+TEST(InicioTest, TheFirstCompanyOfANewDatabaseIsReadyToStart) {
+    const fs::path carpeta = carpeta_nueva();
+    anotar_reciente(carpeta / "recientes.txt", demostracion());
+    const std::string conexion = "sqlite:" + (carpeta / "nueva.db").string();
+    crear_esquema(conexion);
+    StartWindow v(carpeta);
+    v.show();
+    auto* lista = v.findChild<QListWidget*>();
+    EXPECT_EQ(lista->currentRow(), 0);
+    caja(v, "Conexión")->setText(qt::to_qt(conexion));
+    Q_EMIT caja(v, "Conexión")->returnPressed();
+    EXPECT_EQ(lista->currentRow(), -1) << "another database is chosen than the list shows";
+    QTimer::singleShot(100, [] {
+        QWidget* nueva = QApplication::activeModalWidget();
+        ASSERT_NE(nueva, nullptr);
+        caja(*nueva, "Nombre")->setText("Panadería Sol");
+        const QString ejemplo = caja(*nueva, "RUT")->placeholderText();
+        caja(*nueva, "RUT")->setText(ejemplo);
+        caja(*nueva, "Usuario")->setText("ANA");
+        Teclado().tecla(Qt::Key_Return);
+        if (auto* abierta = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
+            ADD_FAILURE() << qt::to_std(textos(*abierta));
+            abierta->reject();
+        }
+    });
+    for (auto* boton : v.findChildren<QPushButton*>())
+        if (boton->text().startsWith("&Nueva empresa")) boton->click();
+    EXPECT_EQ(v.eleccion().conexion, conexion);
+    EXPECT_EQ(v.eleccion().empresa, 1);
+    ASSERT_NE(lista->currentItem(), nullptr);
+    EXPECT_TRUE(lista->currentItem()->text().startsWith("nueva\n"));
+    EXPECT_EQ(v.focusWidget()->property("text"), "&Iniciar");
+}
+
 TEST(AnfitrionTest, OffersDraftsAndAddsItsMenus) {
     const fs::path carpeta = carpeta_nueva();
     const std::string conexion = "sqlite:" + (carpeta / "demo.db").string();

@@ -39,7 +39,7 @@ NuevaEmpresa::NuevaEmpresa(const std::string& conexion, Fecha hoy, QWidget* pare
     };
     codigo_ = caja("codigo", QString::fromUtf8("&Código"), "1 a 32767");
     nombre_ = caja("nombre", "&Nombre");
-    rut_ = caja("rut", "&RUT", "76.123.456-7");
+    rut_ = caja("rut", "&RUT", "76.123.456-0");
     direccion_ = caja("direccion", QString::fromUtf8("D&irección"));
     giro_ = caja("giro", "&Giro");
     anio_ = caja("anio", QString::fromUtf8("&Año"));
