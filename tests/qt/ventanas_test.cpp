@@ -76,6 +76,14 @@ TEST(Ventanas, KeysEnterAndSaveAVoucher) {
     EXPECT_EQ(apoyo::filas(*p.db,
                            "select centro, debe_nacional, haber_nacional from ctdquorvel order by secuencia"),
               "101001|150000|0;301001|0|150000");
+    p.f().grdDetalle.move_to(1, 1);
+    p.teclado.tecla(Qt::Key_F2);
+    EXPECT_TRUE(p.f().grdDetalle.EditActive()) << "a line's cell is corrected";
+    p.teclado.tecla(Qt::Key_Escape);
+    p.teclado.tecla(Qt::Key_Down);
+    p.teclado.tecla(Qt::Key_F2);
+    EXPECT_TRUE(p.f().glbBanderaNuevo) << "below the last line there is nothing to correct";
+    EXPECT_EQ(p.f().grdDetalle.Rows(), 0);
 }
 
 TEST(Ventanas, RefusedCellKeepsTheEditWithOneMessage) {
@@ -195,6 +203,7 @@ TEST(Ventanas, AReadOnlyVoucherSaysWhyAndIsNotTypedInto) {
     EXPECT_EQ(p.f().txtconcepto.Text(), "Aporte");
     p.teclado.tecla(Qt::Key_C, Qt::ControlModifier);
     EXPECT_EQ(QGuiApplication::clipboard()->text(), "Aporte");
+    p.ir_a("grdDetalle");
     p.teclado.tecla(Qt::Key_F2);
     EXPECT_EQ(aviso(), "");
     p.f().txtconcepto.SetFocus();

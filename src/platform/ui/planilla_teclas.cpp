@@ -26,9 +26,9 @@ void ctlPlanilla::on_key(KeyEvent& e) {
         else if (pending_)
             cancel_pending_row();
         return;
-    case Key::f2:
-        e.handled = true;
-        begin_edit();
+    case Key::f2: // where there is no line to correct it is the form's key
+        e.handled = !locked_ && (pending_ || !on_new_row());
+        if (e.handled) begin_edit();
         return;
     default: return on_text_key(e);
     }
