@@ -179,7 +179,10 @@ TEST_P(Asistentes, GeneraAuxiliar) {
     p.e.al_abrir([&](ui::Form& d) {
         pulsar(d, "cmdaceptar");
         EXPECT_EQ(p.mensajes(), "Ingrese auxiliar, sino existe auxiliar presione el botón Generar auxiliar");
-        pulsar(d, "cmdGenera");
+        teclas(d, "<enter><enter>"); // to the button and pressed
+        EXPECT_EQ(texto(d, "cmbAuxiliar"), "000016 - 9.876.543-3 O'HIGGINS");
+        teclas(d, "<enter>");
+        EXPECT_EQ(d.active_control(), d.find("txtNeto")) << "Enter no longer stops at the button";
         pulsar(d, "cmdGenera");
         EXPECT_EQ(texto(d, "cmbAuxiliar"), "000016 - 9.876.543-3 O'HIGGINS");
         pulsar(d, "cmdcancelar");

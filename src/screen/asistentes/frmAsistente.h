@@ -18,6 +18,7 @@ public:
     ui::ctlEntrada txtCuenta{*this, "txtCuenta"};
     ui::ctlEntrada txtauxiliar{*this, "txtauxiliar"};
     ui::ComboBox cmbAuxiliar{*this, "cmbAuxiliar"};
+    ui::CommandButton cmdGenera{*this, "cmdGenera", "Genera Aux."};
     ui::ctlEntrada txtNeto{*this, "txtNeto"}, txtExento{*this, "txtExento"};
     ui::ComboBox cmbcodigo_otro_impuesto{*this, "cmbcodigo_otro_impuesto"};
     ui::ctlEntrada txttasa_impuesto_otro{*this, "txttasa_impuesto_otro"}, txtotro{*this, "txtotro"};
@@ -28,8 +29,7 @@ public:
     ui::CommandButton cmdaceptar{*this, "cmdaceptar", "Aceptar"},
         cmdcancelar{*this, "cmdcancelar", "Cancelar"};
     // The keyboard opens these by Ctrl+Y, so they do not stand between the boxes.
-    ui::CommandButton cmdCuenta{*this, "cmdCuenta", "..."}, cmdAuxiliar{*this, "cmdAuxiliar", "..."},
-        cmdGenera{*this, "cmdGenera", "Genera Aux."};
+    ui::CommandButton cmdCuenta{*this, "cmdCuenta", "..."}, cmdAuxiliar{*this, "cmdAuxiliar", "..."};
     ui::Label lblCuenta{*this, "lblCuenta"}, lblauxiliar{*this, "lblauxiliar"}, lblRut{*this, "lblRut"},
         lblnombre{*this, "lblnombre"}, lbliva{*this, "lbliva", "0"}, lblimpuesto{*this, "lblimpuesto", "IVA"};
     ui::Label lblneto{*this, "lblneto", "Neto Imponible"}, lblexento{*this, "lblexento", "Monto Exento"},

@@ -15,11 +15,12 @@ public:
     ui::ctlEntrada txtCuenta2{*this, "txtCuenta2"};
     ui::ctlEntrada txtAuxiliar2{*this, "txtAuxiliar2"};
     ui::ComboBox cmbAuxiliar{*this, "cmbAuxiliar"};
+    ui::CommandButton cmdGenera{*this, "cmdGenera", "Genera Aux."};
     ui::ctlEntrada txttotal{*this, "txttotal"};
     ui::CommandButton cmdaceptar{*this, "cmdaceptar", "Aceptar"},
         cmdcancelar{*this, "cmdcancelar", "Cancelar"};
     ui::CommandButton cmdCuenta{*this, "cmdCuenta", "..."}, cmdcuenta2{*this, "cmdcuenta2", "..."},
-        cmdAuxiliar2{*this, "cmdAuxiliar2", "..."}, cmdGenera{*this, "cmdGenera", "Genera Aux."};
+        cmdAuxiliar2{*this, "cmdAuxiliar2", "..."};
     ui::Label lblCuenta{*this, "lblCuenta"}, lblCuenta2{*this, "lblCuenta2"},
         lblauxiliar2{*this, "lblauxiliar2"}, lblRut{*this, "lblRut"}, lblnombre{*this, "lblnombre"};
 

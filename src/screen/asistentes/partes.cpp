@@ -100,6 +100,7 @@ void conectar_contraparte(ui::Form& f, SesionAsistente& s, const ParteContrapart
             s.auxiliares_nuevos = auxiliares_activos(*s.gdb);
             s.grsAuxiliares = s.auxiliares_nuevos.get();
             CargarAuxiliaresRut(s, p);
+            p.auxiliares.SetFocus();
         } catch (const std::invalid_argument& e) {
             f.critico(e.what());
         } catch (const std::exception& e) {
@@ -115,6 +116,7 @@ void CargarAuxiliaresRut(SesionAsistente& s, const ParteContraparte& p) {
     for (std::string& entrada : auxiliares_de_rut(*s.gdb, s.gstrrut))
         p.auxiliares.AddItem(std::move(entrada));
     if (p.auxiliares.ListCount() > 0) p.auxiliares.SetListIndex(0);
+    p.generar.SetEnterStop(p.auxiliares.ListCount() == 0); // the next key of a new counterpart
 }
 
 void formatear_monto(ui::ctlEntrada& monto) {
