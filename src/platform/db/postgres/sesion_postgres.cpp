@@ -3,10 +3,7 @@
 #include "platform/db/literal_value.h"
 #include "platform/db/postgres/columnas_postgres.h"
 
-#include <poll.h>
-
 #include <algorithm>
-#include <array>
 #include <chrono>
 #include <cstring>
 #include <thread>
@@ -42,17 +39,6 @@ private:
 };
 
 constexpr const char* SQLSTATE_PLAN_CHANGED = "0A000";
-/// What every transaction needs, prepared so that the server parses it once.
-constexpr const char* FRAME[][2] = {{"abre", "begin"},
-                                    {"cierra", "commit"},
-                                    {"reserva", "select pg_try_advisory_xact_lock($1)"},
-                                    {"guarda", "savepoint sentencia"},
-                                    {"suelta", "release savepoint sentencia"}};
-constexpr const char* SQLSTATE_NO_TABLE = "42P01";
-/// Beginnings of what no statement is to blame for: the server has no room or memory left, was shut down or
-/// made a standby, cannot read its files or finds them damaged.
-constexpr std::string_view SERVER_FAULTS[] = {"53", "57P", "25006", "58", "XX"};
-
 Oid parameter_type(Tok kind) {
     constexpr Oid UNKNOWN = 0, INT8 = 20, DATE = 1082, NUMERIC = 1700;
     switch (kind) {
@@ -63,52 +49,14 @@ Oid parameter_type(Tok kind) {
     }
 }
 
-bool good(const PGresult* r) {
-    const ExecStatusType status = PQresultStatus(r);
-    return status == PGRES_COMMAND_OK || status == PGRES_TUPLES_OK;
-}
-
 std::int64_t rows_changed(PGresult* r) {
     const std::string_view changed = PQresultStatus(r) == PGRES_TUPLES_OK ? "" : PQcmdTuples(r);
     return Value(std::string(changed)).integer();
 }
 
-std::string trimmed(const char* message) {
-    std::string text = message == nullptr ? "" : message;
-    while (!text.empty() && (text.back() == '\n' || text.back() == ' ')) text.pop_back();
-    return text;
-}
-
 } // namespace
 
-SesionPostgres::SesionPostgres(std::string conexion) : conexion_(std::move(conexion)) {
-    try {
-        connect();
-    } catch (...) {
-        PQfinish(conn_);
-        throw;
-    }
-}
-SesionPostgres::~SesionPostgres() { PQfinish(conn_); }
-
-void SesionPostgres::connect() {
-    PQfinish(conn_);
-    conn_ = PQconnectdb(conexion_.c_str());
-    if (PQstatus(conn_) != CONNECTION_OK) {
-        const std::string why = trimmed(PQerrorMessage(conn_));
-        throw SesionFallida("No se puede conectar con el servidor de la base de datos: " + why, "");
-    }
-    PQsetNoticeProcessor(
-        conn_, [](void*, const char*) {}, nullptr);
-    PQsetClientEncoding(conn_, "UTF8");
-    for (const char* setting :
-         {"set datestyle = 'ISO, YMD'", "set standard_conforming_strings = on", "set backslash_quote = off"})
-        command(setting);
-    for (const auto& [name, text] : FRAME) {
-        const Result r(PQprepare(conn_, name, text, 0, nullptr));
-        if (!good(r.get())) fail(r.get(), text);
-    }
-}
+SesionPostgres::SesionPostgres(std::string conexion) : server_(std::move(conexion)) { server_.connect(); }
 
 void SesionPostgres::forget() {
     cache_.clear([this](Statement& s) {
@@ -117,16 +65,16 @@ void SesionPostgres::forget() {
 }
 
 bool SesionPostgres::in_transaction() const {
-    const auto status = PQtransactionStatus(conn_);
+    const auto status = server_.transaction();
     return begin_due_ || status == PQTRANS_INTRANS || status == PQTRANS_INERROR;
 }
 
 void SesionPostgres::reconnect_if_lost() {
-    if (PQstatus(conn_) == CONNECTION_OK) return;
+    if (server_.alive()) return;
     if (lost_in_transaction_) throw SesionFallida("Se perdió la conexión con la base de datos", "");
     cache_.clear([](Statement&) {});
     dropped_.clear();
-    connect();
+    server_.connect();
     if (lost_commit_ != 0) await_lost_commit();
 }
 
@@ -136,121 +84,47 @@ void SesionPostgres::await_lost_commit() {
                               "state<>'idle' and pid<>pg_backend_pid() and pid=" +
                               std::to_string(lost_commit_);
     for (int i = 0; i < 20; ++i) {
-        const Result r(PQexecParams(conn_, query.c_str(), 0, nullptr, nullptr, nullptr, nullptr, 0));
-        if (!good(r.get())) fail(r.get(), query);
-        if (PQntuples(r.get()) == 0) {
+        if (PQntuples(server_.command(query.c_str()).get()) == 0) {
             lost_commit_ = 0;
             return;
         }
         std::this_thread::sleep_for(std::chrono::milliseconds(100));
     }
-    PQfinish(std::exchange(conn_, nullptr)); // the next statement asks again
+    server_.disconnect(); // the next statement asks again
     throw SesionFallida("El servidor de la base de datos aún no termina el cambio anterior", query);
 }
 
-void SesionPostgres::fail(const PGresult* r, const std::string& sql) const {
-    std::string why = r != nullptr ? trimmed(PQresultErrorField(r, PG_DIAG_MESSAGE_PRIMARY)) : "";
-    if (why.empty()) why = trimmed(PQerrorMessage(conn_));
-    const char* state = r != nullptr ? PQresultErrorField(r, PG_DIAG_SQLSTATE) : nullptr;
-    const std::string code = state != nullptr ? state : "";
-    if (code == SQLSTATE_NO_TABLE) why.insert(0, "La base de datos no tiene una tabla que se necesita: ");
-    if (PQstatus(conn_) != CONNECTION_OK ||
-        std::ranges::any_of(SERVER_FAULTS, [&](std::string_view begin) { return code.starts_with(begin); }))
-        throw SesionFallida(why, sql, code);
-    throw ErrorSesion(why, sql, code);
-}
-
-void SesionPostgres::command(const char* text) {
-    const Result r(PQexecParams(conn_, text, 0, nullptr, nullptr, nullptr, nullptr, 0));
-    if (!good(r.get())) fail(r.get(), text);
-}
-
-Result SesionPostgres::next_result() {
-    bool ended = false;
-    while (attention_.wanted() && PQisBusy(conn_) == 1) {
-        pollfd socket{PQsocket(conn_), POLLIN, 0};
-        const bool heard = poll(&socket, 1, static_cast<int>(Attention::PAUSE.count())) > 0;
-        if (heard && PQconsumeInput(conn_) == 0) break; // lost: the next call tells
-        // a request that comes before the server has begun the statement is lost: it is made again
-        if (ended ? !heard : (ended = attention_.stops())) interrupt();
-    }
-    return Result(PQgetResult(conn_)); // waits for what is left
-}
-
-void SesionPostgres::interrupt() {
-    const std::unique_ptr<PGcancel, void (*)(PGcancel*)> request(PQgetCancel(conn_), PQfreeCancel);
-    std::array<char, 256> why{};
-    if (request) (void)PQcancel(request.get(), why.data(), static_cast<int>(why.size()));
-}
-
-bool SesionPostgres::send(const char* name) {
-    return PQsendQueryPrepared(conn_, name, 0, nullptr, nullptr, nullptr, 0) == 1;
-}
-
-bool SesionPostgres::send(const Statement& s) {
-    return PQsendQueryPrepared(conn_, s.name.c_str(), static_cast<int>(values_.size()), values_.data(),
-                               nullptr, nullptr, 0) == 1;
-}
-
-std::vector<Result> SesionPostgres::collect(Result& error) {
-    std::vector<Result> answers;
-    for (int empty = 0; PQstatus(conn_) == CONNECTION_OK;) {
-        Result r = next_result();
-        if (r == nullptr) { // the end of one command; two in a row: there is nothing left
-            if (++empty > 1 || PQpipelineStatus(conn_) == PQ_PIPELINE_OFF) break;
-            continue;
-        }
-        empty = 0;
-        const ExecStatusType status = PQresultStatus(r.get());
-        if (status == PGRES_PIPELINE_SYNC) break;
-        if (status == PGRES_PIPELINE_ABORTED) continue;
-        if (good(r.get()))
-            answers.push_back(std::move(r));
-        else if (error == nullptr)
-            error = std::move(r);
-    }
-    return answers;
-}
-
 template <class F>
-std::vector<Result> SesionPostgres::exchange(const std::string& sql, std::size_t commands, F&& send_all,
+std::vector<Result> SesionPostgres::exchange(const std::string& sql, std::size_t commands, F&& queue,
                                              std::size_t* refused) {
-    const bool inside = PQtransactionStatus(conn_) == PQTRANS_INTRANS;
+    const bool inside = server_.transaction() == PQTRANS_INTRANS;
     const bool begin = begin_due_, guard = !strict_ && (begin || inside);
     const std::size_t before = (begin ? 1 : 0) + (guard ? 1 : 0), all = before + commands + (guard ? 1 : 0);
-    const bool pipeline = all > 1;
-    const bool sent = (!pipeline || PQenterPipelineMode(conn_) == 1) && (!begin || send("abre")) &&
-                      (!guard || send("guarda")) && send_all() && (!guard || send("suelta"));
-    std::string why = sent ? "" : trimmed(PQerrorMessage(conn_));
-    Result error;
-    std::vector<Result> answers;
-    if (pipeline ? PQpipelineSync(conn_) == 1 : sent) answers = collect(error);
+    auto [answers, error, why] = server_.round_trip(all, [&] {
+        return (!begin || server_.send(ServerLink::BEGIN)) && (!guard || server_.send(ServerLink::GUARD)) &&
+               queue() && (!guard || server_.send(ServerLink::RELEASE));
+    });
     if (refused != nullptr) *refused = answers.size() - std::min(answers.size(), before);
-    if (why.empty() && error == nullptr && answers.size() < all) why = trimmed(PQerrorMessage(conn_));
-    if (pipeline && PQstatus(conn_) == CONNECTION_OK) (void)PQexitPipelineMode(conn_);
-    if (PQstatus(conn_) != CONNECTION_OK) {
+    if (!server_.alive()) {
         lost_in_transaction_ = inside;
-        fail(error.get(), sql);
+        server_.fail(error.get(), sql);
     }
     begin_due_ = false;
     if (error == nullptr && answers.size() == all) {
         if (guard) answers.pop_back();
         answers.erase(answers.begin(), answers.begin() + static_cast<std::ptrdiff_t>(before));
-        return answers;
+        return std::move(answers);
     }
-    if (guard && PQtransactionStatus(conn_) == PQTRANS_INERROR) {
-        command("rollback to savepoint sentencia");
-        command("release savepoint sentencia");
+    if (guard && server_.transaction() == PQTRANS_INERROR) {
+        (void)server_.command("rollback to savepoint sentencia");
+        (void)server_.command("release savepoint sentencia");
     }
     if (error == nullptr) throw ErrorSesion(why, sql);
-    fail(error.get(), sql);
+    server_.fail(error.get(), sql);
 }
 
 Result SesionPostgres::execute_plain(const std::string& text, const std::string& sql) {
-    return std::move(exchange(sql, 1, [&] {
-                         return PQsendQueryParams(conn_, text.c_str(), 0, nullptr, nullptr, nullptr, nullptr,
-                                                  0) == 1;
-                     }).front());
+    return std::move(exchange(sql, 1, [&] { return server_.send_text(text); }).front());
 }
 
 void SesionPostgres::prepare(Statement& s, const std::string& sql) {
@@ -259,17 +133,14 @@ void SesionPostgres::prepare(Statement& s, const std::string& sql) {
     const std::string name = "q" + std::to_string(++names_);
     std::vector<Oid> types;
     for (const Tok kind : s.kinds) types.push_back(parameter_type(kind));
-    const auto answers = exchange(sql, 2, [&] {
-        return PQsendPrepare(conn_, name.c_str(), s.translation.text.c_str(), static_cast<int>(types.size()),
-                             types.data()) == 1 &&
-               PQsendDescribePrepared(conn_, name.c_str()) == 1;
-    });
+    const auto answers =
+        exchange(sql, 2, [&] { return server_.send_prepare(name.c_str(), s.translation.text, types); });
     s.name = name;
     s.columns = columnas(answers.back().get());
 }
 
 SesionPostgres::Cache::Entry& SesionPostgres::acquire(const std::string& sql) {
-    if (attention_.asking()) throw ErrorSesion("La base de datos está ocupada", sql);
+    if (server_.attention().asking()) throw ErrorSesion("La base de datos está ocupada", sql);
     reconnect_if_lost();
     if (!skeleton_.scan(sql)) {
         (void)tokenize(sql); // tells what is wrong
@@ -320,15 +191,17 @@ void SesionPostgres::arguments(const Statement& s) {
 Result SesionPostgres::execute(Statement& s, const std::string& sql) {
     const bool first = begin_due_;
     arguments(s);
-    const auto run = [&] { return std::move(exchange(sql, 1, [&] { return send(s); }).front()); };
+    const auto run = [&] {
+        return std::move(exchange(sql, 1, [&] { return server_.send(s.name.c_str(), values_); }).front());
+    };
     try {
         return run();
     } catch (const ErrorSesion& e) {
         if (e.sqlstate != SQLSTATE_PLAN_CHANGED) throw;
         dropped_.push_back(std::exchange(s.name, {})); // a table has been made anew with other columns
-        if (PQtransactionStatus(conn_) == PQTRANS_INERROR) {
+        if (server_.transaction() == PQTRANS_INERROR) {
             if (!first) throw;
-            command("rollback");
+            (void)server_.command("rollback");
             begin_due_ = true;
         }
     }
@@ -348,7 +221,7 @@ template <class F> auto SesionPostgres::first_again(F&& run, bool reads) {
     } catch (const ErrorSesion& e) {
         remember(e);
         broken_ = strict_;
-        if (!(begin_due_ || (reads && outside)) || PQstatus(conn_) == CONNECTION_OK) throw;
+        if (!(begin_due_ || (reads && outside)) || server_.alive()) throw;
     }
     broken_ = false;
     return run();
@@ -419,7 +292,7 @@ std::vector<Result> SesionPostgres::run_each(std::span<const std::string> sql, s
                 const auto* known = skeleton_.scan(one) ? cache_.find(skeleton_) : nullptr;
                 if (known == nullptr) return false; // more statements than the session remembers
                 arguments(known->payload);
-                return send(known->payload);
+                return server_.send(known->payload.name.c_str(), values_);
             });
         },
         &at);
@@ -447,9 +320,7 @@ bool SesionPostgres::reserve(std::int64_t number) {
     const char* const values[] = {key.c_str()};
     const auto answers = first_again([&] {
         reconnect_if_lost();
-        return exchange("reserva", 1, [&] {
-            return PQsendQueryPrepared(conn_, "reserva", 1, values, nullptr, nullptr, 0) == 1;
-        });
+        return exchange("reserva", 1, [&] { return server_.send(ServerLink::RESERVE, values); });
     });
     return valor(answers.front().get(), 0, 0).integer() == 1;
 }
@@ -467,7 +338,7 @@ void SesionPostgres::BeginTrans() { begin(false); }
 void SesionPostgres::begin_strict() { begin(true); }
 
 void SesionPostgres::CommitTrans() {
-    if (PQstatus(conn_) != CONNECTION_OK) {
+    if (!server_.alive()) {
         lost_in_transaction_ = begin_due_ = false;
         throw ErrorSesion("Se perdió la conexión con la base de datos", "commit");
     }
@@ -477,15 +348,15 @@ void SesionPostgres::CommitTrans() {
     }
     strict_ = false;
     if (std::exchange(begin_due_, false)) return; // nothing was asked of the server
-    const int server = PQbackendPID(conn_);
-    const Result r(PQexecPrepared(conn_, "cierra", 0, nullptr, nullptr, nullptr, 0));
-    if (PQstatus(conn_) != CONNECTION_OK) {
+    const int server = server_.process();
+    const Result r = server_.execute(ServerLink::COMMIT);
+    if (!server_.alive()) {
         lost_commit_ = server;
         throw CommitSinRespuesta("Se perdió la conexión con la base de datos", "commit");
     }
     if (!good(r.get())) {
         rollback();
-        fail(r.get(), "commit");
+        server_.fail(r.get(), "commit");
     }
     // the server answers "ROLLBACK" to the commit of a failed transaction
     if (std::strcmp(PQcmdStatus(r.get()), "COMMIT") != 0)
@@ -494,7 +365,7 @@ void SesionPostgres::CommitTrans() {
 
 void SesionPostgres::rollback() {
     lost_in_transaction_ = begin_due_ = broken_ = strict_ = false;
-    if (PQstatus(conn_) == CONNECTION_OK && in_transaction()) command("rollback");
+    if (server_.alive() && in_transaction()) (void)server_.command("rollback");
 }
 
 } // namespace quorvel

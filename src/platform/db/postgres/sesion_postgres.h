@@ -1,18 +1,11 @@
 #pragma once
-#include "platform/db/attention.h"
 #include "platform/db/buffered_recordset.h"
 #include "platform/db/clsConexion.h"
+#include "platform/db/postgres/server_link.h"
 #include "platform/db/statement_cache.h"
 #include "platform/db/translator.h"
 
-#include <libpq-fe.h>
-
 namespace quorvel {
-
-struct ClearResult {
-    void operator()(PGresult* r) const { PQclear(r); }
-};
-using Result = std::unique_ptr<PGresult, ClearResult>;
 
 /// A session on a PostgreSQL server. Its recordsets must not outlive it.
 /// Within a transaction each statement stands behind a savepoint of its own, sent in the same round trip; a
@@ -22,9 +15,6 @@ public:
     /// @param conexion "postgresql://…", several hosts and all options of libpq @throws ErrorSesion in
     /// Spanish
     explicit SesionPostgres(std::string conexion);
-    ~SesionPostgres() override;
-    SesionPostgres(const SesionPostgres&) = delete;
-    SesionPostgres& operator=(const SesionPostgres&) = delete;
 
     [[nodiscard]] std::unique_ptr<Recordset> NewRecord(const std::string& sql) override;
     int executesql(const std::string& sql) override;
@@ -35,11 +25,11 @@ public:
     void CommitTrans() override;
     void rollback() override;
     [[nodiscard]] int TypeDB() const override { return 1; }
-    [[nodiscard]] std::string Name() const override { return conexion_; }
+    [[nodiscard]] std::string Name() const override { return server_.name(); }
     [[nodiscard]] std::string last_error() const override { return last_error_; }
     [[nodiscard]] bool session_failed() const override { return failed_; }
     [[nodiscard]] std::int64_t rows_affected() const override { return rows_; }
-    void while_waiting(std::function<bool()> go_on) override { attention_.set(std::move(go_on)); }
+    void while_waiting(std::function<bool()> go_on) override { server_.attention().set(std::move(go_on)); }
 
     /// Appends the cells of all rows. @return the result's columns
     std::shared_ptr<const ResultColumns> read(const std::string& sql, std::vector<Value>& cells);
@@ -53,7 +43,6 @@ private:
     };
     using Cache = StatementCache<Statement>;
 
-    void connect();
     void forget();
     void begin(bool strict);
     void reconnect_if_lost();
@@ -68,27 +57,17 @@ private:
     void prepare(Statement& s, const std::string& sql);
     Result execute(Statement& s, const std::string& sql);
     Result execute_plain(const std::string& text, const std::string& sql);
-    /// Runs what send() sends, behind the begin and the savepoint that are due. @return the results of its
+    /// Runs what queue() queues, behind the begin and the savepoint that are due. @return the results of its
     /// commands @param refused index of the first one that was not answered
     template <class F>
-    std::vector<Result> exchange(const std::string& sql, std::size_t commands, F&& send_all,
+    std::vector<Result> exchange(const std::string& sql, std::size_t commands, F&& queue,
                                  std::size_t* refused = nullptr);
-    [[nodiscard]] std::vector<Result> collect(Result& error);
     Result run(const std::string& sql);
     std::vector<Result> run_each(std::span<const std::string> sql, std::size_t& at);
-    bool send(const Statement& s);
-    bool send(const char* name);
-    /// The next result of what was sent; asks meanwhile whether to go on.
-    Result next_result();
-    void interrupt();
-    void command(const char* text);
     void arguments(const Statement& s);
-    [[noreturn]] void fail(const PGresult* r, const std::string& sql) const;
 
-    std::string conexion_;
-    PGconn* conn_ = nullptr;
+    ServerLink server_;
     Cache cache_;
-    Attention attention_;
     Skeleton skeleton_;
     std::string scratch_, last_error_;
     std::vector<const char*> values_;
