@@ -15,10 +15,6 @@ void desbloquear(clsConexion& db, int empresa, int usuario) {
                   " and bloqueo_usuario=" + sql_numero(usuario));
 }
 
-bool bloqueado_por_otro(const Comprobante& c, int usuario) {
-    return c.bloqueo_usuario >= 1 && c.bloqueo_usuario != usuario;
-}
-
 std::optional<Comprobante> leer_con_bloqueo(clsConexion& db, const Clave& clave, int usuario) {
     const auto leer = [&] {
         return leer_cabecera(db, clave.empresa, clave.f_comp, clave.documento, clave.num_docum,
@@ -27,7 +23,7 @@ std::optional<Comprobante> leer_con_bloqueo(clsConexion& db, const Clave& clave,
     auto c = leer();
     if (!c) return c;
     desbloquear(db, clave.empresa, usuario); // what was on the screen before is no longer shown
-    if (bloqueado_por_otro(*c, usuario)) return c;
+    if (bloqueado_por_otro(c->bloqueo_usuario, usuario)) return c;
     bloquear(db, c->clave(), usuario);
     return leer();
 }

@@ -54,7 +54,7 @@ std::optional<EstadoGuardado> retener_cabecera(clsConexion& db, const Clave& cla
 }
 
 void exigir_sin_bloqueo_ajeno(const EstadoGuardado& guardado, int usuario) {
-    if (guardado.bloqueo >= 1 && guardado.bloqueo != usuario) throw PasoFallido(SOLO_LECTURA);
+    if (bloqueado_por_otro(guardado.bloqueo, usuario)) throw PasoFallido(SOLO_LECTURA);
 }
 
 std::string averiguar(const std::function<bool()>& quedo_hecho) {

@@ -270,9 +270,10 @@ TEST_P(Grabar, WhatAColleagueSavesWhileAVoucherIsBeingOpenedIsRead) {
     const auto leido = leer_con_bloqueo(vigilada, c.clave(), 1);
     ASSERT_TRUE(leido);
     EXPECT_EQ(leido->concepto, "de otro");
-    EXPECT_FALSE(bloqueado_por_otro(*leido, 1));
+    EXPECT_FALSE(bloqueado_por_otro(leido->bloqueo_usuario, 1));
     bloquear(*db, c.clave(), 2);
-    EXPECT_TRUE(bloqueado_por_otro(*leer_con_bloqueo(vigilada, c.clave(), 1), 1)) << "his lock stays";
+    EXPECT_TRUE(bloqueado_por_otro(leer_con_bloqueo(vigilada, c.clave(), 1)->bloqueo_usuario, 1))
+        << "his lock stays";
 }
 
 // Goal: two saves at one moment never share a set, with files or without. Method: the second voucher is

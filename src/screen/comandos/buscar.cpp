@@ -68,13 +68,14 @@ struct Apertura {
             permitir_cambios(f, false, false, false, "El comprobante no se pudo leer entero");
         if (pantalla != sin_tocar) return;
         desbloquear(*f.glbdb, f.glbEmpresa, f.glbUsuario); // back to the voucher that stays
-        if (!f.glbBanderaNuevo && f.estado.cargado && !bloqueado_por_otro(*f.estado.cargado, f.glbUsuario))
+        if (!f.glbBanderaNuevo && f.estado.cargado &&
+            !bloqueado_por_otro(f.estado.cargado->bloqueo_usuario, f.glbUsuario))
             bloquear(*f.glbdb, f.estado.cargado->clave(), f.glbUsuario);
     }
 };
 
 void permitir(frmQuorvel& f, const Comprobante& c, Permitido permitido) {
-    const bool ajeno = bloqueado_por_otro(c, f.glbUsuario);
+    const bool ajeno = bloqueado_por_otro(c.bloqueo_usuario, f.glbUsuario);
     if (ajeno) {
         f.informacion(SOLO_LECTURA);
         permitido.modificar = permitido.borrar_linea = false;
