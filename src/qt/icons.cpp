@@ -77,23 +77,32 @@ void draw_exit(QPainter& p, const Pens& pens) {
     p.drawLine(QPointF(16.5, 16.5), QPointF(21, 12));
 }
 
-QPixmap drawing(Function function, const QColor& ink, const QColor& accent, double scale) {
-    constexpr int side = 24;
+/// Paints a transparent square of this side, smoothly.
+template <class Draw> QPixmap painted(int side, Draw&& draw, double scale = 1) {
     QPixmap pixmap(static_cast<int>(side * scale), static_cast<int>(side * scale));
     pixmap.setDevicePixelRatio(scale);
     pixmap.fill(Qt::transparent);
     QPainter p(&pixmap);
     p.setRenderHint(QPainter::Antialiasing);
+    draw(p);
+    return pixmap;
+}
+
+QPixmap drawing(Function function, const QColor& ink, const QColor& accent, double scale) {
     const auto pen = [](const QColor& color) {
         return QPen(color, 1.6, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin);
     };
-    const Pens pens{pen(ink), pen(accent)};
-    p.setPen(pens.ink);
     using Draw = void (*)(QPainter&, const Pens&);
     static constexpr Draw drawings[] = {draw_new,   draw_save,   draw_delete_line,
                                         draw_print, draw_search, draw_exit};
-    drawings[static_cast<int>(function)](p, pens);
-    return pixmap;
+    return painted(
+        24,
+        [&](QPainter& p) {
+            const Pens pens{pen(ink), pen(accent)};
+            p.setPen(pens.ink);
+            drawings[static_cast<int>(function)](p, pens);
+        },
+        scale);
 }
 
 } // namespace
@@ -110,47 +119,38 @@ QIcon toolbar_icon(Function function, const QColor& ink, const QColor& accent) {
 }
 
 QIcon warning_icon() {
-    QPixmap pixmap(32, 32);
-    pixmap.fill(Qt::transparent);
-    QPainter p(&pixmap);
-    p.setRenderHint(QPainter::Antialiasing);
-    p.setPen(Qt::NoPen);
-    p.setBrush(QColor(0xc0, 0x2b, 0x31));
-    p.drawPolygon(QPolygonF{QPointF(16, 2), QPointF(31, 29), QPointF(1, 29)});
-    p.setPen(QPen(Qt::white, 3.5, Qt::SolidLine, Qt::RoundCap));
-    p.drawLine(QPointF(16, 12), QPointF(16, 19));
-    p.drawPoint(QPointF(16, 24.5));
-    return QIcon(pixmap);
+    return QIcon(painted(32, [](QPainter& p) {
+        p.setPen(Qt::NoPen);
+        p.setBrush(QColor(0xc0, 0x2b, 0x31));
+        p.drawPolygon(QPolygonF{QPointF(16, 2), QPointF(31, 29), QPointF(1, 29)});
+        p.setPen(QPen(Qt::white, 3.5, Qt::SolidLine, Qt::RoundCap));
+        p.drawLine(QPointF(16, 12), QPointF(16, 19));
+        p.drawPoint(QPointF(16, 24.5));
+    }));
 }
 
 QIcon lock_icon(const QColor& ink) {
-    QPixmap pixmap(48, 48);
-    pixmap.fill(Qt::transparent);
-    QPainter p(&pixmap);
-    p.setRenderHint(QPainter::Antialiasing);
-    p.setPen(QPen(ink, 4, Qt::SolidLine, Qt::RoundCap));
-    p.drawArc(QRectF(14, 5, 20, 26), 0, 180 * 16);
-    p.drawLine(QPointF(14, 18), QPointF(14, 24));
-    p.drawLine(QPointF(34, 18), QPointF(34, 24));
-    p.setPen(Qt::NoPen);
-    p.setBrush(ink);
-    p.drawRoundedRect(QRectF(8, 21, 32, 23), 4, 4);
-    return QIcon(pixmap);
+    return QIcon(painted(48, [&](QPainter& p) {
+        p.setPen(QPen(ink, 4, Qt::SolidLine, Qt::RoundCap));
+        p.drawArc(QRectF(14, 5, 20, 26), 0, 180 * 16);
+        p.drawLine(QPointF(14, 18), QPointF(14, 24));
+        p.drawLine(QPointF(34, 18), QPointF(34, 24));
+        p.setPen(Qt::NoPen);
+        p.setBrush(ink);
+        p.drawRoundedRect(QRectF(8, 21, 32, 23), 4, 4);
+    }));
 }
 
 QIcon program_icon() {
-    QPixmap pixmap(64, 64);
-    pixmap.fill(Qt::transparent);
-    QPainter p(&pixmap);
-    p.setRenderHint(QPainter::Antialiasing);
-    p.setPen(Qt::NoPen);
-    p.setBrush(QColor(0x1f, 0x5f, 0x8b));
-    p.drawRoundedRect(4, 4, 56, 56, 12, 12);
-    p.setPen(QPen(Qt::white, 5, Qt::SolidLine, Qt::RoundCap));
-    p.setBrush(Qt::NoBrush);
-    p.drawEllipse(QPointF(31, 31), 15, 15);
-    p.drawLine(QPointF(37, 37), QPointF(48, 48));
-    return QIcon(pixmap);
+    return QIcon(painted(64, [](QPainter& p) {
+        p.setPen(Qt::NoPen);
+        p.setBrush(QColor(0x1f, 0x5f, 0x8b));
+        p.drawRoundedRect(4, 4, 56, 56, 12, 12);
+        p.setPen(QPen(Qt::white, 5, Qt::SolidLine, Qt::RoundCap));
+        p.setBrush(Qt::NoBrush);
+        p.drawEllipse(QPointF(31, 31), 15, 15);
+        p.drawLine(QPointF(37, 37), QPointF(48, 48));
+    }));
 }
 
 } // namespace quorvel::qt

@@ -6,6 +6,7 @@
 #include "text/letras_utf8.h"
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <fstream>
 
@@ -125,6 +126,20 @@ void Pantalla::comprobante(const std::string& monto, const std::string& document
     EXPECT_TRUE(f.grdDetalle.move_to(1, 1));
     EXPECT_TRUE(celda(1, 1, "301001"));
     EXPECT_TRUE(f.grdDetalle.move_to(2, 1));
+}
+
+void Pantalla::grabar_sin_fin(int aviso, int monto, bool con_adjunto) {
+    abrir();
+    for (;; ++monto) {
+        comprobante(std::to_string(monto));
+        if (con_adjunto) adjuntar("n" + std::to_string(monto) + ".txt");
+        guardar();
+        const std::string numero = f.txtNum_doc.Text() + "\n";
+        if (mensajes().back() != "Comprobante Ingresado y Mayorizado" ||
+            write(aviso, numero.data(), numero.size()) < 0)
+            return;
+        nuevo();
+    }
 }
 
 void elegir_fila(ui::Form& forma, std::size_t columna, const std::string& valor) {

@@ -42,6 +42,9 @@ public:
     [[nodiscard]] std::string totales() const;
     /// Fills a balanced general voucher of one amount: 101001 against 301001.
     void comprobante(const std::string& monto, const std::string& documento = "001 TRASPASO");
+    /// Enters and saves vouchers until the process is killed, telling the number of each that the screen
+    /// called saved. @param aviso where to write it @param monto of the first; each is one peso larger
+    void grabar_sin_fin(int aviso, int monto = 1, bool con_adjunto = false);
     void guardar() { f.ctlRegistro1.press(ui::ctlRegistro::Function::Save); }
     void nuevo() { f.ctlRegistro1.press(ui::ctlRegistro::Function::New); }
     /// Searches and picks the row with this number (and kind).

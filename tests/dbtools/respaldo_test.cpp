@@ -11,8 +11,6 @@
 #include "dbtools/linea.h"
 #include "platform/files/attachments.h"
 
-#include <unistd.h>
-
 #include <algorithm>
 #include <chrono>
 #include <fstream>
@@ -228,26 +226,10 @@ TEST_P(Respaldos, lo_que_falta_se_dice) {
     EXPECT_EQ(unir(verificar(copia, CALLADO)), "") << "it is a whole backup all the same";
 }
 
-/// Saves vouchers with a file each until it is killed, telling the number of each that is stored.
-void grabar_sin_fin(const std::string& conexion, const std::string& carpeta, int aviso) {
-    Pantalla p(conexion, carpeta, 1);
-    p.abrir();
-    for (int n = 3;; ++n) {
-        p.comprobante(std::to_string(n));
-        p.adjuntar("n" + std::to_string(n) + ".txt");
-        p.guardar();
-        const std::string numero = p.f.txtNum_doc.Text() + "\n";
-        if (p.mensajes().back() != "Comprobante Ingresado y Mayorizado" ||
-            write(aviso, numero.data(), numero.size()) < 0)
-            return;
-        p.nuevo();
-    }
-}
-
 TEST_P(Respaldos, en_uso_y_despues_de_una_muerte) {
     constexpr int COPIAS = 4;
     const auto carpeta_copia = [&](int i) { return copia.string() + std::to_string(i); };
-    apoyo::Proceso otro([&](int aviso) { grabar_sin_fin(conexion, carpeta, aviso); });
+    apoyo::Proceso otro([&](int aviso) { Pantalla(conexion, carpeta, 1).grabar_sin_fin(aviso, 3, true); });
     otro.esperar_salida();
     for (int i = 0; i < COPIAS; ++i) {
         EXPECT_EQ(unir(respaldar(conexion, carpeta_copia(i), carpeta, CALLADO).faltan), "");

@@ -6,7 +6,6 @@
 #include "fallas/trabajos.h"
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <chrono>
 #include <cstdlib>
@@ -74,21 +73,6 @@ TEST_P(Muerte, EnteroONada) {
     EXPECT_EQ(huellas.size(), static_cast<std::size_t>(trabajo.etapas) + 1);
 }
 
-/// Enters and saves vouchers until it is killed, telling the number of each that the screen called saved.
-void grabar_sin_fin(const Escena& e, int aviso) {
-    Pantalla p(e.conexion, e.carpeta, 1);
-    p.abrir();
-    for (int n = 1;; ++n) {
-        p.comprobante(std::to_string(n));
-        p.guardar();
-        const std::string numero = p.f.txtNum_doc.Text() + "\n";
-        if (p.mensajes().back() != "Comprobante Ingresado y Mayorizado" ||
-            write(aviso, numero.data(), numero.size()) < 0)
-            return;
-        p.nuevo();
-    }
-}
-
 TEST(MuerteEnCualquierMomento, LoConfirmadoEsta) {
     const char* pedidas = std::getenv("QUORVEL_MUERTES");
     const int muertes = pedidas != nullptr ? std::atoi(pedidas) : 4;
@@ -98,7 +82,7 @@ TEST(MuerteEnCualquierMomento, LoConfirmadoEsta) {
         const Escena e = escena(motor);
         for (int i = 0; i < muertes; ++i) {
             SCOPED_TRACE(nombre(motor) + " " + std::to_string(i));
-            Proceso p([&](int aviso) { grabar_sin_fin(e, aviso); });
+            Proceso p([&](int aviso) { Pantalla(e.conexion, e.carpeta, 1).grabar_sin_fin(aviso); });
             p.esperar_salida();
             std::this_thread::sleep_for(std::chrono::microseconds(azar() % 70000));
             p.matar();

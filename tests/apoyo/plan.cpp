@@ -1,9 +1,8 @@
-#include "plan.h"
+#include "apoyo/plan.h"
 
-#include "app/db/base.h"
 #include "platform/db/translator.h"
 
-namespace quorvel::bench {
+namespace quorvel::apoyo {
 namespace {
 
 /// The parameters' values in their order, cut out of the statement.
@@ -22,22 +21,16 @@ std::string argumentos(const Translation& t, const std::string& sql) {
 
 } // namespace
 
-std::string plan(const std::string& conexion, const std::string& sql) {
-    const auto base = abrir_base(conexion, Abrir::existente);
-    const bool sqlite = base->motor() == "sqlite";
+std::string plan(Base& base, const std::string& sql) {
+    const bool sqlite = base.motor() == "sqlite";
     const Translation t = translate(sql, sqlite ? Engine::sqlite : Engine::postgres);
-    if (!sqlite) base->ejecutar("prepare caso as " + t.text);
+    if (!sqlite) base.ejecutar("prepare caso as " + t.text);
+    const auto filas =
+        base.consultar(sqlite ? "explain query plan " + t.text : "explain execute caso" + argumentos(t, sql));
+    if (!sqlite) base.ejecutar("deallocate caso");
     std::string texto;
-    for (const auto& fila : base->consultar(sqlite ? "explain query plan " + t.text
-                                                   : "explain execute caso" + argumentos(t, sql)))
-        texto += fila.back() + "\n";
+    for (const auto& fila : filas) texto += fila.back() + "\n";
     return texto;
 }
 
-bool recorre_todo(const std::string& plan) {
-    for (const char* paso : {"SCAN ctc", "SCAN ctd", "SCAN a", "Seq Scan on ctc", "Seq Scan on ctd"})
-        if (plan.find(paso) != std::string::npos) return true;
-    return false;
-}
-
-} // namespace quorvel::bench
+} // namespace quorvel::apoyo

@@ -1,0 +1,9 @@
+#pragma once
+#include "app/db/base.h"
+
+namespace quorvel::apoyo {
+
+/// What the engine would do for a statement of the dialect, one step a line. @throws ErrorSesion
+[[nodiscard]] std::string plan(Base& base, const std::string& sql);
+
+} // namespace quorvel::apoyo
