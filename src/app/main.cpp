@@ -2,7 +2,7 @@
 #include "app/anfitrion.h"
 #include "app/db/comando_db.h"
 #include "app/db/demo.h"
-#include "app/demo_run.h"
+#include "app/demo/demo_run.h"
 #include "app/estilo.h"
 #include "app/idioma.h"
 #include "app/oficina/comandos.h"
@@ -90,8 +90,9 @@ int principal(int argc, char** argv) {
     show->add_option("--reportdb", o.reporte, "Base de informes, de nombre print.db");
     show->add_option("--company", o.empresa, "Código de la empresa");
     show->add_option("--user", o.usuario, "Código del usuario");
-    auto* demo = app.add_subcommand("demo-run", "Ingresa, graba, busca e imprime un comprobante de muestra");
-    demo->add_option("--out", o.salida, "Carpeta de las imágenes y del PDF");
+    auto* demo =
+        app.add_subcommand("demo-run", "Trabaja por teclas en una empresa de muestra y deja imágenes y PDF");
+    demo->add_option("--out", o.salida, "Carpeta de las imágenes y de los PDF");
     agregar_comando_db(app);
     agregar_comandos_oficina(app);
 #ifdef QUORVEL_DRIVER

@@ -1,4 +1,3 @@
-#include "app/demo_run.h"
 #include "app/recientes.h"
 #include "pantalla_qt.h"
 #include "qt/ConsultaView.h"
