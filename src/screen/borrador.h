@@ -68,7 +68,8 @@ struct BorradorLibre {
 /// Drafts of this database, company and user that no living screen holds, the last one first.
 [[nodiscard]] std::vector<BorradorLibre> borradores_libres(const frmQuorvel& f);
 /// Brings a draft back onto the screen; what is there now becomes a draft itself. A draft of a saved voucher
-/// opens it again; one that was deleted meanwhile comes back as a new voucher.
+/// opens it again, and tells when it was saved anew since; one that was deleted meanwhile comes back as a new
+/// voucher.
 /// @return false when there is nothing to bring back @throws ErrorSesion, the draft stays
 bool recuperar_borrador(frmQuorvel& f, const std::filesystem::path& archivo);
 /// The same with the last draft. Says so when there is none.

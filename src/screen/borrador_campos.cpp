@@ -7,6 +7,8 @@
 #include "text/letras_utf8.h"
 #include "text/numeros.h"
 
+#include <functional>
+
 namespace quorvel {
 namespace {
 
@@ -133,9 +135,22 @@ std::map<std::string, std::string> campos_de_pantalla(const frmQuorvel& f) {
     campos["guardado.f_comp"] = guardado ? fecha_dmy(*e.cargado->f_comp) : "";
     campos["guardado.documento"] = guardado ? e.cargado->documento : "";
     campos["guardado.num_docum"] = guardado ? e.cargado->num_docum : "";
+    campos["guardado.huella"] = guardado ? e.huella_guardada : "";
     campos["cortado"] = e.cortado ? "1" : "0";
     if (e.cortado) campos.merge(campos_de_corte(*e.cortado));
     return campos;
+}
+
+std::string huella_de_pantalla(const frmQuorvel& f) {
+    std::string texto;
+    for (const char* const nombre : CONTROLES) texto += leer(f.find(nombre)) + '\n';
+    const ui::ctlPlanilla& g = f.grdDetalle;
+    for (int i = 0; i < g.Rows(); ++i)
+        for (int col = 0; col < g.Cols(); ++col) {
+            const std::string& celda = g.TextMatrix(i, col);
+            texto += (celda == "0" ? "" : celda) + '\t'; // an amount that was left empty comes back as 0
+        }
+    return std::to_string(std::hash<std::string>{}(texto));
 }
 
 void mostrar_campos(frmQuorvel& f, const std::map<std::string, std::string>& campos) {

@@ -26,6 +26,7 @@ struct EstadoPantalla {
     std::string ultima_cuenta; ///< account whose name lblCuenta shows
     double monto_neto = 0, monto_exento = 0;
     std::optional<Comprobante> cargado; ///< the saved voucher as it was read; its key addresses it
+    std::string huella_guardada;        ///< of the shown voucher as it is saved, see huella_de_pantalla
     std::optional<Comprobante> cortado; ///< the voucher that a cut deleted: its cheque and invoice follow
     /// Rate of the loaded voucher, exact and as shown; an untouched box writes the exact one back, also in a
     /// copy.

@@ -67,15 +67,21 @@ bool recuperar_borrador(frmQuorvel& f, const std::filesystem::path& ruta) {
     auto archivo = ArchivoBorrador::tomar(ruta);
     const auto c = archivo ? archivo->leer() : std::nullopt;
     if (!c) return false;
+    bool cambiado = false;
     {
         const Borrador::Cambio cambio(f);
         if (!abrir_guardado(f, *c)) limpiar_para_nuevo(f);
         if (!f.ctlRegistro1.ModifyEnabled()) return true; // shown as another user left it; the draft stays
+        cambiado = !f.glbBanderaNuevo && f.estado.huella_guardada != campo(*c, "guardado.huella");
         mostrar_campos(f, c->campos);
         mostrar_filas(f, *c);
     }
     f.borrador->obligar();
     if (f.borrador->anotar()) archivo->borrar(); // on disk anew before the old one goes
+    if (cambiado)
+        f.exclamacion("Este comprobante se grabó otra vez después de su borrador: " + f.lblUsuario.Caption() +
+                      ", " + f.lblF_ult_modificacion.Caption() +
+                      ".\nAl grabar, lo que muestra la pantalla reemplaza ese cambio");
     return true;
 }
 

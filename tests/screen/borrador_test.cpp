@@ -140,6 +140,15 @@ TEST_P(Borradores, ASavedVoucherThatIsGoneOrTakenMeanwhile) {
     EXPECT_EQ(p.mensajes().size(), 1U);
     EXPECT_EQ(p.f.grdDetalle.TextMatrix(0, 3), "500");
     EXPECT_EQ(borradores_libres(p.f).size(), 1U);
+    apoyo::ejecutar(*p.db, "update ctcquorvel set bloqueo_usuario=0");
+    for (const auto& [cambio, avisos] :
+         {std::pair{"concepto=concepto", 0}, {"concepto='Otro'", 1}, {"t_debe=t_debe", 0}}) {
+        apoyo::ejecutar(*p.db, std::string("update ctcquorvel set ") + cambio);
+        p.tecla("ctrl+r"); // saving would write over what a colleague saved since: told once
+        EXPECT_EQ(p.mensajes().size(), static_cast<std::size_t>(avisos)) << cambio;
+        EXPECT_EQ(p.f.txtconcepto.Text() + p.f.grdDetalle.TextMatrix(0, 3), "Aporte de capital700");
+        p.nuevo();
+    }
     apoyo::ejecutar(*p.db, "delete from ctdquorvel");
     apoyo::ejecutar(*p.db, "delete from ctcquorvel");
     p.tecla("ctrl+r");

@@ -1,6 +1,7 @@
 // Goal: what a voucher loses on its way through the file, and that it loses nothing else. Method: hostile
 // vouchers saved, exported and read again; each row names every field that comes back different.
 #include "apoyo/dialogo.h"
+#include "screen/abrir.h"
 
 #include <functional>
 
@@ -159,6 +160,9 @@ TEST(IdaYVuelta, HostileVouchersThereAndBack) {
         c.cambio(p.f);
         p.guardar();
         ASSERT_EQ(p.mensajes(), std::vector<std::string>{"Comprobante Ingresado y Mayorizado"});
+        const std::string huella = p.f.estado.huella_guardada;
+        ASSERT_TRUE(abrir_comprobante(p.f, p.f.estado.cargado->clave()));
+        EXPECT_EQ(p.f.estado.huella_guardada, huella) << "as if somebody had changed it";
         const Foto antes = foto(p.f);
         const std::string archivo = p.carpeta + "/uno.csv";
         p.escritorio.elegir_archivo(archivo);

@@ -1,6 +1,7 @@
 #include "screen/abrir.h"
 #include "screen/adjuntos/adjuntos.h"
 #include "screen/borrador.h"
+#include "screen/borrador_campos.h"
 #include "screen/campos.h"
 #include "screen/comandos/comandos.h"
 #include "screen/consultas/consultas.h"
@@ -116,6 +117,7 @@ bool abrir_comprobante(frmQuorvel& f, const Clave& clave) {
     mostrar_comprobante(f, *c);
     cargar_adjuntos(f, *c);
     fijar_totales(f, c->total_debe, c->total_haber);
+    f.estado.huella_guardada = huella_de_pantalla(f);
     permitir(f, *c, segun_estado(f, *c));
     apertura.pantalla = Apertura::entera;
     return true;

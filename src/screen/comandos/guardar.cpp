@@ -1,5 +1,6 @@
 #include "screen/adjuntos/adjuntos.h"
 #include "screen/borrador.h"
+#include "screen/borrador_campos.h"
 #include "screen/campos.h"
 #include "screen/comandos/comandos.h"
 #include "screen/frmQuorvel.h"
@@ -102,6 +103,7 @@ void mostrar_grabado(frmQuorvel& f, Comprobante c) {
     f.estado.cargado = std::move(c);
     f.estado.cortado.reset();
     f.SetCaption(titulo(f, "P"));
+    f.estado.huella_guardada = huella_de_pantalla(f);
     f.borrador->grabado();
     f.informacion("Comprobante Ingresado y Mayorizado");
 }
