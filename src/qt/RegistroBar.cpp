@@ -22,7 +22,7 @@ struct FunctionRow {
     const char* why_off;
 };
 constexpr FunctionRow FUNCTIONS[] = {
-    {"Nuevo", "F2", ""},
+    {"Nuevo", "F2 o Ctrl+N", ""},
     {"Grabar", "F5", "El comprobante no se puede modificar"},
     {"Borrar línea", "F8", "No tiene permiso para borrar líneas: pídalo a quien administra los usuarios"},
     {"Imprimir", "F6", "No tiene permiso para imprimir: pídalo a quien administra los usuarios"},

@@ -134,6 +134,11 @@ void frmQuorvel::conectar_detalle() {
 
 void frmQuorvel::Form_KeyDown(ui::KeyEvent& e) {
     tecla_recuperar(*this, e);
+    const bool ctrl_n = e.ctrl && !e.shift && !e.alt && (e.ch == U'n' || e.ch == U'N');
+    if (ctrl_n) { // on a line of the grid F2 opens the cell
+        e.handled = true;
+        ctlRegistro1.press(F::New);
+    }
     if (e.ctrl || e.shift || e.alt) return;
     for (const auto& [tecla, funcion] : TECLAS)
         if (e.key == tecla) {

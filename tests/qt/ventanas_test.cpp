@@ -83,6 +83,11 @@ TEST(Ventanas, KeysEnterAndSaveAVoucher) {
     p.teclado.tecla(Qt::Key_F2);
     EXPECT_TRUE(p.f().glbBanderaNuevo) << "below the last line there is nothing to correct";
     EXPECT_EQ(p.f().grdDetalle.Rows(), 0);
+    ASSERT_TRUE(abrir_comprobante(p.f(), {1, "01", *p.f().mskF_comp.date(), "001", "1"}));
+    p.f().grdDetalle.SetFocus();
+    p.f().grdDetalle.move_to(1, 1);
+    p.teclado.tecla(Qt::Key_N, Qt::ControlModifier);
+    EXPECT_TRUE(p.f().glbBanderaNuevo);
 }
 
 TEST(Ventanas, RefusedCellKeepsTheEditWithOneMessage) {

@@ -156,6 +156,25 @@ TEST_F(ControlesTest, KeysOfCommandsWorkFromAnywhere) {
     EXPECT_EQ(f.active_control(), &f.fecha);
 }
 
+TEST_F(ControlesTest, ArrowsChooseWithinAGroupOfOptions) {
+    OptionButton a{f, "a", "A", "grupo"}, otra{f, "otra", "Otra"}, b{f, "b", "B", "grupo"},
+        c{f, "c", "C", "grupo"};
+    f.Show();
+    b.SetEnabled(false);
+    a.press();
+    const auto tras = [&](const char* tecla) {
+        auto k = parse_key(tecla);
+        f.send_key(*k);
+        return std::to_string(a.Value()) + std::to_string(b.Value()) + std::to_string(c.Value()) +
+               f.active_control()->name();
+    };
+    EXPECT_EQ(tras("down"), "001c") << "what cannot be chosen is passed over";
+    EXPECT_EQ(tras("right"), "001c");
+    EXPECT_EQ(tras("up"), "100a");
+    EXPECT_EQ(tras("left"), "100a");
+    EXPECT_EQ(otra.Value(), 0);
+}
+
 TEST_F(ControlesTest, AModalFormComesBackToTheOneBelow) {
     f.Show();
     EXPECT_EQ(f.activaciones, 1);

@@ -1,6 +1,8 @@
 #include "platform/ui/controls.h"
 #include "platform/ui/form.h"
 
+#include <algorithm>
+
 namespace quorvel::ui {
 
 namespace {
@@ -76,10 +78,24 @@ bool OptionButton::press() {
     return true;
 }
 
+/// @param step -1 or 1 in the group; the ends stay
+OptionButton& OptionButton::neighbour(int step) {
+    std::vector<OptionButton*> group;
+    for (Control* c : form().controls()) {
+        auto* const other = dynamic_cast<OptionButton*>(c);
+        if (other != nullptr && other->group_ == group_ && other->can_focus()) group.push_back(other);
+    }
+    const auto here = std::find(group.begin(), group.end(), this) - group.begin();
+    return *group[static_cast<std::size_t>(
+        std::clamp<std::ptrdiff_t>(here + step, 0, std::ssize(group) - 1))];
+}
+
 void OptionButton::on_key(KeyEvent& e) {
-    if (!is_press(e)) return;
+    const bool before = e.key == Key::up || e.key == Key::left;
+    const bool after = e.key == Key::down || e.key == Key::right;
+    if (!is_press(e) && !before && !after) return;
     e.handled = true;
-    press();
+    neighbour(static_cast<int>(after) - static_cast<int>(before)).press();
 }
 
 MenuItem::MenuItem(Form& form, std::string name, std::string caption, MenuItem* parent, std::string shortcut,

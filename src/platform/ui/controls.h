@@ -190,9 +190,11 @@ public:
     Event<> Click;
 
 protected:
-    void on_key(KeyEvent& e) override;
+    void on_key(KeyEvent& e) override; ///< Space chooses this one, the arrows another of the group
 
 private:
+    [[nodiscard]] OptionButton& neighbour(int step);
+
     std::string group_;
     int value_ = 0;
 };
