@@ -106,6 +106,9 @@ TEST_P(AnioPorDriver, closes_the_year_and_opens_the_next_one_for_each_norm) {
             manda(i == 0 ? "mnuApertura" : "mnuAperturaDoc", APERTURA, "yes", {});
             EXPECT_EQ(grilla(), lineas[i]) << norma;
         }
+    di({{elige("cmblibro", "CONTABLES"), {}}, {barra("Save"), {dice(GRABADO, "information")}}});
+    EXPECT_EQ(filas(*e.db, "select f_comp,ifrs,t_debe from ctcquorvel where apertura='1'"),
+              "2025-01-01|2|1300");
 }
 
 TEST_P(AnioPorDriver, says_what_is_missing_and_changes_nothing) {
