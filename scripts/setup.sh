@@ -60,7 +60,7 @@ run_tests() {
 }
 
 # run_fuzzers SECONDS: each starts from its corpus and the program's own files; an input that breaks a promise
-# is kept in build-fuzz/found.
+# is kept in build-fuzz/found. Whole paths: a target may go to a folder of its own.
 run_fuzzers() {
     local fuzzer target log work seeds failed=0
     work=$(mktemp -d)
@@ -70,15 +70,16 @@ run_fuzzers() {
         log=$work/$target.log
         mkdir "$work/$target"
         case $target in
-            informe) seeds=data/reports ;;
-            sql) seeds=data/schema ;;
+            informe) seeds=$PWD/data/reports ;;
+            sql) seeds=$PWD/data/schema ;;
             *) seeds= ;;
         esac
         # shellcheck disable=SC2086
         if "$fuzzer" -max_total_time="$1" -max_len=6000 -timeout=20 -rss_limit_mb=2048 -print_final_stats=1 \
-            -artifact_prefix="build-fuzz/found/$target-" "$work/$target" "tests/fuzz/corpus/$target" $seeds \
+            -artifact_prefix="$PWD/build-fuzz/found/$target-" "$work/$target" "$PWD/tests/fuzz/corpus/$target" $seeds \
             > "$log" 2>&1; then
-            echo "$target: $(awk '/number_of_executed_units/ { print $2 }' "$log") executions, nothing found"
+            echo "$target: $(sed -n 's/^stat::number_of_executed_units: *//p' "$log") executions," \
+                "$(sed -n 's/.* cov: \([0-9]*\).*/\1/p' "$log" | tail -n 1) branches reached, nothing found"
         else
             failed=1
             echo "$target: FOUND"

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <sstream>
 
 namespace quorvel::fallas {
 
@@ -17,14 +18,17 @@ using pruebas::Pantalla;
 namespace {
 
 constexpr const char* GRABADO = "Comprobante Ingresado y Mayorizado";
-constexpr const char* CERRADO = "No se puede ingresar mas Comprobantes en el año 2024";
 constexpr const char* SOLO_LECTURA =
     "Comprobante contable solo lectura porque esta siendo modificado por otro usuario";
-constexpr const char* FECHAS[] = {"14/06/2024", "15/06/2024", "30/06/2024"};
+constexpr const char* DIAS[] = {"14/06/", "15/06/", "30/06/"};
 constexpr const char* DOCUMENTOS[] = {"001 TRASPASO", "002 COMPRA"};
 
 std::string iso(const std::string& dmy) {
     return dmy.substr(6) + "-" + dmy.substr(3, 2) + "-" + dmy.substr(0, 2);
+}
+
+std::string dmy(const std::string& iso) {
+    return iso.substr(8) + "/" + iso.substr(5, 2) + "/" + iso.substr(0, 4);
 }
 
 std::int64_t suma(const std::vector<LineaPlana>& lineas, std::int64_t LineaPlana::*lado) {
@@ -34,6 +38,9 @@ std::int64_t suma(const std::vector<LineaPlana>& lineas, std::int64_t LineaPlana
 }
 
 std::string monto(std::int64_t n) { return n == 0 ? "" : Decimal(n).formato("#,##0"); }
+
+int anio_de(const ClavePlana& clave) { return std::stoi(std::get<0>(clave)); }
+bool de_resultado(const LineaPlana& l) { return l.cuenta[0] > '3'; }
 
 } // namespace
 
@@ -55,6 +62,77 @@ std::int64_t Modelo::propuesto(const std::string& documento, const std::string& 
     return mayor + 1;
 }
 
+std::string Modelo::fuera(const PeriodoPlano& p, const ClavePlana& clave) const {
+    if (anio_de(clave) > p.anio) return "Fecha fuera del período de digitacion, Máxima:";
+    if (anio_de(clave) < p.anio) return "Fecha fuera del período de digitacion, Mínima:";
+    if (!p.cierre || clave == *p.cierre || comprobantes.count(*p.cierre) == 0) return "";
+    return "No se puede ingresar mas Comprobantes en el año " + std::to_string(p.anio);
+}
+
+bool Modelo::tiene_movimientos(int anio) const {
+    return std::ranges::any_of(comprobantes, [&](const auto& par) {
+        return anio_de(par.first) == anio && !par.second.lineas.empty();
+    });
+}
+
+bool Modelo::empezado() const {
+    return !comprobantes.empty() && anio_de(comprobantes.rbegin()->first) >= periodo.anio;
+}
+
+bool Modelo::numerado() const {
+    return std::ranges::any_of(ultimo_emitido, [](const auto& par) { return par.second != "0"; });
+}
+
+bool Modelo::resultados_en_cero() const {
+    std::int64_t saldo = 0;
+    for (const auto& [clave, c] : comprobantes)
+        for (const LineaPlana& l : c.lineas)
+            if (de_resultado(l)) saldo += l.debe - l.haber;
+    return saldo == 0;
+}
+
+std::map<std::pair<std::string, std::string>, std::int64_t> Modelo::saldos(int anio,
+                                                                           const std::string& norma) const {
+    std::map<std::pair<std::string, std::string>, std::int64_t> saldos;
+    for (const auto& [clave, c] : comprobantes)
+        if (anio_de(clave) == anio && (c.norma == "0" || c.norma == norma))
+            for (const LineaPlana& l : c.lineas)
+                if (!de_resultado(l) && !l.cuenta.starts_with("302"))
+                    saldos[{l.cuenta, l.auxiliar}] += l.debe - l.haber;
+    return saldos;
+}
+
+std::vector<LineaPlana> Modelo::apertura(int anio, const std::string& norma) const {
+    std::vector<LineaPlana> lineas;
+    const auto poner = [&](const std::string& cuenta, const std::string& auxiliar, std::int64_t saldo) {
+        lineas.push_back(
+            {cuenta, auxiliar, std::max<std::int64_t>(saldo, 0), std::max<std::int64_t>(-saldo, 0)});
+    };
+    std::int64_t resultado = 0;
+    for (const auto& [cuenta, saldo] : saldos(anio - 1, norma)) {
+        resultado -= saldo;
+        if (saldo != 0) poner(cuenta.first, cuenta.second, saldo);
+    }
+    poner(resultado > 0 ? "302002" : "302001", "", resultado);
+    return lineas;
+}
+
+std::set<std::string> Modelo::aperturas_distintas() const {
+    std::set<std::string> dichos;
+    for (const auto& [clave, c] : comprobantes) {
+        if (!c.apertura || c.estado != "P" || anio_de(clave) == PeriodoPlano{}.anio) continue;
+        auto diferencias = saldos(anio_de(clave) - 1, c.norma);
+        for (const LineaPlana& l : c.lineas)
+            if (!l.cuenta.starts_with("302")) diferencias[{l.cuenta, l.auxiliar}] -= l.debe - l.haber;
+        const auto& [fecha, documento, numero] = clave;
+        for (const auto& [cuenta, diferencia] : diferencias)
+            if (diferencia != 0)
+                dichos.insert("Apertura distinta del cierre del año anterior: empresa 1, " + dmy(fecha) +
+                              ", documento " + documento + ", Nro." + numero + " (" + cuenta.first + ")");
+    }
+    return dichos;
+}
+
 std::string Modelo::texto() const {
     std::string cabeceras, lineas, adjuntos;
     const auto poner = [](std::string& en, const std::string& fila) { en += (en.empty() ? "" : ";") + fila; };
@@ -62,7 +140,8 @@ std::string Modelo::texto() const {
         const std::string clave = std::get<0>(k) + "|" + std::get<1>(k) + "|" + std::get<2>(k) + "|";
         const std::string total = std::to_string(c.total);
         poner(cabeceras, clave + c.estado + "|" + total + "|" + total + "|" + c.concepto + "|" +
-                             std::to_string(c.usuario) + "|" + std::to_string(c.bloqueo) + "|" + c.cheque);
+                             std::to_string(c.usuario) + "|" + std::to_string(c.bloqueo) + "|" + c.cheque +
+                             "|" + (c.apertura ? "1" : "0") + "|" + c.norma);
         int n = 0;
         for (const LineaPlana& l : c.lineas)
             poner(lineas, clave + std::to_string(++n) + "|" + l.cuenta + "|" + l.auxiliar + "|" +
@@ -77,9 +156,10 @@ std::string Modelo::texto() const {
 
 std::string Modelo::leer(clsConexion& db) {
     const char* const consultas[] = {
-        "f_comp,documento,num_docum,estado,t_debe,t_haber,concepto,usuario,bloqueo_usuario,cheque from "
-        "ctcquorvel"
-        " order by f_comp,documento,num_docum",
+        "f_comp,documento,num_docum,estado,t_debe,t_haber,concepto,usuario,bloqueo_usuario,cheque,val("
+        "apertura),"
+        "ifrs"
+        " from ctcquorvel order by f_comp,documento,num_docum",
         "f_comp,documento,num_docum,secuencia,centro,auxiliar,debe_nacional,haber_nacional from ctdquorvel"
         " order by f_comp,documento,num_docum,secuencia",
         "c.f_comp,c.documento,c.num_docum,a.nombre from ctcquorvel c, ctdcomprad a where"
@@ -107,23 +187,30 @@ Simulacion::Simulacion(apoyo::Motor motor, unsigned semilla) : azar_(semilla) {
         std::ofstream(carpeta + "/nivo.ini") << "[nivo]\nbase=" << escena_.carpeta << "/\n";
         Ventana v;
         v.usuario = usuario;
-        v.p = std::make_unique<Pantalla>(escena_.conexion, carpeta, usuario);
-        v.p->abrir();
-        v.p->elegir("cmblibro", "CONTABLES");
-        v.c.concepto = "Inicio";
-        v.p->f.txtconcepto.SetText(v.c.concepto);
+        v.carpeta = carpeta;
+        (void)reabrir(v);
         ventanas_.push_back(std::move(v));
     }
 }
 
 const std::vector<Simulacion::Accion> Simulacion::ACCIONES = {
-    {"nuevo", 8, &Simulacion::nuevo},       {"llenar", 16, &Simulacion::llenar},
-    {"editar", 10, &Simulacion::editar},    {"cambiar_fecha", 6, &Simulacion::cambiar_fecha},
-    {"guardar", 26, &Simulacion::guardar},  {"buscar", 16, &Simulacion::buscar},
-    {"anular", 3, &Simulacion::anular},     {"eliminar", 4, &Simulacion::eliminar},
-    {"cortar", 5, &Simulacion::cortar},     {"copiar", 4, &Simulacion::copiar},
-    {"adjuntar", 6, &Simulacion::adjuntar}, {"quitar_adjunto", 2, &Simulacion::quitar_adjunto},
-    {"cheque", 3, &Simulacion::cheque},     {"generar_cierre", 1, &Simulacion::generar_cierre},
+    {"nuevo", 8, &Simulacion::nuevo},
+    {"llenar", 16, &Simulacion::llenar},
+    {"editar", 10, &Simulacion::editar},
+    {"cambiar_fecha", 6, &Simulacion::cambiar_fecha},
+    {"guardar", 26, &Simulacion::guardar},
+    {"buscar", 16, &Simulacion::buscar},
+    {"anular", 3, &Simulacion::anular},
+    {"eliminar", 4, &Simulacion::eliminar},
+    {"cortar", 5, &Simulacion::cortar},
+    {"copiar", 4, &Simulacion::copiar},
+    {"adjuntar", 6, &Simulacion::adjuntar},
+    {"quitar_adjunto", 2, &Simulacion::quitar_adjunto},
+    {"cheque", 3, &Simulacion::cheque},
+    {"generar_cierre", 3, &Simulacion::generar_cierre},
+    {"cerrar_anio", 4, &Simulacion::cerrar_anio},
+    {"apertura", 8, &Simulacion::apertura},
+    {"reabrir", 5, &Simulacion::reabrir},
 };
 
 std::string Simulacion::paso() {
@@ -146,7 +233,7 @@ std::string Simulacion::paso() {
     const std::string base = Modelo::leer(*db_), modelo = modelo_.texto();
     if (base != modelo) return "database:\n" + base + "\nmodel:\n" + modelo;
     for (const Ventana& w : ventanas_) {
-        std::string creido = w.c.concepto;
+        std::string creido = w.c.norma + (w.c.apertura ? "1" : "0") + w.c.concepto;
         for (const LineaPlana& l : w.c.lineas)
             creido += ";" + l.cuenta + "|" + l.auxiliar + "|" + std::to_string(l.debe) + "|" +
                       std::to_string(l.haber);
@@ -156,11 +243,24 @@ std::string Simulacion::paso() {
     return "";
 }
 
-std::string Simulacion::revisar() const { return revision(escena_); }
+std::string Simulacion::revisar() const {
+    constexpr std::size_t LISTADOS = 50; // the checker counts what is beyond
+    const std::set<std::string> esperados = modelo_.aperturas_distintas();
+    std::istringstream dichos(revision(escena_));
+    std::size_t n = 0;
+    for (std::string dicho; std::getline(dichos, dicho);) {
+        const bool cuenta = esperados.size() > LISTADOS && dicho.ends_with(" más");
+        if (!cuenta && esperados.count(dicho) == 0) return "checker: " + dicho;
+        n += cuenta ? 0 : 1;
+    }
+    const std::size_t debe = std::min(esperados.size(), LISTADOS);
+    return n == debe ? "" : "checker: " + std::to_string(n) + " findings instead of " + std::to_string(debe);
+}
 
 std::string Simulacion::mostrado(const Ventana& v) {
     const frmQuorvel& f = v.p->f;
-    std::string t = f.txtconcepto.Text();
+    std::string t =
+        f.cmbifrs.Text().substr(0, 1) + std::to_string(f.chkApertura.Value()) + f.txtconcepto.Text();
     for (int i = 0; i < f.grdDetalle.Rows(); ++i)
         t += ";" + f.grdDetalle.TextMatrix(i, 1) + "|" + f.grdDetalle.TextMatrix(i, 2) + "|" +
              formato(valnumeroformato(f.grdDetalle.TextMatrix(i, 3)), "0") + "|" +
@@ -170,19 +270,15 @@ std::string Simulacion::mostrado(const Ventana& v) {
 }
 
 void Simulacion::limpiar(Ventana& v) {
-    modelo_.desbloquear(v.usuario);
-    v.nuevo = true;
-    v.solo_lectura = v.cierre = false;
-    v.estado.clear();
-    v.c.lineas.clear();
-    v.c.adjuntos.clear();
+    renovar(v);
+    v.c = {v.c.concepto, "0", false, {}, {}};
     v.cortado_cheque.clear();
 }
 
 void Simulacion::renovar(Ventana& v) {
     modelo_.desbloquear(v.usuario);
     v.nuevo = true;
-    v.solo_lectura = v.cierre = false;
+    v.solo_lectura = v.cierre = v.es_cierre = false;
     v.estado.clear();
 }
 
@@ -226,6 +322,11 @@ std::string Simulacion::estorbo(const Ventana& v, const char* si_falta) const {
     return c->second.bloqueo != 0 && c->second.bloqueo != v.usuario ? SOLO_LECTURA : "";
 }
 
+std::string Simulacion::fecha_al_azar() {
+    const int anio = modelo_.periodo.anio - (al_azar(10) == 0 ? 1 : 0);
+    return DIAS[azar_() % std::size(DIAS)] + std::to_string(anio);
+}
+
 std::string Simulacion::nuevo(Ventana& v) {
     v.p->nuevo();
     limpiar(v);
@@ -235,10 +336,10 @@ std::string Simulacion::nuevo(Ventana& v) {
 std::string Simulacion::llenar(Ventana& v) {
     if (!v.nuevo || v.cierre) return nuevo(v);
     frmQuorvel& f = v.p->f;
-    f.mskF_comp.SetText(FECHAS[azar_() % std::size(FECHAS)]);
-    const std::string documento = DOCUMENTOS[azar_() % std::size(DOCUMENTOS)];
+    const std::string fecha = fecha_al_azar(), documento = DOCUMENTOS[azar_() % std::size(DOCUMENTOS)];
+    f.mskF_comp.SetText(fecha);
     v.p->elegir("cmbDocumento", documento);
-    const std::string propuesto = std::to_string(modelo_.propuesto(documento.substr(0, 3), "2024"));
+    const std::string propuesto = std::to_string(modelo_.propuesto(documento.substr(0, 3), fecha.substr(6)));
     if (f.txtNum_doc.Text() != propuesto) return "number " + propuesto + " instead of " + f.txtNum_doc.Text();
     if (al_azar(5) == 0) f.txtNum_doc.SetText(std::to_string(1 + al_azar(30)));
     v.c.concepto = "Glosa de O'Higgins " + std::to_string(paso_);
@@ -256,38 +357,40 @@ std::string Simulacion::editar(Ventana& v) {
 }
 
 std::string Simulacion::cambiar_fecha(Ventana& v) {
-    if (v.nuevo) v.p->f.mskF_comp.SetText(FECHAS[azar_() % std::size(FECHAS)]);
+    if (v.nuevo) v.p->f.mskF_comp.SetText(fecha_al_azar());
     return "";
 }
 
-bool Simulacion::conoce_cierre(const Ventana& v) const {
-    const Configuracion& k = v.p->f.config; // may be of a closing that was deleted and made again
-    return k.f_comp_cierre &&
-           modelo_.comprobantes.count({iso(fecha_dmy(*k.f_comp_cierre)), recortar(k.documento_cierre),
-                                       recortar(k.num_docum_cierre)}) != 0;
+PeriodoPlano Simulacion::creido(const Ventana& v) {
+    const Configuracion& k = v.p->f.config;
+    PeriodoPlano p{k.anio, std::nullopt};
+    if (k.f_comp_cierre)
+        p.cierre = {iso(fecha_dmy(*k.f_comp_cierre)), recortar(k.documento_cierre),
+                    recortar(k.num_docum_cierre)};
+    return p;
 }
 
 std::string Simulacion::guardar(Ventana& v) {
     const ClavePlana clave = v.nuevo ? v.clave_escrita() : v.clave;
     const std::int64_t debe = suma(v.c.lineas, &LineaPlana::debe);
     const std::string kind = v.p->f.cmbDocumento.Text();
-    const bool propio = v.cierre || (modelo_.cierre && clave == *modelo_.cierre);
-    const bool cerrado = modelo_.cerrado() && !propio;
+    const std::string creido_fuera = modelo_.fuera(creido(v), clave),
+                      fuera = modelo_.fuera(modelo_.periodo, clave);
     std::string esperado = GRABADO;
     if (!v.nuevo && (v.solo_lectura || v.estado != "P"))
         esperado.clear();
     else if (v.nuevo && kind == "(Ninguno)")
         esperado = "Ingrese tipo de documento";
-    else if (cerrado && conoce_cierre(v))
-        esperado = CERRADO;
+    else if (!creido_fuera.empty())
+        esperado = creido_fuera;
     else if (v.c.lineas.empty())
         esperado = "Ingrese detalle del comprobante";
     else if (debe != suma(v.c.lineas, &LineaPlana::haber))
         esperado = "Comprobante descuadrado";
     else if (v.nuevo && modelo_.comprobantes.count(clave) != 0)
         esperado = "Ya existe un comprobante contable";
-    else if (cerrado) // an older window learns of it when it saves
-        esperado = CERRADO;
+    else if (!fuera.empty()) // an older window learns of it when it saves
+        esperado = fuera;
     else if (!v.nuevo && !estorbo(v, "Problemas para actualizar cabecera").empty())
         esperado = estorbo(v, "Problemas para actualizar cabecera");
     const std::int64_t propuesto = v.p->f.estado.numero_propuesto;
@@ -303,7 +406,8 @@ std::string Simulacion::guardar(Ventana& v) {
             modelo_.ultimo_emitido[std::get<1>(clave)] = std::get<2>(clave);
     }
     v.cortado_cheque.clear();
-    if (v.cierre) modelo_.cierre = clave;
+    if (v.cierre) modelo_.periodo.cierre = clave;
+    v.es_cierre = v.es_cierre || v.cierre;
     v.nuevo = v.cierre = false;
     v.estado = "P";
     v.clave = clave;
@@ -317,12 +421,11 @@ std::string Simulacion::buscar(Ventana& v) {
     auto elegido = modelo_.comprobantes.begin();
     std::advance(elegido, al_azar(static_cast<int>(modelo_.comprobantes.size())));
     const auto& [fecha, documento, numero] = elegido->first;
-    const std::string dmy = fecha.substr(8) + "/" + fecha.substr(5, 2) + "/" + fecha.substr(0, 4);
     v.p->escritorio.al_abrir([&](ui::Form& forma) {
         auto& lista = dynamic_cast<ui::ctlConsulta&>(*forma.find("ctlConsulta1"));
         for (std::size_t i = 0; i < lista.rows().size(); ++i) {
             const auto& fila = lista.rows()[i];
-            if ((fila[0] == fecha || fila[0] == dmy) && recortar(fila[1]) == documento &&
+            if ((fila[0] == fecha || fila[0] == dmy(fecha)) && recortar(fila[1]) == documento &&
                 recortar(fila[2]) == numero)
                 return lista.pick(static_cast<int>(i));
         }
@@ -334,6 +437,7 @@ std::string Simulacion::buscar(Ventana& v) {
     v.nuevo = v.cierre = false;
     v.cortado_cheque.clear();
     v.clave = elegido->first;
+    v.es_cierre = modelo_.periodo.cierre == v.clave;
     v.estado = c.estado;
     v.c = c;
     if (c.estado == "X") v.c.adjuntos.clear(); // an annulled voucher's are kept, not shown
@@ -348,13 +452,13 @@ std::string Simulacion::anular(Ventana& v) {
     const bool activo = v.p->f.mnuAnular.Enabled();
     v.p->pulsar("mnuAnular");
     if (!activo) return "";
-    if (!v.nuevo && modelo_.cierre && v.clave == *modelo_.cierre)
-        return "Comprobante de Cierre anual no puede ser anulado";
+    if (v.es_cierre) return "Comprobante de Cierre anual no puede ser anulado";
     if (v.nuevo || v.estado != "P") return "Comprobante no válido";
     if (const std::string e = estorbo(v, "Comprobante no válido"); !e.empty()) return e;
     ComprobantePlano& c = modelo_.comprobantes[v.clave];
     for (const LineaPlana& l : c.lineas)
-        if (l.cuenta == "101001") modelo_.saldo_caja -= l.debe - l.haber;
+        if (l.cuenta == "101001" && std::get<0>(v.clave).starts_with("2024-06"))
+            modelo_.saldo_caja -= l.debe - l.haber;
     c.estado = v.estado = "X";
     c.concepto = v.c.concepto;
     c.usuario = v.usuario;
@@ -434,18 +538,62 @@ std::string Simulacion::cheque(Ventana& v) {
 }
 
 std::string Simulacion::generar_cierre(Ventana& v) {
-    const bool rehacer = !v.nuevo && modelo_.cierre && v.clave == *modelo_.cierre;
-    if (rehacer) return ""; // would add the same lines again
-    const bool movimientos = std::any_of(modelo_.comprobantes.begin(), modelo_.comprobantes.end(),
-                                         [](const auto& par) { return !par.second.lineas.empty(); });
+    const PeriodoPlano& p = modelo_.periodo;
+    if (v.es_cierre && p.cierre) return ""; // would add the same lines again
     v.p->escritorio.responder(ui::Answer::yes);
     v.p->pulsar("mnuGenerarCierre");
-    if (modelo_.cerrado()) return "Comprobante de Cierre ya fue Generado";
-    if (!movimientos) return "Antes de Generar Comprobante de Cierre debe ingresar";
+    if (p.cierre && modelo_.comprobantes.count(*p.cierre) != 0)
+        return "Comprobante de Cierre ya fue Generado";
+    if (!modelo_.tiene_movimientos(p.anio)) return "Antes de Generar Comprobante de Cierre debe ingresar";
     limpiar(v);
     v.cierre = true;
-    v.c.concepto = "CIERRE ANUAL DEL AÑO 2024";
+    v.c.concepto = "CIERRE ANUAL DEL AÑO " + std::to_string(p.anio);
     leer_lineas(v);
+    return al_azar(2) == 0 ? guardar(v) : "";
+}
+
+std::string Simulacion::cerrar_anio(Ventana& v) {
+    PeriodoPlano& p = modelo_.periodo;
+    v.p->escritorio.responder(ui::Answer::yes);
+    v.p->pulsar("mnuCerrarAnio");
+    if (p.cierre) {
+        if (!modelo_.resultados_en_cero()) return "Comprobante de Cierre tiene errores";
+        p = {p.anio + 1, std::nullopt};
+    } else if (p.anio == PeriodoPlano{}.anio || modelo_.empezado() || !modelo_.numerado()) {
+        return "Antes de Cerrar el Año de debe Generar el Comprobante de Cierre";
+    } // else: taken for a close that was cut off before the numbers began anew
+    for (auto& [documento, numero] : modelo_.ultimo_emitido) numero = "0";
+    limpiar(v);
+    return "Cierre Anual de " + std::to_string(p.anio - 1) + " Completado con éxito";
+}
+
+std::string Simulacion::apertura(Ventana& v) {
+    const int anio = modelo_.periodo.anio, norma = (al_azar(5) + 1) / 2;
+    (void)nuevo(v);
+    v.p->f.mskF_comp.SetText("01/01/" + std::to_string(anio));
+    v.p->elegir("cmbDocumento", DOCUMENTOS[0]);
+    v.p->f.cmbifrs.SetListIndex(norma);
+    v.c.norma = std::to_string(norma);
+    v.p->escritorio.responder(ui::Answer::yes);
+    v.p->pulsar(al_azar(2) == 0 ? "mnuApertura" : "mnuAperturaDoc");
+    if (norma == 0) return "Seleccione la norma TRIBUTARIA o IFRS";
+    if (!modelo_.tiene_movimientos(anio - 1))
+        return "Empresa no tiene movimientos en año " + std::to_string(anio - 1);
+    v.c.apertura = true;
+    v.c.lineas = modelo_.apertura(anio, v.c.norma);
+    return al_azar(2) == 0 ? guardar(v) : "";
+}
+
+/// The only way for a window to learn that another one has closed the year.
+std::string Simulacion::reabrir(Ventana& v) {
+    v.p.reset();
+    modelo_.desbloquear(v.usuario);
+    v.p = std::make_unique<Pantalla>(escena_.conexion, v.carpeta, v.usuario);
+    v.p->abrir();
+    v.p->elegir("cmblibro", "CONTABLES");
+    limpiar(v);
+    v.c.concepto = "Inicio";
+    v.p->f.txtconcepto.SetText(v.c.concepto);
     return "";
 }
 

@@ -4,6 +4,7 @@
 #include <map>
 #include <memory>
 #include <random>
+#include <set>
 
 namespace quorvel::fallas {
 
@@ -17,7 +18,8 @@ struct LineaPlana {
 using ClavePlana = std::tuple<std::string, std::string, std::string>;
 /// What a voucher says.
 struct ContenidoPlano {
-    std::string concepto;
+    std::string concepto, norma = "0";
+    bool apertura = false;
     std::vector<LineaPlana> lineas;
     std::vector<std::string> adjuntos;
 };
@@ -27,21 +29,41 @@ struct ComprobantePlano : ContenidoPlano {
     std::int64_t total = 0;
 };
 
+/// The open year, as the company has it or as a window still believes.
+struct PeriodoPlano {
+    int anio = 2024;
+    std::optional<ClavePlana> cierre; ///< recorded, perhaps deleted since
+};
+
 /// The plain model of the company: maps and rules, no database.
 class Modelo {
 public:
     std::map<ClavePlana, ComprobantePlano> comprobantes;
     std::map<std::string, std::string> ultimo_emitido{{"001", "0"}, {"002", "0"}};
-    std::optional<ClavePlana> cierre;
-    std::int64_t saldo_caja = 0; ///< what annulments have taken from 101001 in June
+    PeriodoPlano periodo;
+    std::int64_t saldo_caja = 0; ///< what annulments have taken from 101001 in June 2024
 
     void desbloquear(int usuario);
     void bloquear(const ClavePlana& clave, int usuario);
     [[nodiscard]] std::int64_t propuesto(const std::string& documento, const std::string& anio) const;
-    [[nodiscard]] bool cerrado() const { return cierre && comprobantes.count(*cierre) != 0; }
+    /// Why a voucher of this key cannot be saved in the period; empty when it can.
+    [[nodiscard]] std::string fuera(const PeriodoPlano& p, const ClavePlana& clave) const;
+    [[nodiscard]] bool tiene_movimientos(int anio) const;
+    [[nodiscard]] bool resultados_en_cero() const;
+    [[nodiscard]] bool empezado() const; ///< the open year has vouchers
+    [[nodiscard]] bool numerado() const; ///< some kind has had a number since its year began
+    /// The lines that an opening of the year must have.
+    [[nodiscard]] std::vector<LineaPlana> apertura(int anio, const std::string& norma) const;
+    /// What the checker must say of each opening that is no longer what the year before left.
+    [[nodiscard]] std::set<std::string> aperturas_distintas() const;
     /// All of it, as leer() reads it from the database.
     [[nodiscard]] std::string texto() const;
     [[nodiscard]] static std::string leer(clsConexion& db);
+
+private:
+    /// Debit less credit by account and auxiliary, of a year's balance-sheet accounts but the result's own.
+    [[nodiscard]] std::map<std::pair<std::string, std::string>, std::int64_t>
+    saldos(int anio, const std::string& norma) const;
 };
 
 /// Several screens on one database, worked at random; after each step database, screens and model agree.
@@ -50,7 +72,7 @@ public:
     Simulacion(apoyo::Motor motor, unsigned semilla);
     /// One random action of one screen. @return what does not agree, empty when all does
     [[nodiscard]] std::string paso();
-    /// What the checker says.
+    /// What the checker says and should not, or does not say and should.
     [[nodiscard]] std::string revisar() const;
     [[nodiscard]] const std::string& ultima() const { return ultima_; }
 
@@ -58,9 +80,11 @@ private:
     /// One window and what the model believes it shows.
     struct Ventana {
         std::unique_ptr<pruebas::Pantalla> p;
+        std::string carpeta;
         int usuario = 0;
         bool nuevo = true, solo_lectura = false;
-        bool cierre = false; ///< generated and not saved yet
+        bool cierre = false;    ///< generated and not saved yet
+        bool es_cierre = false; ///< what is shown was the open year's closing voucher when it was loaded
         std::string estado;
         ClavePlana clave; ///< of the loaded voucher
         ContenidoPlano c;
@@ -88,16 +112,20 @@ private:
     std::string quitar_adjunto(Ventana& v);
     std::string cheque(Ventana& v);
     std::string generar_cierre(Ventana& v);
+    std::string cerrar_anio(Ventana& v);
+    std::string apertura(Ventana& v);
+    std::string reabrir(Ventana& v);
 
     [[nodiscard]] int al_azar(int hasta) { return static_cast<int>(azar_() % static_cast<unsigned>(hasta)); }
+    [[nodiscard]] std::string fecha_al_azar(); ///< mostly of the open year
     void poner_lineas(Ventana& v, bool cuadrado);
     void renovar(Ventana& v);
     void limpiar(Ventana& v);
     void leer_lineas(Ventana& v);
     /// The message of a change to a stored voucher that somebody else has changed meanwhile; empty when none.
     [[nodiscard]] std::string estorbo(const Ventana& v, const char* si_falta) const;
-    /// The window's own configuration says that the year has its closing voucher.
-    [[nodiscard]] bool conoce_cierre(const Ventana& v) const;
+    /// The window's own configuration: another window may have closed the year since.
+    [[nodiscard]] static PeriodoPlano creido(const Ventana& v);
     [[nodiscard]] static std::string mostrado(const Ventana& v);
 
     std::mt19937 azar_;

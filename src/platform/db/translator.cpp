@@ -66,13 +66,14 @@ private:
     }
     // --- writing
     void put(std::string_view text) {
-        if (!out_.empty() && out_.back() != '(' && out_.back() != '.' && text != ")" && text != "," &&
+        if (!out_.empty() && out_.back() != '(' && !behind_point_ && text != ")" && text != "," &&
             text != "." && text != "(")
             out_ += ' ';
         else if (text == "(" && !out_.empty() && lexer::class_of(out_.back()) == lexer::other &&
                  out_.back() != '(')
             out_ += ' ';
         out_ += text;
+        behind_point_ = text == ".";
     }
     [[nodiscard]] const char* text_equality() const {
         return engine_ == Engine::sqlite ? " collate rtrim" : "::bpchar";
@@ -377,6 +378,7 @@ private:
     Engine engine_;
     bool lifting_ = false;
     std::string out_;
+    bool behind_point_ = false; ///< of a qualified name; a number may end with one as well
     Translation result_;
 };
 

@@ -19,6 +19,8 @@ std::string sin_bordes(std::string_view t) {
     return std::string(t);
 }
 
+constexpr std::string_view BOM = "\xEF\xBB\xBF";
+
 /// Lines with their own ends.
 std::vector<std::string> read_lines(const fs::path& path) {
     std::ifstream in(path, std::ios::binary);
@@ -30,7 +32,6 @@ std::vector<std::string> read_lines(const fs::path& path) {
         lines.push_back(all.substr(from, next - from));
         from = next;
     }
-    constexpr std::string_view BOM = "\xEF\xBB\xBF";
     if (!lines.empty() && lines[0].starts_with(BOM)) {
         lines.insert(lines.begin(), std::string(BOM)); // a line of its own, so that it is kept
         lines[1].erase(0, BOM.size());
@@ -133,7 +134,8 @@ bool SettingsFile::set(std::string_view section, std::string_view key, std::stri
     }
     const std::string entry = std::string(key) + "=" + clean + eol;
     const std::size_t at = place.section_end.value_or(lines.size());
-    if (at > 0 && !lines[at - 1].ends_with('\n') && lines[at - 1] != "\xEF\xBB\xBF") lines[at - 1] += eol;
+    const bool only_mark = at == 1 && lines[0] == BOM; // the first line goes behind it
+    if (at > 0 && !lines[at - 1].ends_with('\n') && !only_mark) lines[at - 1] += eol;
     if (place.section_end)
         lines.insert(lines.begin() + static_cast<std::ptrdiff_t>(at), entry);
     else

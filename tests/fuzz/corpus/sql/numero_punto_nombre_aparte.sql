@@ -1,0 +1,1 @@
+select 5. e,a. b from t
