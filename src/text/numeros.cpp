@@ -126,6 +126,7 @@ Decimal Decimal::leer(std::string_view chileno) {
     while (i < texto.size() && es_digito(texto[i])) c.entero += texto[i++];
     if (i < texto.size() && texto[i] == '.')
         for (++i; i < texto.size() && es_digito(texto[i]); ++i) c.decimales += texto[i];
+    c.entero.erase(0, std::min(c.entero.find_first_not_of('0'), c.entero.size()));
     if (c.entero.size() > 24) return {};
     if (c.entero.empty()) c.entero = "0";
     redondear(c, 6, Mitad::fuera);
