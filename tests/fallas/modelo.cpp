@@ -10,6 +10,7 @@
 #include <filesystem>
 #include <fstream>
 #include <sstream>
+#include <utility>
 
 namespace quorvel::fallas {
 
@@ -405,7 +406,7 @@ std::string Simulacion::guardar(Ventana& v) {
         if (val_entero(std::get<2>(clave)) >= propuesto)
             modelo_.ultimo_emitido[std::get<1>(clave)] = std::get<2>(clave);
     }
-    v.cortado_cheque.clear();
+    v.cargado_cheque = std::exchange(v.cortado_cheque, "");
     if (v.cierre) modelo_.periodo.cierre = clave;
     v.es_cierre = v.es_cierre || v.cierre;
     v.nuevo = v.cierre = false;
@@ -436,6 +437,7 @@ std::string Simulacion::buscar(Ventana& v) {
     modelo_.desbloquear(v.usuario);
     v.nuevo = v.cierre = false;
     v.cortado_cheque.clear();
+    v.cargado_cheque = c.cheque;
     v.clave = elegido->first;
     v.es_cierre = modelo_.periodo.cierre == v.clave;
     v.estado = c.estado;
@@ -487,7 +489,7 @@ std::string Simulacion::cortar(Ventana& v) {
     if (v.nuevo || v.estado != "P") return "Comprobante no válido";
     if (estorbo(v, "") == SOLO_LECTURA) return SOLO_LECTURA;
     const auto c = modelo_.comprobantes.find(v.clave);
-    if (c != modelo_.comprobantes.end()) v.cortado_cheque = c->second.cheque;
+    v.cortado_cheque = c != modelo_.comprobantes.end() ? c->second.cheque : v.cargado_cheque;
     modelo_.comprobantes.erase(v.clave);
     renovar(v);
     return "";

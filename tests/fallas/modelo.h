@@ -88,6 +88,7 @@ private:
         std::string estado;
         ClavePlana clave; ///< of the loaded voucher
         ContenidoPlano c;
+        std::string cargado_cheque; ///< as the window knows it
         std::string cortado_cheque; ///< of the voucher that was cut, until it is saved again
         [[nodiscard]] ClavePlana clave_escrita() const;
     };

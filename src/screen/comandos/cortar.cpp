@@ -48,10 +48,12 @@ void cortar(frmQuorvel& f) {
             "modificar la fecha y numero de comprobante, no olvide presionar el botón actualizar una vez "
             "realizado los cambios, porque sino graba el comprobante este se elimina"))
         return;
-    // Read again: a cheque may have been issued since the voucher was opened.
+    // Read again: a cheque may have been issued since the voucher was opened. One that is gone already was
+    // deleted by the last try, whose answer was lost.
     const Clave clave = f.estado.cargado->clave();
-    const auto guardado = leer_cabecera(*f.glbdb, clave.empresa, clave.f_comp, clave.documento,
-                                        clave.num_docum, clave.subsistema);
+    if (const auto guardado = leer_cabecera(*f.glbdb, clave.empresa, clave.f_comp, clave.documento,
+                                            clave.num_docum, clave.subsistema))
+        f.estado.cargado->cheque = guardado->cheque;
     f.borrador->obligar(); // from the deletion until it is saved again it exists nowhere else
     if (!f.borrador->anotar() &&
         !f.pregunta(
@@ -61,8 +63,7 @@ void cortar(frmQuorvel& f) {
     const std::string error =
         EliminarComprobante(*f.glbdb, clave, f.estado.cargado->comprobante_adjunto, f.glbUsuario);
     if (!error.empty()) return f.critico(error);
-    // one that is gone already was deleted by the last try, whose answer was lost
-    f.estado.cortado = guardado ? guardado : f.estado.cargado;
+    f.estado.cortado = f.estado.cargado;
     RenovarComprobante(f); // the attachment set stays: its files are where they were
 }
 
