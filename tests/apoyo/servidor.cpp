@@ -53,20 +53,13 @@ std::string como_usuario(const std::string& orden) {
 
 Servidor::Servidor(const std::string& opciones)
     : opciones_(opciones), bin_(binarios()), carpeta_(carpeta_propia()) {
-    arrancar("initdb -A trust -U postgres -E UTF8 --locale=C.UTF-8 --no-sync -D " + datos());
+    arrancar("initdb -k -A trust -U postgres -E UTF8 --locale=C.UTF-8 --no-sync -D " + datos());
 }
 
 Servidor::Servidor(Servidor& principal, const std::string& opciones)
     : opciones_(opciones), bin_(binarios()), carpeta_(carpeta_propia()) {
-    arrancar("pg_basebackup -h 127.0.0.1 -p " + std::to_string(principal.puerto_) +
-             " -U postgres -R -X stream -C -S reserva -c fast --no-sync -D " + datos());
-    (void)principal.administrar("alter system set synchronous_standby_names='*'");
-    (void)principal.administrar("select pg_reload_conf()");
-    const char* const siguen = "select count(*) from pg_stat_replication where sync_state='sync'";
-    for (int i = 0; principal.administrar(siguen) != "1"; ++i) {
-        if (i == 200) throw std::runtime_error("the standby does not follow");
-        std::this_thread::sleep_for(std::chrono::milliseconds(50));
-    }
+    arrancar(copia_de(principal));
+    principal.esperar_reserva();
 }
 
 Servidor::~Servidor() {
@@ -104,6 +97,20 @@ void Servidor::levantar(const std::string& mas) {
     ejecutar(pg_ctl("-l " + datos() + ".log -w -o " + opciones + " start"));
 }
 
+void Servidor::seguir(Servidor& principal, Regreso como) {
+    if (como == Regreso::copia) {
+        fs::remove_all(datos());
+        ejecutar(como_usuario(bin_.string() + "/" + copia_de(principal)));
+    } else {
+        (void)principal.administrar("checkpoint"); // its control file names the new timeline from then on
+        (void)principal.administrar("select pg_create_physical_replication_slot('reserva')");
+        ejecutar(como_usuario(bin_.string() + "/pg_rewind -R --no-sync -D " + datos() +
+                              " --source-server=" + principal.conexion("postgres")));
+    }
+    levantar();
+    principal.esperar_reserva();
+}
+
 void Servidor::promover() { ejecutar(pg_ctl("-w promote")); }
 
 std::string Servidor::conexion(const std::string& base) const {
@@ -112,6 +119,29 @@ std::string Servidor::conexion(const std::string& base) const {
 
 std::string Servidor::pg_ctl(const std::string& orden) const {
     return como_usuario((bin_ / "pg_ctl").string() + " -D " + datos() + " " + orden);
+}
+
+std::string Servidor::copia_de(const Servidor& principal) const {
+    return "pg_basebackup -h 127.0.0.1 -p " + std::to_string(principal.puerto_) +
+           " -U postgres -R -X stream -C -S reserva -c fast --no-sync -D " + datos();
+}
+
+void Servidor::confirmar_con(const std::string& reserva) const {
+    (void)administrar("alter system set synchronous_standby_names='" + reserva + "'");
+    (void)administrar("select pg_reload_conf()");
+    while (administrar("show synchronous_standby_names") != reserva)
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    (void)administrar(
+        "checkpoint"); // who does it is who tells the commits to wait, and reads the settings first
+}
+
+void Servidor::esperar_reserva() const {
+    confirmar_con("*");
+    for (int i = 0; administrar("select count(*) from pg_stat_replication where sync_state='sync'") != "1";
+         ++i) {
+        if (i == 200) throw std::runtime_error("the standby does not follow");
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    }
 }
 
 /// @param crear the program that makes the data folder, with its arguments

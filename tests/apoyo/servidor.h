@@ -23,10 +23,16 @@ public:
     std::string nueva(const std::string& modelo = "template1");
     /// Runs a statement outside of the vouchers' databases. @return its first cell
     std::string administrar(const std::string& sql) const;
+    /// From now on each commit waits until a standby of this name, "*" for any, has it as well.
+    void confirmar_con(const std::string& reserva) const;
     /// Ends it as a power cut does. Returns when nothing of it lives.
     void caer();
     /// Starts it again. @param mas further options
     void levantar(const std::string& mas = "");
+    /// How a server that fell comes back behind the one that took its place.
+    enum class Regreso { rebobinado, copia };
+    /// Follows that one from now on, without whatever it alone had.
+    void seguir(Servidor& principal, Regreso como);
     /// The standby becomes a server that can be written.
     void promover();
     [[nodiscard]] std::string conexion(const std::string& base) const;
@@ -35,6 +41,8 @@ public:
 private:
     [[nodiscard]] std::string datos() const { return (carpeta_ / "datos").string(); }
     [[nodiscard]] std::string pg_ctl(const std::string& orden) const;
+    [[nodiscard]] std::string copia_de(const Servidor& principal) const;
+    void esperar_reserva() const;
     void arrancar(const std::string& crear);
     void vigilar() const;
 

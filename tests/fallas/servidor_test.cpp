@@ -146,8 +146,7 @@ TEST(ServidorVuelve, ElCommitEnVueloSeAverigua) {
         Puesto puesto(e, e.conexion);
         puesto.preparar(t);
         Servidor& s = casa().servidor;
-        (void)s.administrar("alter system set synchronous_standby_names='nadie'"); // commits wait from now on
-        (void)s.administrar("select pg_reload_conf()");
+        s.confirmar_con("nadie");
         std::thread golpe([&] {
             esperar_commit(s);
             s.caer();
@@ -221,15 +220,29 @@ std::string cambiar_de_servidor(Puesto& puesto, const Trabajo& t, Servidor& prin
     return dicho;
 }
 
-TEST(Reserva, PromovidaTieneTodoLoConfirmado) {
+/// The old primary comes back unasked, before the new one in the connection text, and falls again.
+void grabar_en_el_viejo(Servidor& viejo, const Trabajo& t, const Escena& e) {
+    viejo.levantar();
+    Puesto puesto(e, e.conexion);
+    puesto.p.comprobante("666");
+    std::thread golpe([&] {
+        esperar_commit(viejo);
+        viejo.caer();
+    });
+    EXPECT_EQ(puesto.hacer(t, nada), "Se perdió la conexión con la base de datos, el cambio no quedó hecho");
+    golpe.join();
+}
+
+TEST(Reserva, PromovidaPorTurnosTieneTodoLoConfirmado) {
     const Trabajo& t = trabajo("grabar_nuevo");
-    auto principal = std::make_unique<Servidor>();
-    const std::string carpeta = carpeta_nueva(), nombre = nombre_de_base(principal->nueva());
-    sembrar({principal->conexion(nombre), carpeta});
+    Servidor uno;
+    const std::string carpeta = carpeta_nueva(), nombre = nombre_de_base(uno.nueva());
+    sembrar({uno.conexion(nombre), carpeta});
+    Servidor dos(uno);
+    Servidor *principal = &uno, *reserva = &dos;
     Numeros confirmados;
     for (const Momento* m : {&MOMENTOS[1], &MOMENTOS[2], static_cast<const Momento*>(nullptr)}) {
         SCOPED_TRACE(m != nullptr ? m->nombre : "commit in flight");
-        auto reserva = std::make_unique<Servidor>(*principal);
         const Escena e{a_los_dos(*principal, *reserva, nombre), carpeta};
         Puesto puesto(e, e.conexion);
         grabar(puesto, 5, confirmados);
@@ -245,10 +258,14 @@ TEST(Reserva, PromovidaTieneTodoLoConfirmado) {
         confirmados.push_back(puesto.p.f.txtNum_doc.Text());
         puesto.p.nuevo();
         grabar(puesto, 3, confirmados);
-        principal = std::move(reserva);
+        std::swap(principal, reserva);
+        grabar_en_el_viejo(*reserva, t, {a_los_dos(*reserva, *principal, nombre), carpeta});
+        reserva->seguir(*principal,
+                        m == &MOMENTOS[1] ? Servidor::Regreso::copia : Servidor::Regreso::rebobinado);
+        grabar(puesto, 1, confirmados);
         todos_estan({principal->conexion(nombre), carpeta}, confirmados);
     }
-    EXPECT_EQ(confirmados.size(), 3U * (5 + 1 + 3));
+    EXPECT_EQ(confirmados.size(), 3U * (5 + 1 + 3 + 1));
 }
 
 } // namespace
