@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <csignal>
 #include <fstream>
 #include <functional>
 #include <map>
@@ -400,12 +401,70 @@ TEST(RespaldoMuerte, queda_la_base_de_antes_o_la_del_respaldo) {
     EXPECT_FALSE(fs::exists(lugar + "/adjunto/.restaurando-OTRA.DB"));
 }
 
+/// Kills the program that this process waits for.
+void matar_hijo() {
+    pid_t hijo = 0;
+    if (std::ifstream("/proc/thread-self/children") >> hijo) kill(hijo, SIGKILL);
+}
+
+/// Whose backend still works on what its dead program asked for is in the database.
+void esperar_a_estar_solo(const std::string& conexion) {
+    const auto base = abrir_base(conexion, Abrir::existente);
+    while (base->consultar("select count(*) from pg_stat_activity where datname=current_database()")[0][0] !=
+           "1")
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
+}
+
+class RespaldoMuerteServidor : public ::testing::TestWithParam<bool> {};
+INSTANTIATE_TEST_SUITE_P(Quien, RespaldoMuerteServidor, ::testing::Bool(),
+                         [](const auto& i) { return i.param ? "pg_restore" : "quorvel"; });
+
+TEST_P(RespaldoMuerteServidor, queda_la_base_de_antes_o_la_del_respaldo) {
+    const std::string carpeta = apoyo::carpeta_nueva(), base = apoyo::conexion_nueva(Motor::postgres),
+                      copia = carpeta + "/copia";
+    crear_demo(base);
+    escribir(carpeta_de(base, carpeta) / "5/a", "a");
+    (void)respaldar(base, copia, carpeta, CALLADO);
+    const std::string nuevo = todo(base);
+    abrir_base(base, Abrir::existente)->ejecutar("update ctcquorvel set concepto='anterior'");
+    const std::string viejo = todo(base);
+    std::map<std::string, int> quedaron;
+    for (int n = 1, muertes = 0;; n += 12, ++muertes) {
+        SCOPED_TRACE(n);
+        const std::string otra = apoyo::copia_de(base), lugar = apoyo::carpeta_nueva();
+        apoyo::Proceso p([&]() -> std::string {
+            const auto morir_en = [n, oidas = 0](const std::string& que, long hechas, long total) mutable {
+                if (que != "Restaurando la base de datos" || hechas == 0 || hechas == total || ++oidas != n)
+                    return;
+                GetParam() ? matar_hijo() : apoyo::morir();
+            };
+            return error_de([&] { (void)restaurar(copia, otra, lugar, true, morir_en); });
+        });
+        const apoyo::Final f = p.esperar();
+        esperar_a_estar_solo(otra);
+        const std::string ahora = todo(otra);
+        EXPECT_TRUE(ahora == viejo || ahora == nuevo);
+        EXPECT_EQ(unir(revisar(otra)), "");
+        ++quedaron[ahora == viejo ? "viejo" : "nuevo"];
+        const bool entera = !f.matado && f.texto.empty();
+        EXPECT_EQ(fs::exists(carpeta_de(otra, lugar) / "5/a"), entera) << "files come with their database";
+        if (entera) {
+            RecordProperty("muertes", muertes);
+            break;
+        }
+        EXPECT_TRUE(f.matado || f.texto == "pg_restore: no terminó bien") << f.texto;
+    }
+    EXPECT_GT(quedaron["viejo"], 3) << "too few points to die at";
+    EXPECT_GE(quedaron["nuevo"], 1);
+}
+
 TEST(RespaldoServidor, la_clave_no_va_en_la_linea_de_la_orden) {
     const std::string carpeta = apoyo::carpeta_nueva(), destino = carpeta + "/copia";
     std::string conexion = apoyo::conexion_nueva(Motor::postgres);
     conexion.insert(conexion.find('@'), ":secre'ta");
-    escribir(carpeta + "/pg_dump", "#!/bin/sh\necho \"$@\" >" + carpeta + "/orden\nprintenv PGPASSWORD >" +
-                                       carpeta + "/clave\necho 'server version mismatch' >&2\nexit 1\n");
+    escribir(carpeta + "/pg_dump",
+             "#!/bin/sh\necho \"$@\" >" + carpeta + "/orden\nprintenv PGPASSWORD >" + carpeta +
+                 "/clave\necho 'pg_dump: error: server version mismatch' >&2\nexit 1\n");
     fs::permissions(carpeta + "/pg_dump", fs::perms::owner_all);
     const std::string camino = std::getenv("PATH");
     setenv("PATH", (carpeta + ":" + camino).c_str(), 1);
@@ -414,7 +473,7 @@ TEST(RespaldoServidor, la_clave_no_va_en_la_linea_de_la_orden) {
     fs::remove(carpeta + "/pg_dump");
     const std::string sin_programa = error_de([&] { (void)respaldar(conexion, destino, carpeta, CALLADO); });
     setenv("PATH", camino.c_str(), 1);
-    EXPECT_EQ(error, "server version mismatch");
+    EXPECT_EQ(error, "pg_dump: error: server version mismatch");
     EXPECT_NE(leer(carpeta + "/orden").find("user='postgres'"), std::string::npos);
     EXPECT_EQ(leer(carpeta + "/orden").find("secre"), std::string::npos);
     EXPECT_EQ(leer(carpeta + "/clave"), "secre'ta\n");

@@ -1,7 +1,7 @@
 // Goal: whatever several people do in whatever order, database, screens and a plain model agree, and the
 // checker finds nothing. Method: seeded random sequences over three windows of two users on both engines.
 // Longer runs and a failing seed again: ./test --modelo STEPS [SEED]
-#include "fallas/modelo.h"
+#include "fallas/simulacion.h"
 
 #include <gtest/gtest.h>
 

@@ -34,14 +34,20 @@ std::vector<std::string> entorno_con(const std::vector<std::string>& propios) {
     return entorno;
 }
 
-/// Everything until the other side is closed, without the last line end.
-std::string leer_todo(int fd) {
-    std::string texto;
+/// Listens until the other side is closed. @return the lines that tell why it fails
+std::string oir(int fd, const Oyente& oye) {
+    std::string motivo, resto;
+    const auto linea = [&](const std::string& texto) {
+        if (!texto.empty() && oye(texto)) motivo += (motivo.empty() ? "" : "\n") + texto;
+    };
     std::array<char, 4096> parte{};
-    for (ssize_t n; (n = read(fd, parte.data(), parte.size())) > 0 || (n < 0 && errno == EINTR);)
-        if (n > 0) texto.append(parte.data(), static_cast<std::size_t>(n));
-    while (texto.ends_with('\n')) texto.pop_back();
-    return texto;
+    for (ssize_t n; (n = read(fd, parte.data(), parte.size())) > 0 || (n < 0 && errno == EINTR);) {
+        if (n > 0) resto.append(parte.data(), static_cast<std::size_t>(n));
+        for (std::size_t fin; (fin = resto.find('\n')) != std::string::npos; resto.erase(0, fin + 1))
+            linea(resto.substr(0, fin));
+    }
+    linea(resto);
+    return motivo;
 }
 
 int esperar(pid_t hijo) {
@@ -54,7 +60,7 @@ int esperar(pid_t hijo) {
 } // namespace
 
 void ejecutar_programa(const std::vector<std::string>& orden, const std::vector<std::string>& ambiente,
-                       const std::string& paquete) {
+                       const std::string& paquete, const Oyente& oye) {
     const std::vector<std::string> entorno = entorno_con(ambiente);
     std::array<int, 2> tubo{};
     if (pipe2(tubo.data(), O_CLOEXEC) != 0) throw std::runtime_error(std::strerror(errno));
@@ -68,7 +74,7 @@ void ejecutar_programa(const std::vector<std::string>& orden, const std::vector<
                                    punteros(entorno).data());
     posix_spawn_file_actions_destroy(&archivos);
     close(tubo[1]);
-    const std::string dicho = error == 0 ? leer_todo(tubo[0]) : "";
+    const std::string dicho = error == 0 ? oir(tubo[0], oye) : "";
     close(tubo[0]);
     if (error == ENOENT)
         throw std::runtime_error("No se encuentra el programa " + orden[0] + ": instale el paquete " +

@@ -5,6 +5,7 @@
 #include <libpq-fe.h>
 
 #include <chrono>
+#include <set>
 #include <thread>
 
 namespace quorvel {
@@ -41,11 +42,38 @@ Partes partir(const std::string& conexion) {
     return partes;
 }
 
-/// A program of the server's makers, at work on one database and asking nobody anything.
-void ejecutar(const std::string& conexion, std::vector<std::string> orden) {
+/// Whatever the language: a failure is told from this line on.
+bool dice_por_que(const std::string& linea) { return linea.find("error") != std::string::npos; }
+
+/// A program of the server's makers, at work on one database and asking nobody anything. It names each object
+/// as it comes to it: that many of the total are done.
+void ejecutar(const std::string& conexion, std::vector<std::string> orden, const char* que, long total,
+              const Avance& avance) {
     const Partes partes = partir(conexion);
-    orden.insert(orden.begin() + 1, {"--no-password", "--dbname", partes.publica});
-    ejecutar_programa(orden, partes.secretos, PAQUETE);
+    orden.insert(orden.begin() + 1, {"--verbose", "--no-password", "--dbname", partes.publica});
+    avance(que, 0, total);
+    ejecutar_programa(orden, partes.secretos, PAQUETE,
+                      [&, hechos = 0L, falla = false](const std::string& linea) mutable {
+                          if (linea.find("public.") != std::string::npos) avance(que, hechos++, total);
+                          return falla = falla || dice_por_que(linea);
+                      });
+    avance(que, total, total);
+}
+
+long tablas(Base& base) {
+    std::set<std::string> nombres;
+    for (const auto& columna : base.columnas()) nombres.insert(columna[0]);
+    return static_cast<long>(nombres.size());
+}
+
+long objetos(const std::string& archivo) {
+    long n = 0;
+    ejecutar_programa({"pg_restore", "--list", "--file=/dev/stderr", archivo}, {}, PAQUETE,
+                      [&](const std::string& linea) {
+                          n += linea.find(" public ") != std::string::npos ? 1 : 0;
+                          return dice_por_que(linea);
+                      });
+    return n;
 }
 
 std::unique_ptr<Base> sacar(const std::string& conexion, const fs::path& archivo, const Avance& avance) {
@@ -53,10 +81,10 @@ std::unique_ptr<Base> sacar(const std::string& conexion, const fs::path& archivo
     base->ejecutar("begin isolation level repeatable read read only;"
                    " set local idle_in_transaction_session_timeout = 0");
     const std::string momento = base->consultar("select pg_export_snapshot()")[0][0];
-    avance("Copiando la base de datos", 0, 1);
-    ejecutar(conexion, {"pg_dump", "--format=custom", "--snapshot=" + momento,
-                        "--file=" + fs::absolute(archivo).string()});
-    avance("Copiando la base de datos", 1, 1);
+    ejecutar(
+        conexion,
+        {"pg_dump", "--format=custom", "--snapshot=" + momento, "--file=" + fs::absolute(archivo).string()},
+        "Copiando la base de datos", tablas(*base), avance);
     return base;
 }
 
@@ -83,10 +111,9 @@ public:
         // Whoever restores owns what comes; what others may do comes with the tables and wants their roles.
         std::vector<std::string> orden = {"pg_restore", "--single-transaction", "--no-owner"};
         if (reemplazar_) orden.insert(orden.end(), {"--clean", "--if-exists"});
-        orden.push_back(fs::absolute(archivo).string());
-        avance("Restaurando la base de datos", 0, 1);
-        ejecutar(conexion_, std::move(orden));
-        avance("Restaurando la base de datos", 1, 1);
+        const std::string ruta = fs::absolute(archivo).string();
+        orden.push_back(ruta);
+        ejecutar(conexion_, std::move(orden), "Restaurando la base de datos", objetos(ruta), avance);
     }
 
 private:
