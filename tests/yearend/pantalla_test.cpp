@@ -60,7 +60,7 @@ TEST_P(FinDeAnio, RespuestaNoYCanceladoDejanLaPantalla) {
     EXPECT_EQ(p.f.txtconcepto.Text() + grilla(), "A mano");
     EXPECT_FALSE(p.f.estado.cierre_generado);
     EXPECT_EQ(p.e.ocupado, 0);
-    p.e.cancelar_avance_en(-1);
+    p.e.cancelar_avance_en(1000);
     si();
     p.f.mnuGenerarCierre.press();
     EXPECT_EQ(grilla(), "401001|1.000|0;302001|0|1.000");
