@@ -69,7 +69,7 @@ bool Binding::key_pressed(QKeyEvent& event) {
 bool Binding::eventFilter(QObject* watched, QEvent* event) {
     switch (event->type()) {
     case QEvent::ShortcutOverride:
-        if (!(static_cast<QKeyEvent*>(event)->modifiers() & Qt::AltModifier)) event->accept();
+        claim_before_shortcuts(*static_cast<QKeyEvent*>(event), *widget_);
         return false;
     case QEvent::KeyPress: return key_pressed(*static_cast<QKeyEvent*>(event));
     case QEvent::MouseButtonPress:

@@ -207,9 +207,8 @@ void GridView::inputMethodEvent(QInputMethodEvent* event) {
 }
 
 bool GridView::event(QEvent* event) {
-    if (event->type() == QEvent::ShortcutOverride &&
-        !(static_cast<QKeyEvent*>(event)->modifiers() & Qt::AltModifier)) {
-        event->accept();
+    if (event->type() == QEvent::ShortcutOverride) {
+        claim_before_shortcuts(*static_cast<QKeyEvent*>(event), *this);
         return true;
     }
     // Tab never reaches keyPressEvent of an item view's base class as navigation: it is a key like any other.
@@ -268,7 +267,7 @@ bool GridView::eventFilter(QObject* watched, QEvent* event) {
     if (watched != editor_ || grid_ == nullptr) return QTableView::eventFilter(watched, event);
     switch (event->type()) {
     case QEvent::ShortcutOverride:
-        if (!(static_cast<QKeyEvent*>(event)->modifiers() & Qt::AltModifier)) event->accept();
+        claim_before_shortcuts(*static_cast<QKeyEvent*>(event), *this);
         return false;
     case QEvent::KeyPress: return editor_key(*static_cast<QKeyEvent*>(event));
     case QEvent::InputMethod: {

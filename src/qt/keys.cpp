@@ -2,10 +2,13 @@
 
 #include "qt/text.h"
 
+#include <QAction>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QString>
 #include <QStringList>
+#include <QWidget>
+#include <algorithm>
 #include <map>
 
 namespace quorvel::qt {
@@ -93,6 +96,15 @@ bool insert_filtered(QLineEdit& edit, const QString& text, const CharFilter& fil
     if (accepted.isEmpty()) return false;
     edit.insert(accepted);
     return true;
+}
+
+void claim_before_shortcuts(QKeyEvent& event, const QWidget& widget) {
+    if (event.modifiers() & Qt::AltModifier) return;
+    const QKeySequence stroke(event.keyCombination());
+    const auto actions = widget.window()->findChildren<QAction*>();
+    const bool of_the_host = std::any_of(actions.begin(), actions.end(),
+                                         [&](const QAction* a) { return a->shortcut() == stroke; });
+    if (!of_the_host) event.accept();
 }
 
 QString shortcut_text(const std::string& shortcut) {

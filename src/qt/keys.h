@@ -8,6 +8,7 @@
 class QKeyEvent;
 class QLineEdit;
 class QString;
+class QWidget;
 
 namespace quorvel::qt {
 
@@ -17,6 +18,10 @@ std::optional<ui::KeyEvent> translate(const QKeyEvent& event);
 bool edits_natively(const QKeyEvent& event);
 /// True when the key types its character into an edit.
 bool types_character(const ui::KeyEvent& e);
+
+/// Accepts a ShortcutOverride: the stroke is the form's, but for Alt, which opens the menus, and for the keys
+/// of menus that the host has added to the window.
+void claim_before_shortcuts(QKeyEvent& event, const QWidget& widget);
 
 /// "ctrl+f5" as people read it: "Ctrl+F5".
 QString shortcut_text(const std::string& shortcut);

@@ -27,6 +27,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDateEdit>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMenuBar>
@@ -346,6 +347,20 @@ TEST(AnfitrionTest, OffersDraftsAndAddsItsMenus) {
     QStringList menus;
     for (const QAction* a : ventana->findChild<QMenuBar*>()->actions()) menus << a->text().remove('&');
     EXPECT_TRUE(menus.contains("Libros") && menus.contains("Empresa")) << qt::to_std(menus.join(','));
+    const auto de_la_pantalla = [&](QKeyCombination tecla) {
+        QKeyEvent e(QEvent::ShortcutOverride, tecla.key(), tecla.keyboardModifiers());
+        e.ignore();
+        QApplication::sendEvent(ventana->focusWidget(), &e);
+        return e.isAccepted();
+    };
+    for (const char* control : {"txtconcepto", "cmblibro", "grdDetalle"}) {
+        sesion.pantalla().find(control)->SetFocus();
+        for (const QAction* a : ventana->findChildren<QAction*>())
+            if (!a->shortcut().isEmpty()) {
+                EXPECT_FALSE(de_la_pantalla(a->shortcut()[0])) << control << ": " << qt::to_std(a->text());
+            }
+        EXPECT_TRUE(de_la_pantalla(Qt::CTRL | Qt::Key_Y)) << control;
+    }
     anfitrion.ver_libro(Libro::diario);
     sesion.pantalla().Unload();
 }
