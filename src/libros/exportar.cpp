@@ -32,10 +32,11 @@ bool escribir_mayor(clsConexion& db, const PedidoLibro& p, std::ostream& salida,
     salida << titulos_mayor_csv() << '\n';
     for (const CuentaMayor& c : leer_mayor(db, p)) {
         salida << mayor_csv(c) << '\n';
-        const bool todas = recorrer_movimientos(db, p, {c.centro}, c.anterior, [&](const Movimiento& m) {
-            salida << mayor_csv(c, m) << '\n';
-            return sigue();
-        });
+        const bool todas =
+            recorrer_movimientos(db, p, movimientos_de(c, p), c.anterior, [&](const Movimiento& m) {
+                salida << mayor_csv(c, m) << '\n';
+                return sigue();
+            });
         if (!todas) return false;
     }
     return true;

@@ -11,9 +11,12 @@ namespace quorvel {
 /// Which vouchers a book reads. Books read only; every sum is the engine's own. Amounts are whole pesos.
 struct PedidoLibro {
     int empresa = 0;
-    Fecha desde{}, hasta{};  ///< both days included
-    std::string norma{};     ///< "1" or "2": vouchers of that norm and of both; "" or "0": all vouchers
-    bool sin_cierre = false; ///< leaves out the annual closing vouchers that the configuration records
+    Fecha desde{}, hasta{};    ///< both days included
+    std::string norma{};       ///< "1" or "2": vouchers of that norm and of both; "" or "0": all vouchers
+    bool sin_cierre = false;   ///< leaves out the annual closing vouchers that the configuration records
+    std::string cuenta{};      ///< ledger: this account alone; "" all of them
+    bool por_auxiliar = false; ///< ledger: keeps the auxiliaries of an account apart
+    friend bool operator==(const PedidoLibro&, const PedidoLibro&) = default;
 };
 
 /// What is wrong with a request; nothing when it can be answered. Balances start with the year (the opening

@@ -9,9 +9,10 @@ namespace {
 Fecha primer_dia(Fecha f) { return f.year() / std::chrono::January / 1; }
 
 /// Sums per account first: names are joined to the few rows that come out.
-std::string sql_mayor(clsConexion& db, const PedidoLibro& p, bool por_auxiliar) {
+std::string sql_mayor(clsConexion& db, const PedidoLibro& p) {
     const auto norma = libros::filtro_norma(p);
-    const std::string desde = sql_fecha(p.desde), clave = por_auxiliar ? "a.centro, a.auxiliar" : "a.centro";
+    const std::string desde = sql_fecha(p.desde),
+                      clave = p.por_auxiliar ? "a.centro, a.auxiliar" : "a.centro";
     const auto suma = [&](const char* columna, const char* cuando, const char* nombre) {
         return std::string(", sum(case when a.f_comp") + cuando + desde + " then a." + columna +
                " else 0 end) as " + nombre;
@@ -21,31 +22,36 @@ std::string sql_mayor(clsConexion& db, const PedidoLibro& p, bool por_auxiliar) 
         suma("haber_nacional", "<", "antes_haber") + suma("debe_nacional", ">=", "debe") +
         suma("haber_nacional", ">=", "haber") + ", sum(case when a.f_comp>=" + desde +
         " then 1 else 0 end) as movimientos from ctdquorvel a" + norma.tabla + " where" +
-        libros::condicion_lineas(db, p, primer_dia(p.desde)) + norma.condicion + " group by " + clave;
+        libros::condicion_lineas(db, p, primer_dia(p.desde)) + norma.condicion +
+        (p.cuenta.empty() ? "" : " and a.centro=" + sql_texto(p.cuenta)) + " group by " + clave;
     return std::string("select s.centro, m.n_centro, s.antes_debe, s.antes_haber, s.debe, s.haber, "
                        "s.movimientos") +
-           (por_auxiliar ? ", s.auxiliar, x.n_auxiliar" : "") + " from (" + sumas +
+           (p.por_auxiliar ? ", s.auxiliar, x.n_auxiliar" : "") + " from (" + sumas +
            ") s left join ctmcentros m on m.centro=s.centro" +
-           (por_auxiliar ? " left join ctxaux_cod x on x.auxiliar=s.auxiliar order by s.centro, s.auxiliar"
-                         : " order by s.centro");
+           (p.por_auxiliar ? " left join ctxaux_cod x on x.auxiliar=s.auxiliar order by s.centro, s.auxiliar"
+                           : " order by s.centro");
 }
 
 } // namespace
 
-std::vector<CuentaMayor> leer_mayor(clsConexion& db, const PedidoLibro& p, bool por_auxiliar) {
+std::vector<CuentaMayor> leer_mayor(clsConexion& db, const PedidoLibro& p) {
     std::vector<CuentaMayor> cuentas;
-    for (const auto rs = db.NewRecord(sql_mayor(db, p, por_auxiliar)); !rs->eof(); rs->MoveNext()) {
+    for (const auto rs = db.NewRecord(sql_mayor(db, p)); !rs->eof(); rs->MoveNext()) {
         const auto texto = [&](std::size_t i) { return recortar_fin(rs->at(i).text()); };
         CuentaMayor c{texto(0),
                       texto(1),
-                      por_auxiliar ? texto(7) : "",
-                      por_auxiliar ? texto(8) : "",
+                      p.por_auxiliar ? texto(7) : "",
+                      p.por_auxiliar ? texto(8) : "",
                       rs->at(2).integer() - rs->at(3).integer(),
                       rs->at(4).integer(),
                       rs->at(5).integer()};
         if (c.anterior != 0 || rs->at(6).integer() > 0) cuentas.push_back(std::move(c));
     }
     return cuentas;
+}
+
+SeleccionMayor movimientos_de(const CuentaMayor& c, const PedidoLibro& p) {
+    return {c.centro, p.por_auxiliar ? std::optional(c.auxiliar) : std::nullopt};
 }
 
 std::vector<Movimiento> leer_movimientos(clsConexion& db, const PedidoLibro& p, const SeleccionMayor& s,

@@ -27,9 +27,10 @@ struct SeleccionMayor {
 };
 
 /// The accounts of the ledger (libro mayor) in the order of the chart: those with a balance before the period
-/// or a movement in it. @param por_auxiliar keeps the auxiliaries apart @throws ErrorSesion
-[[nodiscard]] std::vector<CuentaMayor> leer_mayor(clsConexion& db, const PedidoLibro& p,
-                                                  bool por_auxiliar = false);
+/// or a movement in it. @throws ErrorSesion
+[[nodiscard]] std::vector<CuentaMayor> leer_mayor(clsConexion& db, const PedidoLibro& p);
+/// The movements that one of these accounts sums up.
+[[nodiscard]] SeleccionMayor movimientos_de(const CuentaMayor& c, const PedidoLibro& p);
 /// The next movements; fewer than asked for when they end. @param despues the last movement read before; the
 /// first page starts from `anterior` @throws ErrorSesion
 [[nodiscard]] std::vector<Movimiento> leer_movimientos(clsConexion& db, const PedidoLibro& p,

@@ -5,6 +5,7 @@
 #include "apoyo/empresa.h"
 #include "libros/balance.h"
 #include "libros/diario.h"
+#include "libros/exportar.h"
 #include "libros/mayor.h"
 #include "libros/mensual.h"
 
@@ -160,9 +161,17 @@ TEST_P(Libros, MayorPorCuentaYAuxiliar) {
                        "109001 7600 0 0 = 7600\n201001 -47600 0 0 = -47600\n203001 -19000 0 0 = -19000\n"
                        "301001 -1000000 0 0 = -1000000\n401001 -100000 0 0 = -100000\n"
                        "501001 40000 0 0 = 40000\n501002 0 5000 0 = 5000\n");
-    const auto por_auxiliar = leer_mayor(*db, febrero, true);
+    PedidoLibro clientes = febrero;
+    clientes.por_auxiliar = true;
+    const auto por_auxiliar = leer_mayor(*db, clientes);
     EXPECT_EQ(por_auxiliar[1].auxiliar + " " + por_auxiliar[1].n_auxiliar, "000012 JUAN PEREZ SOTO");
     EXPECT_EQ(por_auxiliar[1].saldo(), 0);
+    clientes.cuenta = "103001";
+    std::ostringstream csv;
+    EXPECT_TRUE(escribir_libro_csv(*db, Libro::mayor, clientes, csv));
+    EXPECT_EQ(csv.str().substr(csv.str().find('\n') + 1),
+              "103001;CLIENTES;000012;;;;;Saldo anterior;;0;0;119000\n"
+              "103001;CLIENTES;000012;10/02/2024;002;1;2;;;0;119000;0\n");
 
     const auto caja = leer_movimientos(*db, febrero, {"101001"}, 1000000);
     EXPECT_EQ(todas(caja), "10/02/2024 002-1.1 119000 0 = 1119000\n20/02/2024 001-11.2 0 5000 = 1114000\n");

@@ -41,11 +41,6 @@ Fecha de_qt(const QDate& d) {
 }
 QString entero(std::int64_t n) { return to_qt(Decimal(n).formato("#,##0")); }
 
-bool iguales(const PedidoLibro& a, const PedidoLibro& b) {
-    return a.empresa == b.empresa && a.desde == b.desde && a.hasta == b.hasta && a.norma == b.norma &&
-           a.sin_cierre == b.sin_cierre;
-}
-
 /// The waiting pointer for as long as it lives.
 struct Espera {
     Espera() { QApplication::setOverrideCursor(Qt::WaitCursor); }
@@ -241,8 +236,12 @@ void VentanaLibros::elegir_periodo(int cual) {
 }
 
 PedidoLibro VentanaLibros::pedido() const {
-    return {empresa_, de_qt(desde_->date()), de_qt(hasta_->date()), to_std(norma_->currentData().toString()),
-            sin_cierre_->isChecked()};
+    return {.empresa = empresa_,
+            .desde = de_qt(desde_->date()),
+            .hasta = de_qt(hasta_->date()),
+            .norma = to_std(norma_->currentData().toString()),
+            .sin_cierre = sin_cierre_->isChecked(),
+            .por_auxiliar = por_auxiliar_->isChecked()};
 }
 
 void VentanaLibros::abrir(Libro libro) {
@@ -272,8 +271,7 @@ void VentanaLibros::actualizar() {
 void VentanaLibros::leer(Libro libro) {
     const PedidoLibro p = pedido();
     PedidoLibro& antes = leido_[static_cast<std::size_t>(libro)];
-    const bool otro_detalle = libro == Libro::mayor && por_auxiliar_leido_ != por_auxiliar_->isChecked();
-    const bool nuevo = !iguales(antes, p) || otro_detalle;
+    const bool nuevo = antes != p;
     antes = {}; // until it has been read
     switch (libro) {
     case Libro::diario: {
@@ -287,8 +285,7 @@ void VentanaLibros::leer(Libro libro) {
         break;
     }
     case Libro::mayor: {
-        por_auxiliar_leido_ = por_auxiliar_->isChecked();
-        auto cuentas = leer_mayor(*db_, p, por_auxiliar_leido_);
+        auto cuentas = leer_mayor(*db_, p);
         decir(QString::fromUtf8("%1 cuentas con saldo o movimiento. Saldo: + deudor, − acreedor.")
                   .arg(entero(static_cast<std::int64_t>(cuentas.size()))));
         if (nuevo) {
@@ -326,17 +323,15 @@ void VentanaLibros::mostrar_cuenta(int fila) {
         titulo_cuenta_->clear();
         return movimientos_->vaciar();
     }
-    titulo_cuenta_->setText(
-        to_qt(
-            c->centro + " " + c->n_centro +
-            (por_auxiliar_leido_ && !c->auxiliar.empty() ? " · " + c->auxiliar + " " + c->n_auxiliar : "")) +
-        QString("   debe %1, haber %2").arg(entero(c->debe), entero(c->haber)));
+    titulo_cuenta_->setText(to_qt(c->centro + " " + c->n_centro +
+                                  (c->auxiliar.empty() ? "" : " · " + c->auxiliar + " " + c->n_auxiliar)) +
+                            QString("   debe %1, haber %2").arg(entero(c->debe), entero(c->haber)));
     const Espera espera;
     movimientos_->mostrar(*db_,
                           leido_[static_cast<std::size_t>(Libro::mayor)].empresa != 0
                               ? leido_[static_cast<std::size_t>(Libro::mayor)]
                               : pedido(),
-                          *c, por_auxiliar_leido_);
+                          *c);
 }
 
 void VentanaLibros::pedir_archivo(const char* filtro, const char* ending) {

@@ -64,7 +64,6 @@ private:
     BalanceModelo* balance_;
     Grafico* grafico_;
     PedidoLibro leido_[4];
-    bool por_auxiliar_leido_ = false;
 };
 
 } // namespace quorvel

@@ -98,16 +98,18 @@ report::Data datos_mayor(clsConexion& db, const PedidoLibro& p) {
                     {"haber", NUMERO},
                     {"saldo", NUMERO}});
     for (const CuentaMayor& c : leer_mayor(db, p)) {
-        t.fila("cuenta", {Value(), Value(), Value(), Value(), Value(), texto(c.centro), texto(c.n_centro),
-                          Value(), Value(), Value(c.anterior)});
-        recorrer_movimientos(db, p, {c.centro}, c.anterior, [&](const Movimiento& m) {
+        const std::string quien = c.auxiliar.empty() ? "" : " · " + c.auxiliar + " " + c.n_auxiliar;
+        t.fila("cuenta", {Value(), Value(), Value(), Value(), Value(), texto(c.centro),
+                          texto(c.n_centro + quien), Value(), Value(), Value(c.anterior)});
+        recorrer_movimientos(db, p, movimientos_de(c, p), c.anterior, [&](const Movimiento& m) {
             t.fila("linea", {fecha_dmy(m.donde.f_comp), comprobante(m.donde), m.auxiliar, m.glosa, m.num_ref,
                              Value(), Value(), Value(m.debe), Value(m.haber), Value(m.saldo)});
             return true;
         });
         // shown beside, so that the sums of the page count each amount once
         t.fila("total", {Value(), Value(), Value(), formato(static_cast<double>(c.debe), "#,##0"),
-                         formato(static_cast<double>(c.haber), "#,##0"), texto(c.centro), texto(c.n_centro),
+                         formato(static_cast<double>(c.haber), "#,##0"),
+                         texto(c.centro + (c.auxiliar.empty() ? "" : " · " + c.auxiliar)), texto(c.n_centro),
                          Value(), Value(), Value(c.saldo())});
     }
     return t.terminar();

@@ -214,12 +214,11 @@ void MovimientosModelo::vaciar() {
     endResetModel();
 }
 
-void MovimientosModelo::mostrar(clsConexion& db, const PedidoLibro& p, const CuentaMayor& cuenta,
-                                bool por_auxiliar) {
+void MovimientosModelo::mostrar(clsConexion& db, const PedidoLibro& p, const CuentaMayor& cuenta) {
     vaciar();
     db_ = &db;
     pedido_ = p;
-    seleccion_ = {cuenta.centro, por_auxiliar ? std::optional(cuenta.auxiliar) : std::nullopt};
+    seleccion_ = movimientos_de(cuenta, p);
     anterior_ = cuenta.anterior;
     beginInsertRows({}, 0, 0);
     filas_ = 1;

@@ -93,7 +93,7 @@ class MovimientosModelo final : public TablaModelo {
     Q_OBJECT
 public:
     explicit MovimientosModelo(QObject* parent = nullptr);
-    void mostrar(clsConexion& db, const PedidoLibro& p, const CuentaMayor& cuenta, bool por_auxiliar);
+    void mostrar(clsConexion& db, const PedidoLibro& p, const CuentaMayor& cuenta);
     void vaciar();
 
 protected:

@@ -1,14 +1,11 @@
 // "report": the books of a period as a table, as CSV, JSON or PDF.
+#include "app/db/datos.h"
+#include "app/libros/informes.h"
 #include "app/oficina/comandos.h"
 #include "app/oficina/seleccion.h"
 #include "app/oficina/tabla.h"
 #include "interchange/archivo_comprobante.h"
-#include "libros/balance.h"
-#include "libros/diario.h"
-#include "libros/mayor.h"
-#include "libros/mensual.h"
 #include "qt/report/QtReportPrinter.h"
-#include "qt/report/painting.h"
 #include "voucher/configuracion.h"
 
 #include <CLI/CLI.hpp>
@@ -24,54 +21,18 @@ struct Opciones : OpcionesOficina {
     std::string libro, desde, hasta, norma, cuenta, forma = "text", archivo;
     bool por_auxiliar = false, sin_cierre = false;
 };
-using OyeLinea = std::function<void(const std::string& csv)>;
 
-void diario(clsConexion& db, const PedidoLibro& p, const Opciones&, const OyeLinea& oye) {
-    oye(titulos_diario_csv());
-    (void)recorrer_diario(db, p, [&](const RenglonDiario& r) {
-        oye(diario_csv(r));
-        return true;
-    });
-}
-
-void mayor(clsConexion& db, const PedidoLibro& p, const Opciones& o, const OyeLinea& oye) {
-    oye(titulos_mayor_csv());
-    for (const CuentaMayor& c : leer_mayor(db, p, o.por_auxiliar)) {
-        if (!o.cuenta.empty() && c.centro != o.cuenta) continue;
-        oye(mayor_csv(c));
-        const SeleccionMayor s{c.centro, o.por_auxiliar ? std::optional(c.auxiliar) : std::nullopt};
-        (void)recorrer_movimientos(db, p, s, c.anterior, [&](const Movimiento& m) {
-            oye(mayor_csv(c, m));
-            return true;
-        });
-    }
-}
-
-void por_lineas(const std::string& csv, const OyeLinea& oye) {
-    std::istringstream lineas(csv);
-    for (std::string linea; std::getline(lineas, linea);) oye(linea);
-}
-void balance(clsConexion& db, const PedidoLibro& p, const Opciones&, const OyeLinea& oye) {
-    por_lineas(balance_csv(leer_balance(db, p)), oye);
-}
-void mensual(clsConexion& db, const PedidoLibro& p, const Opciones&, const OyeLinea& oye) {
-    por_lineas(totales_mensuales_csv(leer_totales_mensuales(db, p.empresa, anio(p.desde))), oye);
-}
-
-struct Libro {
-    const char *nombre, *ayuda;
-    bool en_un_anio;
-    void (*leer)(clsConexion&, const PedidoLibro&, const Opciones&, const OyeLinea&);
+struct NombreLibro {
+    const char* nombre;
+    Libro libro;
 };
-constexpr Libro LIBROS[] = {
-    {"journal", "Libro diario", false, diario},
-    {"ledger", "Libro mayor", true, mayor},
-    {"balance", "Balance de ocho columnas", true, balance},
-    {"monthly", "Totales de cada mes por libro", true, mensual},
-};
+constexpr NombreLibro LIBROS[] = {{"journal", Libro::diario},
+                                  {"ledger", Libro::mayor},
+                                  {"balance", Libro::balance},
+                                  {"monthly", Libro::mensual}};
 
 /// The whole accounting year unless the line says otherwise.
-PedidoLibro pedido(const Oficina& oficina, const Opciones& o, bool en_un_anio) {
+PedidoLibro pedido(const Oficina& oficina, const Opciones& o, Libro libro) {
     const auto k = leer_configuracion(*oficina.db, oficina.empresa, RelojSistema{}.hoy());
     const auto desde = leer_fecha_opcion(o.desde), hasta = leer_fecha_opcion(o.hasta);
     const int elegido = desde ? anio(*desde) : hasta ? anio(*hasta) : k.anio;
@@ -80,41 +41,50 @@ PedidoLibro pedido(const Oficina& oficina, const Opciones& o, bool en_un_anio) {
                   .desde = desde.value_or(ano / std::chrono::January / 1),
                   .hasta = hasta.value_or(ano / std::chrono::December / 31),
                   .norma = o.norma,
-                  .sin_cierre = o.sin_cierre};
-    if (const auto r = revisar_pedido(p, en_un_anio)) mal_uso(r->mensaje);
+                  .sin_cierre = o.sin_cierre,
+                  .cuenta = o.cuenta,
+                  .por_auxiliar = o.por_auxiliar};
+    if (const auto r = revisar_pedido(p, libro)) mal_uso(r->mensaje);
     return p;
 }
 
-Respuesta reportar(const Opciones& o, const Libro& libro) {
-    const bool pdf = o.forma == "pdf", csv = o.forma == "csv";
-    if (pdf && o.archivo.empty()) mal_uso("Indique el archivo del PDF con --out");
-    const Oficina oficina = abrir_oficina(o);
-    const PedidoLibro p = pedido(oficina, o, libro.en_un_anio);
-    const std::string periodo = fecha_dmy(p.desde) + " - " + fecha_dmy(p.hasta);
-    Respuesta r{.frase_es_documento = true};
-    r.datos = {{"libro", libro.nombre}, {"desde", fecha_dmy(p.desde)}, {"hasta", fecha_dmy(p.hasta)}};
+std::string en_csv(clsConexion& db, Libro libro, const PedidoLibro& p) {
+    std::ostringstream csv;
+    (void)escribir_libro_csv(db, libro, p, csv);
+    return std::move(csv).str();
+}
+
+TablaTexto en_tabla(const std::string& csv) {
     TablaTexto tabla;
-    libro.leer(*oficina.db, p, o, [&](const std::string& linea) {
-        if (csv && !o.json)
-            r.frase += linea + "\n"; // a long journal never stands in memory twice
-        else
-            tabla.agregar(linea);
-    });
+    std::istringstream lineas(csv);
+    for (std::string linea; std::getline(lineas, linea);) tabla.agregar(linea);
+    return tabla;
+}
+
+Respuesta reportar(const Opciones& o, const NombreLibro& nombre) {
+    const bool pdf = o.forma == "pdf";
+    if (pdf && o.archivo.empty()) mal_uso("Indique el archivo del PDF con --out");
+    const Libro libro = nombre.libro;
+    const std::string titulo = titulo_libro(libro);
+    const Oficina oficina = abrir_oficina(o);
+    const PedidoLibro p = pedido(oficina, o, libro);
+    const std::string desde = fecha_dmy(p.desde), hasta = fecha_dmy(p.hasta);
+    Respuesta r{.frase_es_documento = true};
+    r.datos = {{"libro", nombre.nombre}, {"desde", desde}, {"hasta", hasta}};
     if (pdf) {
         const auto aplicacion = qt::aplicacion_sin_ventanas();
-        report::Table hoja = tabla.para_papel();
-        hoja.title = libro.ayuda;
-        hoja.subtitle = oficina.leyenda_empresa() + "   " + periodo;
-        qt::write_pdf(report::compose_table(hoja, qt::text_width), o.archivo, hoja.title);
+        escribir_libro_pdf(*oficina.db, libro, p, carpeta_datos() / "reports", o.archivo);
     } else if (o.json) {
-        r.datos["filas"] = tabla.json();
-    } else if (!csv) {
-        r.frase = std::string(libro.ayuda) + "  " + oficina.leyenda_empresa() + "  " + periodo + "\n\n" +
-                  tabla.texto();
+        r.datos["filas"] = en_tabla(en_csv(*oficina.db, libro, p)).json();
+    } else if (o.forma == "csv") {
+        r.frase = en_csv(*oficina.db, libro, p);
+    } else {
+        r.frase = titulo + "  " + oficina.leyenda_empresa() + "  " + desde + " - " + hasta + "\n\n" +
+                  en_tabla(en_csv(*oficina.db, libro, p)).texto();
     }
     if (o.archivo.empty()) return r;
     if (!pdf) escribir_archivo(o.archivo, o.json ? r.datos.dump(2) + "\n" : r.frase);
-    return {.frase = std::string(libro.ayuda) + " en " + o.archivo, .datos = {{"archivo", o.archivo}}};
+    return {.frase = titulo + " en " + o.archivo, .datos = {{"archivo", o.archivo}}};
 }
 
 } // namespace
@@ -123,11 +93,11 @@ void agregar_report(CLI::App& app) {
     CLI::App* comando = app.add_subcommand("report", "Libros de un período: diario, mayor, balance");
     const auto o = std::make_shared<Opciones>();
     agregar_oficina(*comando, *o);
-    std::map<std::string, const Libro*> libros;
+    std::map<std::string, const NombreLibro*> libros;
     std::string ayuda;
-    for (const Libro& l : LIBROS) {
+    for (const NombreLibro& l : LIBROS) {
         libros[l.nombre] = &l;
-        ayuda += (ayuda.empty() ? "" : ", ") + std::string(l.nombre) + " (" + l.ayuda + ")";
+        ayuda += (ayuda.empty() ? "" : ", ") + std::string(l.nombre) + " (" + titulo_libro(l.libro) + ")";
     }
     comando->add_option("LIBRO", o->libro, ayuda)
         ->required()

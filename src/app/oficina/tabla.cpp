@@ -61,15 +61,6 @@ std::vector<TablaTexto::Fila> TablaTexto::vistas() const {
     return vistas;
 }
 
-report::Table TablaTexto::para_papel() const {
-    report::Table t;
-    t.rows = vistas();
-    for (std::size_t c = 0; c < filas_.front().size(); ++c)
-        t.columns.push_back({filas_.front()[c], es_monto(c)});
-    t.rows.erase(t.rows.begin());
-    return t;
-}
-
 std::string TablaTexto::texto() const {
     if (filas_.empty()) return {};
     const std::size_t columnas = filas_.front().size();

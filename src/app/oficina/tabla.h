@@ -1,6 +1,4 @@
 #pragma once
-#include "platform/report/table.h"
-
 #include <nlohmann/json.hpp>
 #include <string>
 #include <string_view>
@@ -13,8 +11,6 @@ namespace quorvel {
 class TablaTexto {
 public:
     void agregar(std::string_view linea_csv);
-    /// For paper, without its headings.
-    [[nodiscard]] report::Table para_papel() const;
     /// Columns side by side, two blanks apart.
     [[nodiscard]] std::string texto() const;
     /// One object a row, named by the titles.
