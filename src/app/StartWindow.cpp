@@ -1,5 +1,6 @@
 #include "app/StartWindow.h"
 
+#include "app/areas.h"
 #include "app/db/base.h"
 #include "app/db/demo.h"
 #include "app/db/esquema.h"
@@ -86,6 +87,8 @@ StartWindow::StartWindow(std::filesystem::path folder) : folder_(std::move(folde
     name->setFont(large);
     auto* what = new QLabel("Comprobantes contables", this);
     what->setForegroundRole(QPalette::PlaceholderText);
+    // on the line that the larger letters stand on
+    what->setContentsMargins(4, 0, 0, QFontMetrics(large).descent() - what->fontMetrics().descent());
     title->addWidget(icon);
     title->addWidget(name);
     title->addWidget(what, 1, Qt::AlignBottom);
@@ -112,7 +115,7 @@ QWidget* StartWindow::build_databases() {
     recent_ = new QListWidget(group);
     recent_->setAccessibleName("Bases de datos recientes");
     recent_->setAlternatingRowColors(true);
-    recent_->setTextElideMode(Qt::ElideMiddle);
+    acortar_renglones(*recent_);
     recent_->setSpacing(3);
     const auto chosen = [this](QListWidgetItem* item) {
         choose(to_std(item->data(Qt::UserRole).toString()));
@@ -182,6 +185,7 @@ void StartWindow::fill_recent() {
     for (const auto& connection : leer_recientes(archivo_recientes(folder_))) {
         auto* item = new QListWidgetItem(texto_reciente(connection), recent_);
         item->setData(Qt::UserRole, to_qt(connection));
+        item->setToolTip(item->text());
     }
 }
 
@@ -246,7 +250,9 @@ void StartWindow::show_company() {
                            .arg(day(c->f_digi_inicial), day(c->f_digi_final));
         const auto remarks = revisar_configuracion(*db, *c);
         if (!remarks.empty())
-            text += QString::fromUtf8("\n⚠ Configuración incompleta: %1 observaciones").arg(remarks.size());
+            text += QString::fromUtf8(remarks.size() == 1 ? "\n⚠ Configuración incompleta: %1 observación"
+                                                          : "\n⚠ Configuración incompleta: %1 observaciones")
+                        .arg(remarks.size());
         summary_->setText(text);
     } catch (const std::exception& e) {
         show_problem(e.what());

@@ -1,7 +1,9 @@
 #include "app/borradores.h"
 
+#include "app/areas.h"
 #include "app/avisos.h"
 #include "qt/icons.h"
+#include "qt/screen_room.h"
 #include "qt/text.h"
 
 #include <QDialog>
@@ -39,9 +41,13 @@ std::optional<std::filesystem::path> elegir_borrador(const std::vector<BorradorL
     auto* lista = new QListWidget(&dialogo);
     lista->setAccessibleName("Comprobantes sin grabar");
     lista->setAlternatingRowColors(true);
+    lista->setSpacing(3);
+    acortar_renglones(*lista);
+    lista->setTextElideMode(Qt::ElideRight);
     for (const BorradorLibre& b : libres) {
         auto* item = new QListWidgetItem(linea(b), lista);
         item->setData(Qt::UserRole, to_qt(b.archivo.string()));
+        item->setToolTip(item->text());
     }
     lista->setCurrentRow(0);
     auto* fila = new QHBoxLayout;
@@ -70,7 +76,7 @@ std::optional<std::filesystem::path> elegir_borrador(const std::vector<BorradorL
         new QLabel(QString::fromUtf8("Quedaron comprobantes sin grabar. ¿Cuál desea recuperar?"), &dialogo));
     columna->addWidget(lista, 1);
     columna->addLayout(fila);
-    dialogo.resize(560, 320);
+    qt::resize_within_screen(dialogo, {560, 320});
     lista->setFocus();
     if (dialogo.exec() != QDialog::Accepted || lista->currentItem() == nullptr) return std::nullopt;
     return qt::to_std(lista->currentItem()->data(Qt::UserRole).toString());

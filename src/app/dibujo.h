@@ -4,7 +4,7 @@
 namespace quorvel {
 
 /// How the program draws what its base style draws too faintly: groups as cards, flat headers with room
-/// around their captions, and a focus that is seen on every control.
+/// around their captions, edges that are seen on a dark ground, and a focus that is seen on every control.
 class Dibujo : public QProxyStyle {
 public:
     Dibujo();
@@ -18,6 +18,13 @@ public:
                             const QWidget* widget) const override;
     QRect subControlRect(ComplexControl control, const QStyleOptionComplex* option, SubControl part,
                          const QWidget* widget) const override;
+    using QProxyStyle::polish;
+    void polish(QWidget* widget) override;
+    QIcon standardIcon(StandardPixmap icon, const QStyleOption* option, const QWidget* widget) const override;
+    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                  QStyleHintReturn* data) const override;
+    QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& size,
+                           const QWidget* widget) const override;
     int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override;
 };
 

@@ -11,11 +11,11 @@ namespace quorvel {
 namespace {
 
 struct Colores {
-    QRgb ventana, base, alterna, texto, boton, medio, claro, acento, sobre_acento, apagado;
+    QRgb ventana, base, alterna, texto, boton, borde, medio, claro, acento, sobre_acento, apagado;
 };
-constexpr Colores CLARO{0xffeceff2, 0xffffffff, 0xfff4f6f8, 0xff1d2127, 0xffe6e9ed,
+constexpr Colores CLARO{0xffeceff2, 0xffffffff, 0xfff4f6f8, 0xff1d2127, 0xffe6e9ed, 0xff828a93,
                         0xffb9c0c8, 0xffd3d8de, 0xff1f5f8b, 0xffffffff, 0xff5a6068};
-constexpr Colores OSCURO{0xff24272b, 0xff17191b, 0xff1d2023, 0xffe4e6e9, 0xff3a3f45,
+constexpr Colores OSCURO{0xff24272b, 0xff17191b, 0xff1d2023, 0xffe4e6e9, 0xff3a3f45, 0xff787f87,
                          0xff565c64, 0xff3f444b, 0xff6ab0e0, 0xff10141a, 0xffa6adb5};
 
 QPalette paleta_de(const Colores& c) {
@@ -31,7 +31,7 @@ QPalette paleta_de(const Colores& c) {
     p.setColor(QPalette::Mid, c.medio);
     p.setColor(QPalette::Midlight, c.claro);
     p.setColor(QPalette::Light, QColor(c.boton).lighter(110));
-    p.setColor(QPalette::Dark, QColor(c.medio).darker(130));
+    p.setColor(QPalette::Dark, c.borde);
     p.setColor(QPalette::Highlight, c.acento);
     p.setColor(QPalette::HighlightedText, c.sobre_acento);
     p.setColor(QPalette::Link, c.acento);

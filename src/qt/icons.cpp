@@ -88,6 +88,13 @@ template <class Draw> QPixmap painted(int side, Draw&& draw, double scale = 1) {
     return pixmap;
 }
 
+/// The same at both densities of screens.
+template <class Draw> QIcon sharp(int side, Draw&& draw) {
+    QIcon icon;
+    for (const double scale : {1.0, 2.0}) icon.addPixmap(painted(side, draw, scale));
+    return icon;
+}
+
 QPixmap drawing(Function function, const QColor& ink, const QColor& accent, double scale) {
     const auto pen = [](const QColor& color) {
         return QPen(color, 1.6, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin);
@@ -119,14 +126,36 @@ QIcon toolbar_icon(Function function, const QColor& ink, const QColor& accent) {
 }
 
 QIcon warning_icon() {
-    return QIcon(painted(32, [](QPainter& p) {
+    return sharp(32, [](QPainter& p) {
         p.setPen(Qt::NoPen);
         p.setBrush(QColor(0xc0, 0x2b, 0x31));
         p.drawPolygon(QPolygonF{QPointF(16, 2), QPointF(31, 29), QPointF(1, 29)});
         p.setPen(QPen(Qt::white, 3.5, Qt::SolidLine, Qt::RoundCap));
         p.drawLine(QPointF(16, 12), QPointF(16, 19));
         p.drawPoint(QPointF(16, 24.5));
-    }));
+    });
+}
+
+QIcon sign_icon(QChar sign, const QColor& ground, const QColor& ink) {
+    return sharp(32, [&](QPainter& p) {
+        p.setPen(Qt::NoPen);
+        p.setBrush(ground);
+        p.drawEllipse(QRectF(1, 1, 30, 30));
+        QFont letter = p.font();
+        letter.setPixelSize(22);
+        letter.setBold(true);
+        p.setFont(letter);
+        p.setPen(ink);
+        p.drawText(QRectF(0, 0, 32, 32), Qt::AlignCenter, QString(sign));
+    });
+}
+
+QIcon arrow_icon(bool left, const QColor& ink) {
+    return sharp(16, [&](QPainter& p) {
+        p.setPen(QPen(ink, 2, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+        const double tip = left ? 6 : 10, ends = 16 - tip;
+        p.drawPolyline(QPolygonF{QPointF(ends, 4), QPointF(tip, 8), QPointF(ends, 12)});
+    });
 }
 
 QIcon lock_icon(const QColor& ink) {

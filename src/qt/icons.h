@@ -10,6 +10,10 @@ namespace quorvel::qt {
 QIcon toolbar_icon(ui::ctlRegistro::Function function, const QColor& ink, const QColor& accent);
 /// A sign for something that is not accepted; its shape says it as well as its colour.
 QIcon warning_icon();
+/// A letter in a disc: what a message box is about.
+QIcon sign_icon(QChar sign, const QColor& ground, const QColor& ink);
+/// An arrow head to the left or to the right.
+QIcon arrow_icon(bool left, const QColor& ink);
 /// A closed lock.
 QIcon lock_icon(const QColor& ink);
 /// The program's own icon.

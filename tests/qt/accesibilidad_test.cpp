@@ -2,51 +2,19 @@
 // the palettes are measured.
 #include "app/dibujo.h"
 #include "app/estilo.h"
+#include "nameless.h"
 #include "pantalla_qt.h"
 #include "qt/BalanceLabel.h"
 #include "qt/RegistroBar.h"
 
-#include <QAbstractButton>
-#include <QAbstractItemView>
-#include <QAccessible>
-#include <QComboBox>
-#include <QLineEdit>
 #include <cmath>
 
 namespace quorvel {
 
 namespace {
 
+using pruebas::nameless;
 using pruebas::Pantalla;
-
-/// Inner parts of a control (a list's popup, a header) speak through it.
-bool is_part(const QWidget* w, const QWidget* window) {
-    if (w->objectName().startsWith("qt_menubar")) return true;
-    for (const char* part : {"QHeaderView", "QTableCornerButton", "QMenuBarExtension", "QLineEditIconButton"})
-        if (w->inherits(part)) return true;
-    for (const QWidget* p = w->parentWidget(); p != nullptr && p != window; p = p->parentWidget())
-        if (qobject_cast<const QComboBox*>(p) != nullptr) return true;
-    return false;
-}
-
-std::string nameless(const QWidget& window) {
-    std::string found;
-    for (QWidget* w : window.findChildren<QWidget*>()) {
-        const bool works = qobject_cast<QAbstractButton*>(w) != nullptr ||
-                           qobject_cast<QLineEdit*>(w) != nullptr || qobject_cast<QComboBox*>(w) != nullptr ||
-                           qobject_cast<QAbstractItemView*>(w) != nullptr;
-        if (!works || is_part(w, &window)) continue;
-        // A button is named by its text; a box or a list must not be named by what it holds.
-        QString name = w->accessibleName();
-        if (const auto* face = QAccessible::queryAccessibleInterface(w);
-            name.isEmpty() && face != nullptr && qobject_cast<QAbstractButton*>(w) != nullptr)
-            name = face->text(QAccessible::Name);
-        if (name.trimmed().isEmpty())
-            found += std::string(w->metaObject()->className()) + " " + w->objectName().toStdString() +
-                     " in " + w->parentWidget()->objectName().toStdString() + "; ";
-    }
-    return found;
-}
 
 double luminance(const QColor& c) {
     const auto channel = [](double v) {
@@ -88,6 +56,10 @@ TEST(Accesibilidad, TextIsReadableOnEveryGround) {
             for (const auto& [ink, ground] : pairs)
                 EXPECT_GE(contrast(colours.color(group, ink), colours.color(group, ground)), 4.5)
                     << dark << " " << group << " " << ink << " on " << ground;
+        // The edge of what can be filled in or pressed is no text.
+        for (const QColor& ground :
+             {colours.color(P::Base), colours.color(P::Window), Dibujo::fondo_tarjeta(colours)})
+            EXPECT_GE(contrast(colours.color(P::Dark), ground), 3) << dark;
         for (const auto ink : {P::WindowText, P::Link})
             EXPECT_GE(contrast(colours.color(ink), Dibujo::fondo_tarjeta(colours)), 4.5) << dark;
         EXPECT_GE(contrast(colours.color(P::Disabled, P::WindowText), Dibujo::fondo_tarjeta(colours)), 4.5);

@@ -1,31 +1,22 @@
 #include "app/empresa/ConfiguracionWindow.h"
 
+#include "app/areas.h"
 #include "app/empresa/formulario.h"
 #include "qt/icons.h"
 #include "qt/screen_room.h"
 #include "qt/text.h"
 
+#include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QShortcut>
 
 namespace quorvel {
 
 using qt::to_qt;
 using qt::to_std;
-
-namespace {
-
-QLabel* titulo(const QString& texto, QWidget* parent) {
-    auto* t = new QLabel(texto, parent);
-    QFont negrita = t->font();
-    negrita.setBold(true);
-    t->setFont(negrita);
-    return t;
-}
-
-} // namespace
 
 ConfiguracionWindow::ConfiguracionWindow(const std::string& conexion, int empresa,
                                          const std::string& n_empresa, Fecha hoy, QWidget* parent)
@@ -34,13 +25,13 @@ ConfiguracionWindow::ConfiguracionWindow(const std::string& conexion, int empres
     setWindowTitle(QString::fromUtf8("Configuración contable — ") + to_qt(n_empresa));
     setWindowIcon(qt::program_icon());
     auto* centro = new QHBoxLayout;
-    centro->setSpacing(24);
+    centro->setSpacing(14);
     centro->addWidget(construir_cuentas(), 3);
     centro->addWidget(construir_anio(), 2);
     auto* columna = new QVBoxLayout(this);
     columna->setContentsMargins(16, 14, 16, 14);
     columna->setSpacing(10);
-    columna->addLayout(centro, 1);
+    columna->addWidget(area_con_barra(centro, this), 1);
     columna->addLayout(construir_botones());
     auto anios = anios_configurados(*db_, empresa);
     if (anios.empty()) anios.push_back(anio(hoy));
@@ -48,7 +39,7 @@ ConfiguracionWindow::ConfiguracionWindow(const std::string& conexion, int empres
     connect(anios_, &QComboBox::currentIndexChanged, this,
             [this] { mostrar(anios_->currentData().toInt()); });
     mostrar(anios.front());
-    qt::resize_within_screen(*this, {980, 460});
+    qt::resize_within_screen(*this, {980, 540});
 }
 
 ConfiguracionWindow::~ConfiguracionWindow() = default;
@@ -76,10 +67,8 @@ QLayout* ConfiguracionWindow::construir_botones() {
 }
 
 QWidget* ConfiguracionWindow::construir_cuentas() {
-    auto* zona = new QWidget(this);
+    auto* zona = new QGroupBox("Cuentas", this);
     auto* columna = new QVBoxLayout(zona);
-    columna->setContentsMargins(0, 0, 0, 0);
-    columna->addWidget(titulo("Cuentas", zona));
     izquierda_ = new Formulario(zona);
     const auto cuentas = cuentas_imputables(*db_);
     for (const CuentaConfigurada& c : cuentas_configuradas())
@@ -91,10 +80,8 @@ QWidget* ConfiguracionWindow::construir_cuentas() {
 }
 
 QWidget* ConfiguracionWindow::construir_anio() {
-    auto* zona = new QWidget(this);
+    auto* zona = new QGroupBox(QString::fromUtf8("Año y período de digitación"), this);
     auto* columna = new QVBoxLayout(zona);
-    columna->setContentsMargins(0, 0, 0, 0);
-    columna->addWidget(titulo(QString::fromUtf8("Año y período de digitación"), zona));
     derecha_ = new Formulario(zona);
     anios_ = new QComboBox(derecha_);
     derecha_->campo("anio", QString::fromUtf8("&Año"), anios_);

@@ -1,5 +1,6 @@
 #include "app/empresa/NuevaEmpresa.h"
 
+#include "app/areas.h"
 #include "app/db/datos.h"
 #include "app/empresa/formulario.h"
 #include "qt/icons.h"
@@ -10,10 +11,12 @@
 #include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
+#include <QScrollArea>
 
 namespace quorvel {
 
@@ -50,8 +53,12 @@ NuevaEmpresa::NuevaEmpresa(const std::string& conexion, Fecha hoy, QWidget* pare
     if (!usuario_->isEnabled()) usuario_->setPlaceholderText("La base ya tiene usuarios");
     connect(anio_, &QLineEdit::textEdited, this, [this] { proponer_periodo(); });
     auto* centro = new QHBoxLayout;
-    centro->setSpacing(24);
-    centro->addWidget(forma_, 1, Qt::AlignTop);
+    centro->setSpacing(14);
+    auto* datos = new QGroupBox("Empresa", this);
+    auto* apilados = new QVBoxLayout(datos);
+    apilados->addWidget(forma_);
+    apilados->addStretch(1);
+    centro->addWidget(datos, 1);
     centro->addWidget(construir_plan(), 1);
     estado_ = new QLabel(this);
     estado_->setTextFormat(Qt::PlainText);
@@ -71,7 +78,7 @@ NuevaEmpresa::NuevaEmpresa(const std::string& conexion, Fecha hoy, QWidget* pare
     auto* columna = new QVBoxLayout(this);
     columna->setContentsMargins(16, 14, 16, 14);
     columna->setSpacing(10);
-    columna->addLayout(centro, 1);
+    columna->addWidget(area_con_barra(centro, this), 1);
     columna->addLayout(abajo);
     codigo_->setText(QString::number(proponer_codigo_empresa(*db_)));
     anio_->setText(QString::number(anio(hoy)));
@@ -84,10 +91,9 @@ NuevaEmpresa::NuevaEmpresa(const std::string& conexion, Fecha hoy, QWidget* pare
 NuevaEmpresa::~NuevaEmpresa() = default;
 
 QWidget* NuevaEmpresa::construir_plan() {
-    auto* zona = new QWidget(this);
+    auto* zona = new QGroupBox("Plan de cuentas", this);
     auto* columna = new QVBoxLayout(zona);
-    columna->setContentsMargins(0, 0, 0, 0);
-    auto* rotulo = new QLabel("&Plan de cuentas", zona);
+    auto* rotulo = new QLabel("&Plan", zona);
     origen_ = new QComboBox(zona);
     rotulo->setBuddy(origen_);
     origen_->setAccessibleName("Plan de cuentas");
@@ -109,11 +115,15 @@ QWidget* NuevaEmpresa::construir_plan() {
         zona);
     ayuda->setWordWrap(true);
     ayuda->setForegroundRole(QPalette::PlaceholderText);
-    columna->addWidget(rotulo);
-    columna->addWidget(origen_);
+    auto* eleccion = new QHBoxLayout;
+    eleccion->addWidget(rotulo);
+    eleccion->addWidget(origen_, 1);
+    columna->addLayout(eleccion);
     columna->addWidget(resumen_);
     columna->addWidget(errores_, 1);
+    columna->addSpacing(8);
     columna->addWidget(ayuda);
+    columna->addStretch();
     connect(origen_, &QComboBox::activated, this, [this] { elegir_origen(); });
     return zona;
 }
@@ -139,12 +149,17 @@ void NuevaEmpresa::elegir_origen() {
         return leer_archivo(elegido);
     }
     }
+    mostrar_errores({});
+}
+
+void NuevaEmpresa::mostrar_errores(const QStringList& errores) {
     errores_->clear();
+    for (const QString& texto : errores) errores_->addItem(QString::fromUtf8("✖ ") + texto);
+    errores_->setVisible(!errores.isEmpty());
 }
 
 void NuevaEmpresa::leer_archivo(const QString& nombre) {
     origen_->setCurrentIndex(origen_->findData(int(archivo)));
-    errores_->clear();
     QFile f(nombre);
     plan_ = Plan{};
     if (!f.open(QIODevice::ReadOnly) || f.size() > MAYOR_ARCHIVO) {
@@ -153,12 +168,15 @@ void NuevaEmpresa::leer_archivo(const QString& nombre) {
         plan_ = leer_plan(f.readAll().toStdString());
         if (plan_->errores.empty()) plan_->errores = comparar_plan(*db_, *plan_);
     }
-    for (const ErrorPlan& e : plan_->errores) errores_->addItem(QString::fromUtf8("✖ ") + to_qt(e.texto()));
+    QStringList errores;
+    for (const ErrorPlan& e : plan_->errores) errores << to_qt(e.texto());
+    mostrar_errores(errores);
     const QString corto = QFileInfo(nombre).fileName();
     resumen_->setText(
         plan_->errores.empty()
             ? QString::fromUtf8("✔ %1: %2 cuentas sin errores.").arg(corto).arg(plan_->cuentas.size())
-            : QString::fromUtf8("✖ %1: %2 errores. No se importa nada.")
+            : QString::fromUtf8(plan_->errores.size() == 1 ? "✖ %1: %2 error. No se importa nada."
+                                                           : "✖ %1: %2 errores. No se importa nada.")
                   .arg(corto)
                   .arg(plan_->errores.size()));
 }
@@ -189,8 +207,7 @@ EmpresaNueva NuevaEmpresa::leer() const {
 
 bool NuevaEmpresa::revisar() {
     const bool grave = forma_->observar(revisar_empresa(*db_, leer()));
-    errores_->clear();
-    for (const QString& texto : forma_->sin_campo()) errores_->addItem(QString::fromUtf8("✖ ") + texto);
+    mostrar_errores(forma_->sin_campo());
     estado_->setText(grave ? QString::fromUtf8("✖ Hay datos que corregir; no se ha creado nada.")
                            : QString());
     return !grave;

@@ -30,6 +30,7 @@ private:
     enum Origen { de_la_base, plantilla, archivo };
     QWidget* construir_plan();
     void elegir_origen();
+    void mostrar_errores(const QStringList& errores);
     void proponer_periodo();
     [[nodiscard]] EmpresaNueva leer() const;
     bool revisar();

@@ -63,15 +63,15 @@ VentanaLibros::VentanaLibros(const std::string& conexion, int empresa, const std
     cuentas_ = new CuentasModelo(this);
     movimientos_ = new MovimientosModelo(this);
     balance_ = new BalanceModelo(this);
-    grafico_ = new Grafico(this);
     for (TablaModelo* m : {static_cast<TablaModelo*>(diario_), static_cast<TablaModelo*>(movimientos_)})
         connect(m, &TablaModelo::fallo, this, [this](const QString& texto) { decir(texto, true); });
     paginas_ = new QTabWidget(this);
+    paginas_->setDocumentMode(true);
     paginas_->addTab(tabla(diario_, "Libro diario", {92, 100, 64, 200, 64, 0, 96, 96}, 5), "&Diario");
     paginas_->addTab(construir_mayor(), "&Mayor");
     paginas_->addTab(tabla(balance_, "Balance de 8 columnas", {60, 0, 90, 90, 90, 90, 90, 90, 90, 90}, 1),
                      "&Balance");
-    paginas_->addTab(grafico_, QString::fromUtf8("&Gráfico"));
+    paginas_->addTab(grafico_ = new Grafico(this), QString::fromUtf8("&Gráfico"));
     estado_ = new QLabel(this);
     estado_->setTextFormat(Qt::PlainText);
     estado_->setWordWrap(true);
@@ -183,7 +183,7 @@ QWidget* VentanaLibros::construir_mayor() {
     auto* partes = new QSplitter(this);
     auto* izquierda = new QWidget(partes);
     auto* lista = new QVBoxLayout(izquierda);
-    lista->setContentsMargins(0, 0, 0, 0);
+    lista->setContentsMargins(0, 6, 0, 0);
     filtro_ = new QLineEdit(izquierda);
     filtro_->setPlaceholderText("Buscar por código o nombre");
     filtro_->setAccessibleName("Buscar cuenta");
@@ -192,24 +192,24 @@ QWidget* VentanaLibros::construir_mayor() {
     auto* arriba = new QHBoxLayout;
     arriba->addWidget(filtro_, 1);
     arriba->addWidget(por_auxiliar_);
-    cuentas_vista_ = tabla(cuentas_, "Cuentas", {62, 0, 96}, 1);
+    cuentas_vista_ = tabla(cuentas_, "Cuentas", {54, 0, 84}, 1);
     lista->addLayout(arriba);
     lista->addWidget(cuentas_vista_, 1);
     auto* derecha = new QWidget(partes);
     auto* detalle = new QVBoxLayout(derecha);
-    detalle->setContentsMargins(0, 0, 0, 0);
+    detalle->setContentsMargins(0, 6, 0, 0);
     titulo_cuenta_ = new QLabel(derecha);
     titulo_cuenta_->setTextFormat(Qt::PlainText);
     QFont negrita = titulo_cuenta_->font();
     negrita.setBold(true);
     titulo_cuenta_->setFont(negrita);
     titulo_cuenta_->setMinimumHeight(filtro_->sizeHint().height());
-    movimientos_vista_ = tabla(movimientos_, "Movimientos", {84, 92, 60, 0, 52, 88, 88, 92}, 3);
+    movimientos_vista_ = tabla(movimientos_, "Movimientos", {76, 60, 58, 0, 44, 80, 80, 84}, 3);
     detalle->addWidget(titulo_cuenta_);
     detalle->addWidget(movimientos_vista_, 1);
     partes->addWidget(izquierda);
     partes->addWidget(derecha);
-    partes->setSizes({400, 760});
+    partes->setSizes({380, 780});
     connect(filtro_, &QLineEdit::textChanged, this, [this](const QString& texto) {
         cuentas_->filtrar(texto);
         cuentas_vista_->selectRow(0);

@@ -6,6 +6,7 @@
 
 #include <QPainter>
 #include <QPdfWriter>
+#include <QScrollBar>
 #include <algorithm>
 #include <numeric>
 
@@ -23,6 +24,18 @@ struct Tintas {
 };
 
 QString entero(std::int64_t n) { return to_qt(formato(static_cast<double>(n), "#,##0")); }
+
+/// What the figures over the bars of one panel count, so that each of them is short.
+struct Unidad {
+    double pesos;
+    const char *formato, *nombre;
+};
+Unidad unidad_para(std::int64_t mayor) {
+    if (mayor >= 1000000000) return {1e6, "#,##0", "millones"};
+    if (mayor >= 1000000) return {1e6, "#,##0.0", "millones"};
+    if (mayor >= 10000) return {1e3, "#,##0", "miles"};
+    return {1, "#,##0", "pesos"};
+}
 
 QString titulo_de(const LibroMensual& l) {
     const auto suma = std::accumulate(l.total.begin(), l.total.end(), std::int64_t{0});
@@ -42,8 +55,12 @@ void pintar_panel(QPainter& p, const QRectF& zona, const LibroMensual& l, const 
     p.drawText(QRectF(zona.left(), zona.top(), zona.width(), renglon), Qt::AlignLeft | Qt::AlignVCenter,
                titulo_de(l));
     p.setFont(normal);
-    const QRectF campo(zona.left(), zona.top() + 2.6 * renglon, zona.width(), zona.height() - 3.9 * renglon);
     const std::int64_t mayor = std::max<std::int64_t>(1, *std::ranges::max_element(l.total));
+    const Unidad unidad = unidad_para(mayor);
+    p.setPen(t.apagado);
+    p.drawText(QRectF(zona.left(), zona.top(), zona.width(), renglon), Qt::AlignRight | Qt::AlignVCenter,
+               unidad.nombre);
+    const QRectF campo(zona.left(), zona.top() + 2.6 * renglon, zona.width(), zona.height() - 3.9 * renglon);
     p.setPen(QPen(t.linea, 0));
     p.drawLine(campo.bottomLeft(), campo.bottomRight());
     const double paso = campo.width() / 12;
@@ -59,7 +76,8 @@ void pintar_panel(QPainter& p, const QRectF& zona, const LibroMensual& l, const 
         if (l.total[i] == 0) continue;
         p.setPen(t.texto);
         p.drawText(QRectF(x - paso * 0.3, campo.bottom() - alto - renglon * 1.1, paso * 1.6, renglon),
-                   Qt::AlignHCenter | Qt::AlignBottom, monto_corto(l.total[i]));
+                   Qt::AlignHCenter | Qt::AlignBottom,
+                   to_qt(formato(static_cast<double>(l.total[i]) / unidad.pesos, unidad.formato)));
     }
 }
 
@@ -88,18 +106,12 @@ void pintar(QPainter& p, const QRectF& zona, const std::vector<LibroMensual>& li
 
 } // namespace
 
-QString monto_corto(std::int64_t pesos) {
-    const double n = static_cast<double>(pesos);
-    if (pesos >= 1000000) return to_qt(quorvel::formato(n / 1e6, n >= 1e8 ? "#,##0" : "#,##0.0")) + " M";
-    if (pesos >= 1000) return to_qt(quorvel::formato(n / 1e3, "#,##0")) + " mil";
-    return entero(pesos);
-}
-
-Grafico::Grafico(QWidget* parent) : QWidget(parent) {
+Grafico::Grafico(QWidget* parent) : QAbstractScrollArea(parent) {
     setObjectName("grafico");
     setAccessibleName("Totales mensuales por libro");
-    setMinimumSize(600, 320);
-    setFocusPolicy(Qt::TabFocus);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setMinimumWidth(600);
+    viewport()->setBackgroundRole(QPalette::Base);
 }
 
 void Grafico::mostrar(std::vector<LibroMensual> libros, int anio) {
@@ -114,23 +126,29 @@ void Grafico::mostrar(std::vector<LibroMensual> libros, int anio) {
     }
     setAccessibleDescription(dicho);
     setToolTip(dicho.trimmed());
-    update();
+    ajustar_alto();
 }
 
+void Grafico::ajustar_alto() {
+    const int filas = (static_cast<int>(libros_.size()) + 1) / 2;
+    alto_ = std::max(viewport()->height(), fontMetrics().height() * (3 + 7 * filas));
+    verticalScrollBar()->setPageStep(viewport()->height());
+    verticalScrollBar()->setSingleStep(fontMetrics().height());
+    verticalScrollBar()->setRange(0, alto_ - viewport()->height());
+    viewport()->update();
+}
+
+void Grafico::resizeEvent(QResizeEvent*) { ajustar_alto(); }
+
 void Grafico::paintEvent(QPaintEvent*) {
-    QPainter p(this);
-    p.setRenderHint(QPainter::Antialiasing, false);
+    QPainter p(viewport());
     const QPalette& c = palette();
     QColor barra = c.color(QPalette::Highlight);
     barra.setAlpha(150);
-    p.fillRect(rect(), c.color(QPalette::Base));
-    pintar(p, QRectF(rect()).adjusted(14, 10, -14, -10), libros_, anio_,
+    const QRectF todo(0, -verticalScrollBar()->value(), viewport()->width(), alto_);
+    pintar(p, todo.adjusted(14, 10, -14, -10), libros_, anio_,
            {c.color(QPalette::Text), c.color(QPalette::PlaceholderText), barra, c.color(QPalette::Highlight),
             c.color(QPalette::Mid)});
-    if (!hasFocus()) return;
-    p.setPen(QPen(c.color(QPalette::Highlight), 1, Qt::DotLine));
-    p.setBrush(Qt::NoBrush);
-    p.drawRect(rect().adjusted(1, 1, -2, -2));
 }
 
 void escribir_grafico_pdf(const std::vector<LibroMensual>& libros, int anio,

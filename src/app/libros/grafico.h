@@ -1,7 +1,7 @@
 #pragma once
 #include "libros/mensual.h"
 
-#include <QWidget>
+#include <QAbstractScrollArea>
 #include <filesystem>
 
 class QPainter;
@@ -10,7 +10,7 @@ namespace quorvel {
 
 /// Monthly totals, one panel of twelve bars for each book: what a bar says stands beside it in words and
 /// figures, never in its colour alone.
-class Grafico : public QWidget {
+class Grafico : public QAbstractScrollArea {
     Q_OBJECT
 public:
     explicit Grafico(QWidget* parent = nullptr);
@@ -19,14 +19,15 @@ public:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
+    void ajustar_alto();
     std::vector<LibroMensual> libros_;
     int anio_ = 0;
+    int alto_ = 0; ///< of the whole drawing; what does not fit is scrolled to
 };
 
-/// "1.234", "12,3 mil", "4,56 mill."
-[[nodiscard]] QString monto_corto(std::int64_t pesos);
 /// One landscape page. @throws std::runtime_error in Spanish
 void escribir_grafico_pdf(const std::vector<LibroMensual>& libros, int anio,
                           const std::filesystem::path& archivo);

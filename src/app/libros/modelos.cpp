@@ -15,6 +15,8 @@ using qt::to_qt;
 namespace {
 QString fecha(Fecha f) { return to_qt(fecha_dmy(f)); }
 QString comprobante_de(const Posicion& p) { return to_qt(p.documento + " " + p.num_docum); }
+/// A balance is always said, also when it is nothing.
+QString saldo(std::int64_t pesos) { return pesos == 0 ? QString("0") : monto(pesos); }
 } // namespace
 
 QString monto(std::int64_t pesos) { return pesos == 0 ? QString() : to_qt(Decimal(pesos).formato("#,##0")); }
@@ -197,7 +199,7 @@ TablaModelo::Aspecto CuentasModelo::aspecto(int fila) const {
 
 MovimientosModelo::MovimientosModelo(QObject* parent)
     : TablaModelo({{"Fecha"},
-                   {"Comprobante"},
+                   {"Comp."},
                    {"Auxiliar"},
                    {"Glosa"},
                    {"Doc."},
@@ -237,7 +239,7 @@ int MovimientosModelo::leer_pagina() {
 
 QString MovimientosModelo::celda(int fila, int columna) const {
     if (fila == 0)
-        return columna == 3 ? QString("Saldo anterior") : columna == 7 ? monto(anterior_) : QString();
+        return columna == 3 ? QString("Saldo anterior") : columna == 7 ? saldo(anterior_) : QString();
     const Movimiento& m = movimientos_.at(static_cast<std::size_t>(fila - 1));
     switch (columna) {
     case 0: return fecha(m.donde.f_comp);
@@ -247,7 +249,7 @@ QString MovimientosModelo::celda(int fila, int columna) const {
     case 4: return to_qt(m.num_ref);
     case 5: return monto(m.debe);
     case 6: return monto(m.haber);
-    default: return m.saldo == 0 ? QString("0") : monto(m.saldo);
+    default: return saldo(m.saldo);
     }
 }
 
