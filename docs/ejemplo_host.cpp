@@ -1,5 +1,11 @@
-// A host of Quorvel in ten lines: open the sessions, fill in who works where, show the voucher screen.
-// Usage: ejemplo_host DATABASE PRINT.DB      (for example out/demo.db out/print.db)
+// A host of Quorvel in ten lines: open the sessions, fill in who works where, show the voucher screen and
+// take it away again. ShowForm returns at once: a real host runs its Qt event loop before UnloadForm.
+// Build, after ./run:
+//   ninja -C build-release quorvel_shared
+//   g++ -std=c++20 -Isrc docs/ejemplo_host.cpp -Lbuild-release/bin -lquorvel -o ejemplo_host
+// Use:
+//   ./run db create sqlite:demo.db --demo
+//   LD_LIBRARY_PATH=build-release/bin ./ejemplo_host demo.db print.db
 #include "host/clsQuorvel.h"
 #include "platform/db/clsConexion.h"
 

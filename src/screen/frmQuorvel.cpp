@@ -18,6 +18,17 @@ constexpr std::pair<ui::Key, F> TECLAS[] = {
     {ui::Key::f2, F::New},   {ui::Key::f5, F::Save},   {ui::Key::f8, F::DeleteLine},
     {ui::Key::f6, F::Print}, {ui::Key::f3, F::Search},
 };
+
+/// Ctrl+N is for the lines of the grid, where F2 opens the cell.
+void tecla_de_la_barra(frmQuorvel& f, ui::KeyEvent& e) {
+    if (e.shift || e.alt || e.handled) return;
+    const bool ctrl_n = e.ctrl && (e.ch == U'n' || e.ch == U'N');
+    for (const auto& [tecla, funcion] : TECLAS) {
+        if (ctrl_n ? funcion != F::New : e.ctrl || e.key != tecla) continue;
+        e.handled = true;
+        f.ctlRegistro1.press(funcion);
+    }
+}
 } // namespace
 
 frmQuorvel::frmQuorvel(Servicios s) : Form(s.escritorio, "frmQuorvel", "Comprobante Contable"), servicios(s) {
@@ -134,17 +145,7 @@ void frmQuorvel::conectar_detalle() {
 
 void frmQuorvel::Form_KeyDown(ui::KeyEvent& e) {
     tecla_recuperar(*this, e);
-    const bool ctrl_n = e.ctrl && !e.shift && !e.alt && (e.ch == U'n' || e.ch == U'N');
-    if (ctrl_n) { // on a line of the grid F2 opens the cell
-        e.handled = true;
-        ctlRegistro1.press(F::New);
-    }
-    if (e.ctrl || e.shift || e.alt) return;
-    for (const auto& [tecla, funcion] : TECLAS)
-        if (e.key == tecla) {
-            e.handled = true;
-            ctlRegistro1.press(funcion);
-        }
+    tecla_de_la_barra(*this, e);
 }
 
 std::string frmQuorvel::formato(double v, std::string_view patron, bool bcero) const {
