@@ -30,7 +30,6 @@ FormWindow::FormWindow(ui::Form& form, QWidget* owner)
         column->setMenuBar(bar);
     if (QWidget* layout = UiLoader().load_form(form.name(), this, problems_)) {
         column->addWidget(layout);
-        if (layout->minimumSize().isValid()) setMinimumSize(layout->minimumSize());
         resize_within_screen(*this, layout->size());
         binder_ = std::make_unique<Binder>(form, *layout);
         problems_.insert(problems_.end(), binder_->problems().begin(), binder_->problems().end());
