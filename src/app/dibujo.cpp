@@ -143,6 +143,16 @@ void Dibujo::drawComplexControl(ComplexControl control, const QStyleOptionComple
     if (control == CC_ComboBox || control == CC_SpinBox) dibujar_borde(*option, *painter);
 }
 
+void Dibujo::drawItemText(QPainter* painter, const QRect& rect, int flags, const QPalette& palette,
+                          bool enabled, const QString& text, QPalette::ColorRole ink) const {
+    const bool un_renglon = !(flags & Qt::TextWordWrap) && !text.contains('\n');
+    const QFontMetrics medida = painter->fontMetrics();
+    const bool sobra = un_renglon && medida.size(Qt::TextShowMnemonic, text).width() > rect.width() + 1;
+    const QString cabe =
+        sobra ? medida.elidedText(text, Qt::ElideRight, rect.width(), Qt::TextShowMnemonic) : text;
+    QProxyStyle::drawItemText(painter, rect, flags, palette, enabled, cabe, ink);
+}
+
 void Dibujo::polish(QWidget* widget) {
     QProxyStyle::polish(widget);
     if (auto* calendario = qobject_cast<QCalendarWidget*>(widget)) suavizar_fin_de_semana(*calendario);

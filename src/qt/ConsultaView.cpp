@@ -9,6 +9,7 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <algorithm>
+#include <numeric>
 
 namespace quorvel::qt {
 
@@ -140,6 +141,9 @@ ConsultaView::ConsultaView(QWidget* parent) : QTableView(parent), model_(new Con
     horizontalHeader()->setHighlightSections(false);
     horizontalHeader()->setStretchLastSection(true);
     horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this] {
+        if (!fitting_ && horizontalHeader()->cursor().shape() == Qt::SplitHCursor) sized_by_hand_ = true;
+    });
 }
 
 void ConsultaView::attach(ui::ctlConsulta& list) {
@@ -187,17 +191,30 @@ void ConsultaView::paintEvent(QPaintEvent* event) {
     painter.drawText(viewport()->rect(), Qt::AlignCenter, "Sin resultados");
 }
 
-/// Widths follow the first rows that came; later blocks do not make the columns jump.
+/// Widths follow the first rows that came, later blocks do not make the columns jump; the longest columns
+/// give way until all are in sight.
 void ConsultaView::fit_columns() {
     const int columns = model_->columnCount();
-    if (columns == 0 || (columns == fitted_columns_ && (fitted_rows_ || model_->rowCount() == 0))) return;
+    const bool same_list = columns == fitted_columns_ && (fitted_rows_ || model_->rowCount() == 0);
+    const bool same_room = sized_by_hand_ || fitted_width_ == viewport()->width();
+    if (columns == 0 || (same_list && same_room)) return;
     fitted_columns_ = columns;
     fitted_rows_ = model_->rowCount() > 0;
-    const int widest = std::max(120, viewport()->width() / 2);
-    for (int i = 0; i < columns; ++i) {
-        const int wanted = std::max(sizeHintForColumn(i), horizontalHeader()->sectionSizeHint(i)) + 14;
-        setColumnWidth(i, std::min(wanted, widest));
-    }
+    fitted_width_ = viewport()->width();
+    std::vector<int> wanted;
+    for (int i = 0; i < columns; ++i)
+        wanted.push_back(std::max(sizeHintForColumn(i) + 10, horizontalHeader()->sectionSizeHint(i) + 2));
+    constexpr int NARROWEST = 110;
+    int widest = std::max(NARROWEST, *std::ranges::max_element(wanted));
+    const auto total = [&] {
+        return std::accumulate(wanted.begin(), wanted.end(), 0,
+                               [&](int sum, int width) { return sum + std::min(width, widest); });
+    };
+    while (widest > NARROWEST && total() > fitted_width_) --widest;
+    fitting_ = true;
+    for (int i = 0; i < columns; ++i)
+        setColumnWidth(i, std::min(wanted[static_cast<std::size_t>(i)], widest));
+    fitting_ = false;
 }
 
 void ConsultaView::resizeEvent(QResizeEvent* event) {

@@ -57,8 +57,9 @@ private:
     ui::ctlConsulta* list_ = nullptr;
     ConsultaModel* model_;
     QString help_; ///< of the line of help while nothing is searched
-    int fitted_columns_ = 0;
-    bool fitted_rows_ = false;
+    int fitted_columns_ = 0, fitted_width_ = 0;
+    bool fitted_rows_ = false, fitting_ = false;
+    bool sized_by_hand_ = false; ///< the person has made a column wider or narrower
 };
 
 } // namespace quorvel::qt
