@@ -2,7 +2,6 @@
 
 #include "qt/icons.h"
 
-#include <QAbstractScrollArea>
 #include <QApplication>
 #include <QCalendarWidget>
 #include <QPainter>
@@ -122,14 +121,22 @@ void Dibujo::drawPrimitive(PrimitiveElement element, const QStyleOption* option,
         sin_fondo.palette.setBrush(QPalette::Base, caja->palette.brush(QPalette::Disabled, QPalette::Base));
         return QProxyStyle::drawPrimitive(element, &sin_fondo, painter, widget);
     }
-    const bool area = element == PE_Frame && qobject_cast<const QAbstractScrollArea*>(widget) != nullptr;
-    if (area) return dibujar_borde(*option, *painter);
+    if (element == PE_Frame) return dibujar_borde(*option, *painter);
     QProxyStyle::drawPrimitive(element, option, painter, widget);
+    if (element == PE_PanelMenu)
+        dibujar_marco(option->rect, option->palette.color(QPalette::Dark), *painter, 1);
 }
 
 void Dibujo::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
                          const QWidget* widget) const {
     if (element == CE_HeaderSection) return dibujar_encabezado(*option, *painter);
+    const auto* renglon = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
+    if (element == CE_MenuItem && renglon != nullptr &&
+        renglon->menuItemType == QStyleOptionMenuItem::Separator) {
+        const QRect r = renglon->rect.adjusted(8, 0, -8, 0);
+        painter->fillRect(r.left(), r.center().y(), r.width(), 1, renglon->palette.color(QPalette::Mid));
+        return;
+    }
     QProxyStyle::drawControl(element, option, painter, widget);
     // The base style rings only what Tab has reached; the focus also comes by a key, a click or the program.
     if (element == CE_PushButton && (option->state & State_HasFocus)) dibujar_foco(*option, *painter, 2);

@@ -39,7 +39,7 @@ ConfiguracionWindow::ConfiguracionWindow(const std::string& conexion, int empres
     connect(anios_, &QComboBox::currentIndexChanged, this,
             [this] { mostrar(anios_->currentData().toInt()); });
     mostrar(anios.front());
-    qt::resize_within_screen(*this, {980, 540});
+    qt::resize_within_screen(*this, {980, 490});
 }
 
 ConfiguracionWindow::~ConfiguracionWindow() = default;

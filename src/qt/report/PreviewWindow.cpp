@@ -64,9 +64,9 @@ void show_preview(const report::Layout& layout, const std::string& title) {
     if (!print->isEnabled()) print->setToolTip("No hay impresoras instaladas");
     add("&Guardar PDF", [&] { save_as_pdf(window, layout, title); });
     row->addStretch(1);
-    add("Acercar", [&] { preview.zoomIn(); });
-    add("Alejar", [&] { preview.zoomOut(); });
-    add("Página completa", [&] { preview.fitInView(); });
+    add("&Acercar", [&] { preview.zoomIn(); });
+    add("A&lejar", [&] { preview.zoomOut(); });
+    add("&Página completa", [&] { preview.fitInView(); });
     row->addStretch(1);
     add("&Cerrar", [&] { window.reject(); });
     auto* column = new QVBoxLayout(&window);
