@@ -8,22 +8,6 @@
 namespace quorvel {
 namespace {
 
-bool es_utf8(std::string_view bytes) {
-    for (std::size_t i = 0; i < bytes.size();) {
-        const auto c = static_cast<unsigned char>(bytes[i]);
-        const std::size_t n = c < 0x80                ? 1
-                              : c >= 0xC2 && c < 0xE0 ? 2
-                              : c >= 0xE0 && c < 0xF0 ? 3
-                              : c >= 0xF0 && c < 0xF5 ? 4
-                                                      : 0;
-        if (n == 0 || i + n > bytes.size()) return false;
-        for (std::size_t k = 1; k < n; ++k)
-            if ((static_cast<unsigned char>(bytes[i + k]) & 0xC0U) != 0x80) return false;
-        i += n;
-    }
-    return true;
-}
-
 int linea_de(std::string_view bytes, std::size_t lugar) {
     return 1 + static_cast<int>(
                    std::count(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(lugar), '\n'));

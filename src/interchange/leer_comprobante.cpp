@@ -190,11 +190,9 @@ std::string a_utf8(std::string_view bytes, const AvisoProblema& aviso) {
                                SIN_LETRA = "\x81\x8D\x8F\x90\x9D";
     const bool marcado = bytes.starts_with(MARCA);
     if (marcado) bytes.remove_prefix(MARCA.size());
-    const bool ascii = std::all_of(bytes.begin(), bytes.end(), [](char c) { return c > 0; });
-    std::string utf8 = ascii ? std::string(bytes) : normalizar(bytes);
-    const auto rotos = posiciones(utf8, SIN_SENTIDO, false);
-    if (marcado || rotos.empty()) {
-        avisar_desconocidos(utf8, rotos, false, aviso);
+    if (marcado || (es_utf8(bytes) && bytes.find(SIN_SENTIDO) == std::string_view::npos)) {
+        std::string utf8 = normalizar(bytes);
+        avisar_desconocidos(utf8, posiciones(utf8, SIN_SENTIDO, false), false, aviso);
         return utf8;
     }
     const auto vacios = posiciones(bytes, SIN_LETRA, true);

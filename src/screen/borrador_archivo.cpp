@@ -9,6 +9,7 @@
 #include <cerrno>
 #include <charconv>
 #include <cstdint>
+#include <ctime>
 #include <fstream>
 #include <iterator>
 #include <utility>
@@ -168,6 +169,10 @@ bool ArchivoBorrador::anotar(const LoteBorrador& lote) {
         }
         n += static_cast<std::size_t>(escritos);
     }
+    // two drafts of one key press: the file system's own clock is too coarse to tell the later one
+    timespec cuando[2]{{0, UTIME_OMIT}, {}};
+    ::clock_gettime(CLOCK_REALTIME, &cuando[1]);
+    (void)::futimens(fd_, cuando);
     return true;
 }
 

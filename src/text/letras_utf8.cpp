@@ -90,6 +90,17 @@ std::string recortar_fin(std::string_view texto) {
     return std::string(texto);
 }
 
+bool es_utf8(std::string_view texto) {
+    const auto* p = reinterpret_cast<const utf8proc_uint8_t*>(texto.data());
+    auto resto = static_cast<utf8proc_ssize_t>(texto.size());
+    for (utf8proc_ssize_t n = 0; resto > 0; p += n, resto -= n) {
+        utf8proc_int32_t letra = 0;
+        n = utf8proc_iterate(p, resto, &letra);
+        if (n <= 0) return false;
+    }
+    return true;
+}
+
 std::string normalizar(std::string_view texto) {
     if (solo_ascii(texto)) return std::string(texto);
     return transformar(texto, UTF8PROC_STABLE | UTF8PROC_COMPOSE);

@@ -18,6 +18,8 @@ namespace quorvel {
 [[nodiscard]] std::string recortar(std::string_view texto);
 /// Without blanks at the end.
 [[nodiscard]] std::string recortar_fin(std::string_view texto);
+/// Whether every byte is of a UTF-8 character.
+[[nodiscard]] bool es_utf8(std::string_view texto);
 /// Composed form (NFC); bytes that are no UTF-8 become U+FFFD.
 [[nodiscard]] std::string normalizar(std::string_view texto);
 /// Each control character (tab, line end, …) becomes a blank, so that a cell never breaks a row text.
