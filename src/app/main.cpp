@@ -1,5 +1,6 @@
 #include "app/StartWindow.h"
 #include "app/anfitrion.h"
+#include "app/db/base.h"
 #include "app/db/comando_db.h"
 #include "app/db/demo.h"
 #include "app/demo/demo_run.h"
@@ -71,7 +72,8 @@ int con_ventanas(int argc, char** argv, const Opciones& opciones, const CLI::App
         const std::filesystem::path reporte = opciones.reporte.empty()
                                                   ? carpeta_personal() / "print.db"
                                                   : std::filesystem::path(opciones.reporte);
-        const FinPantalla fin = trabajar({opciones.conexion, reporte, opciones.empresa, opciones.usuario});
+        const FinPantalla fin =
+            trabajar({normalizar_conexion(opciones.conexion), reporte, opciones.empresa, opciones.usuario});
         if (fin == FinPantalla::otra_empresa) return elegir_y_trabajar();
         return fin == FinPantalla::error ? SIN_DATOS : BIEN;
     }
@@ -86,7 +88,7 @@ int principal(int argc, char** argv) {
     app.add_option("--tema", o.tema, "claro, oscuro o sistema")
         ->check(CLI::IsMember({"claro", "oscuro", "sistema"}));
     auto* show = app.add_subcommand("show", "Abre la pantalla de comprobantes de una empresa");
-    show->add_option("--db", o.conexion, "Conexión: sqlite:ARCHIVO o postgresql://…")->required();
+    show->add_option("--db", o.conexion, "sqlite:RUTA, una ruta o postgresql://…")->required();
     show->add_option("--reportdb", o.reporte, "Base de informes, de nombre print.db");
     show->add_option("--company", o.empresa, "Código de la empresa");
     show->add_option("--user", o.usuario, "Código del usuario");

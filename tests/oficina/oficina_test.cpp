@@ -274,6 +274,10 @@ TEST_P(Oficina_, ImprimeYLlevaLosLibros) {
     EXPECT_TRUE(contiene(diario, "Libro diario") && contiene(diario, "119.000") &&
                 contiene(diario, "factura"));
     EXPECT_TRUE(contiene(correr("report journal").salida, "100.000")) << "the accounting year by itself";
+    if (GetParam() == apoyo::Motor::sqlite) {
+        conexion.erase(0, std::string("sqlite:").size());
+        EXPECT_EQ(correr("report monthly").codigo, BIEN) << "a path names a database as well";
+    }
 }
 
 TEST_P(Oficina_, ElCodigoDeSalidaDiceQuePaso) {

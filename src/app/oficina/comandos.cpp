@@ -55,7 +55,7 @@ Salida ejecutar(const OpcionesOficina& o, const std::function<Respuesta()>& trab
 } // namespace
 
 void agregar_oficina(CLI::App& comando, OpcionesOficina& o) {
-    comando.add_option("--db", o.conexion, "Conexión: sqlite:ARCHIVO o postgresql://…")->required();
+    comando.add_option("--db", o.conexion, "sqlite:RUTA, una ruta o postgresql://…")->required();
     comando.add_option("--company", o.empresa, "Código de la empresa")->capture_default_str();
     comando.add_option("--user", o.usuario, "Código del usuario")->capture_default_str();
     comando.add_flag("--json", o.json, "Respuesta para programas, en JSON");

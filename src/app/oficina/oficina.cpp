@@ -1,5 +1,6 @@
 #include "app/oficina/oficina.h"
 
+#include "app/db/base.h"
 #include "platform/db/literal.h"
 
 #include <cerrno>
@@ -23,7 +24,8 @@ std::unique_ptr<Recordset> existente(clsConexion& db, const char* que, const std
 } // namespace
 
 Oficina abrir_oficina(const OpcionesOficina& o) {
-    Oficina oficina{.db = abrir_sesion(o.conexion), .empresa = o.empresa, .usuario = o.usuario};
+    Oficina oficina{
+        .db = abrir_sesion(normalizar_conexion(o.conexion)), .empresa = o.empresa, .usuario = o.usuario};
     const auto empresa = existente(*oficina.db, "la empresa", "admempresa", "empresa", o.empresa);
     const auto usuario = existente(*oficina.db, "el usuario", "admusuario", "usuario", o.usuario);
     oficina.n_empresa = empresa->fields("n_empresa").Value.text();
