@@ -89,9 +89,12 @@ StartWindow::StartWindow(std::filesystem::path folder) : folder_(std::move(folde
     what->setForegroundRole(QPalette::PlaceholderText);
     // on the line that the larger letters stand on
     what->setContentsMargins(4, 0, 0, QFontMetrics(large).descent() - what->fontMetrics().descent());
+    auto* words = new QHBoxLayout;
+    words->addWidget(name);
+    words->addWidget(what, 1, Qt::AlignBottom);
     title->addWidget(icon);
-    title->addWidget(name);
-    title->addWidget(what, 1, Qt::AlignBottom);
+    title->addLayout(words, 1);
+    title->setAlignment(words, Qt::AlignVCenter);
     column->addLayout(title);
     column->addLayout(center, 1);
     column->addLayout(bottom);

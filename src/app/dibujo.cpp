@@ -43,18 +43,18 @@ void dibujar_encabezado(const QStyleOption& seccion, QPainter& painter) {
     painter.drawLine(seccion.rect.topRight() + QPoint(0, 4), seccion.rect.bottomRight() - QPoint(0, 4));
 }
 
-void dibujar_marco(const QRect& rect, const QColor& color, QPainter& painter, qreal grosor) {
+void dibujar_marco(const QRect& rect, const QColor& color, QPainter& painter, qreal grosor, qreal radio = 3) {
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(QPen(color, grosor));
     painter.setBrush(Qt::NoBrush);
     const qreal medio = grosor / 2;
-    painter.drawRoundedRect(QRectF(rect).adjusted(medio, medio, -medio, -medio), 3, 3);
+    painter.drawRoundedRect(QRectF(rect).adjusted(medio, medio, -medio, -medio), radio, radio);
     painter.restore();
 }
 
-void dibujar_foco(const QStyleOption& control, QPainter& painter, qreal grosor) {
-    dibujar_marco(control.rect, control.palette.color(QPalette::Highlight), painter, grosor);
+void dibujar_foco(const QStyleOption& control, QPainter& painter, qreal grosor, qreal radio = 3) {
+    dibujar_marco(control.rect, control.palette.color(QPalette::Highlight), painter, grosor, radio);
 }
 
 /// The edge of what can be filled in or pressed; the base style's cannot be seen on a dark ground.
@@ -63,9 +63,9 @@ QColor borde(const QStyleOption& control) {
     return control.palette.color(activo ? QPalette::Dark : QPalette::Mid);
 }
 
-void dibujar_borde(const QStyleOption& control, QPainter& painter) {
-    if (control.state & QStyle::State_HasFocus) return dibujar_foco(control, painter, 2);
-    dibujar_marco(control.rect, borde(control), painter, 1);
+void dibujar_borde(const QStyleOption& control, QPainter& painter, qreal radio = 3) {
+    if (control.state & QStyle::State_HasFocus) return dibujar_foco(control, painter, 2, radio);
+    dibujar_marco(control.rect, borde(control), painter, 1, radio);
 }
 
 /// A box with a tick or a circle with a dot.
@@ -121,7 +121,7 @@ void Dibujo::drawPrimitive(PrimitiveElement element, const QStyleOption* option,
         sin_fondo.palette.setBrush(QPalette::Base, caja->palette.brush(QPalette::Disabled, QPalette::Base));
         return QProxyStyle::drawPrimitive(element, &sin_fondo, painter, widget);
     }
-    if (element == PE_Frame) return dibujar_borde(*option, *painter);
+    if (element == PE_Frame) return dibujar_borde(*option, *painter, 0); // what it holds has square corners
     QProxyStyle::drawPrimitive(element, option, painter, widget);
     if (element == PE_PanelMenu)
         dibujar_marco(option->rect, option->palette.color(QPalette::Dark), *painter, 1);

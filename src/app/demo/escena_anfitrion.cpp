@@ -55,6 +55,7 @@ void escena_anfitrion(const Fotografo& fotografo, Teclado& teclado, const Elecci
                                                         {Libro::mensual, "grafico"}};
     for (const auto& [libro, foto] : LIBROS) {
         libros.abrir(libro);
+        if (libro == Libro::mayor) teclado.escribir("103"); // clients: accounts with movements
         fotografo.foto(libros, foto);
     }
 }

@@ -81,7 +81,7 @@ void escena_compra(Estudio& e) {
     e.fotografo.planear({"diferencia", Qt::Key_Return, {}});
     e.m.t.tecla(Qt::Key_F9); // goes to the cell with the two figures that changed places
     e.m.t.escribir("19000");
-    for (const auto tecla : {Qt::Key_Down, Qt::Key_Down, Qt::Key_Home}) e.m.t.tecla(tecla);
+    for (const auto tecla : {Qt::Key_Down, Qt::Key_Down, Qt::Key_Home, Qt::Key_Right}) e.m.t.tecla(tecla);
     e.fotografo.foto(e.ventana, "comprobante");
     en_oscuro(e);
     renglon_rechazado(e);

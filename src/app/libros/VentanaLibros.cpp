@@ -204,7 +204,7 @@ QWidget* VentanaLibros::construir_mayor() {
     negrita.setBold(true);
     titulo_cuenta_->setFont(negrita);
     titulo_cuenta_->setMinimumHeight(filtro_->sizeHint().height());
-    movimientos_vista_ = tabla(movimientos_, "Movimientos", {76, 60, 58, 0, 44, 80, 80, 84}, 3);
+    movimientos_vista_ = tabla(movimientos_, "Movimientos", {80, 60, 58, 0, 44, 80, 80, 84}, 3);
     detalle->addWidget(titulo_cuenta_);
     detalle->addWidget(movimientos_vista_, 1);
     partes->addWidget(izquierda);
@@ -250,7 +250,7 @@ void VentanaLibros::abrir(Libro libro) {
     show();
     raise();
     activateWindow();
-    if (QWidget* vista = paginas_->currentWidget()) vista->setFocus();
+    (libro == Libro::mayor ? filtro_ : paginas_->currentWidget())->setFocus();
 }
 
 void VentanaLibros::decir(const QString& texto, bool problema) {
