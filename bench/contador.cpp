@@ -158,7 +158,9 @@ private:
             return *c;
         });
     }
-    [[nodiscard]] bool ajeno(const Comprobante& c) const { return bloqueado_por_otro(c, e_.usuario); }
+    [[nodiscard]] bool ajeno(const Comprobante& c) const {
+        return bloqueado_por_otro(c.bloqueo_usuario, e_.usuario);
+    }
     void volver_a_abrir() {
         pensar();
         const Clave clave = elegir();

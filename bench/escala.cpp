@@ -1,6 +1,6 @@
 // Many accountants against one server that keeps what it confirms: what they save in a second, what each
 // waits for, who is refused, and that every confirmed voucher is there once. Directly and through pgbouncer.
-// Arguments: seconds of each run (20), vouchers of each company (5000).
+// Arguments: seconds of each run (20), vouchers of each company (5000), only the runs of so many accountants.
 #include "apoyo/pg.h"
 #include "apoyo/sesiones.h"
 #include "app/db/revisar.h"
@@ -262,6 +262,7 @@ std::string por_transacciones(const std::string& servidor) {
 int main(int argc, char** argv) {
     const double segundos = argc > 1 ? std::atof(argv[1]) : 20;
     const int comprobantes = argc > 2 ? std::atoi(argv[2]) : 5000;
+    const int solo = argc > 3 ? std::atoi(argv[3]) : 0;
     apoyo::pg_opciones("-c fsync=on -c max_connections=300 -c shared_buffers=512MB -c max_wal_size=4GB");
     const std::string servidor = apoyo::pg_conexion_nueva();
     generar(servidor, comprobantes);
@@ -273,7 +274,7 @@ int main(int argc, char** argv) {
     int numero = 0;
     std::map<std::string, Hecho> hechos;
     for (const Corrida& c : CORRIDAS)
-        if (!c.pgbouncer || Pgbouncer::instalado())
+        if ((solo == 0 || solo == c.contadores) && (!c.pgbouncer || Pgbouncer::instalado()))
             bien = correr(c, servidor, segundos, numero++, hechos) && bien;
     if (Pgbouncer::instalado())
         fila("pgbouncer, transaction pooling, two sessions on one connection", por_transacciones(servidor),
