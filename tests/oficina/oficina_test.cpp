@@ -1,6 +1,7 @@
 // Goal: the office commands do what they say with real files, and nothing else.
 // Method: the program itself, run as a person runs it, on real databases; the screen says what is right.
 #include "apoyo/comprobante.h"
+#include "apoyo/falla.h"
 #include "apoyo/pantalla.h"
 #include "apoyo/pg.h"
 #include "app/db/esquema.h"
@@ -305,6 +306,15 @@ TEST_P(Oficina_, ElCodigoDeSalidaDiceQuePaso) {
         EXPECT_EQ(r.codigo, c.codigo) << c.orden << ": " << r.error;
         EXPECT_EQ(r.error.empty(), c.codigo == BIEN) << c.orden;
     }
+}
+
+TEST_P(Oficina_, LoQueLaBaseRechazaDiceSuMotivo) {
+    escribir("a.csv", de_hoy("30"));
+    const apoyo::Falla falla(conexion, GetParam(), "insert on ctcquorvel");
+    const Corrida c = correr("import a.csv");
+    EXPECT_EQ(c.codigo, RECHAZADO);
+    EXPECT_TRUE(contiene(c.error, "Problemas al grabar cabecera (falla pedida)")) << c.error;
+    EXPECT_EQ(cuantos(), "0/0");
 }
 
 INSTANTIATE_TEST_SUITE_P(Motores, Oficina_, testing::ValuesIn(apoyo::MOTORES),

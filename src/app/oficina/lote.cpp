@@ -35,6 +35,16 @@ std::string bytes_de(const std::string& archivo) {
     return leer_archivo(archivo);
 }
 
+/// A lost session says so. @throws SesionFallida
+void exigir_viva(clsConexion& db) {
+    try {
+        (void)db.NewRecord("select empresa from admempresa where empresa=0");
+    } catch (const SesionFallida&) {
+        throw;
+    } catch (const ErrorSesion&) { // the session is there: it only waits for the end of the transaction
+    }
+}
+
 /// Total lines are counted nowhere else, so that the bar moves by files and by the lines of a long one.
 constexpr long PASOS = 1000;
 
@@ -177,7 +187,7 @@ void LoteArchivos::grabar_uno(const EnLote& e, const AvanceLectura& avance) {
         grabar_en_transaccion_abierta(db, *c, o);
     } catch (const PasoFallido& f) {
         const std::string motor = db.last_error();
-        (void)db.NewRecord("select empresa from admempresa where empresa=0"); // a lost session says so here
+        exigir_viva(db);
         anotar(e.archivo, {0, "", f.what() + (motor.empty() ? "" : " (" + motor + ")")});
     }
 }
