@@ -159,7 +159,7 @@ QIcon arrow_icon(bool left, const QColor& ink) {
 }
 
 QIcon lock_icon(const QColor& ink) {
-    return QIcon(painted(48, [&](QPainter& p) {
+    return sharp(48, [&](QPainter& p) {
         p.setPen(QPen(ink, 4, Qt::SolidLine, Qt::RoundCap));
         p.drawArc(QRectF(14, 5, 20, 26), 0, 180 * 16);
         p.drawLine(QPointF(14, 18), QPointF(14, 24));
@@ -167,11 +167,11 @@ QIcon lock_icon(const QColor& ink) {
         p.setPen(Qt::NoPen);
         p.setBrush(ink);
         p.drawRoundedRect(QRectF(8, 21, 32, 23), 4, 4);
-    }));
+    });
 }
 
 QIcon program_icon() {
-    return QIcon(painted(64, [](QPainter& p) {
+    return sharp(64, [](QPainter& p) {
         p.setPen(Qt::NoPen);
         p.setBrush(QColor(0x1f, 0x5f, 0x8b));
         p.drawRoundedRect(4, 4, 56, 56, 12, 12);
@@ -179,7 +179,7 @@ QIcon program_icon() {
         p.setBrush(Qt::NoBrush);
         p.drawEllipse(QPointF(31, 31), 15, 15);
         p.drawLine(QPointF(37, 37), QPointF(48, 48));
-    }));
+    });
 }
 
 } // namespace quorvel::qt

@@ -248,7 +248,10 @@ TEST(ConfiguracionTest, AccountsAreFoundByNameAndChecked) {
     boletas->setEditText("no existe");
     EXPECT_FALSE(v.grabar());
     EXPECT_TRUE(textos(v).contains("La cuenta no existe no existe"));
+    EXPECT_EQ(boletas->accessibleDescription(), "La cuenta no existe no existe");
     boletas->poner("101002");
+    EXPECT_FALSE(textos(v).contains("no existe")) << "what is being corrected is no longer wrong";
+    EXPECT_EQ(boletas->accessibleDescription(), "");
     caja(v, "Hasta")->setText("31/02/2024");
     EXPECT_FALSE(v.grabar());
     EXPECT_TRUE(textos(v).contains("No es una fecha"));

@@ -54,8 +54,14 @@ void Formulario::campo(const char* campo, const QString& rotulo, QWidget* widget
     nota->hide();
     columna->addWidget(widget);
     columna->addWidget(nota);
-    if (auto* caja = qobject_cast<QLineEdit*>(widget)) // what is being corrected is no longer wrong
-        connect(caja, &QLineEdit::textChanged, nota, &QLabel::hide);
+    const auto corrigiendo = [nota, widget] { // what is being corrected is no longer wrong
+        nota->hide();
+        widget->setAccessibleDescription({});
+    };
+    if (auto* caja = qobject_cast<QLineEdit*>(widget))
+        connect(caja, &QLineEdit::textChanged, nota, corrigiendo);
+    if (auto* lista = qobject_cast<QComboBox*>(widget))
+        connect(lista, &QComboBox::editTextChanged, nota, corrigiendo);
     auto* titulo = new QLabel(rotulo, this);
     titulo->setBuddy(widget);
     widget->setAccessibleName(QString(rotulo).remove('&'));
@@ -64,7 +70,10 @@ void Formulario::campo(const char* campo, const QString& rotulo, QWidget* widget
 }
 
 bool Formulario::observar(const std::vector<Observacion>& observaciones) {
-    for (auto& [nombre, c] : campos_) c.nota->hide();
+    for (auto& [nombre, c] : campos_) {
+        c.nota->hide();
+        c.widget->setAccessibleDescription({});
+    }
     sin_campo_.clear();
     bool grave = false;
     for (const Observacion& o : observaciones) {
