@@ -81,10 +81,11 @@ int con_ventanas(int argc, char** argv, const Opciones& opciones, const CLI::App
 }
 
 int principal(int argc, char** argv) {
-    CLI::App app("Quorvel: comprobantes contables");
+    CLI::App app("Quorvel: comprobantes contables", "quorvel");
+    hablar_castellano(app);
     Opciones o;
     app.require_subcommand(0, 1);
-    app.set_version_flag("--version", "Quorvel " QUORVEL_VERSION);
+    app.set_version_flag("--version", "Quorvel " QUORVEL_VERSION, "Muestra la versión");
     app.add_option("--tema", o.tema, "claro, oscuro o sistema")
         ->check(CLI::IsMember({"claro", "oscuro", "sistema"}));
     auto* show = app.add_subcommand("show", "Abre la pantalla de comprobantes de una empresa");

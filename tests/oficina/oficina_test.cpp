@@ -317,6 +317,20 @@ TEST_P(Oficina_, LoQueLaBaseRechazaDiceSuMotivo) {
     EXPECT_EQ(cuantos(), "0/0");
 }
 
+TEST_P(Oficina_, UnaOrdenMalEscritaSeExplica) {
+    const std::pair<const char*, const char*> casos[] = {
+        {"report nada", "LIBRO: nada no es ninguno de: journal,ledger,balance,monthly"},
+        {"import", "Falta ARCHIVO"},
+        {"check --company uno", "--company debe ser un número: uno"},
+        {"check --nada", "No se entiende: --nada"},
+    };
+    for (const auto& [orden, dicho] : casos) {
+        const Corrida c = correr(orden);
+        EXPECT_EQ(c.codigo, MAL_USO) << orden;
+        EXPECT_EQ(c.error, std::string(dicho) + "\nCon --help se ven las opciones.\n");
+    }
+}
+
 INSTANTIATE_TEST_SUITE_P(Motores, Oficina_, testing::ValuesIn(apoyo::MOTORES),
                          [](const auto& m) { return apoyo::nombre(m.param); });
 
