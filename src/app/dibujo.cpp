@@ -138,6 +138,10 @@ void Dibujo::drawControl(ControlElement element, const QStyleOption* option, QPa
         return;
     }
     QProxyStyle::drawControl(element, option, painter, widget);
+    if (element == CE_TabBarTabShape && (option->state & State_Selected)) {
+        const QRect r = option->rect.adjusted(3, 0, -3, -1);
+        painter->fillRect(r.left(), r.bottom() - 1, r.width(), 2, option->palette.color(QPalette::Highlight));
+    }
     // The base style rings only what Tab has reached; the focus also comes by a key, a click or the program.
     if (element == CE_PushButton && (option->state & State_HasFocus)) dibujar_foco(*option, *painter, 2);
 }
