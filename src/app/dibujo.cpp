@@ -94,10 +94,10 @@ void dibujar_marca(const QStyleOption& control, QPainter& painter, bool redonda)
     painter.restore();
 }
 
-/// Saturday and Sunday a little fainter; the base style's red is too dark for a dark ground.
-void suavizar_fin_de_semana(QCalendarWidget& calendario) {
+/// Saturday and Sunday in a colour of the palette; the base style's red is too dark for a dark ground.
+void pintar_fin_de_semana(QCalendarWidget& calendario) {
     QTextCharFormat formato;
-    formato.setForeground(calendario.palette().color(QPalette::PlaceholderText));
+    formato.setForeground(calendario.palette().color(QPalette::Link));
     for (const Qt::DayOfWeek dia : {Qt::Saturday, Qt::Sunday}) calendario.setWeekdayTextFormat(dia, formato);
 }
 
@@ -150,6 +150,12 @@ void Dibujo::drawComplexControl(ComplexControl control, const QStyleOptionComple
                                 const QWidget* widget) const {
     if (const auto* grupo = qstyleoption_cast<const QStyleOptionGroupBox*>(option))
         return dibujar_tarjeta(*grupo, *painter);
+    const auto* boton = qstyleoption_cast<const QStyleOptionToolButton*>(option);
+    if (boton != nullptr && widget != nullptr && widget->objectName() == "qt_calendar_monthbutton") {
+        QStyleOptionToolButton sin_flecha(*boton); // the arrow would stand on the month's last letter
+        sin_flecha.features &= ~QStyleOptionToolButton::HasMenu;
+        return QProxyStyle::drawComplexControl(control, &sin_flecha, painter, widget);
+    }
     QProxyStyle::drawComplexControl(control, option, painter, widget);
     if (control == CC_ComboBox || control == CC_SpinBox) dibujar_borde(*option, *painter);
 }
@@ -166,7 +172,7 @@ void Dibujo::drawItemText(QPainter* painter, const QRect& rect, int flags, const
 
 void Dibujo::polish(QWidget* widget) {
     QProxyStyle::polish(widget);
-    if (auto* calendario = qobject_cast<QCalendarWidget*>(widget)) suavizar_fin_de_semana(*calendario);
+    if (auto* calendario = qobject_cast<QCalendarWidget*>(widget)) pintar_fin_de_semana(*calendario);
 }
 
 QIcon Dibujo::standardIcon(StandardPixmap icon, const QStyleOption* option, const QWidget* widget) const {

@@ -32,6 +32,7 @@ void DateBox::set_pickable(bool pickable) { button_->setEnabled(pickable); }
 void DateBox::show_calendar(QDate date) {
     if (popup_ == nullptr) {
         popup_ = new QFrame(this, Qt::Popup);
+        popup_->setFrameShape(QFrame::StyledPanel);
         auto* column = new QVBoxLayout(popup_);
         column->setContentsMargins(1, 1, 1, 1);
         calendar_ = new QCalendarWidget(popup_);

@@ -3,6 +3,7 @@
 #include <QWidget>
 
 class QCalendarWidget;
+class QFrame;
 class QLineEdit;
 class QToolButton;
 
@@ -24,7 +25,7 @@ Q_SIGNALS:
 private:
     QLineEdit* edit_;
     QToolButton* button_;
-    QWidget* popup_ = nullptr;
+    QFrame* popup_ = nullptr;
     QCalendarWidget* calendar_ = nullptr;
 };
 

@@ -45,10 +45,10 @@ TEST(Accesibilidad, TextIsReadableOnEveryGround) {
     using P = QPalette;
     EXPECT_NEAR(contrast(Qt::black, Qt::white), 21, 0.01);
     constexpr std::pair<P::ColorRole, P::ColorRole> pairs[] = {
-        {P::WindowText, P::Window},  {P::WindowText, P::Base},         {P::Text, P::Base},
-        {P::Text, P::AlternateBase}, {P::ButtonText, P::Button},       {P::HighlightedText, P::Highlight},
-        {P::Link, P::Window},        {P::ToolTipText, P::ToolTipBase}, {P::PlaceholderText, P::Base},
-        {P::Text, P::Button},
+        {P::WindowText, P::Window},    {P::WindowText, P::Base},   {P::Text, P::Base},
+        {P::Text, P::AlternateBase},   {P::ButtonText, P::Button}, {P::HighlightedText, P::Highlight},
+        {P::Link, P::Window},          {P::Link, P::Base},         {P::ToolTipText, P::ToolTipBase},
+        {P::PlaceholderText, P::Base}, {P::Text, P::Button},
     };
     for (const bool dark : {false, true}) {
         const QPalette colours = paleta(dark);
