@@ -24,7 +24,7 @@ INSTANTIATE_TEST_SUITE_P(Motores, AlAzar, ::testing::ValuesIn(MOTORES),
 
 TEST_P(AlAzar, BasePantallasYModeloConcuerdan) {
     constexpr long PASOS_POR_SEMILLA = 500; // then a fresh company: long ones grow slow and rarely new
-    const long pasos = pedido("QUORVEL_PASOS", GetParam() == Motor::sqlite ? 600 : 200);
+    const long pasos = pedido("QUORVEL_PASOS", GetParam() == Motor::sqlite ? 2000 : 500);
     long hechos = 0;
     for (long semilla = pedido("QUORVEL_SEMILLA", 1); hechos < pasos; ++semilla) {
         Simulacion s(GetParam(), static_cast<unsigned>(semilla));

@@ -2,7 +2,6 @@
 
 #include "app/db/esquema.h"
 #include "platform/ui/ctlConsulta.h"
-#include "screen/papeles/frmcheque.h"
 #include "text/letras_utf8.h"
 #include "text/numeros.h"
 
@@ -206,6 +205,8 @@ std::string Simulacion::llenar(Ventana& v) {
     if (al_azar(5) == 0) f.txtNum_doc.SetText(std::to_string(1 + al_azar(30)));
     v.c.concepto = "Glosa de O'Higgins " + std::to_string(paso_);
     f.txtconcepto.SetText(v.c.concepto);
+    f.cmbifrs.SetListIndex(al_azar(3));
+    v.c.norma = f.cmbifrs.Text().substr(0, 1);
     poner_lineas(v, al_azar(8) != 0);
     return "";
 }
@@ -384,15 +385,8 @@ std::string Simulacion::quitar_adjunto(Ventana& v) {
 
 std::string Simulacion::cheque(Ventana& v) {
     const std::string numero = std::to_string(1000 + paso_);
-    v.p->escritorio.al_abrir([&](ui::Form& forma) {
-        auto& f = dynamic_cast<frmcheque&>(forma);
-        f.txtcheque.SetText(numero);
-        f.txtfecha.SetText("14/06/2024");
-        f.txtbeneficiario.SetText("PEDRO");
-        f.cmdaceptar.press();
-        f.cmdcancelar.press();
-    });
-    v.p->pulsar("mnucheque");
+    llenar_dialogo(*v.p, "mnucheque",
+                   {{"txtcheque", numero}, {"txtfecha", "14/06/2024"}, {"txtbeneficiario", "PEDRO"}});
     if (v.nuevo) return "Debe grabar el comprobante antes de imprimir la factura";
     const auto c = modelo_.comprobantes.find(v.clave);
     if (c != modelo_.comprobantes.end()) c->second.cheque = numero;

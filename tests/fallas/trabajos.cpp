@@ -4,8 +4,6 @@
 #include "app/db/revisar.h"
 #include "platform/files/attachments.h"
 #include "screen/detalle/detalle.h"
-#include "screen/papeles/frmcheque.h"
-#include "screen/papeles/frmfactura.h"
 
 #include <gtest/gtest.h>
 
@@ -50,34 +48,22 @@ void mover_de_fecha(Pantalla& p) {
 }
 
 void cheque(Pantalla& p) {
-    p.escritorio.al_abrir([](ui::Form& forma) {
-        auto& f = dynamic_cast<frmcheque&>(forma);
-        f.txtcheque.SetText("1040");
-        f.txtfecha.SetText("14/06/2024");
-        f.txtbanco.SetText("BCI");
-        f.txtCuenta.SetText("77");
-        f.txtbeneficiario.SetText("PEDRO");
-        f.cmdaceptar.press();
-        f.cmdcancelar.press();
-    });
-    p.pulsar("mnucheque");
+    llenar_dialogo(p, "mnucheque",
+                   {{"txtcheque", "1040"},
+                    {"txtfecha", "14/06/2024"},
+                    {"txtbanco", "BCI"},
+                    {"txtCuenta", "77"},
+                    {"txtbeneficiario", "PEDRO"}});
 }
 
 void factura(Pantalla& p) {
-    p.escritorio.al_abrir([](ui::Form& forma) {
-        auto& f = dynamic_cast<frmfactura&>(forma);
-        f.txtruc.SetText("76.418.352-5");
-        f.txtnombre.SetText("FERRETERIA");
-        f.txtfactura.SetText("501");
-        f.txtfecha.SetText("14/06/2024");
-        f.txtNeto.SetText("300");
-        f.grdfac.Clear();
-        f.grdfac.AddItem("1\tclavos\t2\t100\t200");
-        f.grdfac.AddItem("2\tmartillo\t1\t100\t100");
-        f.cmdaceptar.press();
-        f.cmdcancelar.press();
-    });
-    p.pulsar("mnuFactura");
+    llenar_dialogo(p, "mnuFactura",
+                   {{"txtruc", "76.418.352-5"},
+                    {"txtnombre", "FERRETERIA"},
+                    {"txtfactura", "501"},
+                    {"txtfecha", "14/06/2024"},
+                    {"txtNeto", "300"}},
+                   {"1\tclavos\t2\t100\t200", "2\tmartillo\t1\t100\t100"});
 }
 
 void generar_cierre(Pantalla& p) {
@@ -128,6 +114,20 @@ const std::vector<Trabajo> TRABAJOS = {
      "Cierre Anual de 2024 Completado con éxito", 3},
     {"importar", preparar_archivo, importar, GRABADO},
 };
+
+void llenar_dialogo(Pantalla& p, const char* menu, const Cajas& cajas,
+                    const std::vector<std::string>& filas) {
+    p.escritorio.al_abrir([cajas, filas](ui::Form& forma) {
+        for (const auto& [caja, texto] : cajas) dynamic_cast<ui::TextBox&>(*forma.find(caja)).SetText(texto);
+        if (auto* const grilla = dynamic_cast<ui::ctlPlanilla*>(forma.find("grdfac"))) {
+            grilla->Clear();
+            grilla->AddItems(filas);
+        }
+        for (const char* boton : {"cmdaceptar", "cmdcancelar"})
+            dynamic_cast<ui::CommandButton&>(*forma.find(boton)).press();
+    });
+    p.pulsar(menu);
+}
 
 void sembrar(const Escena& e) {
     crear_esquema(e.conexion);

@@ -14,6 +14,12 @@ struct Trabajo {
 extern const std::vector<Trabajo> TRABAJOS;
 inline void PrintTo(const Trabajo& t, std::ostream* os) { *os << t.nombre; }
 
+/// What is written into the boxes of a dialog, by control.
+using Cajas = std::vector<std::pair<const char*, std::string>>;
+/// Fills the dialog that a menu opens, accepts it and leaves it.
+void llenar_dialogo(pruebas::Pantalla& p, const char* menu, const Cajas& cajas,
+                    const std::vector<std::string>& filas = {});
+
 /// The last notice since the last call, questions apart.
 [[nodiscard]] std::string ultimo_aviso(pruebas::Pantalla& p);
 

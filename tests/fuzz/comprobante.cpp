@@ -20,30 +20,39 @@ std::vector<std::string> celdas(const std::string& fila) {
     return partes;
 }
 
+using I = ComprobanteImportado;
+/// The texts that the screen takes as they are.
+constexpr std::pair<std::string I::*, std::string Comprobante::*> TEXTOS[] = {
+    {&I::numero, &Comprobante::num_docum},
+    {&I::total_debe, &Comprobante::total_debe},
+    {&I::total_haber, &Comprobante::total_haber},
+    {&I::concepto, &Comprobante::concepto},
+    {&I::libro, &Comprobante::libro},
+    {&I::rut_persona, &Comprobante::rut_persona},
+    {&I::num_ref, &Comprobante::num_ref},
+    {&I::doc_libro, &Comprobante::doc_libro},
+    {&I::nombre, &Comprobante::nombre},
+    {&I::codigo_no_recuperable, &Comprobante::codigo_no_recuperable},
+    {&I::codigo_otro_impuesto, &Comprobante::codigo_otro_impuesto},
+    {&I::tasa_impuesto_otro, &Comprobante::tasa_impuesto_otro},
+    {&I::norma, &Comprobante::ifrs},
+};
+constexpr std::pair<std::string I::*, std::optional<Fecha> Comprobante::*> FECHAS[] = {
+    {&I::f_comp, &Comprobante::f_comp},
+    {&I::fecha_doc, &Comprobante::fecha_factura},
+    {&I::fecha_pago, &Comprobante::fecha_pago},
+};
+
 /// The voucher as the screen would hold it after reading.
-Comprobante en_pantalla(const ComprobanteImportado& i) {
+Comprobante en_pantalla(const I& i) {
     Comprobante c;
-    c.f_comp = leer_fecha(i.f_comp);
+    for (const auto& [leido, texto] : TEXTOS) c.*texto = i.*leido;
+    for (const auto& [leida, fecha] : FECHAS) c.*fecha = leer_fecha(i.*leida);
     c.documento = primeros(std::to_string(i.documento), 3);
-    c.num_docum = i.numero;
-    c.total_debe = i.total_debe;
-    c.total_haber = i.total_haber;
-    c.concepto = i.concepto;
-    c.libro = i.libro;
-    c.rut_persona = i.rut_persona;
-    c.num_ref = i.num_ref;
-    c.doc_libro = i.doc_libro;
-    c.nombre = i.nombre;
-    c.fecha_factura = leer_fecha(i.fecha_doc);
-    c.fecha_pago = leer_fecha(i.fecha_pago);
-    c.codigo_no_recuperable = i.codigo_no_recuperable;
     c.activo_fijo = i.activo_fijo;
-    c.codigo_otro_impuesto = i.codigo_otro_impuesto;
-    c.tasa_impuesto_otro = i.tasa_impuesto_otro;
     c.monto_neto = i.monto_neto;
     c.monto_exento = i.monto_exento;
     c.apertura = i.apertura;
-    c.ifrs = i.norma;
     for (const std::string& fila : i.filas) {
         const auto k = celdas(fila);
         exigir(k.size() == 11, "a row has its cells", fila);
@@ -52,19 +61,13 @@ Comprobante en_pantalla(const ComprobanteImportado& i) {
     return c;
 }
 
-void exigir_iguales(const ComprobanteImportado& a, const ComprobanteImportado& b) {
+void exigir_iguales(const I& a, const I& b) {
     const auto igual = [](const std::string& x, const std::string& y) { exigir(x == y, x.c_str(), y); };
-    using Texto = std::string ComprobanteImportado::*;
-    using I = ComprobanteImportado;
-    for (const Texto t :
-         {&I::f_comp, &I::numero, &I::concepto, &I::libro, &I::rut_persona, &I::num_ref, &I::doc_libro,
-          &I::nombre, &I::fecha_doc, &I::fecha_pago, &I::codigo_no_recuperable, &I::codigo_otro_impuesto,
-          &I::tasa_impuesto_otro, &I::norma, &I::total_debe, &I::total_haber})
-        igual(a.*t, b.*t);
+    for (const auto& [texto, en] : TEXTOS) igual(a.*texto, b.*texto);
+    for (const auto& [fecha, en] : FECHAS) igual(a.*fecha, b.*fecha);
     exigir(a.activo_fijo == b.activo_fijo && a.apertura == b.apertura, "marks come back");
     exigir(b.reconocido && b.con_cabecera && !b.sobran_campos, "the file is one of ours");
-    exigir(a.filas.size() == b.filas.size(), "rows come back");
-    for (std::size_t n = 0; n < a.filas.size(); ++n) igual(a.filas[n], b.filas[n]);
+    exigir(a.filas == b.filas, "rows come back");
     const auto pesos = [](double x) { return formato(x, "0"); };
     igual(pesos(a.monto_neto), pesos(b.monto_neto));
     igual(pesos(a.monto_exento), pesos(b.monto_exento));
