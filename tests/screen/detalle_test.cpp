@@ -146,28 +146,6 @@ TEST_F(Detalle, ABlockFromASpreadsheetFillsRows) {
     EXPECT_EQ(p.totales(), "1.500|1.500");
 }
 
-TEST_F(Detalle, LookupsFromInsideACell) {
-    g.SetFocus();
-    g.move_to(0, 1);
-    p.escritorio.al_abrir([](ui::Form& f) { elegir_fila(f, 0, "103001"); });
-    p.tecla("ctrl+y");
-    EXPECT_EQ(p.f.lblCuenta.Caption(), "CLIENTES");
-    EXPECT_EQ(g.TextMatrix(0, 0) + g.TextMatrix(0, 1), "1103001");
-    g.move_to(0, 2);
-    p.escritorio.al_abrir([](ui::Form& f) { elegir_fila(f, 0, "000012"); });
-    g.press_button(0, 2);
-    EXPECT_EQ(p.f.lblAuxiliar.Caption(), "JUAN PEREZ SOTO");
-    p.escritorio.al_abrir([](ui::Form& f) { elegir_fila(f, 0, "101001"); });
-    g.press_button(0, 6);
-    p.escritorio.al_abrir([](ui::Form& f) { elegir_fila(f, 0, "025"); });
-    g.press_button(0, 9);
-    EXPECT_EQ(g.TextMatrix(0, 6) + "|" + g.TextMatrix(0, 9) + "|" + g.TextMatrix(0, 10), "101001|025|20,50");
-    p.escritorio.al_abrir([](ui::Form& f) { f.close_by_user(); });
-    g.press_button(0, 9);
-    EXPECT_EQ(g.TextMatrix(0, 9), "025") << "cancelled";
-    EXPECT_EQ(p.mensajes(), Textos{});
-}
-
 TEST_F(Detalle, Calculator) {
     struct Paso {
         const char *opcion, *numero, *resultado;

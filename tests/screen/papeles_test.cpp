@@ -1,7 +1,6 @@
 #include "apoyo/empresa.h"
 #include "apoyo/escritorio_guion.h"
 #include "apoyo/sesiones.h"
-#include "screen/papeles/frmImprimir.h"
 #include "screen/papeles/frmcheque.h"
 #include "screen/papeles/frmfactura.h"
 
@@ -71,20 +70,6 @@ protected:
 using Textos = std::vector<std::string>;
 
 } // namespace
-
-TEST_F(FormasPapeles, PrintDialogSaysWhere) {
-    const struct { bool pantalla, aceptar; } casos[] = {{false, true}, {true, true}, {true, false}};
-    for (const auto& k : casos) {
-        frmImprimir f(escritorio);
-        escritorio.al_abrir([&](ui::Form&) {
-            if (k.pantalla) f.optPantalla.press();
-            (k.aceptar ? f.cmdOK : f.cmdCancel).press();
-        });
-        f.ShowModal();
-        EXPECT_EQ(f.glbAceptar, k.aceptar);
-        EXPECT_EQ(f.glbImprimir, k.aceptar && !k.pantalla);
-    }
-}
 
 TEST_F(FormasPapeles, ChequeProposesSavesAndPrints) {
     {

@@ -1,7 +1,6 @@
 // Goal: a voucher is written whole or not at all. Method: the stored rows are compared after each step of a
-// voucher's life, on both engines; triggers make single statements fail.
+// voucher's life, on both engines.
 #include "apoyo/comprobante.h"
-#include "apoyo/falla.h"
 #include "apoyo/sesion_vigilada.h"
 #include "apoyo/sesiones.h"
 #include "app/db/esquema.h"
@@ -94,105 +93,6 @@ TEST_P(Grabar, SavedLoadedAndSavedAgain) {
     EXPECT_EQ(rows("select secuencia, debe_nacional, haber_nacional from ctdquorvel order by secuencia"),
               "1|0|19000;2|19000|0");
     EXPECT_TRUE(leer_adjuntos(*db, "1").empty()) << "the list was empty at the second save";
-}
-
-TEST_P(Grabar, HostileValuesAreStoredWhole) {
-    Comprobante c = compra();
-    const std::string hostil = "O'Higgins'); delete from ctcquorvel; -- # \" \t\r\n ñ 😀 \\ $1 ?";
-    c.concepto = hostil + std::string(10000, 'z');
-    c.nombre = hostil;
-    c.num_ref = "9'9";
-    c.lineas[0].glosa = "#03/05/2024# ' ; año 😀";
-    c.lineas[0].num_ref = "a'b\\";
-    c.adjuntos = {hostil};
-    c.comprobante_adjunto = "3";
-    ASSERT_EQ(nuevo(c), "");
-    const auto leido = leer_cabecera(*db, 1, *c.f_comp, "002", "1");
-    ASSERT_TRUE(leido);
-    EXPECT_EQ(leido->concepto, c.concepto);
-    EXPECT_EQ(leido->nombre, hostil);
-    EXPECT_EQ(leer_adjuntos(*db, "3"), c.adjuntos);
-    EXPECT_EQ(rows("select glosa, num_ref from ctdquorvel where secuencia=1"),
-              c.lineas[0].glosa + "|" + c.lineas[0].num_ref);
-    Comprobante otro = compra("2");
-    otro.concepto = std::string("a\0b", 3);
-    ASSERT_EQ(nuevo(otro), "");
-    EXPECT_EQ(leer_cabecera(*db, 1, *c.f_comp, "002", "2")->concepto, "a b");
-    for (const char* malo : {"5+1", "1;2", "12a", "--"}) {
-        otro = compra("3");
-        otro.cotizacion = malo;
-        EXPECT_EQ(nuevo(otro), "Problemas al grabar cabecera") << malo;
-        otro = compra("3");
-        otro.lineas[1].debe = malo;
-        EXPECT_EQ(nuevo(otro), "Problemas al grabar detalle") << malo;
-    }
-    EXPECT_EQ(rows("select count(*) as n from ctcquorvel"), "2");
-}
-
-TEST_P(Grabar, EachStepThatFailsTakesEverythingBack) {
-    struct Fila {
-        const char *evento, *mensaje;
-        char que; // n new voucher, g saved again, a annulled, e deleted
-    };
-    const Fila filas[] = {
-        {"insert on ctcquorvel", "Problemas al grabar cabecera", 'n'},
-        {"update on adxemp_doc", "Problemas al grabar numero de documento", 'n'},
-        {"update on ctmconfigu", "Problemas al grabar datos de cirre anual", 'n'},
-        {"insert on ctdquorvel", "Problemas al grabar detalle", 'n'},
-        {"insert on ctdcomprad", "Problemas al grabar detalle", 'n'},
-        {"update of concepto on ctcquorvel", "Problemas para actualizar cabecera", 'g'},
-        {"delete on ctdquorvel", "falla pedida", 'g'},
-        {"insert on ctdquorvel", "Problemas al grabar detalle", 'g'},
-        {"delete on ctdcomprad", "falla pedida", 'g'},
-        {"update on ctmsdcenth", "Problemas al desprocesar centros", 'a'},
-        {"update on ctmsdmayor", "Problemas al desprocesar auxiliar", 'a'},
-        {"update of estado on ctcquorvel", "falla pedida", 'a'},
-        {"delete on ctdquorvel", "falla pedida", 'a'},
-        {"delete on ctdquorvel", "falla pedida", 'e'},
-        {"delete on ctdcomprad", "falla pedida", 'e'},
-        {"delete on ctcquorvel", "falla pedida", 'e'},
-    };
-    saldos();
-    Comprobante c = compra();
-    c.comprobante_adjunto = "1";
-    c.adjuntos = {"a.pdf", "b.pdf"};
-    ASSERT_EQ(nuevo(c), "");
-    const std::string antes = todo();
-    for (const Fila& f : filas) {
-        const Falla falla(conexion, GetParam(), f.evento);
-        Comprobante otro = c;
-        otro.concepto = "cambiado";
-        if (f.que == 'n') otro.num_docum = "2", otro.comprobante_adjunto = "2";
-        std::string error;
-        if (f.que == 'n') error = grabar(otro, {.nuevo = true, .registrar_cierre = true, .anio = 2024});
-        if (f.que == 'g') error = grabar(otro, {});
-        if (f.que == 'a') error = AnularComprobante(*db, otro, HOY);
-        if (f.que == 'e') error = EliminarComprobante(*db, c.clave(), "1");
-        EXPECT_NE(error.find(f.mensaje), std::string::npos) << f.evento << ": " << error;
-        EXPECT_EQ(todo(), antes) << f.evento;
-    }
-    ASSERT_EQ(grabar(c, {}), "") << "works again without the fault";
-}
-
-TEST_P(Grabar, AVoucherOfThousandsTellsHowFarItIsAndCanBeCalledOff) {
-    Comprobante c = compra();
-    const auto lineas = c.lineas;
-    for (int i = 0; i < 700; ++i) c.lineas.insert(c.lineas.end(), lineas.begin(), lineas.end());
-    std::vector<long> hechos;
-    OpcionesGrabar o{.nuevo = true, .hoy = HOY};
-    const std::string antes = todo();
-    o.avance = [&](long hecho, long total) {
-        EXPECT_GT(total, 2100);
-        hechos.push_back(hecho);
-        return hecho < 2000;
-    };
-    EXPECT_EQ(GrabarComprobante(*db, c, o).error, "Operación cancelada, no se ha cambiado nada");
-    EXPECT_EQ(hechos, (std::vector<long>{1000, 2000}));
-    EXPECT_EQ(todo(), antes);
-    o.avance = [](long, long) { return true; };
-    EXPECT_EQ(GrabarComprobante(*db, c, o).error, "");
-    EXPECT_EQ(rows("select count(*), max(secuencia), sum(haber_nacional) from ctdquorvel"),
-              "2103|2103|83419000");
 }
 
 TEST_P(Grabar, NumbersAreProposedAndRecorded) {
