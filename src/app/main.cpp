@@ -17,6 +17,7 @@
 
 #include <CLI/CLI.hpp>
 #include <QApplication>
+#include <algorithm>
 #include <cstdio>
 #include <iostream>
 
@@ -58,10 +59,21 @@ struct Opciones {
     int empresa = 1, usuario = 1;
 };
 
+bool hay_pantalla() {
+    constexpr const char* LUGARES[] = {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"};
+    return std::ranges::any_of(LUGARES, [](const char* v) { return !qEnvironmentVariableIsEmpty(v); });
+}
+
 int con_ventanas(int argc, char** argv, const Opciones& opciones, const CLI::App& app) {
-    if (app.got_subcommand("demo-run") && qEnvironmentVariableIsEmpty("DISPLAY") &&
-        qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY"))
+    if (!hay_pantalla()) {
+        if (!app.got_subcommand("demo-run")) {
+            std::cerr
+                << "No hay una pantalla donde abrir ventanas. quorvel --help muestra las órdenes que no la "
+                   "necesitan\n";
+            return SIN_DATOS;
+        }
         qputenv("QT_QPA_PLATFORM", "offscreen");
+    }
     QApplication aplicacion(argc, argv);
     QApplication::setApplicationName("quorvel");
     QApplication::setQuitOnLastWindowClosed(false);

@@ -46,5 +46,22 @@ TEST(ComandoDb, lo_que_no_se_puede_hacer_no_deja_nada) {
     EXPECT_EQ(correr("db check " + existente).codigo, 0);
 }
 
+class ComandoUsuario : public testing::TestWithParam<apoyo::Motor> {};
+INSTANTIATE_TEST_SUITE_P(Motores, ComandoUsuario, testing::ValuesIn(apoyo::MOTORES),
+                         [](const auto& info) { return apoyo::nombre(info.param); });
+
+TEST_P(ComandoUsuario, toma_el_codigo_que_sigue) {
+    const std::string conexion = apoyo::conexion_nueva(GetParam()), orden = "db user '" + conexion + "' ";
+    ASSERT_EQ(correr("db create '" + conexion + "'").codigo, 0);
+    EXPECT_EQ(correr(orden + "\"ANA O'HIGGINS\"").texto, "Usuario 1: ANA O'HIGGINS\n");
+    EXPECT_EQ(correr(orden + "LUIS --solo-suyos --sin-imprimir").texto, "Usuario 2: LUIS\n");
+    EXPECT_EQ(correr(orden + "EVA --sin-borrar").codigo, 0);
+    EXPECT_EQ(correr(orden + "' '").codigo, SIN_DATOS);
+    EXPECT_NE(correr(orden).codigo, 0);
+    EXPECT_EQ(apoyo::filas(*abrir_sesion(conexion),
+                           "select usuario,n_usuario,alias,permiso from admusuario order by usuario"),
+              "1|ANA O'HIGGINS|1|11111;2|LUIS|2|11110;3|EVA|1|11011");
+}
+
 } // namespace
 } // namespace quorvel

@@ -6,6 +6,7 @@
 #include "app/db/esquema.h"
 #include "app/db/respaldo.h"
 #include "app/db/revisar.h"
+#include "app/db/usuarios.h"
 #include "app/salida.h"
 #include "platform/files/attachments.h"
 #include "text/letras_utf8.h"
@@ -20,6 +21,7 @@ namespace {
 struct Opciones {
     std::string conexion, respaldo, adjuntos;
     bool demo = false, reemplazar = false;
+    UsuarioNuevo usuario;
     /// Where the program itself keeps the attached files, unless told otherwise.
     [[nodiscard]] std::filesystem::path base_adjuntos() const {
         return adjuntos.empty() ? attachment_base(carpeta_personal()) : std::filesystem::path(adjuntos);
@@ -53,6 +55,12 @@ int mejorar(const Opciones& o) {
     std::cout << (creados == 0 ? "No falta ningún índice" : "Índices creados: " + std::to_string(creados))
               << "\n";
     return 0;
+}
+
+int poner_usuario(const Opciones& o) {
+    const int codigo = agregar_usuario(o.conexion, o.usuario);
+    std::cout << "Usuario " << codigo << ": " << sin_controles(o.usuario.nombre) << "\n";
+    return BIEN;
 }
 
 std::string adjuntos(std::size_t n) {
@@ -98,6 +106,12 @@ void con_respaldo(CLI::App& c, Opciones& o) {
 void con_adjuntos(CLI::App& c, Opciones& o) {
     c.add_option("--adjuntos", o.adjuntos, "Carpeta que contiene la carpeta adjunto de los archivos");
 }
+void con_usuario(CLI::App& c, Opciones& o) {
+    c.add_option("NOMBRE", o.usuario.nombre, "Nombre de quien trabaja")->required();
+    c.add_flag("--solo-suyos", o.usuario.solo_suyos, "Ve los comprobantes que él grabó por última vez");
+    c.add_flag("--sin-borrar", o.usuario.sin_borrar_lineas, "No puede borrar líneas");
+    c.add_flag("--sin-imprimir", o.usuario.sin_imprimir, "No puede imprimir");
+}
 void con_reemplazar(CLI::App& c, Opciones& o) {
     c.add_flag("--reemplazar", o.reemplazar, "Reemplaza la base de datos que haya");
 }
@@ -121,12 +135,14 @@ void agregar(CLI::App& db, const char* nombre, const char* ayuda, int (*accion)(
 } // namespace
 
 void agregar_comando_db(CLI::App& app) {
-    CLI::App* db = app.add_subcommand("db", "Crea, revisa, afina, respalda y restaura bases de datos");
+    CLI::App* db =
+        app.add_subcommand("db", "Crea, revisa, afina, respalda y restaura bases de datos; agrega usuarios");
     db->require_subcommand(1);
     agregar(*db, "create", "Crea las tablas en una base de datos nueva", crear, {con_conexion, con_demo});
     agregar(*db, "check", "Muestra lo que falta y los datos que no concuerdan", comprobar,
             {con_conexion, con_adjuntos});
     agregar(*db, "tune", "Crea los índices que faltan", mejorar, {con_conexion});
+    agregar(*db, "user", "Agrega un usuario", poner_usuario, {con_conexion, con_usuario});
     agregar(*db, "backup", "Copia una base de datos en uso y sus archivos adjuntos", hacer_respaldo,
             {con_conexion, con_destino, con_adjuntos});
     agregar(*db, "restore", "Comprueba un respaldo y lo pone en una base de datos", poner_respaldo,
