@@ -16,6 +16,7 @@
 #include <QFileDialog>
 #include <QFormLayout>
 #include <QGroupBox>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -102,6 +103,12 @@ StartWindow::StartWindow(std::filesystem::path folder) : folder_(std::move(folde
     fill_recent();
     choose(recent_->count() > 0 ? to_std(recent_->item(0)->data(Qt::UserRole).toString()) : std::string());
     start_->setFocus();
+}
+
+void StartWindow::keyPressEvent(QKeyEvent* event) {
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (!enter || !address_->hasFocus()) return QDialog::keyPressEvent(event);
+    if (start_->isEnabled()) users_->setFocus();
 }
 
 QPushButton* StartWindow::button(const char* text, const char* tip, void (StartWindow::*action)()) {

@@ -20,6 +20,10 @@ public:
     /// What was chosen when the dialog was accepted.
     [[nodiscard]] Eleccion_inicial eleccion() const;
 
+protected:
+    /// Enter after a connection chooses it; who works there is still to be chosen before it starts.
+    void keyPressEvent(QKeyEvent* event) override;
+
 private:
     QWidget* build_databases();
     QWidget* build_company();

@@ -284,6 +284,19 @@ TEST(InicioTest, MissingDatabasesAreShownAsSuchAndCanBeForgotten) {
     EXPECT_EQ(v.eleccion().empresa, 1);
 }
 
+TEST(InicioTest, EnterAfterAConnectionLeavesTheUserToBeChosen) {
+    const fs::path carpeta = carpeta_nueva();
+    anotar_reciente(carpeta / "recientes.txt", demostracion());
+    StartWindow v(carpeta);
+    v.show();
+    caja(v, "Conexión")->setFocus();
+    Teclado().tecla(Qt::Key_Return);
+    EXPECT_TRUE(v.isVisible());
+    EXPECT_EQ(v.focusWidget()->accessibleName(), "Usuario");
+    Teclado().tecla(Qt::Key_Return);
+    EXPECT_EQ(v.result(), QDialog::Accepted);
+}
+
 TEST(InicioTest, TheFirstCompanyOfANewDatabaseIsReadyToStart) {
     const fs::path carpeta = carpeta_nueva();
     anotar_reciente(carpeta / "recientes.txt", demostracion());
