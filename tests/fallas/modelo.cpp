@@ -54,17 +54,32 @@ bool Modelo::numerado() const {
     return std::ranges::any_of(ultimo_emitido, [](const auto& par) { return par.second != "0"; });
 }
 
-bool Modelo::resultados_en_cero() const {
-    std::int64_t saldo = 0;
-    for (const auto& [clave, c] : comprobantes)
-        for (const LineaPlana& l : c.lineas)
-            if (de_resultado(l)) saldo += l.debe - l.haber;
-    return saldo == 0;
+LineaPlana Modelo::linea(const Saldos::key_type& cuenta, std::int64_t saldo) {
+    return {cuenta.first, cuenta.second, std::max<std::int64_t>(saldo, 0), std::max<std::int64_t>(-saldo, 0)};
 }
 
-std::map<std::pair<std::string, std::string>, std::int64_t> Modelo::saldos(int anio,
-                                                                           const std::string& norma) const {
-    std::map<std::pair<std::string, std::string>, std::int64_t> saldos;
+std::vector<LineaPlana> Modelo::cierre() const {
+    Saldos resultados;
+    for (const auto& [clave, c] : comprobantes)
+        for (const LineaPlana& l : c.lineas)
+            if (de_resultado(l)) resultados[{l.cuenta, l.auxiliar}] += l.debe - l.haber;
+    std::vector<LineaPlana> lineas;
+    std::int64_t total = 0;
+    for (const auto& [cuenta, saldo] : resultados) {
+        lineas.push_back(linea(cuenta, -saldo));
+        total += saldo;
+    }
+    lineas.push_back(linea({total > 0 ? "302002" : "302001", ""}, total));
+    return lineas;
+}
+
+bool Modelo::resultados_en_cero() const {
+    const LineaPlana resultado = cierre().back();
+    return resultado.debe == resultado.haber;
+}
+
+Modelo::Saldos Modelo::saldos(int anio, const std::string& norma) const {
+    Saldos saldos;
     for (const auto& [clave, c] : comprobantes)
         if (anio_de(clave) == anio && (c.norma == "0" || c.norma == norma))
             for (const LineaPlana& l : c.lineas)
@@ -75,16 +90,12 @@ std::map<std::pair<std::string, std::string>, std::int64_t> Modelo::saldos(int a
 
 std::vector<LineaPlana> Modelo::apertura(int anio, const std::string& norma) const {
     std::vector<LineaPlana> lineas;
-    const auto poner = [&](const std::string& cuenta, const std::string& auxiliar, std::int64_t saldo) {
-        lineas.push_back(
-            {cuenta, auxiliar, std::max<std::int64_t>(saldo, 0), std::max<std::int64_t>(-saldo, 0)});
-    };
     std::int64_t resultado = 0;
     for (const auto& [cuenta, saldo] : saldos(anio - 1, norma)) {
         resultado -= saldo;
-        if (saldo != 0) poner(cuenta.first, cuenta.second, saldo);
+        if (saldo != 0) lineas.push_back(linea(cuenta, saldo));
     }
-    poner(resultado > 0 ? "302002" : "302001", "", resultado);
+    lineas.push_back(linea({resultado > 0 ? "302002" : "302001", ""}, resultado));
     return lineas;
 }
 

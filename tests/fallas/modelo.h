@@ -14,7 +14,7 @@ namespace quorvel::fallas {
 struct LineaPlana {
     std::string cuenta, auxiliar;
     std::int64_t debe = 0, haber = 0;
-    friend bool operator==(const LineaPlana&, const LineaPlana&) = default;
+    friend auto operator<=>(const LineaPlana&, const LineaPlana&) = default;
 };
 /// Date (yyyy-mm-dd), kind, number.
 using ClavePlana = std::tuple<std::string, std::string, std::string>;
@@ -54,6 +54,8 @@ public:
     [[nodiscard]] bool resultados_en_cero() const;
     [[nodiscard]] bool empezado() const; ///< the open year has vouchers
     [[nodiscard]] bool numerado() const; ///< some kind has had a number since its year began
+    /// The lines that a closing must have now, by account.
+    [[nodiscard]] std::vector<LineaPlana> cierre() const;
     /// The lines that an opening of the year must have.
     [[nodiscard]] std::vector<LineaPlana> apertura(int anio, const std::string& norma) const;
     /// What the checker must say of each opening that is no longer what the year before left.
@@ -63,9 +65,11 @@ public:
     [[nodiscard]] static std::string leer(clsConexion& db);
 
 private:
-    /// Debit less credit by account and auxiliary, of a year's balance-sheet accounts but the result's own.
-    [[nodiscard]] std::map<std::pair<std::string, std::string>, std::int64_t>
-    saldos(int anio, const std::string& norma) const;
+    /// Debit less credit by account and auxiliary.
+    using Saldos = std::map<std::pair<std::string, std::string>, std::int64_t>;
+    /// Of a year's balance-sheet accounts but the result's own.
+    [[nodiscard]] Saldos saldos(int anio, const std::string& norma) const;
+    [[nodiscard]] static LineaPlana linea(const Saldos::key_type& cuenta, std::int64_t saldo);
 };
 
 } // namespace quorvel::fallas

@@ -404,7 +404,11 @@ std::string Simulacion::generar_cierre(Ventana& v) {
     limpiar(v);
     v.cierre = true;
     v.c.concepto = "CIERRE ANUAL DEL AÑO " + std::to_string(p.anio);
-    leer_lineas(v);
+    leer_lineas(v); // the largest credit comes first
+    std::vector<LineaPlana> por_cuenta(v.c.lineas.begin(), v.c.lineas.end() - 1);
+    std::ranges::sort(por_cuenta);
+    por_cuenta.push_back(v.c.lineas.back());
+    if (por_cuenta != modelo_.cierre()) return "the lines of a closing";
     return al_azar(2) == 0 ? guardar(v) : "";
 }
 

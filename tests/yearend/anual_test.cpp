@@ -1,5 +1,5 @@
-// Goal: closing a year and opening the next, on both engines: the opening equals the balances after the
-// closing. Method: companies built from random vouchers with fixed seeds; the rules alone.
+// Goal: closing a year and opening the next, on both engines, line by line. Method: the smallest company that
+// shows each rule; the rules alone.
 #include "apoyo/comprobante.h"
 #include "apoyo/empresa.h"
 #include "yearend/apertura.h"
@@ -9,15 +9,10 @@
 
 #include <gtest/gtest.h>
 
-#include <map>
-#include <random>
-
 using namespace quorvel;
 using namespace quorvel::apoyo;
 
 namespace {
-
-using Saldos = std::map<std::string, std::int64_t>;
 
 class Anual : public ::testing::TestWithParam<Motor> {
 protected:
@@ -46,28 +41,6 @@ protected:
                          clave + std::to_string(++i) + ",'" + a.cuenta + "','" + a.auxiliar + "'," +
                          std::to_string(a.debe) + "," + std::to_string(a.haber) + ",'" + a.ref + "')");
     }
-    /// Sales and expenses of random amounts over customers and suppliers; the last one makes the result.
-    void anio_al_azar(unsigned semilla, std::int64_t resultado) {
-        std::mt19937 azar(semilla);
-        const auto monto = [&] { return static_cast<std::int64_t>(azar() % 900000 + 1); };
-        std::int64_t hasta_ahora = 0;
-        for (int i = 0; i < 40; ++i) {
-            const auto dia = (azar() % 9 < 1 ? "12/31" : "0" + std::to_string(azar() % 9 + 1) + "/15") +
-                             std::string("/2024");
-            const std::int64_t m = monto();
-            const bool venta = azar() % 2 == 0;
-            hasta_ahora += venta ? m : -m;
-            if (venta)
-                comprobante(dia, {{"103001", azar() % 2 ? "000012" : "000014", m, 0}, {"401001", "", 0, m}});
-            else
-                comprobante(dia, {{azar() % 2 ? "501001" : "501002", "", m, 0}, {"201001", "000013", 0, m}});
-            if (azar() % 3 == 0) comprobante(dia, {{"101001", "", m, 0}, {"103001", "000012", 0, m}});
-        }
-        const std::int64_t d = resultado - hasta_ahora;
-        comprobante("12/31/2024",
-                    {{"101002", "", std::max<std::int64_t>(d, 0), std::max<std::int64_t>(-d, 0)},
-                     {"401001", "", std::max<std::int64_t>(-d, 0), std::max<std::int64_t>(d, 0)}});
-    }
     ResultadoAsiento cierre(const Avance& avance = {}) {
         return generar_lineas_cierre(*db, {1, fecha(2024, 12, 31), "CIERRE", "302001", "302002", {}, {}},
                                      avance);
@@ -90,24 +63,6 @@ protected:
             "update ctmconfigu set f_comp_cierre=#12/31/2024#,documento_cierre='001',num_docum_cierre='" +
                 std::to_string(numero) + "' where empresa=1 and anio=2024");
     }
-    static Saldos de(const AsientoGenerado& a) {
-        Saldos s;
-        for (const auto& [n, l] : a.lineas)
-            s[l.centro + "/" + l.auxiliar] += *a_numero(l.debe) - *a_numero(l.haber);
-        std::erase_if(s, [](const auto& x) { return x.second == 0; });
-        return s;
-    }
-    Saldos en_base() {
-        Saldos s;
-        for (const auto rs =
-                 db->NewRecord("select centro,auxiliar,sum(debe_nacional) as d,sum(haber_nacional) as h "
-                               "from ctdquorvel where empresa=1 and f_comp<=#12/31/2024# group by "
-                               "centro,auxiliar");
-             !rs->eof(); rs->MoveNext())
-            s[rs->at(0).text() + "/" + rs->at(1).text()] = rs->at(2).integer() - rs->at(3).integer();
-        std::erase_if(s, [](const auto& x) { return x.second == 0; });
-        return s;
-    }
     static std::string en_texto(const ResultadoAsiento& r) {
         if (r.rechazo) return r.rechazo->mensaje;
         std::string t;
@@ -119,31 +74,6 @@ protected:
 };
 std::string como(const ::testing::TestParamInfo<Motor>& m) { return nombre(m.param); }
 INSTANTIATE_TEST_SUITE_P(Motores, Anual, ::testing::ValuesIn(MOTORES), como);
-
-TEST_P(Anual, LaAperturaEsElSaldoDespuesDelCierre) {
-    for (const std::int64_t resultado : {4321987, -3456789, 0}) {
-        SCOPED_TRACE(resultado);
-        db = crear_empresa(GetParam());
-        numero = 0;
-        anio_al_azar(static_cast<unsigned>(resultado + 7000000), resultado);
-        const ResultadoAsiento c = cierre();
-        EXPECT_EQ(c.asiento.total_debe, c.asiento.total_haber);
-        guardar(c, "12/31/2024");
-        registrar_cierre();
-        const Saldos esperado = en_base();
-        EXPECT_EQ(esperado.contains("401001/"), false);
-        const std::string cuenta = resultado < 0 ? "302002/" : "302001/";
-        EXPECT_EQ(esperado.contains(cuenta) ? esperado.at(cuenta) : 0, -resultado);
-
-        const auto cerrado = cerrar_anio_contable(*db, 1, HOY);
-        EXPECT_EQ(cerrado.mensaje, "Cierre Anual de 2024 Completado con éxito");
-        for (const bool por_documento : {false, true}) {
-            const ResultadoAsiento a = apertura(por_documento);
-            EXPECT_EQ(de(a.asiento), esperado) << por_documento;
-            EXPECT_EQ(a.asiento.total_debe, a.asiento.total_haber);
-        }
-    }
-}
 
 TEST_P(Anual, AperturaLineaPorLinea) {
     comprobante("01/10/2024", {{"101001", "", 500, 0}, {"301001", "", 0, 500}});
@@ -193,7 +123,7 @@ TEST_P(Anual, CierreDeMayorAMenor) {
 
 TEST_P(Anual, LoQueNoSeGenera) {
     EXPECT_EQ(en_texto(apertura()), "Empresa no tiene movimientos en año 2024");
-    anio_al_azar(1, 1000);
+    comprobante("03/10/2024", {{"101001", "", 1000, 0}, {"401001", "", 0, 1000}});
     long oidas = 0;
     const ResultadoAsiento r = cierre([&](long) { return ++oidas < 1; });
     EXPECT_TRUE(r.cancelado);
