@@ -6,6 +6,7 @@
 #include "dbtools/linea.h"
 
 #include <filesystem>
+#include <fstream>
 
 namespace quorvel {
 namespace {
@@ -36,6 +37,11 @@ TEST(ComandoDb, lo_que_no_se_puede_hacer_no_deja_nada) {
     EXPECT_NE(correr("db create").codigo, 0);
     EXPECT_NE(correr("db").codigo, 0);
     EXPECT_TRUE(std::filesystem::is_empty(carpeta));
+    const std::string carta = carpeta + "/carta.db";
+    std::ofstream(carta) << std::string(2000, 'x');
+    for (const std::string orden : {"db check ", "db tune ", "db create "})
+        EXPECT_EQ(correr(orden + carta).error,
+                  "Está dañada la base de datos " + carta + ": file is not a database\n");
 
     const std::string existente = carpeta + "/una.db";
     EXPECT_EQ(correr("db create " + existente).codigo, 0);

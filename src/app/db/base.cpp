@@ -1,6 +1,7 @@
 #include "app/db/base.h"
 
 #include "platform/db/clsConexion.h"
+#include "platform/db/sqlite/file_fault.h"
 
 #include <libpq-fe.h>
 #include <sqlite3.h>
@@ -14,7 +15,7 @@ bool empieza(const std::string& texto, std::string_view con) { return texto.rfin
 
 class BaseSqlite final : public Base {
 public:
-    BaseSqlite(const std::string& ruta, Abrir modo) {
+    BaseSqlite(const std::string& ruta, Abrir modo) : ruta_(ruta) {
         const bool existe = std::filesystem::exists(ruta);
         if (!existe && modo == Abrir::existente) throw ErrorSesion("No existe la base de datos " + ruta, {});
         const int modos = SQLITE_OPEN_READWRITE | (modo == Abrir::crear ? SQLITE_OPEN_CREATE : 0);
@@ -63,7 +64,11 @@ public:
     Filas indices() override { return consultar("select name from sqlite_master where type='index'"); }
 
 private:
-    [[noreturn]] void fallar(const std::string& sql) { throw ErrorSesion(sqlite3_errmsg(db_), sql); }
+    [[noreturn]] void fallar(const std::string& sql) {
+        const std::string del_archivo = file_fault(db_, ruta_);
+        throw ErrorSesion(del_archivo.empty() ? sqlite3_errmsg(db_) : del_archivo, sql);
+    }
+    std::string ruta_;
     sqlite3* db_ = nullptr;
 };
 

@@ -1,5 +1,6 @@
 #include "app/db/volcado.h"
 #include "platform/db/clsConexion.h"
+#include "platform/db/sqlite/file_fault.h"
 
 #include <sqlite3.h>
 
@@ -11,7 +12,11 @@ namespace {
 
 using Manija = std::unique_ptr<sqlite3, int (*)(sqlite3*)>;
 
-[[noreturn]] void fallar(sqlite3* db, const std::string& sql) { throw ErrorSesion(sqlite3_errmsg(db), sql); }
+[[noreturn]] void fallar(sqlite3* db, const std::string& sql) {
+    const char* const ruta = sqlite3_db_filename(db, "main");
+    const std::string del_archivo = file_fault(db, ruta != nullptr ? ruta : "");
+    throw ErrorSesion(del_archivo.empty() ? sqlite3_errmsg(db) : del_archivo, sql);
+}
 
 Manija abrir(const std::string& ruta, int modo) {
     if ((modo & SQLITE_OPEN_CREATE) == 0 && !fs::exists(ruta))

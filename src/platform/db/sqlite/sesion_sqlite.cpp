@@ -2,6 +2,7 @@
 
 #include "platform/db/literal_value.h"
 #include "platform/db/sqlite/columnas_sqlite.h"
+#include "platform/db/sqlite/file_fault.h"
 #include "platform/db/sqlite/recordset_sqlite.h"
 #include "text/letras_utf8.h"
 
@@ -32,18 +33,6 @@ void lower(sqlite3_context* context, int, sqlite3_value** values) {
     changed_case(context, *values, minusculas);
 }
 
-struct Fault {
-    int code;
-    const char* text;
-};
-/// What no statement is to blame for, as the user reads it.
-constexpr Fault FAULTS[] = {{SQLITE_FULL, "No queda espacio en el disco para la base de datos "},
-                            {SQLITE_READONLY, "No se puede escribir en la base de datos "},
-                            {SQLITE_IOERR, "No se puede leer o escribir la base de datos "},
-                            {SQLITE_CANTOPEN, "No se puede abrir la base de datos "},
-                            {SQLITE_CORRUPT, "Está dañada la base de datos "},
-                            {SQLITE_NOTADB, "Está dañada la base de datos "}};
-
 } // namespace
 
 SesionSqlite::SesionSqlite(std::string path, bool create) : path_(std::move(path)) {
@@ -66,7 +55,7 @@ void SesionSqlite::open(bool create) {
         throw ErrorSesion("No existe la base de datos " + path_, "");
     const int flags = SQLITE_OPEN_READWRITE | (create ? SQLITE_OPEN_CREATE : 0);
     if (sqlite3_open_v2(path_.c_str(), &db_, flags, nullptr) != SQLITE_OK)
-        throw SesionFallida("No se puede abrir la base de datos " + path_ + ": " + reason(), "");
+        throw SesionFallida("No se puede abrir la base de datos " + path_ + ": " + engine_reason(db_), "");
     sqlite3_extended_result_codes(db_, 1);
     sqlite3_busy_timeout(db_, 5000);
     sqlite3_db_config(db_, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
@@ -78,7 +67,7 @@ void SesionSqlite::open(bool create) {
         const int code = sqlite3_errcode(db_) & 0xFF;
         if (code == SQLITE_NOTADB) throw ErrorSesion("El archivo " + path_ + " no es una base de datos", "");
         if (code == SQLITE_BUSY || code == SQLITE_LOCKED) fail("");
-        throw SesionFallida("No se puede abrir la base de datos " + path_ + ": " + reason(), "");
+        throw SesionFallida("No se puede abrir la base de datos " + path_ + ": " + engine_reason(db_), "");
     }
     if (sqlite3_db_readonly(db_, "main") == 1)
         throw ErrorSesion("La base de datos " + path_ + " es de solo lectura", "");
@@ -88,22 +77,13 @@ void SesionSqlite::open(bool create) {
         run(pragma);
 }
 
-std::string SesionSqlite::reason() const {
-    std::string text = sqlite3_errmsg(db_);
-    const int code = sqlite3_errcode(db_) & 0xFF, system = sqlite3_system_errno(db_);
-    if (system != 0 && (code == SQLITE_IOERR || code == SQLITE_CANTOPEN))
-        text += std::string(" (") + std::strerror(system) + ")";
-    return text;
-}
-
 void SesionSqlite::fail(const std::string& sql) const {
     const int code = sqlite3_errcode(db_) & 0xFF;
-    const std::string description = reason();
+    const std::string description = engine_reason(db_);
     if (code == SQLITE_BUSY || code == SQLITE_LOCKED)
         throw ErrorSesion("La base de datos " + path_ + " está bloqueada por otro programa: " + description,
                           sql);
-    for (const Fault& f : FAULTS)
-        if (code == f.code) throw SesionFallida(f.text + path_ + ": " + description, sql);
+    if (const std::string text = file_fault(db_, path_); !text.empty()) throw SesionFallida(text, sql);
     constexpr std::string_view MISSING = "no such table: ";
     if (description.starts_with(MISSING))
         throw ErrorSesion(

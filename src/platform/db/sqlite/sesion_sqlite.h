@@ -71,7 +71,6 @@ private:
     void forget();
     void remember(const std::exception& e);
     /// The engine's description, with the system's own where that says more.
-    [[nodiscard]] std::string reason() const;
     [[noreturn]] void fail(const std::string& sql) const;
 
     std::string path_;
