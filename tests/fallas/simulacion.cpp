@@ -224,19 +224,11 @@ std::string Simulacion::cambiar_fecha(Ventana& v) {
     return "";
 }
 
-PeriodoPlano Simulacion::creido(const Ventana& v) {
-    const Configuracion& k = v.p->f.config;
-    PeriodoPlano p{k.anio, std::nullopt};
-    if (k.f_comp_cierre)
-        p.cierre = {fecha_iso(*k.f_comp_cierre), recortar(k.documento_cierre), recortar(k.num_docum_cierre)};
-    return p;
-}
-
 std::string Simulacion::guardar(Ventana& v) {
     const ClavePlana clave = v.nuevo ? v.clave_escrita() : v.clave;
     const std::int64_t debe = suma(v.c.lineas, &LineaPlana::debe);
     const std::string kind = v.p->f.cmbDocumento.Text();
-    const std::string creido_fuera = modelo_.fuera(creido(v), clave),
+    const std::string creido_fuera = modelo_.fuera(v.creido, clave),
                       fuera = modelo_.fuera(modelo_.periodo, clave);
     std::string esperado = GRABADO;
     if (!v.nuevo && (v.solo_lectura || v.estado != "P"))
@@ -268,7 +260,7 @@ std::string Simulacion::guardar(Ventana& v) {
             modelo_.ultimo_emitido[std::get<1>(clave)] = std::get<2>(clave);
     }
     v.cargado_cheque = std::exchange(v.cortado_cheque, "");
-    if (v.cierre) modelo_.periodo.cierre = clave;
+    if (v.cierre) v.creido.cierre = modelo_.periodo.cierre = clave;
     v.es_cierre = v.es_cierre || v.cierre;
     v.nuevo = v.cierre = false;
     v.estado = "P";
@@ -398,6 +390,7 @@ std::string Simulacion::generar_cierre(Ventana& v) {
     if (v.es_cierre && p.cierre) return ""; // would add the same lines again
     v.p->escritorio.responder(ui::Answer::yes);
     v.p->pulsar("mnuGenerarCierre");
+    v.creido = p;
     if (p.cierre && modelo_.comprobantes.count(*p.cierre) != 0)
         return "Comprobante de Cierre ya fue Generado";
     if (!modelo_.tiene_movimientos(p.anio)) return "Antes de Generar Comprobante de Cierre debe ingresar";
@@ -423,6 +416,7 @@ std::string Simulacion::cerrar_anio(Ventana& v) {
         return "Antes de Cerrar el Año de debe Generar el Comprobante de Cierre";
     } // else: taken for a close that was cut off before the numbers began anew
     for (auto& [documento, numero] : modelo_.ultimo_emitido) numero = "0";
+    v.creido = p;
     limpiar(v);
     return "Cierre Anual de " + std::to_string(p.anio - 1) + " Completado con éxito";
 }
@@ -451,6 +445,7 @@ std::string Simulacion::reabrir(Ventana& v) {
     v.p = std::make_unique<Pantalla>(escena_.conexion, v.carpeta, v.usuario);
     v.p->abrir();
     v.p->elegir("cmblibro", "CONTABLES");
+    v.creido = modelo_.periodo;
     limpiar(v);
     v.c.concepto = "Inicio";
     v.p->f.txtconcepto.SetText(v.c.concepto);

@@ -24,6 +24,7 @@ private:
         std::string carpeta;
         int usuario = 0;
         bool nuevo = true, solo_lectura = false;
+        PeriodoPlano creido;    ///< another window may have closed the year since
         bool cierre = false;    ///< generated and not saved yet
         bool es_cierre = false; ///< what is shown was the open year's closing voucher when it was loaded
         std::string estado;
@@ -66,8 +67,6 @@ private:
     void leer_lineas(Ventana& v);
     /// The message of a change to a stored voucher that somebody else has changed meanwhile; empty when none.
     [[nodiscard]] std::string estorbo(const Ventana& v, const char* si_falta) const;
-    /// The window's own configuration: another window may have closed the year since.
-    [[nodiscard]] static PeriodoPlano creido(const Ventana& v);
     [[nodiscard]] static std::string mostrado(const Ventana& v);
 
     std::mt19937 azar_;

@@ -106,19 +106,6 @@ TEST_P(Estados, OnlyAProcessedVoucherOfAccountingMayBeChanged) {
     EXPECT_EQ(p.mensajes(), Textos{GRABADO});
 }
 
-TEST_P(Estados, AVoucherThatIsOnlyLookedAtReleasesTheOneBefore) {
-    p.nuevo();
-    p.comprobante("2000");
-    p.guardar();
-    cambiar("update ctcquorvel set bloqueo_usuario=7 where num_docum='1'");
-    EXPECT_EQ(p.sql("select bloqueo_usuario from ctcquorvel order by num_docum"), "7;1");
-    p.buscar("1");
-    EXPECT_EQ(p.sql("select bloqueo_usuario from ctcquorvel order by num_docum"), "7;0");
-    p.escritorio.al_abrir([](ui::Form& f) { f.close_by_user(); });
-    p.f.ctlRegistro1.press(F::Search);
-    EXPECT_EQ(p.f.txtNum_doc.Text() + p.fila(0), "1101001||1.000|0|Aporte de capital") << "cancelled";
-}
-
 TEST_P(Estados, OldDataThatTypingWouldNotTakeIsKept) {
     cambiar("update ctdquorvel set num_ref='F-12/a',tasa_impuesto_otro='31.5' where secuencia=1");
     cambiar("update ctcquorvel set comprobante_adjunto=0");

@@ -198,23 +198,6 @@ TEST_P(Grabar, SetsOfSimultaneousSaves) {
     EXPECT_EQ(rows("select comprobante_adjunto from ctcquorvel order by num_docum"), "1;2;3");
 }
 
-TEST_P(Grabar, PeriodAndClosingAreReadAgain) {
-    const auto otra = abrir_sesion(conexion);
-    Comprobante cierre = compra("50");
-    cierre.f_comp = fecha(2024, 12, 31);
-    ASSERT_EQ(grabar(cierre, {.nuevo = true, .registrar_cierre = true, .anio = 2024}), "");
-    EXPECT_EQ(rows("select f_comp_cierre, documento_cierre, num_docum_cierre from ctmconfigu"),
-              "2024-12-31|002|50");
-    EXPECT_EQ(nuevo(compra()).substr(0, 20), "No se puede ingresar");
-    EXPECT_EQ(grabar(cierre, {}), "");
-    ASSERT_EQ(EliminarComprobante(*otra, cierre.clave(), "0"), "");
-    EXPECT_EQ(nuevo(compra()), "") << "a closing voucher that is gone closes nothing";
-    ejecutar(*otra, "update ctmconfigu set f_digi_inicial=#04/01/2024#");
-    EXPECT_EQ(nuevo(compra("2")), "Fecha fuera del período de digitacion, Mínima:01/04/2024");
-    ejecutar(*otra, "update ctmconfigu set anio=2025, f_digi_inicial=#01/01/2024#");
-    EXPECT_EQ(grabar(compra(), {}), "Año del Comprobante ya esta cerrado ");
-}
-
 TEST_P(Grabar, AnnulledVoucherLeavesTheBalances) {
     saldos();
     ejecutar(*db, "insert into ctmsdcenth(empresa,anio,centro,debe3,haber3) values (1,2024,'1',null,7)");

@@ -125,21 +125,6 @@ TEST_P(Validar, PeriodOfTodayAndCompanyWithoutConfiguration) {
     EXPECT_EQ(mensaje().substr(0, 60), "La cuenta factura por cobrar no esta configurada. Antes de i");
 }
 
-TEST_P(Validar, ClosingVoucherCountsWhileItExists) {
-    k.f_comp_cierre = fecha(2024, 12, 31);
-    k.documento_cierre = "002", k.num_docum_cierre = "50";
-    EXPECT_EQ(mensaje(), "") << "recorded but deleted since";
-    Comprobante cierre = compra("50");
-    cierre.f_comp = k.f_comp_cierre;
-    guardar(cierre);
-    EXPECT_EQ(mensaje().substr(0, 20), "No se puede ingresar");
-    c = cierre;
-    nuevo = false;
-    EXPECT_EQ(mensaje(), "");
-    c.f_comp = fecha(2024, 12, 30); // differs in its date only
-    EXPECT_EQ(mensaje().substr(0, 20), "No se puede ingresar");
-}
-
 TEST_P(Validar, BookChecks) {
     struct Fila {
         const char *libro, *campo, *mensaje, *foco;

@@ -141,41 +141,4 @@ TEST_P(Interrumpido, CanceladoNoCambiaNada) {
     EXPECT_EQ(p.totales(), "4.200|4.200");
 }
 
-TEST_P(Interrumpido, LaPantallaTerminaUnCierreCortado) {
-    ejecutar(*p.db, "update ctmconfigu set f_comp_cierre=#12/31/2024#,documento_cierre='001',"
-                    "num_docum_cierre='1'");
-    ejecutar(*p.db, "insert into ctmconfigu(empresa,anio,f_digi_inicial,f_digi_final) values "
-                    "(1,2025,#01/01/2025#,#12/31/2025#)");
-    p.f.mnuCerrarAnio.press();
-    EXPECT_EQ(p.mensajes() + "|" + std::to_string(p.f.config.anio), std::string(CERRADO) + "|2025");
-    EXPECT_EQ(p.sql("select elaborado from ctmconfigu where anio=2025"), "Elaborado");
-    p.f.mnuCerrarAnio.press();
-    EXPECT_EQ(p.mensajes(), FALTA_CIERRE);
-}
-
-TEST_P(Interrumpido, OtraPantallaCerroElAnio) {
-    pruebas::Pantalla otra(p, 2); // opened in 2024, used after the year was closed
-    otra.abrir();
-    ejecutar(*p.db, "update ctmconfigu set f_comp_cierre=#12/31/2024#,documento_cierre='001',"
-                    "num_docum_cierre='9'");
-    EXPECT_EQ(cerrar(*p.db), CERRADO);
-    for (const char* linea : {"1,'101001',5,0)", "2,'401001',0,5)"})
-        ejecutar(*p.db, std::string("insert into ctdquorvel(empresa,subsistema,f_comp,documento,num_docum,"
-                                    "secuencia,centro,debe_nacional,haber_nacional) values "
-                                    "(1,'01',#02/01/2025#,'001','3',") +
-                            linea);
-    otra.escritorio.responder(ui::Answer::yes);
-    otra.f.mnuGenerarCierre.press();
-    otra.f.cmblibro.SetListIndex(0);
-    EXPECT_EQ(otra.f.mskF_comp.Text(), "31/12/2025");
-    otra.guardar();
-    EXPECT_EQ(otra.mensajes().back(), "Comprobante Ingresado y Mayorizado");
-    EXPECT_EQ(p.sql("select anio,f_comp_cierre,num_docum_cierre from ctmconfigu order by anio"),
-              "2024|2024-12-31|9;2025|2025-12-31|1");
-    otra.nuevo();  // gives the lock back
-    p.buscar("1"); // this screen knows of no closing yet
-    p.f.mnuAnular.press();
-    EXPECT_EQ(p.mensajes().substr(0, 48), "Comprobante de Cierre anual no puede ser anulado");
-}
-
 } // namespace
