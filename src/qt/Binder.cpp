@@ -153,4 +153,9 @@ void Binder::pull_all() {
     for (const auto& binding : bindings_) binding->pull();
 }
 
+void Binder::detach() {
+    links_.clear();
+    for (const auto& binding : bindings_) binding->detach();
+}
+
 } // namespace quorvel::qt

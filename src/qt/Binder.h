@@ -17,6 +17,8 @@ public:
     /// @return nullptr when the control has no widget
     [[nodiscard]] Binding* find(const ui::Control* control) const;
     void pull_all();
+    /// Lets go of the form.
+    void detach();
 
 private:
     void bind(ui::Control& control, const std::vector<QWidget*>& named);

@@ -38,7 +38,10 @@ void Binding::set_caption_label(QLabel* label) {
         if (named->accessibleName().isEmpty()) named->setAccessibleName(label->text());
 }
 
+void Binding::detach() { links_.clear(); }
+
 void Binding::pull() {
+    if (detached()) return;
     widget_->setEnabled(control_.Enabled());
     widget_->setVisible(control_.Visible());
     if (label_) {
@@ -67,6 +70,7 @@ bool Binding::key_pressed(QKeyEvent& event) {
 }
 
 bool Binding::eventFilter(QObject* watched, QEvent* event) {
+    if (detached()) return false;
     switch (event->type()) {
     case QEvent::ShortcutOverride:
         claim_before_shortcuts(*static_cast<QKeyEvent*>(event), *widget_);

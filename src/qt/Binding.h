@@ -27,6 +27,9 @@ public:
     void set_caption_label(QLabel* label);
     /// Paints the control's state.
     void pull();
+    /// Lets go of the control, which may die now. The binding itself may be in the middle of an event and
+    /// stays until the window goes.
+    virtual void detach();
     /// The control has just got the focus.
     virtual void focused() {}
 
@@ -39,6 +42,7 @@ protected:
     /// @return true when the widget must not see the key
     virtual bool key_pressed(QKeyEvent& event);
     bool eventFilter(QObject* watched, QEvent* event) override;
+    [[nodiscard]] bool detached() const { return links_.empty(); }
 
 private:
     QWidget* widget_;

@@ -55,7 +55,8 @@ void FormWindow::retire() {
     retired_ = true;
     links_.clear();
     menus_.reset();
-    binder_.reset();
+    if (binder_) binder_->detach();
+    for (QObject* child : findChildren<QObject*>()) child->blockSignals(true);
     hide();
 }
 

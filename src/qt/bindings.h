@@ -112,6 +112,7 @@ class GridBinding : public Binding {
 public:
     GridBinding(GridView& view, ui::ctlPlanilla& grid);
     ~GridBinding() override;
+    void detach() override;
     QWidget& focus_target() override;
 
 protected:
@@ -125,6 +126,7 @@ class ConsultaBinding : public Binding {
 public:
     ConsultaBinding(ConsultaView& view, ui::ctlConsulta& list);
     ~ConsultaBinding() override;
+    void detach() override;
 
 protected:
     void pull_state() override;

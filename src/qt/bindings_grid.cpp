@@ -10,6 +10,11 @@ GridBinding::GridBinding(GridView& view, ui::ctlPlanilla& grid) : Binding(view, 
 
 GridBinding::~GridBinding() { view_.detach(); }
 
+void GridBinding::detach() {
+    Binding::detach();
+    view_.detach();
+}
+
 QWidget& GridBinding::focus_target() { return view_.focus_target(); }
 
 void GridBinding::pull_state() { view_.sync(); }
@@ -21,6 +26,11 @@ ConsultaBinding::ConsultaBinding(ConsultaView& view, ui::ctlConsulta& list)
 }
 
 ConsultaBinding::~ConsultaBinding() { view_.detach(); }
+
+void ConsultaBinding::detach() {
+    Binding::detach();
+    view_.detach();
+}
 
 void ConsultaBinding::pull_state() { view_.sync(); }
 

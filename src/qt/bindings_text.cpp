@@ -79,6 +79,7 @@ bool TextBinding::key_pressed(QKeyEvent& event) {
 }
 
 bool TextBinding::eventFilter(QObject* watched, QEvent* event) {
+    if (detached()) return false;
     if (event->type() == QEvent::InputMethod) {
         // Dead keys arrive here; what they compose goes through the same rules as a typed character.
         const auto* input = static_cast<QInputMethodEvent*>(event);

@@ -156,6 +156,18 @@ TEST(Ventanas, LookupInsideACell) {
     QApplication::processEvents(); // the lookup's window still gets its timers; its list is gone
 }
 
+TEST(Ventanas, TheButtonThatClosesADialogIsClicked) {
+    Pantalla p;
+    p.al_abrir = [](qt::FormWindow& v) {
+        for (auto* boton : v.findChildren<QPushButton*>())
+            if (boton->text() == "Cancelar") return boton->click();
+        ADD_FAILURE() << "no such button";
+    };
+    frmImprimir dialogo(p.escritorio);
+    dialogo.ShowModal(); // the window is let go of in the middle of its button's own event
+    EXPECT_FALSE(dialogo.visible() || dialogo.glbAceptar);
+}
+
 TEST(Ventanas, WhatIsTypedInALookupCoversNoRow) {
     Pantalla p;
     p.ir_a("grdDetalle");
