@@ -61,10 +61,12 @@ std::optional<std::filesystem::path> elegir_borrador(const std::vector<BorradorL
     fila->addStretch(1);
     boton("&Recuperar", [&] { dialogo.accept(); })->setDefault(true);
     boton("&Descartar…", [&] {
-        const QString cual = lista->currentItem()->text().section('\n', 0, 0);
+        QListWidgetItem* const elegido = lista->currentItem();
+        if (elegido == nullptr) return;
+        const QString cual = elegido->text().section('\n', 0, 0);
         if (!preguntar(&dialogo, QString::fromUtf8("¿Borrar el borrador?\n%1").arg(cual))) return;
-        descartar_borrador(qt::to_std(lista->currentItem()->data(Qt::UserRole).toString()));
-        delete lista->takeItem(lista->currentRow());
+        descartar_borrador(qt::to_std(elegido->data(Qt::UserRole).toString()));
+        delete elegido;
         if (lista->count() == 0) dialogo.reject();
     })->setToolTip("Borra el borrador elegido; no se podrá recuperar");
     boton("&Más tarde", [&] { dialogo.reject(); });

@@ -17,6 +17,9 @@ SidePanel::SidePanel(QWidget* parent) : QScrollArea(parent) {
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) { follow_focus(now); });
 }
 
+// What it holds gives up the focus while it goes, and nobody here is left to follow it.
+SidePanel::~SidePanel() { disconnect(qApp, nullptr, this, nullptr); }
+
 QBoxLayout* SidePanel::row() const {
     return parentWidget()->findChild<QBoxLayout*>(property("row").toString());
 }

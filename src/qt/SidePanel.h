@@ -14,6 +14,7 @@ class SidePanel : public QScrollArea {
     Q_OBJECT
 public:
     explicit SidePanel(QWidget* parent = nullptr);
+    ~SidePanel() override;
     [[nodiscard]] bool is_drawer() const { return drawer_; }
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;
