@@ -45,7 +45,7 @@ private:
         QWidget* const delante = al_frente();
         if (delante == nullptr || delante == ocupada_) return; // still at the last step on it
         const QScopedValueRollback ocupada(ocupada_, delante);
-        if (--faltan_ <= 0) return cerrar(*delante);
+        if (--faltan_ <= 0 && faltan_ % 3 == 0) return cerrar(*delante); // keys leave what does not close
         if (auto* archivos = qobject_cast<QFileDialog*>(delante)) return archivos->reject();
         const QPointer<QWindow> ventana(delante->windowHandle());
         if (!ventana) return;
@@ -64,8 +64,8 @@ private:
     }
     /// Each window asks what it has to; all is answered with what leaves it.
     static void cerrar(QWidget& w) {
-        if (qobject_cast<QDialog*>(&w) != nullptr)
-            static_cast<QDialog&>(w).reject();
+        if (auto* dialogo = qobject_cast<QDialog*>(&w))
+            dialogo->reject();
         else
             w.close();
     }
