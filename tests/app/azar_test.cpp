@@ -15,6 +15,7 @@
 #include <QPointer>
 #include <QScopedValueRollback>
 #include <QTest>
+#include <QThread>
 #include <QTimer>
 #include <QWindow>
 #include <cstdlib>
@@ -43,8 +44,9 @@ private:
         // before anything else: a step may open a window, and that waits in a loop of its own
         QTimer::singleShot(1, &vida_, [this] { seguir(); });
         QWidget* const delante = al_frente();
-        if (delante == nullptr || delante == ocupada_) return; // still at the last step on it
-        const QScopedValueRollback ocupada(ocupada_, delante);
+        const int nivel = QThread::currentThread()->loopLevel();
+        if (delante == nullptr || nivel <= nivel_) return; // still in the middle of the last step
+        const QScopedValueRollback ocupada(nivel_, nivel);
         if (--faltan_ <= 0 && faltan_ % 3 == 0) return cerrar(*delante); // keys leave what does not close
         if (auto* archivos = qobject_cast<QFileDialog*>(delante)) return archivos->reject();
         const QPointer<QWindow> ventana(delante->windowHandle());
@@ -112,7 +114,7 @@ private:
 
     std::mt19937 azar_;
     long faltan_;
-    QWidget* ocupada_ = nullptr;
+    int nivel_ = -1; ///< of the event loop whose step is under way
     QObject vida_;
 };
 
