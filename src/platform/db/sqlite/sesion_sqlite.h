@@ -70,7 +70,6 @@ private:
     void select_into(const Statement& s, const std::string& sql);
     void forget();
     void remember(const std::exception& e);
-    /// The engine's description, with the system's own where that says more.
     [[noreturn]] void fail(const std::string& sql) const;
 
     std::string path_;
