@@ -78,7 +78,7 @@ void draw_exit(QPainter& p, const Pens& pens) {
 }
 
 /// Paints a transparent square of this side, smoothly.
-template <class Draw> QPixmap painted(int side, Draw&& draw, double scale = 1) {
+template <class Draw> QPixmap painted(int side, Draw&& draw, double scale) {
     QPixmap pixmap(static_cast<int>(side * scale), static_cast<int>(side * scale));
     pixmap.setDevicePixelRatio(scale);
     pixmap.fill(Qt::transparent);

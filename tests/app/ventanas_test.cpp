@@ -331,25 +331,35 @@ TEST(InicioTest, TheFirstCompanyOfANewDatabaseIsReadyToStart) {
     EXPECT_EQ(v.focusWidget()->property("text"), "&Iniciar");
 }
 
-TEST(AnfitrionTest, OffersDraftsAndAddsItsMenus) {
+/// A demonstration company of one's own, its screens and what each leaves behind.
+struct Puesto {
     const fs::path carpeta = carpeta_nueva();
     const std::string conexion = "sqlite:" + (carpeta / "demo.db").string();
-    crear_demo(conexion, fecha(2024, 3, 31));
-    const RelojFijo reloj(fecha(2024, 3, 31));
+    const RelojFijo reloj{fecha(2024, 3, 31)};
     const Eleccion_inicial eleccion{conexion, carpeta / "print.db", 1, 1};
     qt::QtReportPrinter impresor;
-    {
-        qt::QtEscritorio escritorio;
-        SesionApp sesion(eleccion, escritorio, impresor, reloj, carpeta);
-        sesion.mostrar();
-        sesion.pantalla().txtconcepto.SetFocus();
-        sesion.pantalla().txtconcepto.user_edit("A medio escribir");
-        sesion.pantalla().Unload();
+
+    Puesto() { crear_demo(conexion, reloj.hoy()); }
+    [[nodiscard]] SesionApp sesion(qt::QtEscritorio& escritorio) {
+        return {eleccion, escritorio, impresor, reloj, carpeta};
     }
+    void dejar_borrador(const char* texto) {
+        qt::QtEscritorio escritorio;
+        SesionApp una = sesion(escritorio);
+        una.mostrar();
+        una.pantalla().txtconcepto.SetFocus();
+        una.pantalla().txtconcepto.user_edit(texto);
+        una.pantalla().Unload();
+    }
+};
+
+TEST(AnfitrionTest, OffersDraftsAndAddsItsMenus) {
+    Puesto puesto;
+    puesto.dejar_borrador("A medio escribir");
     qt::QtEscritorio escritorio;
-    SesionApp sesion(eleccion, escritorio, impresor, reloj, carpeta);
+    SesionApp sesion = puesto.sesion(escritorio);
     sesion.mostrar();
-    Anfitrion anfitrion(sesion, escritorio, eleccion, reloj.hoy());
+    Anfitrion anfitrion(sesion, escritorio, puesto.eleccion, puesto.reloj.hoy());
     QTimer::singleShot(100, [] {
         QWidget* dialogo = QApplication::activeModalWidget();
         ASSERT_NE(dialogo, nullptr);
@@ -481,23 +491,12 @@ TEST(AnfitrionTest, AChangedConfigurationOpensTheScreenAgainWithWhatWasOnIt) {
 }
 
 TEST(AnfitrionTest, ADraftIsDiscardedOnlyWhenAskedTwice) {
-    const fs::path carpeta = carpeta_nueva();
-    const std::string conexion = "sqlite:" + (carpeta / "demo.db").string();
-    crear_demo(conexion, fecha(2024, 3, 31));
-    const RelojFijo reloj(fecha(2024, 3, 31));
-    const Eleccion_inicial eleccion{conexion, carpeta / "print.db", 1, 1};
-    qt::QtReportPrinter impresor;
-    for (const char* texto : {"El primero", "El segundo"}) {
-        qt::QtEscritorio escritorio;
-        SesionApp sesion(eleccion, escritorio, impresor, reloj, carpeta);
-        sesion.mostrar();
-        sesion.pantalla().txtconcepto.user_edit(texto);
-        sesion.pantalla().Unload();
-    }
+    Puesto puesto;
+    for (const char* texto : {"El primero", "El segundo"}) puesto.dejar_borrador(texto);
     qt::QtEscritorio escritorio;
-    SesionApp sesion(eleccion, escritorio, impresor, reloj, carpeta);
+    SesionApp sesion = puesto.sesion(escritorio);
     sesion.mostrar();
-    Anfitrion anfitrion(sesion, escritorio, eleccion, reloj.hoy());
+    Anfitrion anfitrion(sesion, escritorio, puesto.eleccion, puesto.reloj.hoy());
     const auto lista = [] { return QApplication::activeModalWidget()->findChild<QListWidget*>(); };
     const auto descartar = [&] { return pulsar<QDialog>("Descartar"); };
     const auto quedan = [&] { return borradores_libres(sesion.pantalla()).size(); };
@@ -536,20 +535,15 @@ TEST(AnfitrionTest, WhatIsMissingToWorkIsSaidWithWhatToDo) {
     };
     for (const auto& c : casos) {
         SCOPED_TRACE(c.sql);
-        const fs::path carpeta = carpeta_nueva();
-        const std::string conexion = "sqlite:" + (carpeta / "demo.db").string();
-        crear_demo(conexion, fecha(2024, 3, 31));
-        ejecutar(*abrir_sesion(conexion), c.sql);
-        anotar_reciente(carpeta / "recientes.txt", conexion);
-        StartWindow inicio(carpeta);
+        Puesto puesto;
+        ejecutar(*abrir_sesion(puesto.conexion), c.sql);
+        anotar_reciente(puesto.carpeta / "recientes.txt", puesto.conexion);
+        StartWindow inicio(puesto.carpeta);
         EXPECT_TRUE(textos(inicio).contains(QString::fromUtf8("⚠ ") + QString::fromUtf8(c.texto)));
-        const Eleccion_inicial eleccion{conexion, carpeta / "print.db", 1, 1};
         qt::QtEscritorio escritorio;
-        qt::QtReportPrinter impresor;
-        const RelojFijo reloj(fecha(2024, 3, 31));
-        SesionApp sesion(eleccion, escritorio, impresor, reloj, carpeta);
+        SesionApp sesion = puesto.sesion(escritorio);
         sesion.mostrar();
-        const Anfitrion anfitrion(sesion, escritorio, eleccion, reloj.hoy());
+        const Anfitrion anfitrion(sesion, escritorio, puesto.eleccion, puesto.reloj.hoy());
         frmQuorvel& f = sesion.pantalla();
         f.ctlRegistro1.press(ui::ctlRegistro::Function::New);
         EXPECT_EQ(f.grdDetalle.ToolTip().substr(0, std::string(c.texto).size()), c.texto);
