@@ -88,8 +88,7 @@ private:
     void rechazo(const char* cuando, const std::string& texto) { ++j_.rechazos[cuando + (": " + texto)]; }
 
     bool revisado(const Comprobante& c, bool es_nuevo) {
-        const EntradaValidacion entrada{c,          k_,       maestros_, *db_,
-                                        apoyo::HOY, es_nuevo, false,     fecha_dmy(*c.f_comp)};
+        const EntradaValidacion entrada{c, k_, maestros_, *db_, apoyo::HOY, es_nuevo, false};
         const auto r = medir(REVISAR, [&] { return ValidarComprobante(entrada); });
         if (r) rechazo("checks", r->mensaje);
         return !r;

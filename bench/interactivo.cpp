@@ -127,7 +127,7 @@ private:
         if (!bien) std::fprintf(stderr, "missing: %s\n", que), std::exit(1);
     }
     void validar(const Comprobante& c, bool nuevo) {
-        const EntradaValidacion e{c, k_, maestros_, *db_, apoyo::HOY, nuevo, false, "20/03/2024"};
+        const EntradaValidacion e{c, k_, maestros_, *db_, apoyo::HOY, nuevo, false};
         const auto r = ValidarLibro(e);
         exigir(!r, r ? r->mensaje.c_str() : "");
     }

@@ -2,24 +2,22 @@
 
 #include "assistants/libros.h"
 #include "text/numeros.h"
+#include "voucher/iva.h"
 
 namespace quorvel {
 namespace {
 
-constexpr double TASA_IVA = 19, FACTOR_TOTAL = 1.19;
-
-bool con_iva(const Importes& i) {
+bool lleva_iva(const Importes& i) {
     return i.libro == VENTAS || (i.libro == COMPRAS && i.documento != "BOLETA");
 }
 bool boleta_sin_iva(const Importes& i) { return i.libro == COMPRAS && i.documento == "BOLETA"; }
 double valor(const std::string& texto) { return valnumeroformato(texto); }
-std::string iva_de(const std::string& neto) { return mostrar_monto(valor(neto) * TASA_IVA / 100); }
 std::string otro_de(const Importes& i) { return mostrar_monto(valor(i.neto) * valnumerobase(i.tasa) / 100); }
 double retencion(const Importes& i) { return LeerNumero(i.porcentaje) / 100; }
 
 Importes con_total(Importes i) {
     const double resto = valor(i.otro) + valor(i.exento);
-    if (con_iva(i)) i.total = mostrar_monto(valor(i.neto) * FACTOR_TOTAL + resto);
+    if (lleva_iva(i)) i.total = mostrar_monto(con_iva(valor(i.neto)) + resto);
     if (boleta_sin_iva(i)) {
         i.iva = "0";
         i.total = mostrar_monto(valor(i.neto) + resto);
@@ -41,8 +39,8 @@ std::string mostrar_monto(double v) { return formato(v, "#,##0"); }
 
 Importes neto_cambiado(Importes i) {
     if (i.libro == RETENCIONES) return bruto_del_liquido(i);
-    if (con_iva(i)) {
-        i.iva = iva_de(i.neto);
+    if (lleva_iva(i)) {
+        i.iva = mostrar_monto(iva_de(valor(i.neto)));
         i.otro = otro_de(i);
     }
     return con_total(i);
@@ -72,8 +70,8 @@ Importes porcentaje_elegido(Importes i) { return i.neto.empty() ? i : bruto_del_
 
 Importes calcular_iva(Importes i) {
     const double resto = valor(i.exento) + valor(i.otro);
-    i.neto = mostrar_monto((valor(i.total) - resto) / FACTOR_TOTAL);
-    const double neto = valor(i.neto), iva = neto * TASA_IVA / 100;
+    i.neto = mostrar_monto(neto_de(valor(i.total) - resto));
+    const double neto = valor(i.neto), iva = iva_de(neto);
     i.iva = mostrar_monto(iva);
     i.total = mostrar_monto(Round(iva) + resto + neto);
     return i;

@@ -38,6 +38,5 @@ std::span<const V> documentos_ofrecidos(int libro) {
 bool es_nota_credito(V documento) { return esta(NOTAS_CREDITO, documento); }
 bool es_boleta_compra(V documento) { return esta(BOLETAS, documento); }
 bool es_boleta_venta(V documento) { return documento == "VALES TRANSBANK" || esta(BOLETAS, documento); }
-bool es_boleta_honorarios(V documento) { return documento == "BOLETA" || documento == "B. ELECTRONICA"; }
 
 } // namespace quorvel

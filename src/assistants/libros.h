@@ -33,7 +33,5 @@ inline constexpr std::array<std::string_view, 27> DOCUMENTOS_LIBRO{
 [[nodiscard]] bool es_boleta_compra(std::string_view documento);
 /// The customer line goes to the receipts account.
 [[nodiscard]] bool es_boleta_venta(std::string_view documento);
-/// The only kinds of the fee retention book.
-[[nodiscard]] bool es_boleta_honorarios(std::string_view documento);
 
 } // namespace quorvel

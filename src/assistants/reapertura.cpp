@@ -3,13 +3,12 @@
 #include "assistants/calculo.h"
 #include "platform/db/literal.h"
 #include "text/numeros.h"
+#include "voucher/iva.h"
 
 #include <cmath>
 
 namespace quorvel {
 namespace {
-
-constexpr double IVA = 0.19;
 
 /// The voucher's stored other-tax line, whatever its side; "0" when there is none.
 std::string otro_guardado(clsConexion& db, const DocumentoAnterior& d) {
@@ -28,9 +27,9 @@ std::string otro_guardado(clsConexion& db, const DocumentoAnterior& d) {
 
 std::optional<Propuesta> proponer_reapertura(clsConexion& db, const DocumentoAnterior& d) {
     if (!(d.neto + d.exento > 0)) return std::nullopt;
-    Propuesta p{mostrar_monto(d.neto), mostrar_monto(d.exento), mostrar_monto(IVA * d.neto), d.total_debe,
+    Propuesta p{mostrar_monto(d.neto), mostrar_monto(d.exento), mostrar_monto(iva_de(d.neto)), d.total_debe,
                 "0"};
-    const double documento = Round(IVA * d.neto) + d.neto + d.exento;
+    const double documento = Round(iva_de(d.neto)) + d.neto + d.exento;
     const double diferencia = valnumeroformato(d.total_debe) - documento;
     if (diferencia == 0) return p;
     if (std::fabs(diferencia) > 1) {

@@ -4,6 +4,7 @@
 #include "text/letras_utf8.h"
 #include "text/numeros.h"
 #include "text/rut.h"
+#include "voucher/iva.h"
 
 namespace quorvel {
 
@@ -46,7 +47,7 @@ MontosFactura montos_iniciales(const std::string& total, double iva) {
 
 MontosFactura montos_del_neto(const std::string& neto) {
     const double n = valnumeroformato(neto);
-    return {neto, formato(n * 19 / 100, FORMATO), formato(n * 1.19, FORMATO)};
+    return {neto, formato(iva_de(n), FORMATO), formato(con_iva(n), FORMATO)};
 }
 
 std::string total_linea(const std::string& cantidad, const std::string& precio) {

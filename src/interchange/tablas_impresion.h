@@ -14,9 +14,9 @@ void crear_tablas_impresion(clsConexion& reporte);
 void borrar_tablas_impresion(clsConexion& reporte);
 /// The session's ctcQuorvel is the staging table and not the header table. @throws SesionFallida
 [[nodiscard]] bool es_tabla_impresion(clsConexion& reporte);
-/// Both sessions reach one database.
 /// The session for printing. @throws std::runtime_error when the host has given none
 [[nodiscard]] clsConexion& base_informes(clsConexion* reporte);
+/// Both sessions reach one database.
 [[nodiscard]] bool misma_base(const clsConexion& a, const clsConexion& b);
 /// @throws std::runtime_error in Spanish when printing could touch the vouchers or has no staging tables
 void exigir_base_de_informes(const clsConexion& db, clsConexion& reporte);

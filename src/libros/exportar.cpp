@@ -12,14 +12,8 @@ namespace {
 
 constexpr long CADA = 1000;
 
-struct NombreLibro {
-    Libro libro;
-    const char *nombre, *titulo;
-};
-constexpr NombreLibro NOMBRES[] = {{Libro::diario, "diario", "Libro diario"},
-                                   {Libro::mayor, "mayor", "Libro mayor"},
-                                   {Libro::balance, "balance", "Balance general de 8 columnas"},
-                                   {Libro::mensual, "mensual", "Totales mensuales por libro"}};
+constexpr const char* TITULOS[] = {"Libro diario", "Libro mayor", "Balance general de 8 columnas",
+                                   "Totales mensuales por libro"}; ///< by Libro
 
 /// Counts rows and asks now and then whether to go on.
 struct Contador {
@@ -44,13 +38,7 @@ bool escribir_mayor(clsConexion& db, const PedidoLibro& p, std::ostream& salida,
 
 } // namespace
 
-std::optional<Libro> libro_por_nombre(std::string_view nombre) {
-    for (const NombreLibro& n : NOMBRES)
-        if (nombre == n.nombre) return n.libro;
-    return std::nullopt;
-}
-
-const char* titulo_libro(Libro libro) { return NOMBRES[static_cast<std::size_t>(libro)].titulo; }
+const char* titulo_libro(Libro libro) { return TITULOS[static_cast<std::size_t>(libro)]; }
 
 std::optional<Rechazo> revisar_pedido(const PedidoLibro& p, Libro libro) {
     return revisar_pedido(p, libro == Libro::mayor || libro == Libro::balance);

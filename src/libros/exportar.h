@@ -8,8 +8,6 @@
 namespace quorvel {
 
 enum class Libro { diario, mayor, balance, mensual };
-/// "diario", "mayor", "balance" or "mensual"; nothing for another word.
-[[nodiscard]] std::optional<Libro> libro_por_nombre(std::string_view nombre);
 [[nodiscard]] const char* titulo_libro(Libro libro);
 /// What is wrong with a request for this book.
 [[nodiscard]] std::optional<Rechazo> revisar_pedido(const PedidoLibro& p, Libro libro);

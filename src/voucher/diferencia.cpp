@@ -1,6 +1,7 @@
 #include "voucher/diferencia.h"
 
 #include "text/numeros.h"
+#include "voucher/iva.h"
 
 #include <algorithm>
 #include <cmath>
@@ -24,8 +25,6 @@ struct Celda {
 std::string pesos(std::int64_t n) { return formato(static_cast<double>(n), "#,##0"); }
 std::int64_t monto(const std::string& texto) { return std::llround(valnumeroformato(texto)); }
 std::string lado(bool debe) { return debe ? "Debe" : "Haber"; }
-/// The standard VAT rate, 19 %, rounded to whole pesos.
-std::int64_t iva(std::int64_t neto) { return (neto * 19 + 50) / 100; }
 
 bool sin_contrapartida(const Celda& c) { return c.sobra() && c.monto == std::abs(c.diferencia); }
 bool falta_repetir(const Celda& c) { return !c.sobra() && c.monto == std::abs(c.diferencia); }
@@ -45,10 +44,10 @@ bool cifras_cambiadas(const Celda& c) {
 
 bool cero_de_mas(const Celda& c) { return c.correcto > 0 && c.monto == 10 * c.correcto; }
 bool cero_de_menos(const Celda& c) { return c.correcto == 10 * c.monto; }
-bool falta_iva(const Celda& c) { return c.sobra() && iva(c.monto) == std::abs(c.diferencia); }
-bool sin_iva(const Celda& c) { return !c.sobra() && iva(c.monto) == std::abs(c.diferencia); }
-bool con_iva(const Celda& c) {
-    return c.sobra() && c.correcto > 0 && c.correcto + iva(c.correcto) == c.monto;
+bool falta_iva(const Celda& c) { return c.sobra() && iva_en_pesos(c.monto) == std::abs(c.diferencia); }
+bool sin_iva(const Celda& c) { return !c.sobra() && iva_en_pesos(c.monto) == std::abs(c.diferencia); }
+bool incluye_iva(const Celda& c) {
+    return c.sobra() && c.correcto > 0 && c.correcto + iva_en_pesos(c.correcto) == c.monto;
 }
 
 struct Causa {
@@ -79,7 +78,7 @@ constexpr Causa CAUSAS[] = {
          return "la diferencia es el 19 % del monto: falta su IVA en el " + lado(c.debe) + "; con IVA es " +
                 pesos(c.correcto);
      }},
-    {con_iva, [](const Celda& c) { return "el monto incluye el IVA: el neto es " + pesos(c.correcto); }},
+    {incluye_iva, [](const Celda& c) { return "el monto incluye el IVA: el neto es " + pesos(c.correcto); }},
     {falta_repetir,
      [](const Celda& c) {
          return "el monto es igual a la diferencia: falta otra vez en el " + lado(c.debe);
@@ -103,7 +102,7 @@ std::string nombrar(const Celda& c) {
 /// One peso comes from rounding: the VAT that is one off, else the last amount.
 CausaDiferencia de_redondeo(const std::vector<Celda>& celdas) {
     std::set<std::int64_t> ivas;
-    for (const Celda& c : celdas) ivas.insert(iva(c.monto));
+    for (const Celda& c : celdas) ivas.insert(iva_en_pesos(c.monto));
     auto hallada = std::find_if(celdas.begin(), celdas.end(), [&](const Celda& c) {
         return ivas.contains(c.correcto) && !ivas.contains(c.monto);
     });

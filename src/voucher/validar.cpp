@@ -108,7 +108,7 @@ bool cierre_vigente(clsConexion& db, int empresa, const Configuracion& k) {
 std::optional<Rechazo> rechazo_periodo(const Comprobante& c, const Configuracion& k, clsConexion& db,
                                        Fecha hoy) {
     Maestros ninguno;
-    const EntradaValidacion e{c, k, ninguno, db, hoy, false, false, {}};
+    const EntradaValidacion e{c, k, ninguno, db, hoy, false, false};
     for (const Regla& r : REGLAS)
         if (del_periodo(r) && r.falla(e)) return rechazar(r, e);
     return std::nullopt;

@@ -16,8 +16,7 @@ struct EntradaValidacion {
     clsConexion& db;
     Fecha hoy;
     bool nuevo = false;
-    bool editando = false;        ///< a cell edit is open or a row is being added
-    std::string fecha_comp_texto; ///< as typed, for messages
+    bool editando = false; ///< a cell edit is open or a row is being added
 };
 /// Steps 2 to 17 in their fixed order; nothing when the voucher may be saved. @throws ErrorSesion
 [[nodiscard]] std::optional<Rechazo> ValidarComprobante(const EntradaValidacion& e);

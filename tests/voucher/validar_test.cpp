@@ -24,7 +24,7 @@ public:
     Fecha hoy = HOY;
 
     std::optional<Rechazo> rechazo() {
-        return ValidarComprobante({c, k, maestros, *db, hoy, nuevo, editando, {}});
+        return ValidarComprobante({c, k, maestros, *db, hoy, nuevo, editando});
     }
     std::string mensaje() {
         const auto r = rechazo();
@@ -173,7 +173,7 @@ TEST_P(Validar, BookChecks) {
         if (campo == "rut") c.rut_persona = "";
         if (campo == "nombre") c.nombre = "";
         if (campo.starts_with("1") || campo.starts_with("2")) c.lineas[2].centro = campo;
-        const auto r = ValidarLibro({c, k, maestros, *db, hoy, true, false, {}});
+        const auto r = ValidarLibro({c, k, maestros, *db, hoy, true, false});
         EXPECT_EQ(r ? r->mensaje : "", f.mensaje) << f.libro << ' ' << f.campo;
         EXPECT_EQ(r ? r->foco : "", f.foco) << f.mensaje;
     }

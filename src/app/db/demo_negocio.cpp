@@ -1,13 +1,13 @@
 #include "app/db/demo_negocio.h"
 
+#include "voucher/iva.h"
+
 #include <algorithm>
 
 namespace quorvel {
 namespace {
 
 using namespace std::chrono;
-
-std::int64_t iva_de(std::int64_t neto) { return (neto * 19 + 50) / 100; }
 
 std::string nombre_mes(year_month m) {
     static const char* const NOMBRES[] = {"ENERO",      "FEBRERO", "MARZO",     "ABRIL",
@@ -102,7 +102,7 @@ void NegocioDemo::ventas() {
         const AuxiliarDemo& c =
             clientes[static_cast<std::size_t>(entre(0, static_cast<int>(clientes.size()) - 1))];
         const std::string folio = std::to_string(++factura_);
-        const std::int64_t neto = entre(90, 420) * 10000LL, iva = iva_de(neto);
+        const std::int64_t neto = entre(90, 420) * 10000LL, iva = iva_en_pesos(neto);
         AsientoDemo& a = nuevo(entre(2, 27), "003", "VENTAS", "VENTA FACTURA " + folio + " " + c.nombre);
         con_documento(a, "F. ELECTRONICA", folio, c);
         a.neto = neto;
@@ -123,7 +123,7 @@ void NegocioDemo::ventas() {
     if (meses_ % 3 == 1 && !por_cobrar_.empty()) {
         Abierto& factura = por_cobrar_.front();
         const AuxiliarDemo& c = m_.auxiliar(factura.auxiliar);
-        const std::int64_t neto = entre(5, 20) * 10000LL, iva = iva_de(neto);
+        const std::int64_t neto = entre(5, 20) * 10000LL, iva = iva_en_pesos(neto);
         const std::string folio = std::to_string(++nota_);
         AsientoDemo& a = nuevo(24, "003", "VENTAS", "DEVOLUCION DE MERCADERIA, FACTURA " + factura.num_ref);
         con_documento(a, "N.C. ELECTRONICA", folio, c);
@@ -157,7 +157,7 @@ void NegocioDemo::compra(const GastoDemo& g) {
     const std::string folio = std::to_string(numero_ajeno_);
     const std::int64_t neto =
         g.maximo - g.minimo < 10 ? g.minimo : entre(g.minimo / 1000, g.maximo / 1000) * 1000LL;
-    const std::int64_t iva = iva_de(neto);
+    const std::int64_t iva = iva_en_pesos(neto);
     AsientoDemo& a = nuevo(entre(2, 26), "002", "COMPRAS", g.glosa);
     con_documento(a, "F. ELECTRONICA", folio, p);
     a.neto = neto;
@@ -189,7 +189,7 @@ void NegocioDemo::compras() {
 void NegocioDemo::activo_fijo() {
     const auto proveedores = m_.de_tipo("PR");
     const AuxiliarDemo& p = proveedores[proveedores.size() - 2];
-    const std::int64_t neto = entre(60, 140) * 10000LL, iva = iva_de(neto);
+    const std::int64_t neto = entre(60, 140) * 10000LL, iva = iva_en_pesos(neto);
     const std::string folio = std::to_string(++numero_ajeno_);
     AsientoDemo& a = nuevo(18, "002", "COMPRAS", "ESTANTERIAS Y MOBILIARIO PARA LOCALES");
     con_documento(a, "F. ELECTRONICA", folio, p);
@@ -298,7 +298,7 @@ void NegocioDemo::remuneraciones() {
 }
 
 void NegocioDemo::impuestos() {
-    const std::int64_t ppm = -diario_.saldo("203001") / 19; // one per cent of last month's taxed sales
+    const std::int64_t ppm = -diario_.saldo("203001") / TASA_IVA; // one per cent of last month's taxed sales
     if (ppm <= 0) return;
     AsientoDemo& a = nuevo(12, "008", "EGRESOS", "DECLARACION MENSUAL DE IMPUESTOS F29");
     a.doc_libro = "EGRESO";

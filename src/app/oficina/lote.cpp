@@ -93,7 +93,7 @@ bool LoteArchivos::consecuencia(const ProblemaArchivo& p) const {
 }
 
 void LoteArchivos::validar(const std::string& archivo, const Comprobante& c) {
-    const EntradaValidacion e{c, config_, maestros_, *oficina_.db, hoy_, true, false, {}};
+    const EntradaValidacion e{c, config_, maestros_, *oficina_.db, hoy_, true, false};
     (void)revisar_comprobante(e, [&](const Rechazo& r) {
         const ProblemaArchivo p = situar(r);
         if (!consecuencia(p)) anotar(archivo, p);

@@ -151,7 +151,7 @@ private:
             }
             if (is(i + 1, "(")) {
                 if (const std::size_t n = whole_date(i, end)) return n;
-                if (const std::size_t n = function(i, clause)) return n;
+                if (const std::size_t n = function(i)) return n;
             }
             if (result_.kind == Translation::Kind::definition)
                 if (const std::size_t n = definition(i)) return n;
@@ -267,7 +267,7 @@ private:
     }
 
     // --- functions
-    std::size_t function(std::size_t i, Clause clause) {
+    std::size_t function(std::size_t i) {
         const std::string& f = tokens_[i].text;
         const std::size_t open = i + 1, close = partner_[open];
         if (f == "year" || f == "month" || f == "day")
@@ -283,7 +283,6 @@ private:
             leading_number(i, open + 1, as);
         } else
             return 0;
-        (void)clause;
         return close + 1;
     }
     void around(const char* before, std::size_t first, std::size_t last, const char* after) {

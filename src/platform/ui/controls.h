@@ -21,7 +21,6 @@ public:
     [[nodiscard]] bool all_selected() const { return selected_; }
     [[nodiscard]] bool Locked() const { return locked_; }
     void SetLocked(bool locked);
-    [[nodiscard]] bool UpperCase() const { return upper_; }
     void SetUpperCase(bool upper) { upper_ = upper; } ///< typed letters become upper case
     [[nodiscard]] bool RightAligned() const { return right_; }
     void SetRightAligned(bool right) { right_ = right; }

@@ -45,7 +45,6 @@ public:
 
     void SetConnection(clsConexion* db) { db_ = db; }
     void SetRecordSource(std::string sql) { record_source_ = std::move(sql); }
-    [[nodiscard]] const std::string& RecordSource() const { return record_source_; }
     /// Replaces all rows by the query's result, columns in the order of the query, numbers through the
     /// column's NumberFormat in the Chilean form. Raises RowsChanged once. @throws ErrorSesion
     void Load();

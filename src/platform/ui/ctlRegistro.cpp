@@ -53,21 +53,14 @@ bool ctlRegistro::enabled(Function f) const {
     }
 }
 
-void ctlRegistro::RecordShown() {
-    new_ = false;
-    Changed();
-}
+void ctlRegistro::RecordShown() { Changed(); }
 
 void ctlRegistro::NewRecord() {
-    new_ = true;
     modify_ = true;
     Changed();
 }
 
-void ctlRegistro::RecordStored() {
-    new_ = false;
-    Changed();
-}
+void ctlRegistro::RecordStored() { Changed(); }
 
 bool ctlRegistro::press(Function f) {
     if (!Enabled() || !Visible() || !enabled(f) || !form().leave_for_command()) return false;

@@ -36,7 +36,6 @@ public:
     void RecordShown();  ///< a saved voucher is on the screen
     void NewRecord();    ///< a new voucher is on the screen; modify is on
     void RecordStored(); ///< the new voucher has been saved
-    [[nodiscard]] bool showing_new() const { return new_; }
 
     /// The person presses a function. @return false when it is off or the focused control refuses to be left.
     bool press(Function f);
@@ -45,7 +44,7 @@ public:
 private:
     std::string company_, user_, program_, printer_;
     std::array<bool, 5> flags_{};
-    bool print_ = true, delete_line_ = true, modify_ = true, new_ = true;
+    bool print_ = true, delete_line_ = true, modify_ = true;
 };
 
 } // namespace quorvel::ui

@@ -42,8 +42,7 @@ bool validar(frmQuorvel& f, const Comprobante& c) {
                               .db = *f.glbdb,
                               .hoy = f.servicios.reloj.hoy(),
                               .nuevo = f.glbBanderaNuevo,
-                              .editando = f.grdDetalle.EditActive() || f.grdDetalle.NewRowPending() == 1,
-                              .fecha_comp_texto = f.mskF_comp.Text()};
+                              .editando = f.grdDetalle.EditActive() || f.grdDetalle.NewRowPending() == 1};
     const auto rechazo = ValidarComprobante(e);
     if (rechazo) mostrar_rechazo(f, *rechazo);
     return !rechazo;
