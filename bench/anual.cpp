@@ -2,7 +2,7 @@
 // the memory that they take. Arguments: vouchers, repetitions, engine.
 #include "apoyo/comprobante.h"
 #include "apoyo/sesiones.h"
-#include "app/db/base.h"
+#include "dbtools/base.h"
 #include "generar.h"
 #include "tabla.h"
 #include "yearend/apertura.h"

@@ -3,7 +3,7 @@
 // does it once and prints its peak memory.
 #include "apoyo/comprobante.h"
 #include "apoyo/sesiones.h"
-#include "app/db/demo.h"
+#include "demo/demo.h"
 #include "escritorio_mudo.h"
 #include "largo.h"
 #include "tabla.h"

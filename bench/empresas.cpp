@@ -1,6 +1,6 @@
 #include "empresas.h"
 
-#include "app/db/base.h"
+#include "dbtools/base.h"
 #include "text/letras_utf8.h"
 
 namespace quorvel::bench {

@@ -3,8 +3,8 @@
 // Arguments: seconds of each run (20), vouchers of each company (5000), only the runs of so many accountants.
 #include "apoyo/pg.h"
 #include "apoyo/sesiones.h"
-#include "app/db/revisar.h"
 #include "contador.h"
+#include "dbtools/revisar.h"
 #include "empresas.h"
 #include "generar.h"
 #include "pgbouncer.h"

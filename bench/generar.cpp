@@ -1,9 +1,9 @@
 #include "generar.h"
 
 #include "apoyo/empresa.h"
-#include "app/db/base.h"
-#include "app/db/esquema.h"
-#include "app/db/revisar.h"
+#include "dbtools/base.h"
+#include "dbtools/esquema.h"
+#include "dbtools/revisar.h"
 #include "text/letras_utf8.h"
 
 #include <stdexcept>

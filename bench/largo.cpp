@@ -2,8 +2,8 @@
 
 #include "apoyo/empresa.h"
 #include "apoyo/sesiones.h"
-#include "app/db/base.h"
-#include "app/db/esquema.h"
+#include "dbtools/base.h"
+#include "dbtools/esquema.h"
 #include "text/letras_utf8.h"
 
 namespace quorvel::bench {

@@ -3,7 +3,7 @@
 // vouchers.
 #include "apoyo/comprobante.h"
 #include "apoyo/sesiones.h"
-#include "app/db/base.h"
+#include "dbtools/base.h"
 #include "generar.h"
 #include "libros/balance.h"
 #include "libros/diario.h"

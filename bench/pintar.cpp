@@ -2,8 +2,8 @@
 // and 10,000 lines, and from nothing to the first picture of the screen with a small and a large chart.
 #include "apoyo/comprobante.h"
 #include "apoyo/sesiones.h"
-#include "app/db/demo.h"
 #include "app/teclado.h"
+#include "demo/demo.h"
 #include "escritorio_mudo.h"
 #include "largo.h"
 #include "qt/FormWindow.h"

@@ -1,13 +1,13 @@
 #include "app/StartWindow.h"
 
 #include "app/areas.h"
-#include "app/db/base.h"
-#include "app/db/demo.h"
-#include "app/db/esquema.h"
 #include "app/empresa/ConfiguracionWindow.h"
 #include "app/empresa/NuevaEmpresa.h"
 #include "app/libros/VentanaLibros.h"
 #include "app/recientes.h"
+#include "dbtools/base.h"
+#include "dbtools/esquema.h"
+#include "demo/demo.h"
 #include "qt/icons.h"
 #include "qt/text.h"
 

@@ -1,5 +1,5 @@
 #pragma once
-#include "app/db/datos.h"
+#include "dbtools/datos.h"
 #include "host/clsQuorvel.h"
 #include "platform/db/clsConexion.h"
 #include "qt/QtEscritorio.h"

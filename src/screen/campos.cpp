@@ -3,10 +3,10 @@
 #include "platform/db/literal.h"
 #include "screen/detalle/detalle.h"
 #include "screen/frmQuorvel.h"
-#include "screen/listas.h"
 #include "screen/maestro.h"
 #include "text/letras_utf8.h"
 #include "text/numeros.h"
+#include "voucher/listas.h"
 
 namespace quorvel {
 

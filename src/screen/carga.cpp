@@ -6,12 +6,12 @@
 #include "screen/campos.h"
 #include "screen/detalle/detalle.h"
 #include "screen/frmQuorvel.h"
-#include "screen/listas.h"
 #include "screen/maestro.h"
 #include "screen/papeles/preparar.h"
 #include "screen/permisos.h"
 #include "screen/recargar_documentos.h"
 #include "text/letras_utf8.h"
+#include "voucher/listas.h"
 
 #include <utility>
 

@@ -1,6 +1,6 @@
 #include "apoyo/empresa.h"
 
-#include "app/db/esquema.h"
+#include "dbtools/esquema.h"
 
 #include <stdexcept>
 

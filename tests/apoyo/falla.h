@@ -1,6 +1,6 @@
 #pragma once
 #include "apoyo/sesiones.h"
-#include "app/db/base.h"
+#include "dbtools/base.h"
 
 namespace quorvel::apoyo {
 

@@ -1,6 +1,6 @@
 #include "apoyo/pantalla.h"
 
-#include "app/db/esquema.h"
+#include "dbtools/esquema.h"
 #include "platform/ui/ctlConsulta.h"
 #include "platform/ui/utf8.h"
 #include "text/letras_utf8.h"

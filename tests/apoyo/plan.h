@@ -1,5 +1,5 @@
 #pragma once
-#include "app/db/base.h"
+#include "dbtools/base.h"
 
 namespace quorvel::apoyo {
 

@@ -5,7 +5,6 @@
 #include "app/StartWindow.h"
 #include "app/avisos.h"
 #include "app/borradores.h"
-#include "app/db/demo.h"
 #include "app/empresa/ConfiguracionWindow.h"
 #include "app/empresa/NuevaEmpresa.h"
 #include "app/estilo.h"
@@ -13,6 +12,7 @@
 #include "app/libros/VentanaLibros.h"
 #include "app/recientes.h"
 #include "app/teclado.h"
+#include "demo/demo.h"
 #include "qt/report/PreviewWindow.h"
 #include "screen/borrador.h"
 

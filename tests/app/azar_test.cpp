@@ -3,8 +3,8 @@
 // database is checked afterwards. Not one of the daily tests: ./test --azar
 #include "apoyo/sesiones.h"
 #include "app/anfitrion.h"
-#include "app/db/demo.h"
-#include "app/db/revisar.h"
+#include "dbtools/revisar.h"
+#include "demo/demo.h"
 #include "qt/text.h"
 
 #include <gtest/gtest.h>

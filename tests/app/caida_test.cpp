@@ -4,7 +4,7 @@
 #include "apoyo/empresa.h"
 #include "apoyo/pg.h"
 #include "apoyo/sesiones.h"
-#include "app/db/esquema.h"
+#include "dbtools/esquema.h"
 
 #include <gtest/gtest.h>
 #include <sys/wait.h>

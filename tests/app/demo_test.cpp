@@ -1,7 +1,7 @@
 // Goal: the manual's pictures show the program as it is. Method: the demonstration is run, and makes a
 // picture for every one that the manual shows.
 #include "apoyo/sesiones.h"
-#include "app/demo/demo_run.h"
+#include "demo_run/demo_run.h"
 
 #include <gtest/gtest.h>
 

@@ -1,9 +1,9 @@
 // Goal: "quorvel db …" says by its exit code what happened and leaves no half-made files.
 // Method: the command line is parsed as main() does it.
 #include "apoyo/sesiones.h"
-#include "app/db/base.h"
-#include "app/salida.h"
+#include "dbtools/base.h"
 #include "dbtools/linea.h"
+#include "oficina/salida.h"
 
 #include <filesystem>
 #include <fstream>

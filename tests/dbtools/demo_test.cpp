@@ -1,8 +1,8 @@
 // Goal: the demonstration company is one that an accountant would accept, the same on both engines.
 // Method: generated for a fixed day and read back through the sessions that the screen uses.
 #include "apoyo/sesiones.h"
-#include "app/db/demo.h"
-#include "app/db/revisar.h"
+#include "dbtools/revisar.h"
+#include "demo/demo.h"
 #include "text/rut.h"
 
 #include <gtest/gtest.h>

@@ -2,7 +2,7 @@
 // Method: the demonstration company's database explains the translated statement, on both engines.
 #include "apoyo/plan.h"
 #include "apoyo/sesiones.h"
-#include "app/db/demo.h"
+#include "demo/demo.h"
 
 #include <gtest/gtest.h>
 

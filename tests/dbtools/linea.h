@@ -1,5 +1,5 @@
 #pragma once
-#include "app/db/comando_db.h"
+#include "cli/comando_db.h"
 
 #include <gtest/gtest.h>
 

@@ -3,12 +3,12 @@
 // restoring processes are killed on the way; what is there afterwards is compared row by row, byte by byte.
 #include "apoyo/pantalla.h"
 #include "apoyo/proceso.h"
-#include "app/db/base.h"
-#include "app/db/demo.h"
-#include "app/db/respaldo.h"
-#include "app/db/revisar.h"
-#include "app/salida.h"
+#include "dbtools/base.h"
 #include "dbtools/linea.h"
+#include "dbtools/respaldo.h"
+#include "dbtools/revisar.h"
+#include "demo/demo.h"
+#include "oficina/salida.h"
 #include "platform/files/attachments.h"
 
 #include <algorithm>

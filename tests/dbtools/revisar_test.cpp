@@ -1,9 +1,9 @@
 // Goal: the tools that create, check and tune a database tell the truth on both engines.
 // Method: a small company with one voucher, then one spoiled datum or one dropped object at a time.
 #include "apoyo/empresa.h"
-#include "app/db/base.h"
-#include "app/db/esquema.h"
-#include "app/db/revisar.h"
+#include "dbtools/base.h"
+#include "dbtools/esquema.h"
+#include "dbtools/revisar.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #pragma once
 #include "apoyo/empresa.h"
-#include "app/db/esquema.h"
+#include "dbtools/esquema.h"
 #include "driver/driver.h"
 
 #include <ext/stdio_filebuf.h>

@@ -2,7 +2,7 @@
 // and its configuration says what a save would refuse. Method: both engines, charts written here.
 #include "apoyo/comprobante.h"
 #include "apoyo/empresa.h"
-#include "app/db/datos.h"
+#include "dbtools/datos.h"
 #include "empresa/empresa.h"
 #include "voucher/configuracion.h"
 

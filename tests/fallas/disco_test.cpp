@@ -2,7 +2,7 @@
 // nothing stored is lost, and once the fault is gone the same press works. Method: each fault with each thing
 // a person does at the screen; what an undisturbed screen says, shows and stores is what must come out.
 #include "apoyo/disco.h"
-#include "app/db/base.h"
+#include "dbtools/base.h"
 #include "fallas/trabajos.h"
 #include "platform/ui/ctlConsulta.h"
 #include "screen/papeles/frmImprimir.h"

@@ -1,6 +1,6 @@
 #include "fallas/simulacion.h"
 
-#include "app/db/esquema.h"
+#include "dbtools/esquema.h"
 #include "platform/ui/ctlConsulta.h"
 #include "text/letras_utf8.h"
 #include "text/numeros.h"

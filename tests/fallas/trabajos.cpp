@@ -1,7 +1,7 @@
 #include "fallas/trabajos.h"
 
-#include "app/db/esquema.h"
-#include "app/db/revisar.h"
+#include "dbtools/esquema.h"
+#include "dbtools/revisar.h"
 #include "platform/files/attachments.h"
 #include "screen/detalle/detalle.h"
 

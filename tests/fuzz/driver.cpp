@@ -4,8 +4,8 @@
 #include "driver/driver.h"
 
 #include "apoyo/empresa.h"
-#include "app/db/esquema.h"
-#include "app/db/revisar.h"
+#include "dbtools/esquema.h"
+#include "dbtools/revisar.h"
 #include "fuzz/fuzz.h"
 
 #include <nlohmann/json.hpp>

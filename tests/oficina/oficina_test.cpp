@@ -4,9 +4,9 @@
 #include "apoyo/falla.h"
 #include "apoyo/pantalla.h"
 #include "apoyo/pg.h"
-#include "app/db/esquema.h"
-#include "app/salida.h"
+#include "dbtools/esquema.h"
 #include "interchange/archivo_comprobante.h"
+#include "oficina/salida.h"
 #include "text/letras_utf8.h"
 #include "text/numeros.h"
 

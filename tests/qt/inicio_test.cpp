@@ -1,7 +1,7 @@
 #include "apoyo/sesiones.h"
 #include "app/StartWindow.h"
-#include "app/db/demo.h"
 #include "app/recientes.h"
+#include "demo/demo.h"
 
 #include <gtest/gtest.h>
 

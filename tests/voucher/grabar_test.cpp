@@ -3,7 +3,7 @@
 #include "apoyo/comprobante.h"
 #include "apoyo/sesion_vigilada.h"
 #include "apoyo/sesiones.h"
-#include "app/db/esquema.h"
+#include "dbtools/esquema.h"
 #include "voucher/bloqueo.h"
 #include "voucher/cargar.h"
 #include "voucher/chart.h"

@@ -1,8 +1,8 @@
 #include "app/empresa/NuevaEmpresa.h"
 
 #include "app/areas.h"
-#include "app/db/datos.h"
 #include "app/empresa/formulario.h"
+#include "dbtools/datos.h"
 #include "qt/icons.h"
 #include "qt/screen_room.h"
 #include "qt/text.h"

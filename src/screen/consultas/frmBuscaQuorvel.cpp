@@ -2,10 +2,10 @@
 
 #include "assistants/libros.h"
 #include "platform/db/literal.h"
-#include "screen/listas.h"
 #include "screen/maestro.h"
 #include "text/letras_utf8.h"
 #include "text/rut.h"
+#include "voucher/listas.h"
 
 namespace quorvel {
 

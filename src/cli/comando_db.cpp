@@ -1,0 +1,152 @@
+#include "cli/comando_db.h"
+
+#include "dbtools/avance.h"
+#include "dbtools/datos.h"
+#include "dbtools/esquema.h"
+#include "dbtools/respaldo.h"
+#include "dbtools/revisar.h"
+#include "dbtools/usuarios.h"
+#include "demo/demo.h"
+#include "oficina/salida.h"
+#include "platform/files/attachments.h"
+#include "text/letras_utf8.h"
+
+#include <CLI/CLI.hpp>
+#include <iostream>
+#include <memory>
+
+namespace quorvel {
+namespace {
+
+struct Opciones {
+    std::string conexion, respaldo, adjuntos;
+    bool demo = false, reemplazar = false;
+    UsuarioNuevo usuario;
+    /// Where the program itself keeps the attached files, unless told otherwise.
+    [[nodiscard]] std::filesystem::path base_adjuntos() const {
+        return adjuntos.empty() ? attachment_base(carpeta_personal()) : std::filesystem::path(adjuntos);
+    }
+};
+
+int crear(const Opciones& o) {
+    if (o.demo)
+        crear_demo(o.conexion);
+    else
+        crear_esquema(o.conexion);
+    std::cout << "Base de datos creada" << (o.demo ? " con la empresa de demostración" : "") << "\n";
+    return 0;
+}
+
+void mostrar(const std::vector<std::string>& hallazgos) {
+    for (const std::string& hallazgo : hallazgos) std::cout << sin_controles(hallazgo) << "\n";
+}
+
+int comprobar(const std::string& conexion, const std::filesystem::path& adjuntos) {
+    const std::vector<std::string> hallazgos = revisar(conexion, adjuntos);
+    mostrar(hallazgos);
+    if (hallazgos.empty()) std::cout << "Base de datos sin observaciones\n";
+    return hallazgos.empty() ? BIEN : RECHAZADO;
+}
+
+int comprobar(const Opciones& o) { return comprobar(o.conexion, o.adjuntos); }
+
+int mejorar(const Opciones& o) {
+    const int creados = afinar(o.conexion);
+    std::cout << (creados == 0 ? "No falta ningún índice" : "Índices creados: " + std::to_string(creados))
+              << "\n";
+    return 0;
+}
+
+int poner_usuario(const Opciones& o) {
+    const int codigo = agregar_usuario(o.conexion, o.usuario);
+    std::cout << "Usuario " << codigo << ": " << sin_controles(o.usuario.nombre) << "\n";
+    return BIEN;
+}
+
+std::string adjuntos(std::size_t n) {
+    return std::to_string(n) + (n == 1 ? " archivo adjunto" : " archivos adjuntos");
+}
+
+int hacer_respaldo(const Opciones& o) {
+    const Respaldado hecho = respaldar(o.conexion, o.respaldo, o.base_adjuntos(), avance_en_terminal());
+    std::cout << "Respaldo en " << o.respaldo << ": la base de datos y " << adjuntos(hecho.adjuntos) << "\n";
+    mostrar(hecho.faltan);
+    if (hecho.faltan.empty()) return BIEN;
+    std::cout << "Se buscaron en " << o.base_adjuntos().string() << "; --adjuntos indica otra carpeta\n";
+    return RECHAZADO;
+}
+
+int poner_respaldo(const Opciones& o) {
+    const std::vector<std::string> diferencias = verificar(o.respaldo, avance_en_terminal());
+    mostrar(diferencias);
+    if (!diferencias.empty()) {
+        std::cout << "El respaldo no está como se hizo; no se restauró nada\n";
+        return RECHAZADO;
+    }
+    const Restaurado hecho =
+        restaurar(o.respaldo, o.conexion, o.base_adjuntos(), o.reemplazar, avance_en_terminal());
+    std::cout << "Base de datos restaurada, con " << adjuntos(hecho.adjuntos) << "\n";
+    if (!hecho.anteriores.empty())
+        std::cout << "Los adjuntos que había quedaron en " << hecho.anteriores.string() << "\n";
+    return comprobar(o.conexion, o.base_adjuntos());
+}
+
+using Opcion = void (*)(CLI::App&, Opciones&);
+
+void con_conexion(CLI::App& c, Opciones& o) {
+    c.add_option("CONEXION", o.conexion, "sqlite:RUTA, una ruta o postgresql://…")->required();
+}
+void con_demo(CLI::App& c, Opciones& o) { c.add_flag("--demo", o.demo, "Con una empresa de demostración"); }
+void con_destino(CLI::App& c, Opciones& o) {
+    c.add_option("DESTINO", o.respaldo, "Carpeta nueva o vacía")->required();
+}
+void con_respaldo(CLI::App& c, Opciones& o) {
+    c.add_option("RESPALDO", o.respaldo, "Carpeta hecha por db backup")->required();
+}
+void con_adjuntos(CLI::App& c, Opciones& o) {
+    c.add_option("--adjuntos", o.adjuntos, "Carpeta que contiene la carpeta adjunto de los archivos");
+}
+void con_usuario(CLI::App& c, Opciones& o) {
+    c.add_option("NOMBRE", o.usuario.nombre, "Nombre de quien trabaja")->required();
+    c.add_flag("--solo-suyos", o.usuario.solo_suyos, "Ve los comprobantes que él grabó por última vez");
+    c.add_flag("--sin-borrar", o.usuario.sin_borrar_lineas, "No puede borrar líneas");
+    c.add_flag("--sin-imprimir", o.usuario.sin_imprimir, "No puede imprimir");
+}
+void con_reemplazar(CLI::App& c, Opciones& o) {
+    c.add_flag("--reemplazar", o.reemplazar, "Reemplaza la base de datos que haya");
+}
+
+void agregar(CLI::App& db, const char* nombre, const char* ayuda, int (*accion)(const Opciones&),
+             std::initializer_list<Opcion> lleva) {
+    CLI::App* comando = db.add_subcommand(nombre, ayuda);
+    auto opciones = std::make_shared<Opciones>();
+    for (const Opcion opcion : lleva) opcion(*comando, *opciones);
+    comando->callback([opciones, accion] {
+        int codigo = SIN_DATOS;
+        try {
+            codigo = accion(*opciones);
+        } catch (const std::exception& e) {
+            std::cerr << e.what() << "\n";
+        }
+        if (codigo != 0) throw CLI::RuntimeError(codigo);
+    });
+}
+
+} // namespace
+
+void agregar_comando_db(CLI::App& app) {
+    CLI::App* db =
+        app.add_subcommand("db", "Crea, revisa, afina, respalda y restaura bases de datos; agrega usuarios");
+    db->require_subcommand(1);
+    agregar(*db, "create", "Crea las tablas en una base de datos nueva", crear, {con_conexion, con_demo});
+    agregar(*db, "check", "Muestra lo que falta y los datos que no concuerdan", comprobar,
+            {con_conexion, con_adjuntos});
+    agregar(*db, "tune", "Crea los índices que faltan", mejorar, {con_conexion});
+    agregar(*db, "user", "Agrega un usuario", poner_usuario, {con_conexion, con_usuario});
+    agregar(*db, "backup", "Copia una base de datos en uso y sus archivos adjuntos", hacer_respaldo,
+            {con_conexion, con_destino, con_adjuntos});
+    agregar(*db, "restore", "Comprueba un respaldo y lo pone en una base de datos", poner_respaldo,
+            {con_respaldo, con_conexion, con_adjuntos, con_reemplazar});
+}
+
+} // namespace quorvel

@@ -1,0 +1,65 @@
+#include "dbtools/guion.h"
+
+#include <regex>
+#include <sstream>
+
+namespace quorvel {
+namespace {
+
+std::string sin_comentarios(const std::string& guion) {
+    std::istringstream lineas(guion);
+    std::string limpio;
+    for (std::string linea; std::getline(lineas, linea);) limpio += linea.substr(0, linea.find("--")) + "\n";
+    return limpio;
+}
+
+/// Splits at a separator that stands outside parentheses and quotes.
+std::vector<std::string> partir(const std::string& texto, char separador) {
+    std::vector<std::string> partes(1);
+    int nivel = 0;
+    bool comillas = false;
+    for (const char c : texto) {
+        if (c == '\'') comillas = !comillas;
+        if (!comillas) nivel += (c == '(') - (c == ')');
+        if (c == separador && nivel == 0 && !comillas)
+            partes.emplace_back();
+        else
+            partes.back() += c;
+    }
+    return partes;
+}
+
+std::string primera_palabra(const std::string& texto) {
+    std::string palabra;
+    std::istringstream(texto) >> palabra;
+    return palabra;
+}
+
+Tabla leer_tabla_sql(const std::string& nombre, const std::string& cuerpo) {
+    Tabla tabla{nombre, {}};
+    for (const std::string& parte : partir(cuerpo, ',')) {
+        const std::string columna = primera_palabra(parte);
+        if (columna != "primary") tabla.columnas.push_back(columna);
+    }
+    return tabla;
+}
+
+} // namespace
+
+Esquema leer_esquema(const std::string& guion) {
+    static const std::regex TABLA(R"(^\s*create table (\w+) \()"),
+        INDICE(R"(^\s*create (?:unique )?index (\w+)\s)");
+    Esquema esquema;
+    for (const std::string& sentencia : partir(sin_comentarios(guion), ';')) {
+        std::smatch m;
+        if (std::regex_search(sentencia, m, TABLA)) {
+            const std::string cuerpo = m.suffix().str();
+            esquema.tablas.push_back(leer_tabla_sql(m[1], cuerpo.substr(0, cuerpo.rfind(')'))));
+        } else if (std::regex_search(sentencia, m, INDICE)) {
+            esquema.indices.push_back({m[1], sentencia});
+        }
+    }
+    return esquema;
+}
+
+} // namespace quorvel

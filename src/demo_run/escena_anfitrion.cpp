@@ -1,0 +1,63 @@
+#include "app/StartWindow.h"
+#include "app/empresa/ConfiguracionWindow.h"
+#include "app/empresa/NuevaEmpresa.h"
+#include "app/libros/VentanaLibros.h"
+#include "app/recientes.h"
+#include "dbtools/esquema.h"
+#include "demo_run/escenas.h"
+
+namespace quorvel {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+void inicio(const Fotografo& fotografo, const Eleccion_inicial& eleccion, const fs::path& carpeta) {
+    for (const std::string& conexion :
+         {std::string("postgresql://ana@servidor.example/contabilidad"),
+          std::string("sqlite:/mnt/respaldo/contabilidad_2023.db"), eleccion.conexion})
+        anotar_reciente(carpeta / "recientes.txt", conexion);
+    StartWindow ventana(carpeta);
+    ventana.show();
+    fotografo.foto(ventana, "inicio");
+}
+
+void empresa_nueva(const Fotografo& fotografo, Teclado& teclado, const fs::path& carpeta, Fecha hoy) {
+    const fs::path base = carpeta / "empresa_nueva.db";
+    fs::remove(base);
+    crear_esquema("sqlite:" + base.string());
+    NuevaEmpresa ventana("sqlite:" + base.string(), hoy);
+    ventana.show();
+    ventana.activateWindow();
+    for (const char* texto :
+         {"Panadería Ñandú & Hijos", "76854320-8", "Av. Irarrázaval 2841, Ñuñoa", "Panadería"}) {
+        teclado.escribir(texto);
+        teclado.tecla(Qt::Key_Tab);
+    }
+    fotografo.foto(ventana, "empresa_nueva");
+}
+
+} // namespace
+
+void escena_anfitrion(const Fotografo& fotografo, Teclado& teclado, const Eleccion_inicial& eleccion,
+                      const fs::path& carpeta) {
+    const Fecha hoy = RelojSistema{}.hoy();
+    const std::string nombre = leer_empresas(*abrir_sesion(eleccion.conexion)).front().nombre;
+    inicio(fotografo, eleccion, carpeta);
+    empresa_nueva(fotografo, teclado, carpeta, hoy);
+    ConfiguracionWindow configuracion(eleccion.conexion, eleccion.empresa, nombre, hoy);
+    configuracion.show();
+    fotografo.foto(configuracion, "configuracion");
+    VentanaLibros libros(eleccion.conexion, eleccion.empresa, nombre, hoy);
+    constexpr std::pair<Libro, const char*> LIBROS[] = {{Libro::diario, "diario"},
+                                                        {Libro::mayor, "mayor"},
+                                                        {Libro::balance, "balance"},
+                                                        {Libro::mensual, "grafico"}};
+    for (const auto& [libro, foto] : LIBROS) {
+        libros.abrir(libro);
+        if (libro == Libro::mayor) teclado.escribir("103"); // clients: accounts with movements
+        fotografo.foto(libros, foto);
+    }
+}
+
+} // namespace quorvel

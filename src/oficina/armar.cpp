@@ -1,0 +1,164 @@
+#include "oficina/armar.h"
+
+#include "assistants/libros.h"
+#include "text/letras_utf8.h"
+#include "text/numeros.h"
+#include "text/rut.h"
+#include "voucher/listas.h"
+
+#include <algorithm>
+
+namespace quorvel {
+
+namespace {
+
+/// Places of the header's fields in the file.
+enum Campo : std::size_t {
+    F_COMP = 1,
+    DOCUMENTO = 2,
+    NUMERO = 3,
+    DEBE = 5,
+    CONCEPTO = 7,
+    LIBRO = 8,
+    RUT = 9,
+    NUMERO_REF = 10,
+    TIPO_DOCUMENTO = 11,
+    NOMBRE = 12,
+    FECHA_DOC = 13,
+    NO_RECUPERABLE = 15,
+    OTRO_IMPUESTO = 17,
+    NORMA = 22
+};
+/// The controls that the checks name, as fields of the file.
+constexpr std::pair<std::string_view, Campo> CONTROLES[] = {
+    {"mskF_comp", F_COMP},   {"cmbDocumento", DOCUMENTO}, {"txtNum_doc", NUMERO},
+    {"lblTotalDebe", DEBE},  {"txtconcepto", CONCEPTO},   {"cmblibro", LIBRO},
+    {"txtrut_persona", RUT}, {"txtnum_ref", NUMERO_REF},  {"cmbdoc_libro", TIPO_DOCUMENTO},
+    {"txtnombre", NOMBRE},   {"txtfecha_doc", FECHA_DOC}, {"cmbifrs", NORMA},
+};
+constexpr std::size_t DESDE_CELDA = 4; // the first cell of a row is the fifth field of its line
+
+std::vector<std::string> codigos(clsConexion& db, const std::string& sql, const char* columna) {
+    std::vector<std::string> lista;
+    for (const auto rs = db.NewRecord(sql); !rs->eof(); rs->MoveNext())
+        lista.push_back(recortar_fin(rs->fields(columna).Value.text()));
+    return lista;
+}
+
+Linea linea_de(std::string_view fila) {
+    Linea l;
+    std::string* const celdas[] = {nullptr,
+                                   &l.centro,
+                                   &l.auxiliar,
+                                   &l.debe,
+                                   &l.haber,
+                                   &l.glosa,
+                                   &l.centro2,
+                                   &l.conciliado,
+                                   &l.num_ref,
+                                   &l.codigo_otro_impuesto,
+                                   &l.tasa_impuesto_otro};
+    for (std::string* celda : celdas) {
+        const auto fin = fila.find('\t');
+        if (celda != nullptr) *celda = sin_controles(fila.substr(0, fin));
+        fila.remove_prefix(fin == std::string_view::npos ? fila.size() : fin + 1);
+    }
+    return l;
+}
+
+/// Chooses from the lists as the screen does; what is in none is told.
+class Eleccion {
+public:
+    explicit Eleccion(const AvisoProblema& aviso) : aviso_(aviso) {}
+
+    /// @param n characters of an entry that are its code
+    template <class Lista>
+    std::string codigo(const Lista& lista, std::size_t n, const std::string& valor, Campo campo) const {
+        if (valor.empty()) return {};
+        for (const auto& entrada : lista)
+            if (recortar(primeros(entrada, n)) == valor) return valor;
+        return desconocido(valor, campo);
+    }
+    template <class Lista>
+    std::string texto(const Lista& lista, const std::string& valor, Campo campo) const {
+        if (valor.empty()) return std::string(lista[0]);
+        return std::ranges::find(lista, valor) != std::end(lista) ? valor : desconocido(valor, campo);
+    }
+    std::string documento(const std::vector<std::string>& lista, std::int64_t codigo) const {
+        const auto d = std::ranges::find(lista, codigo, [](const auto& c) { return val_entero(c); });
+        if (d != lista.end()) return *d;
+        return codigo == 0 ? std::string() : desconocido(std::to_string(codigo), DOCUMENTO);
+    }
+
+private:
+    std::string desconocido(const std::string& valor, Campo campo) const {
+        aviso_({LINEA_CABECERA, nombre_de_campo(NOMBRES_CABECERA, campo), "no existe \"" + valor + "\""});
+        return {};
+    }
+    const AvisoProblema& aviso_;
+};
+
+std::string rut(const std::string& escrito, const AvisoProblema& aviso) {
+    if (escrito.empty()) return {};
+    const ResultadoRut r = validarut(con_guion(escrito));
+    if (r.valido) return r.texto;
+    aviso({LINEA_CABECERA, nombre_de_campo(NOMBRES_CABECERA, RUT), r.mensaje + " (" + escrito + ")"});
+    return escrito;
+}
+
+} // namespace
+
+Listas leer_listas(clsConexion& db) {
+    Listas l;
+    l.documentos = codigos(db, CONSULTA_DOCUMENTOS, "documento");
+    l.otros_impuestos = codigos(db, "SELECT a.* from ctmotroimp a ", "otro_impuesto");
+    const auto monedas = codigos(db, "select * from admmonedas ", "moneda");
+    if (!monedas.empty()) l.moneda = recortar(primeros(monedas[0], 2));
+    return l;
+}
+
+Comprobante armar_comprobante(const ComprobanteImportado& i, const Listas& listas,
+                              const AvisoProblema& aviso) {
+    const Eleccion elegir(aviso);
+    Comprobante c;
+    c.f_comp = leer_fecha(i.f_comp);
+    c.documento = elegir.documento(listas.documentos, i.documento);
+    c.num_docum = recortar(i.numero);
+    c.moneda = listas.moneda;
+    c.concepto = i.concepto;
+    c.libro = elegir.texto(TEXTOS_LIBRO, i.libro, LIBRO);
+    c.doc_libro = elegir.texto(DOCUMENTOS_LIBRO, i.doc_libro, TIPO_DOCUMENTO);
+    c.num_ref = i.num_ref;
+    c.fecha_factura = leer_fecha(i.fecha_doc);
+    c.fecha_pago = leer_fecha(i.fecha_pago);
+    c.rut_persona = rut(i.rut_persona, aviso);
+    c.nombre = i.nombre;
+    c.apertura = i.apertura;
+    c.monto_neto = i.monto_neto;
+    c.monto_exento = i.monto_exento;
+    c.codigo_otro_impuesto = elegir.codigo(listas.otros_impuestos, 3, i.codigo_otro_impuesto, OTRO_IMPUESTO);
+    c.tasa_impuesto_otro = i.tasa_impuesto_otro;
+    c.activo_fijo = i.activo_fijo;
+    c.codigo_no_recuperable = elegir.codigo(NO_RECUPERABLES, 2, i.codigo_no_recuperable, NO_RECUPERABLE);
+    c.ifrs = elegir.codigo(NORMAS, 1, i.norma.empty() ? "0" : i.norma, NORMA);
+    c.iva_activo_fijo = "0";
+    c.total_debe = i.total_debe;
+    c.total_haber = i.total_haber;
+    c.lineas.reserve(i.filas.size());
+    for (const std::string& fila : i.filas) c.lineas.push_back(linea_de(fila));
+    return c;
+}
+
+ProblemaArchivo situar(const Rechazo& r) {
+    const std::string& control = r.foco.empty() ? r.sobre : r.foco;
+    if (r.fila && r.columna)
+        return {PRIMERA_LINEA_DETALLE + *r.fila,
+                nombre_de_campo(NOMBRES_DETALLE, DESDE_CELDA + static_cast<std::size_t>(*r.columna)),
+                r.mensaje};
+    if (control == "grdDetalle") return {PRIMERA_LINEA_DETALLE, "detalle", r.mensaje};
+    const auto* const c = std::ranges::find(CONTROLES, control, &std::pair<std::string_view, Campo>::first);
+    if (c == std::end(CONTROLES)) return {0, "", r.mensaje}; // about the company, not about the file
+    return {LINEA_CABECERA, nombre_de_campo(NOMBRES_CABECERA, c->second), r.mensaje};
+}
+
+} // namespace quorvel
