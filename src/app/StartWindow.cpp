@@ -8,12 +8,12 @@
 #include "dbtools/base.h"
 #include "dbtools/esquema.h"
 #include "demo/demo.h"
+#include "qt/file_dialog.h"
 #include "qt/icons.h"
 #include "qt/text.h"
 
 #include <QApplication>
 #include <QComboBox>
-#include <QFileDialog>
 #include <QFormLayout>
 #include <QGroupBox>
 #include <QKeyEvent>
@@ -270,16 +270,13 @@ void StartWindow::show_company() {
 }
 
 void StartWindow::open_file() {
-    const QString file =
-        QFileDialog::getOpenFileName(this, "Abrir base de datos", to_qt(folder_.string()), FILTRO);
+    const QString file = qt::choose_file(this, {"Abrir base de datos", {FILTRO}, to_qt(folder_.string())});
     if (!file.isEmpty()) choose("sqlite:" + to_std(file));
 }
 
 QString StartWindow::ask_new_file(const char* title, const char* name) {
-    QString file = QFileDialog::getSaveFileName(this, QString::fromUtf8(title),
-                                                to_qt((folder_ / name).string()), FILTRO);
-    if (!file.isEmpty() && !file.endsWith(".db")) file += ".db";
-    return file;
+    return qt::choose_file(
+        this, {QString::fromUtf8(title), {FILTRO}, to_qt((folder_ / name).string()), qt::Choose::save});
 }
 
 void StartWindow::create_database() {

@@ -2,6 +2,7 @@
 
 #include "dbtools/avance.h"
 #include "interchange/archivo_comprobante.h"
+#include "platform/files/engine_files.h"
 
 namespace quorvel {
 
@@ -33,6 +34,7 @@ fs::path Entrega::lugar(const Clave& clave) {
 fs::path Entrega::lugar(const std::string& nombre) {
     if (!reemplazar_ && fs::exists(carpeta_ / nombre))
         throw ErrorArchivo("ya existe " + (carpeta_ / nombre).string() + " (--overwrite lo reemplaza)");
+    refuse_engine_file(carpeta_ / nombre);
     usados_.insert(fs::path(nombre).stem().string());
     nombres_.push_back(nombre);
     return espera_.ruta() / nombre;

@@ -2,6 +2,7 @@
 
 #include "platform/db/clsConexion.h"
 #include "platform/db/sqlite/file_fault.h"
+#include "platform/db/sqlite/open_file.h"
 
 #include <libpq-fe.h>
 #include <sqlite3.h>
@@ -19,7 +20,7 @@ public:
         const bool existe = std::filesystem::exists(ruta);
         if (!existe && modo == Abrir::existente) throw ErrorSesion("No existe la base de datos " + ruta, {});
         const int modos = SQLITE_OPEN_READWRITE | (modo == Abrir::crear ? SQLITE_OPEN_CREATE : 0);
-        const int rc = sqlite3_open_v2(ruta.c_str(), &db_, modos, nullptr);
+        const int rc = open_file(ruta, modos, &db_);
         try {
             if (rc != SQLITE_OK)
                 throw ErrorSesion("No se pudo abrir la base de datos " + ruta + ": " + sqlite3_errmsg(db_),

@@ -118,9 +118,10 @@ Respaldado respaldar(const std::string& conexion, const fs::path& destino, const
     // database's moment are there the second time; but a file also goes before its row does, so what somebody
     // removes in between must have been taken before.
     copiar(origen, origen.files(), copia.home(), avance);
-    const auto base = volcado.sacar(conexion, destino / volcado.archivo, avance);
+    auto base = volcado.sacar(conexion, destino / volcado.archivo, avance);
     copiar(origen, nombrados(*base), copia.home(), avance);
     Respaldado hecho{0, revisar_adjuntos(*base, copia)};
+    base.reset(); // nobody reads what the engine has open
     const Contenido contenido = sumar(destino, avance);
     hecho.adjuntos = contenido.size() - 1;
     escribir_contenido(destino, contenido);

@@ -1,6 +1,7 @@
 #include "dbtools/volcado.h"
 #include "platform/db/clsConexion.h"
 #include "platform/db/sqlite/file_fault.h"
+#include "platform/db/sqlite/open_file.h"
 
 #include <sqlite3.h>
 
@@ -22,7 +23,7 @@ Manija abrir(const std::string& ruta, int modo) {
     if ((modo & SQLITE_OPEN_CREATE) == 0 && !fs::exists(ruta))
         throw ErrorSesion("No existe la base de datos " + ruta, {});
     sqlite3* db = nullptr;
-    const int rc = sqlite3_open_v2(ruta.c_str(), &db, modo, nullptr);
+    const int rc = open_file(ruta, modo, &db);
     Manija manija(db, sqlite3_close_v2);
     if (rc != SQLITE_OK)
         throw ErrorSesion("No se pudo abrir la base de datos " + ruta + ": " + sqlite3_errmsg(db), {});

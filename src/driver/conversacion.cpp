@@ -140,7 +140,7 @@ ui::Answer Conversacion::message(const std::string& text, ui::Icon icon, ui::But
     return std::exchange(respuesta_, std::nullopt).value_or(ui::Answer::no);
 }
 
-std::optional<std::string> Conversacion::ask_file(const ui::FileRequest& request) {
+std::optional<std::string> Conversacion::choose_file(const ui::FileRequest& request) {
     const Espera antes = std::exchange(espera_, request.save ? Espera::guardar : Espera::abrir);
     const auto* const dialogo_antes = std::exchange(dialogo_, &request);
     leer_hasta([this] { return archivo_.has_value(); });

@@ -52,12 +52,12 @@ public:
     // Desktop.
     ui::Answer message(const std::string& text, ui::Icon icon, ui::Buttons buttons,
                        const std::string& title) override;
-    std::optional<std::string> ask_file(const ui::FileRequest& request) override;
     void open_with(const std::string& path) override;
     void busy(bool) override {}
     bool progress(const std::string&, long, long) override { return true; }
 
 protected:
+    std::optional<std::string> choose_file(const ui::FileRequest& request) override;
     void on_open(ui::Form& form, bool modal) override;
     void on_close(ui::Form& form) override { std::erase(modales_, &form); }
     void wait(ui::Form& form) override;

@@ -1,6 +1,7 @@
 #include "interchange/archivo_comprobante.h"
 
 #include "platform/files/codepage.h"
+#include "platform/files/engine_files.h"
 #include "text/letras_utf8.h"
 #include "text/numeros.h"
 
@@ -125,6 +126,7 @@ void escribir_archivo(const std::filesystem::path& archivo, const std::string& b
     const auto falla = [&](const std::filesystem::path& que) {
         return ErrorArchivo("No se puede escribir el archivo " + que.string() + ": " + std::strerror(errno));
     };
+    if (engine_file(archivo)) throw ErrorArchivo(engine_file_text(archivo));
     std::string temporal = archivo.string() + ".XXXXXX";
     const int fd = ::mkstemp(temporal.data());
     if (fd < 0) throw falla(archivo);
@@ -143,6 +145,7 @@ void escribir_archivo(const std::filesystem::path& archivo, const std::string& b
 }
 
 std::string leer_archivo(const std::filesystem::path& archivo) {
+    if (engine_file(archivo)) throw ErrorArchivo(engine_file_text(archivo));
     errno = 0;
     std::ifstream in(archivo, std::ios::binary);
     if (!in || std::filesystem::is_directory(archivo))

@@ -2,13 +2,13 @@
 
 #include "qt/FormWindow.h"
 #include "qt/ProgressBox.h"
+#include "qt/file_dialog.h"
 #include "qt/message_text.h"
 #include "qt/text.h"
 
 #include <QApplication>
 #include <QDesktopServices>
 #include <QEventLoop>
-#include <QFileDialog>
 #include <QMessageBox>
 #include <QProcess>
 #include <QPushButton>
@@ -133,19 +133,15 @@ ui::Answer QtEscritorio::message(const std::string& text, ui::Icon icon, ui::But
     return box.clickedButton() == yes ? ui::Answer::yes : ui::Answer::no;
 }
 
-std::optional<std::string> QtEscritorio::ask_file(const ui::FileRequest& request) {
+std::optional<std::string> QtEscritorio::choose_file(const ui::FileRequest& request) {
     const Nested nested(*this);
-    QFileDialog dialog(top_window(), to_qt(request.title));
-    dialog.setAcceptMode(request.save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
-    dialog.setFileMode(request.save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
-    dialog.setLabelText(QFileDialog::Accept, request.save ? "Guardar" : "Abrir");
-    dialog.setLabelText(QFileDialog::Reject, "Cancelar");
-    const QString filter = to_qt(request.filter);
-    if (!filter.isEmpty()) dialog.setNameFilters({filter, "Todos los archivos (*)"});
-    if (filter.startsWith("*.")) dialog.setDefaultSuffix(filter.mid(2));
-    if (!request.name.empty()) dialog.selectFile(to_qt(request.name));
-    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
-    return to_std(dialog.selectedFiles().front());
+    FileQuestion question{.title = to_qt(request.title),
+                          .proposed = to_qt(request.name),
+                          .what = request.save ? Choose::save : Choose::file};
+    if (!request.filter.empty() && request.filter != "*") question.filters << to_qt(request.filter);
+    question.filters << "Todos los archivos (*)";
+    const QString file = qt::choose_file(top_window(), question);
+    return file.isEmpty() ? std::nullopt : std::optional(to_std(file));
 }
 
 void QtEscritorio::open_with(const std::string& path) {

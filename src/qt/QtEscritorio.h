@@ -21,7 +21,6 @@ public:
     ~QtEscritorio() override;
     ui::Answer message(const std::string& text, ui::Icon icon, ui::Buttons buttons,
                        const std::string& title = "Mensaje") override;
-    std::optional<std::string> ask_file(const ui::FileRequest& request) override;
     void open_with(const std::string& path) override;
     void busy(bool on) override;
     bool progress(const std::string& what, long done, long total) override;
@@ -33,6 +32,7 @@ public:
     [[nodiscard]] FormWindow* top_window() const;
 
 protected:
+    std::optional<std::string> choose_file(const ui::FileRequest& request) override;
     void on_open(ui::Form& form, bool modal) override;
     void on_close(ui::Form& form) override;
     void wait(ui::Form& form) override;

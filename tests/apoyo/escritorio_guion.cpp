@@ -39,7 +39,7 @@ Answer EscritorioGuion::message(const std::string& text, Icon icon, Buttons butt
     return answer;
 }
 
-std::optional<std::string> EscritorioGuion::ask_file(const FileRequest& request) {
+std::optional<std::string> EscritorioGuion::choose_file(const FileRequest& request) {
     archivos.push_back(request);
     if (files_.empty()) {
         ADD_FAILURE() << "unexpected file dialog: " << request.title;

@@ -43,12 +43,12 @@ public:
 
     ui::Answer message(const std::string& text, ui::Icon icon, ui::Buttons buttons,
                        const std::string& title) override;
-    std::optional<std::string> ask_file(const ui::FileRequest& request) override;
     void open_with(const std::string& path) override { abiertos.push_back(path); }
     void busy(bool on) override { ocupado += on ? 1 : -1; }
     bool progress(const std::string& what, long done, long total) override;
 
 protected:
+    std::optional<std::string> choose_file(const ui::FileRequest& request) override;
     void on_open(ui::Form& form, bool modal) override;
     void on_close(ui::Form&) override {}
     void wait(ui::Form& form) override;

@@ -1,5 +1,6 @@
 #include "apoyo/proceso.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <poll.h>
 #include <sys/wait.h>
@@ -50,6 +51,19 @@ Proceso::~Proceso() {
     if (pid_ == 0) return;
     matar();
     (void)esperar();
+}
+
+bool base_en_uso(const std::string& archivo) {
+    Proceso otro([&]() -> std::string {
+        for (const std::string& cual : {archivo, archivo + "-shm"}) {
+            const int fd = open(cual.c_str(), O_RDWR | O_CLOEXEC);
+            struct flock todo {};
+            todo.l_type = F_WRLCK;
+            if (fd >= 0 && (fcntl(fd, F_GETLK, &todo) != 0 || todo.l_type == F_UNLCK)) return "libre";
+        }
+        return "en uso";
+    });
+    return otro.esperar().texto == "en uso";
 }
 
 void Proceso::matar() { kill(pid_, SIGKILL); }

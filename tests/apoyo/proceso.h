@@ -32,6 +32,8 @@ private:
 };
 /// Runs the function in so many processes at once, each with its number from 0. @return their ends in order
 [[nodiscard]] std::vector<Final> en_procesos(int cuantos, const std::function<std::string(int)>& trabajo);
+/// Whether another process finds locks on a database's file and on the index of its log, if there is one.
+[[nodiscard]] bool base_en_uso(const std::string& archivo);
 /// Ends this process at once, as a power cut would.
 [[noreturn]] void morir();
 

@@ -1,5 +1,10 @@
 #include "apoyo/disco.h"
+#include "apoyo/proceso.h"
 #include "apoyo/sesiones.h"
+#include "dbtools/base.h"
+#include "interchange/archivo_comprobante.h"
+#include "platform/files/attachments.h"
+#include "platform/files/engine_files.h"
 
 #include <gtest/gtest.h>
 
@@ -8,6 +13,7 @@
 
 using namespace quorvel;
 using namespace quorvel::apoyo;
+namespace fs = std::filesystem;
 
 namespace {
 
@@ -66,6 +72,68 @@ TEST(Apertura, TwoSessionsOnOneFile) {
     ejecutar(*b, "insert into t values (2)");
     b->CommitTrans();
     EXPECT_EQ(filas(*a, "select count(*) from t"), "2");
+}
+
+/// Every other descriptor of the file that this process closes would take the locks with it.
+TEST(SesionSqlite, LocksStayWithTheDatabaseWhateverElseIsClosed) {
+    const std::string conexion = conexion_nueva(Motor::sqlite);
+    auto a = abrir_sesion(conexion), b = abrir_sesion(conexion);
+    ejecutar(*a, "create table t (k integer)");
+    const std::string base = a->Name();
+    for (const char* cola : {"", "-wal", "-shm"}) EXPECT_GE(std::ifstream(base + cola).get(), 0);
+    EXPECT_TRUE(base_en_uso(base));
+    a.reset();
+    EXPECT_TRUE(base_en_uso(base));
+    ejecutar(*b, "insert into t values (1)");
+    b.reset();
+    EXPECT_FALSE(base_en_uso(base));
+}
+
+/// The older kind of journal locks and unlocks at every statement, by whichever connection is the last.
+TEST(SesionSqlite, WhatOneConnectionLocksAnotherUnlocks) {
+    const std::string base = carpeta_nueva() + "/una.db";
+    const auto a = abrir_base(base, Abrir::crear), b = abrir_base(base, Abrir::existente);
+    a->ejecutar("pragma journal_mode=delete; create table t (k integer)");
+    for (const auto& una : {a.get(), b.get()}) una->ejecutar("begin; select * from t");
+    a->ejecutar("commit");
+    EXPECT_TRUE(base_en_uso(base));
+    b->ejecutar("commit");
+    EXPECT_FALSE(base_en_uso(base));
+    b->ejecutar("insert into t values (1)");
+}
+
+TEST(SesionSqlite, NobodyElseUsesTheFilesOfAnOpenDatabase) {
+    auto db = sesion_nueva(Motor::sqlite);
+    const std::string base = db->Name(), otra = base + ".otra";
+    fs::create_hard_link(base, otra);
+    std::ofstream(carpeta_nueva() + "/ajena.db");
+    EXPECT_FALSE(engine_file(fs::path(base).parent_path() / "ajena.db"));
+    EXPECT_FALSE(engine_file(base + "-respaldo"));
+    for (const char* cola : {"", "-wal", "-shm", "-journal", ".otra"}) {
+        SCOPED_TRACE(cola);
+        EXPECT_THROW(escribir_archivo(base + cola, "x"), ErrorArchivo);
+        EXPECT_THROW((void)leer_archivo(base + cola), ErrorArchivo);
+        EXPECT_FALSE(Attachments(carpeta_nueva(), "BASE").add("1", base + cola));
+    }
+    db.reset();
+    EXPECT_FALSE(engine_file(base));
+}
+
+TEST(SesionSqlite, NothingIsSavedInALogThatIsGone) {
+    const auto db = sesion_nueva(Motor::sqlite);
+    ejecutar(*db, "create table t (k integer)");
+    const std::string registro = db->Name() + "-wal";
+    for (const bool reemplazado : {false, true}) {
+        db->BeginTrans();
+        ejecutar(*db, "insert into t values (1)");
+        fs::rename(registro, registro + ".otro");
+        if (reemplazado) std::ofstream(registro) << "otro";
+        EXPECT_THROW(db->CommitTrans(), SesionFallida);
+        EXPECT_THROW(db->BeginTrans(), SesionFallida);
+        fs::rename(registro + ".otro", registro);
+        EXPECT_EQ(filas(*db, "select k from t"), "");
+    }
+    ejecutar(*db, "insert into t values (2)");
 }
 
 /// The engine ends a transaction by itself when it cannot write; what the caller goes on with must not be

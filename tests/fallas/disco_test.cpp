@@ -82,6 +82,13 @@ Falla reemplazada(const Lugar& l) {
     });
 }
 
+Falla sin_registro(const Lugar& l) {
+    const std::string registro = l.archivo() + "-wal";
+    if (!fs::exists(registro)) return nullptr;
+    fs::rename(registro, registro + ".otro");
+    return hasta([registro] { fs::rename(registro + ".otro", registro); });
+}
+
 /// Overwrites the first pages of the voucher tables and has other sessions read them anew.
 Falla danada(const Lugar& l) {
     const auto base = abrir_base("sqlite:" + l.archivo(), Abrir::existente);
@@ -152,6 +159,9 @@ const std::vector<Dano> DANOS = {
     {"reemplazada",
      reemplazada,
      {"Hay otro archivo en el lugar de la base de datos ", BIEN, BIEN, BIEN, BIEN}},
+    {"sin_registro",
+     sin_registro,
+     {"Otro programa quitó el registro de cambios de la base de datos ", BIEN, BIEN, BIEN, BIEN}},
 };
 
 struct Accion {

@@ -140,6 +140,7 @@ TEST(Pdf, OnAFullDiskTheOldFileStays) {
         EXPECT_THROW(qt::write_pdf(hojas, archivo, "Segundo"), std::runtime_error);
     }
     EXPECT_THROW(qt::write_pdf(hojas, "/dev/full", "Tercero"), std::runtime_error);
+    EXPECT_THROW(qt::write_pdf(hojas, p.reporte->Name(), "Sobre la base"), std::runtime_error);
     EXPECT_EQ(texto_pdf(archivo), antes);
     EXPECT_FALSE(antes.empty());
 }

@@ -253,6 +253,11 @@ TEST(Adjuntos, FilesFollowTheVoucher) {
     p.abrir();
     p.escritorio.elegir_archivo(std::nullopt);
     p.pulsar("cmdadjunto_agregar");
+    const std::string base = p.db->Name();
+    p.escritorio.elegir_archivo(base);
+    p.pulsar("cmdadjunto_agregar");
+    EXPECT_EQ(p.mensajes(),
+              Textos{"El archivo " + base + " es de la base de datos que está abierta: elija otro"});
     EXPECT_EQ(p.f.lstadjunto.ListCount(), 0);
     p.escritorio.elegir_archivo(origen.string());
     p.pulsar("cmdadjunto_agregar");

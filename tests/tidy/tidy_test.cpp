@@ -201,12 +201,12 @@ TEST(Tidy, FunctionsFilesAndLinesStayShort) {
 const std::map<std::string, std::string> EDGES{
     {"text", ""},
     {"platform/db", "text"},
-    {"platform/db/sqlite", "text platform/db"},
+    {"platform/db/sqlite", "text platform/db platform/files"},
     {"platform/db/postgres", "text platform/db"},
     {"platform/db/engines", "text platform/db platform/db/sqlite platform/db/postgres"},
     {"platform/files", "text"},
     {"platform/report", "text platform/db"},
-    {"platform/ui", "text platform/db"},
+    {"platform/ui", "text platform/db platform/files"},
     {"voucher", "text platform/db"},
     {"assistants", "text platform/db voucher"},
     {"yearend", "text platform/db voucher"},
@@ -220,8 +220,9 @@ const std::map<std::string, std::string> EDGES{
     {"dbtools", "text platform/db platform/db/sqlite platform/files voucher"},
     {"demo", "text platform/db voucher dbtools"},
     {"oficina", "text platform/db voucher assistants interchange dbtools"},
-    {"qt", "text platform/ui platform/report"},
-    {"app", "text platform/db platform/report voucher screen host libros empresa dbtools demo qt"},
+    {"qt", "text platform/files platform/ui platform/report"},
+    {"app",
+     "text platform/db platform/files platform/report voucher screen host libros empresa dbtools demo qt"},
     {"demo_run", "platform/ui voucher screen qt app dbtools demo"},
     {"cli",
      "text platform/db platform/files platform/report voucher interchange screen driver qt app dbtools demo "
@@ -283,6 +284,13 @@ TEST(Tidy, EachThingHasItsPlace) {
             {"src/screen/asistentes/frmAsistente.cpp", "src/screen/asistentes/partes.cpp",
              "src/screen/carga.cpp", "src/screen/papeles/frmcheque.cpp"},
             "exceptions of an event are caught in the form base");
+    compare(files_where([](const Source& s) {
+                return s.in("src") &&
+                       holds(s.text, R"(#include <Q(FileDialog|FileSystemModel|MimeDatabase)>)");
+            }),
+            {"src/qt/file_dialog.cpp"}, "files are chosen in the dialog that never looks into one");
+    compare(files_where([](const Source& s) { return s.in("src") && holds(s.code, R"(sqlite3_open\w*\()"); }),
+            {"src/platform/db/sqlite/open_file.cpp"}, "database files are opened where their locks are kept");
 }
 
 TEST(Tidy, EventProceduresOfTheVoucherScreenAreThreeStatements) {

@@ -3,13 +3,14 @@
 #include "app/areas.h"
 #include "app/empresa/formulario.h"
 #include "dbtools/datos.h"
+#include "platform/files/engine_files.h"
+#include "qt/file_dialog.h"
 #include "qt/icons.h"
 #include "qt/screen_room.h"
 #include "qt/text.h"
 #include "text/numeros.h"
 
 #include <QFile>
-#include <QFileDialog>
 #include <QFileInfo>
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -141,7 +142,7 @@ void NuevaEmpresa::elegir_origen() {
         break;
     case archivo: {
         const QString elegido =
-            QFileDialog::getOpenFileName(this, "Plan de cuentas", {}, "CSV (*.csv *.txt);;Todos (*)");
+            qt::choose_file(this, {"Plan de cuentas", {"CSV (*.csv *.txt)", "Todos los archivos (*)"}});
         if (elegido.isEmpty()) {
             origen_->setCurrentIndex(0);
             return elegir_origen();
@@ -162,7 +163,9 @@ void NuevaEmpresa::leer_archivo(const QString& nombre) {
     origen_->setCurrentIndex(origen_->findData(int(archivo)));
     QFile f(nombre);
     plan_ = Plan{};
-    if (!f.open(QIODevice::ReadOnly) || f.size() > MAYOR_ARCHIVO) {
+    if (engine_file(to_std(nombre))) {
+        plan_->errores.push_back({1, "archivo", engine_file_text(to_std(nombre))});
+    } else if (!f.open(QIODevice::ReadOnly) || f.size() > MAYOR_ARCHIVO) {
         plan_->errores.push_back({1, "archivo", "no se puede leer " + to_std(nombre)});
     } else {
         plan_ = leer_plan(f.readAll().toStdString());

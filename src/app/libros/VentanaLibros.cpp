@@ -5,6 +5,8 @@
 #include "app/libros/modelos.h"
 #include "app/sesion_app.h"
 #include "empresa/configuracion_anual.h"
+#include "platform/files/engine_files.h"
+#include "qt/file_dialog.h"
 #include "qt/icons.h"
 #include "qt/screen_room.h"
 #include "qt/text.h"
@@ -14,7 +16,6 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDateEdit>
-#include <QFileDialog>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
@@ -339,7 +340,7 @@ void VentanaLibros::pedir_archivo(const char* filtro, const char* ending) {
     const QString propuesto = QString("%1_%2_%3%4")
                                   .arg(NOMBRES[paginas_->currentIndex()], desde_->date().toString("yyyyMMdd"),
                                        hasta_->date().toString("yyyyMMdd"), ending);
-    QString archivo = QFileDialog::getSaveFileName(this, "Guardar", propuesto, filtro);
+    QString archivo = qt::choose_file(this, {"Guardar", {filtro}, propuesto, qt::Choose::save});
     if (archivo.isEmpty()) return;
     if (!archivo.endsWith(ending)) archivo += ending;
     QString motivo;
@@ -358,6 +359,7 @@ bool VentanaLibros::exportar(const QString& archivo, QString& motivo) {
             escribir_libro_pdf(*db_, libro, pedido(), carpeta_datos() / "reports", to_std(archivo));
             return true;
         }
+        refuse_engine_file(to_std(archivo));
         QSaveFile salida(archivo); // the old file stays until the new one is whole
         if (!salida.open(QIODevice::WriteOnly)) throw std::runtime_error(to_std(salida.errorString()));
         QProgressDialog avance(QString::fromUtf8("Escribiendo líneas…"), "Cancelar", 0, 0, this);

@@ -1,5 +1,6 @@
 #include "platform/files/attachments.h"
 
+#include "platform/files/engine_files.h"
 #include "platform/files/settings_file.h"
 #include "text/letras_utf8.h"
 
@@ -39,6 +40,7 @@ std::vector<std::string> names_in(const fs::path& folder) {
 /// The target is replaced at once by the whole file or, on a full disk, stays what it was.
 bool copy_over(const fs::path& from, const fs::path& to) {
     std::error_code ec, ignored;
+    if (engine_file(from) || engine_file(to)) return false;
     if (fs::equivalent(from, to, ec)) return true; // copied onto itself it would be lost
     const fs::file_status there = fs::symlink_status(to, ec);
     if (fs::exists(there) && !fs::is_regular_file(there)) // a device or a link is written through
@@ -53,6 +55,7 @@ bool copy_over(const fs::path& from, const fs::path& to) {
 
 bool same_contents(const fs::path& a, const fs::path& b) {
     std::error_code ec;
+    if (engine_file(a) || engine_file(b)) return false;
     if (fs::file_size(a, ec) != fs::file_size(b, ec) || ec) return false;
     std::ifstream x(a, std::ios::binary), y(b, std::ios::binary);
     return x && y && std::equal(std::istreambuf_iterator<char>(x), {}, std::istreambuf_iterator<char>(y), {});

@@ -1,10 +1,18 @@
 #include "platform/ui/escritorio.h"
 
+#include "platform/files/engine_files.h"
 #include "platform/ui/form.h"
 
 #include <algorithm>
 
 namespace quorvel::ui {
+
+std::optional<std::string> Escritorio::ask_file(const FileRequest& request) {
+    auto file = choose_file(request);
+    if (!file || !engine_file(*file)) return file;
+    message(engine_file_text(*file), Icon::critical, Buttons::ok);
+    return std::nullopt;
+}
 
 void Escritorio::open(Form& form, bool modal) {
     const bool was_top = top() == &form;

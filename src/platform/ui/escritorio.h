@@ -25,8 +25,8 @@ public:
     /// @param title shown above the text; the module's own is "Mensaje"
     virtual Answer message(const std::string& text, Icon icon, Buttons buttons,
                            const std::string& title = "Mensaje") = 0;
-    /// @return nothing when cancelled
-    virtual std::optional<std::string> ask_file(const FileRequest& request) = 0;
+    /// @return nothing when cancelled, or for a file of an open database, which the person is told
+    [[nodiscard]] std::optional<std::string> ask_file(const FileRequest& request);
     /// Opens a file with an application of the person's choice.
     virtual void open_with(const std::string& path) = 0;
     virtual void busy(bool on) = 0;
@@ -42,6 +42,8 @@ public:
     [[nodiscard]] const std::vector<Form*>& open_forms() const { return open_; }
 
 protected:
+    /// @return nothing when cancelled
+    virtual std::optional<std::string> choose_file(const FileRequest& request) = 0;
     virtual void on_open(Form&, bool modal) = 0;
     virtual void on_close(Form&) = 0;
     /// Returns when the form is no longer visible.

@@ -1,5 +1,6 @@
 #include "qt/report/PreviewWindow.h"
 
+#include "qt/file_dialog.h"
 #include "qt/icons.h"
 #include "qt/report/QtReportPrinter.h"
 #include "qt/report/painting.h"
@@ -8,7 +9,6 @@
 
 #include <QApplication>
 #include <QDialog>
-#include <QFileDialog>
 #include <QHBoxLayout>
 #include <QMessageBox>
 #include <QPrintDialog>
@@ -25,7 +25,7 @@ namespace {
 
 void save_as_pdf(QWidget& window, const report::Layout& layout, const std::string& title) {
     const QString file =
-        QFileDialog::getSaveFileName(&window, "Guardar como PDF", "comprobante.pdf", "PDF (*.pdf)");
+        choose_file(&window, {"Guardar como PDF", {"PDF (*.pdf)"}, "comprobante.pdf", Choose::save});
     if (file.isEmpty()) return;
     try {
         write_pdf(layout, to_std(file), title);

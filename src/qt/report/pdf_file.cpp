@@ -1,5 +1,6 @@
 #include "qt/report/pdf_file.h"
 
+#include "platform/files/engine_files.h"
 #include "qt/text.h"
 
 #include <QFile>
@@ -12,6 +13,7 @@ namespace quorvel::qt {
 
 void write_pdf_file(const std::filesystem::path& file, const std::string& title,
                     const std::function<void(QPdfWriter&)>& paint) {
+    refuse_engine_file(file);
     const QString name = to_qt(file.string());
     std::error_code ignored;
     const bool device =

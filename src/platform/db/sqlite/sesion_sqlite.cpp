@@ -3,6 +3,7 @@
 #include "platform/db/literal_value.h"
 #include "platform/db/sqlite/columnas_sqlite.h"
 #include "platform/db/sqlite/file_fault.h"
+#include "platform/db/sqlite/open_file.h"
 #include "platform/db/sqlite/recordset_sqlite.h"
 #include "text/letras_utf8.h"
 
@@ -54,7 +55,7 @@ void SesionSqlite::open(bool create) {
     if (!create && !std::filesystem::exists(path_, why) && !why)
         throw ErrorSesion("No existe la base de datos " + path_, "");
     const int flags = SQLITE_OPEN_READWRITE | (create ? SQLITE_OPEN_CREATE : 0);
-    if (sqlite3_open_v2(path_.c_str(), &db_, flags, nullptr) != SQLITE_OK)
+    if (open_file(path_, flags, &db_) != SQLITE_OK)
         throw SesionFallida("No se puede abrir la base de datos " + path_ + ": " + engine_reason(db_), "");
     sqlite3_extended_result_codes(db_, 1);
     sqlite3_busy_timeout(db_, 5000);
@@ -75,6 +76,13 @@ void SesionSqlite::open(bool create) {
     for (const char* pragma : {"pragma journal_mode=wal", "pragma synchronous=full", "pragma foreign_keys=on",
                                "pragma automatic_index=off", "pragma temp_store=memory"})
         run(pragma);
+    run("select count(*) from sqlite_master"); // a new file has its log from the first reading on
+    log_ = log_id();
+}
+
+std::optional<FileId> SesionSqlite::log_id() const {
+    const char* const file = sqlite3_db_filename(db_, "main");
+    return file == nullptr ? std::nullopt : file_id(sqlite3_filename_wal(file));
 }
 
 void SesionSqlite::fail(const std::string& sql) const {
@@ -93,7 +101,12 @@ void SesionSqlite::fail(const std::string& sql) const {
 
 void SesionSqlite::require_in_place(const std::string& sql) const {
     int moved = 0;
-    if (sqlite3_file_control(db_, "main", SQLITE_FCNTL_HAS_MOVED, &moved) != SQLITE_OK || moved == 0) return;
+    if (sqlite3_file_control(db_, "main", SQLITE_FCNTL_HAS_MOVED, &moved) != SQLITE_OK || moved == 0) {
+        if (log_ == log_id()) return;
+        throw SesionFallida("Otro programa quitó el registro de cambios de la base de datos " + path_ +
+                                ": no se graba nada hasta que salga y entre de nuevo",
+                            sql);
+    }
     std::error_code why;
     const bool another = std::filesystem::exists(path_, why);
     if (why)
@@ -331,6 +344,7 @@ void SesionSqlite::CommitTrans() {
     try {
         complete_reading();
         require_transaction("commit");
+        require_in_place("commit");
         run("commit");
         in_transaction_ = false;
     } catch (...) {

@@ -4,6 +4,7 @@
 #include "platform/db/clsConexion.h"
 #include "platform/db/statement_cache.h"
 #include "platform/db/translator.h"
+#include "platform/files/engine_files.h"
 
 #include <sqlite3.h>
 
@@ -52,7 +53,10 @@ private:
     using Cache = StatementCache<Statement>;
 
     void open(bool create);
-    /// Before a change: a file that was moved away would be written on, where nobody looks for it.
+    /// The log's file as it is now; nothing for a database that keeps none.
+    [[nodiscard]] std::optional<FileId> log_id() const;
+    /// Before a change: a file that was moved away would be written on, where nobody looks for it, and so
+    /// would the log of the changes.
     /// @throws SesionFallida
     void require_in_place(const std::string& sql) const;
     /// @throws ErrorSesion when the engine has ended the transaction by itself: the rest of a change must not
@@ -78,6 +82,7 @@ private:
     Attention attention_;
     Skeleton skeleton_;
     std::string scratch_, last_error_;
+    std::optional<FileId> log_;
     std::int64_t rows_ = 0;
     bool failed_ = false, in_transaction_ = false;
 };
