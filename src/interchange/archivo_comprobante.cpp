@@ -113,12 +113,12 @@ std::string bytes_de_comprobante(const Comprobante& c, const std::string& empres
     e.titulos(NOMBRES_DETALLE);
     int secuencia = 0;
     for (const Linea& l : c.lineas)
-        e.linea(std::array<std::string, CAMPOS_DETALLE>{empresa, fecha(c.f_comp), documento, c.num_docum,
-                                                        std::to_string(++secuencia), l.centro, l.auxiliar,
-                                                        numero_archivo(l.debe), numero_archivo(l.haber),
-                                                        l.glosa, l.centro2, l.conciliado, l.num_ref,
-                                                        l.codigo_otro_impuesto, l.tasa_impuesto_otro},
-                NOMBRES_DETALLE);
+        e.linea(
+            std::array<std::string, CAMPOS_DETALLE>{
+                empresa, fecha(c.f_comp), documento, c.num_docum, std::to_string(++secuencia), l.centro,
+                l.auxiliar, numero_archivo(l.debe), numero_archivo(l.haber), l.glosa, l.centro2, l.conciliado,
+                l.num_ref, l.codigo_otro_impuesto, reemplazar(l.tasa_impuesto_otro, ",", ".")},
+            NOMBRES_DETALLE);
     return e.terminar();
 }
 

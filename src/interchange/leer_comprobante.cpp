@@ -62,33 +62,53 @@ void agrupar(std::string& salida, std::string_view digitos) {
     }
 }
 
-/// An amount of the file as a cell shows it. Thousands points, as spreadsheets write them, are refused: read
-/// as a decimal mark they would turn a million into one peso.
-void monto(std::string& salida, std::string_view campo, const Sitio& s, std::size_t indice) {
+/// A number of the file; 0 for an empty field and, after its problem, for one that says no number. Thousands
+/// points, as spreadsheets write them, are refused: read as a decimal mark they would turn a million into one
+/// peso.
+double valor(std::string_view campo, const Sitio& s, std::size_t indice) {
     const std::string recortado = recortar(campo);
     std::string_view t = recortado;
-    if (t.empty()) return;
-    if (t.size() < 16 && solo_digitos(t)) return agrupar(salida, t);
+    if (t.empty()) return 0;
     const bool negativo = t[0] == '-';
     if (negativo) t.remove_prefix(1);
     const auto marca = t.find_first_of(".,");
     const std::string_view entero = t.substr(0, marca);
     const std::string_view decimales = marca == std::string_view::npos ? "" : t.substr(marca + 1);
+    const auto problema = [&](const char* que) {
+        s.problema(indice, "\"" + std::string(campo) + "\" " + que);
+        return 0.0;
+    };
     if (!solo_digitos(entero) || !solo_digitos(decimales) || (entero.empty() && decimales.empty()) ||
         t.size() > 18)
-        return s.problema(indice, "\"" + std::string(campo) + "\" no es un número (sin puntos de miles)");
+        return problema("no es un número (sin puntos de miles)");
     constexpr std::size_t CIFRAS = 15; // what a number holds exactly
     if (entero.substr(std::min(entero.find_first_not_of('0'), entero.size())).size() > CIFRAS)
-        return s.problema(indice, "\"" + std::string(campo) + "\" es demasiado grande");
+        return problema("es demasiado grande");
     if (decimales.size() == 3 && !entero.empty() && entero.size() <= 3 && entero[0] != '0')
-        return s.problema(indice, "\"" + std::string(campo) + "\" parece llevar puntos de miles");
-    const double valor = valnumerobase(std::string(entero) + "." + std::string(decimales));
-    salida += formato(negativo ? -valor : valor, "#,##0");
+        return problema("parece llevar puntos de miles");
+    const double n = valnumerobase(std::string(entero) + "." + std::string(decimales));
+    return negativo ? -n : n;
+}
+
+/// An amount of the file as a cell shows it.
+void monto(std::string& salida, std::string_view campo, const Sitio& s, std::size_t indice) {
+    const std::string recortado = recortar(campo);
+    if (recortado.empty()) return;
+    if (recortado.size() < 16 && solo_digitos(recortado)) return agrupar(salida, recortado);
+    salida += formato(valor(recortado, s, indice), "#,##0");
 }
 std::string monto(std::string_view campo, const Sitio& s, std::size_t indice) {
     std::string r;
     monto(r, campo, s, indice);
     return r.empty() ? "0" : r;
+}
+
+/// A rate of the file as the screen shows it.
+std::string tasa(std::string_view campo, const Sitio& s, std::size_t indice) {
+    std::string t = recortar(campo);
+    std::replace(t.begin(), t.end(), '.', ',');
+    if (!numero_sql(t)) s.problema(indice, "\"" + std::string(campo) + "\" no es una tasa");
+    return t;
 }
 
 /// dd/mm/yyyy or nothing for an impossible date.
@@ -121,12 +141,14 @@ void leer_cabecera(ComprobanteImportado& c, std::string_view linea, const AvisoP
     c.codigo_no_recuperable = recortar(primeros(f[15], 2));
     c.activo_fijo = marca(f[16]);
     c.codigo_otro_impuesto = recortar(primeros(f[17], 3));
-    c.tasa_impuesto_otro = reemplazar(f[18], ".", ",");
-    c.monto_neto = valnumerobase("0" + std::string(f[19]));
-    c.monto_exento = valnumerobase("0" + std::string(f[20]));
+    c.tasa_impuesto_otro = tasa(f[18], s, 18);
+    c.monto_neto = valor(f[19], s, 19);
+    c.monto_exento = valor(f[20], s, 20);
     c.apertura = marca(f[21]);
     c.norma = recortar(primeros(f[22], 1));
 }
+
+constexpr std::size_t TASA = CAMPOS_DETALLE - 1;
 
 std::string leer_fila(std::string_view linea, long n, bool& sobran, const AvisoProblema& aviso) {
     const Sitio s{n, NOMBRES_DETALLE, aviso};
@@ -140,7 +162,8 @@ std::string leer_fila(std::string_view linea, long n, bool& sobran, const AvisoP
         fila += '\t';
         monto(fila, f[i], s, i);
     }
-    for (std::size_t i = 9; i < CAMPOS_DETALLE; ++i) celda(f[i]);
+    for (std::size_t i = 9; i < TASA; ++i) celda(f[i]);
+    celda(tasa(f[TASA], s, TASA));
     return fila;
 }
 

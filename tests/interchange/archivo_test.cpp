@@ -53,6 +53,10 @@ template <class F> std::string error_de(F&& f) {
 std::string con_fila(const std::string& fila) {
     return "empresa;\r\n1;05-03-2015;1;7;PS;10;10;c;;;;;n;;;;;;;;;;\r\nempresa\r\n" + fila;
 }
+/// @param finales rate, net and exempt amount of the header
+std::string con_montos(const std::string& finales) {
+    return "empresa;\r\n1;05-03-2015;1;7;PS;10;10;c;;;;;n;;;;;;" + finales + ";;\r\nempresa";
+}
 std::string leer_error(const std::string& b) {
     return error_de([&] { (void)interpretar_archivo(b); });
 }
@@ -77,7 +81,7 @@ TEST(Archivo, IsWrittenByteForByte) {
         "conciliado;doc.pagado;otro imp.;Tasa Imp.\r\n"
         "1 Ferreter\xED"
         "a;05/03/2015;001;000123;1;103001;1234;1234567;;L\xED"
-        "nea 'uno' \\;CC1;S;77;024;31,5\r\n";
+        "nea 'uno' \\;CC1;S;77;024;31.5\r\n";
     EXPECT_EQ(bytes(c), esperado);
 }
 
@@ -159,6 +163,11 @@ TEST(Archivo, SaysLineAndFieldOfWhatItCannotRead) {
         {con_fila("\n;;;;;cta;;1;1;g;;;;;"), "Línea 4: tiene 1 campos"},
         {con_fila(";;;;;cta;;1;1;a\tb;;;;;"), "campo \"glosa\": tiene un tabulador"},
         {con_fila(";;;;;cta;;1;1;a\x81;;;;;"), "Línea 4, campo \"glosa\": tiene un carácter desconocido"},
+        {con_fila(";;;;;cta;;1;1;g;;;;;1/2-3"), "Línea 4, campo \"Tasa Imp.\": \"1/2-3\" no es una tasa"},
+        {con_montos("1/2-3;;"), "Línea 2, campo \"Tasa Otro Impuesto\""},
+        {con_montos(";1.234.567;"), "Línea 2, campo \"Monto Neto\": \"1.234.567\" no es un número"},
+        {con_montos(";1,234,567;"), "Línea 2, campo \"Monto Neto\""},
+        {con_montos(";;1.600"), "Línea 2, campo \"Monto Exento\": \"1.600\" parece llevar puntos de miles"},
         {"empresa\n1;2;3", "Línea 2: tiene 3 campos y deben ser 23"},
     };
     for (const auto& c : casos)
@@ -167,6 +176,10 @@ TEST(Archivo, SaysLineAndFieldOfWhatItCannotRead) {
 
 TEST(Archivo, AcceptsOtherLineEndsCodePagesAndExtraFields) {
     const auto i = interpretar_archivo("\xEF\xBB\xBF" + con_fila(";;;;;cta;;1;;año;;;;;;sobra\n\n \r\n"));
+    const auto montos = interpretar_archivo(con_montos("31.5;-500;1234.5"));
+    EXPECT_EQ(montos.tasa_impuesto_otro, "31,5");
+    EXPECT_EQ(montos.monto_neto, -500);
+    EXPECT_EQ(montos.monto_exento, 1234.5);
     ASSERT_EQ(i.filas.size(), 1U);
     EXPECT_NE(i.filas[0].find("año"), std::string::npos);
     EXPECT_TRUE(i.sobran_campos);
