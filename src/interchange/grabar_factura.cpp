@@ -15,16 +15,40 @@ void paso(clsConexion& db, const std::string& sql, const std::string& mensaje) {
     exigir(db, sql, (mensaje + sql).c_str());
 }
 
-/// Persons are found by RUT, whether it was stored with points or without. An empty one finds nobody: all
-/// customers without a RUT would share one person.
-std::optional<std::int64_t> persona_del_rut(clsConexion& db, const std::string& ruc) {
-    if (recortar(ruc).empty()) return {};
-    const ResultadoRut chileno = validarut(ruc);
-    const auto rs = db.NewRecord("select * from admpersona where cedula_ruc=" + sql_texto(ruc) +
-                                 " or cedula_ruc=" + sql_texto(reemplazar(ruc, ".", "")) + " or cedula_ruc=" +
-                                 sql_texto(chileno.valido ? chileno.texto : ruc) + " order by persona");
+std::string de_comprobante(const Clave& k) {
+    return " where empresa=" + sql_numero(k.empresa) + " and f_comp=" + sql_fecha(k.f_comp) +
+           " and documento=" + sql_texto(k.documento) + " and num_docum=" + sql_texto(k.num_docum);
+}
+
+std::optional<std::int64_t> una_persona(clsConexion& db, const std::string& condicion) {
+    const auto rs = db.NewRecord("select * from admpersona where " + condicion + " order by persona");
     if (rs->eof()) return {};
     return rs->fields("persona").Value.integer();
+}
+
+/// By RUT, whether it was stored with points or without. A missing RUT does not tell who somebody is: without
+/// one it takes the same name, or all customers without a RUT would be one person.
+std::optional<std::int64_t> persona_conocida(clsConexion& db, const Cliente& c) {
+    if (recortar(c.ruc).empty()) return una_persona(db, "cedula_ruc='' and n_persona=" + sql_texto(c.nombre));
+    const ResultadoRut chileno = validarut(c.ruc);
+    return una_persona(db, "cedula_ruc=" + sql_texto(c.ruc) +
+                               " or cedula_ruc=" + sql_texto(reemplazar(c.ruc, ".", "")) +
+                               " or cedula_ruc=" + sql_texto(chileno.valido ? chileno.texto : c.ruc));
+}
+
+/// The customer that this invoice has and no other: without a RUT, what is saved now corrects it.
+std::optional<std::int64_t> persona_de_la_factura(clsConexion& db, const Clave& k) {
+    const auto rs = db.NewRecord("select cliente from ftcfactura" + de_comprobante(k));
+    if (rs->eof()) return {};
+    const std::string cliente = sql_numero(rs->fields("cliente").Value.integer());
+    const auto usos = db.NewRecord("select count(*) as usos from ftcfactura where cliente=" + cliente);
+    if (usos->fields("usos").Value.integer() != 1) return {};
+    return una_persona(db, "cedula_ruc='' and persona=" + cliente);
+}
+
+std::optional<std::int64_t> persona_de(clsConexion& db, const Clave& k, const Cliente& c) {
+    const auto conocida = persona_conocida(db, c);
+    return conocida ? conocida : persona_de_la_factura(db, k);
 }
 
 constexpr const char* MENSAJE = "Problemas al ingresar persona sql:";
@@ -35,12 +59,12 @@ std::int64_t ultima_persona(clsConexion& db) {
     return rs->fields("maximo").Value.integer();
 }
 
-std::int64_t grabar_persona(clsConexion& db, const Cliente& c) {
-    auto persona = persona_del_rut(db, c.ruc);
+std::int64_t grabar_persona(clsConexion& db, const Clave& k, const Cliente& c) {
+    auto persona = persona_de(db, k, c);
     if (!persona) { // who adds a person holds the last one: at one moment nobody adds the same customer
         paso(db, "update admpersona set activo=activo where persona=" + sql_numero(ultima_persona(db)),
              MENSAJE);
-        persona = persona_del_rut(db, c.ruc);
+        persona = persona_de(db, k, c);
     }
     if (persona) {
         paso(db,
@@ -68,7 +92,7 @@ struct Montos {
 };
 Montos montos(const Factura& f) {
     const auto leer = [](const std::string& texto, const char* que) {
-        const auto n = numero_sql(texto);
+        const auto n = monto_sql(texto);
         if (!n) throw Falla(std::string(que) + " no válido: " + texto);
         return *n;
     };
@@ -101,10 +125,7 @@ std::string insertar(clsConexion& db, const Clave& k, const Factura& f, std::int
 
 std::string grabar_cabecera(clsConexion& db, const Clave& k, const Factura& f, std::int64_t persona) {
     const Montos m = montos(f);
-    const auto rs =
-        db.NewRecord("select * from ftcfactura where empresa=" + sql_numero(k.empresa) +
-                     " and f_comp=" + sql_fecha(k.f_comp) + " and documento=" + sql_texto(k.documento) +
-                     " and num_docum=" + sql_texto(k.num_docum));
+    const auto rs = db.NewRecord("select * from ftcfactura" + de_comprobante(k));
     if (rs->eof()) return insertar(db, k, f, persona, m);
     const std::string factura = recortar_fin(rs->fields("factura").Value.text());
     paso(db,
@@ -125,7 +146,7 @@ void grabar_detalle(clsConexion& db, int empresa, const std::string& factura, co
            PROBLEMA);
     int producto = 0;
     for (const LineaFactura& l : f.lineas) {
-        const auto cantidad = numero_sql(l.cantidad), precio = numero_sql(l.precio);
+        const auto cantidad = monto_sql(l.cantidad), precio = monto_sql(l.precio);
         if (!cantidad || !precio) throw Falla(PROBLEMA);
         exigir(db,
                "Insert into ftdfactura( empresa , factura,producto, observacion,cantidad, precio) values (" +
@@ -139,9 +160,7 @@ void grabar_detalle(clsConexion& db, int empresa, const std::string& factura, co
 bool quedo_grabada(clsConexion& db, const Clave& k, const Factura& f) {
     const Montos m = montos(f);
     const bool cabecera =
-        !db.NewRecord("select * from ftcfactura where empresa=" + sql_numero(k.empresa) +
-                      " and f_comp=" + sql_fecha(k.f_comp) + " and documento=" + sql_texto(k.documento) +
-                      " and num_docum=" + sql_texto(k.num_docum) + " and descuento_esp=" + m.neto +
+        !db.NewRecord("select * from ftcfactura" + de_comprobante(k) + " and descuento_esp=" + m.neto +
                       " and iva=" + m.iva + " and valor_total=" + m.total)
              ->eof();
     const auto g = leer_factura(db, k);
@@ -163,7 +182,7 @@ bool quedo_grabada(clsConexion& db, const Clave& k, const Factura& f) {
 
 std::string GrabarFactura(clsConexion& db, const Clave& clave, const Factura& f) {
     const auto grabar = [&] {
-        const std::int64_t persona = grabar_persona(db, f.cliente);
+        const std::int64_t persona = grabar_persona(db, clave, f.cliente);
         const std::string factura = grabar_cabecera(db, clave, f, persona);
         grabar_detalle(db, clave.empresa, factura, f);
     };

@@ -59,6 +59,7 @@ bool preparar_comprobante(clsConexion& db, clsConexion& reporte, const Impresion
     Transaccion t(reporte); // one write for thousands of lines, and the old rows come back after a failure
     ejecutar_impresion(reporte, "delete from ctcQuorvel");
     const auto rs = db.NewRecord(consulta(i.clave));
+    const bool sin_lineas = rs->eof();
     for (long n = 1; !rs->eof(); rs->MoveNext(), ++n) {
         ejecutar_impresion(reporte, fila(inicio, firmas, *rs, auxiliares));
         if (n % CADA == 0 && avance && !avance(n)) return false;
@@ -67,6 +68,10 @@ bool preparar_comprobante(clsConexion& db, clsConexion& reporte, const Impresion
                        "insert into ctcQuorvel(empresa, usuario, documento, num_doc, f_comp, hora, concepto, "
                        "secuencia, debe, haber) values(" +
                            inicio + "-1,0,0)");
+    if (sin_lineas) // the captions under the signatures come with the lines
+        ejecutar_impresion(reporte, "update ctcQuorvel set revisado=" + cortado(i.revisado, 30) +
+                                        ",aprobado=" + cortado(i.aprobado, 30) +
+                                        ",elaborado=" + cortado(i.elaborado, 30) + " where secuencia=-1");
     t.confirmar();
     return true;
 }
