@@ -79,7 +79,7 @@ void Fotografo::mirar() {
 ImpresorConFotos::ImpresorConFotos(std::filesystem::path carpeta)
     : carpeta_(carpeta), pdf_(std::move(carpeta)) {}
 
-void ImpresorConFotos::run(const ReportJob& job) {
+bool ImpresorConFotos::run(const ReportJob& job) {
     pdf_.run(job);
     constexpr double PUNTOS_POR_MM = 80 / 25.4;
     const report::Layout hoja = qt::compose_job(job);
@@ -93,6 +93,7 @@ void ImpresorConFotos::run(const ReportJob& job) {
     qt::paint_page(pintor, hoja.pages.front());
     pintor.end();
     imagen.save(qt::to_qt((carpeta_ / (nombre_de(job.definition.stem().string()) + ".png")).string()));
+    return true;
 }
 
 } // namespace quorvel

@@ -43,7 +43,7 @@ private:
 class ImpresorConFotos : public ReportPrinter {
 public:
     explicit ImpresorConFotos(std::filesystem::path carpeta);
-    void run(const ReportJob& job) override;
+    bool run(const ReportJob& job) override;
     [[nodiscard]] const std::vector<std::string>& impresos() const { return pdf_.printed(); }
 
 private:

@@ -1,7 +1,7 @@
 #include "interchange/cheque.h"
 
+#include "interchange/monto_papel.h"
 #include "platform/db/literal.h"
-#include "text/basLetras.h"
 #include "text/letras_utf8.h"
 #include "text/numeros.h"
 #include "voucher/pasos.h"
@@ -65,27 +65,23 @@ std::string GrabarCheque(clsConexion& db, const Clave& clave, const Cheque& c) {
     return en_transaccion(db, grabar, [&] { return leer_cheque(db, clave) == c; });
 }
 
-std::string monto_en_letras(const std::string& total) { return mayusculas(Letras(total)); }
-
 void preparar_cheque(clsConexion& reporte, const std::string& empresa, const Cheque& c,
                      const std::string& total) {
-    const auto monto = numero_sql(total);
-    if (!monto) throw std::runtime_error("El monto del cheque no es un número: " + total);
+    const MontoPapel monto = monto_papel(total);
     const auto cortado = [](const std::string& t, std::size_t n) { return sql_texto(primeros(t, n)); };
     const auto parte = [&](auto&& f, const char* patron) {
         return sql_texto(c.fecha ? formato(f(*c.fecha), patron) : std::string());
     };
-    const std::string letras = monto_en_letras(total);
     Transaccion t(reporte);
     ejecutar_impresion(reporte, "delete from ctccheque");
-    ejecutar_impresion(reporte, "insert into ctccheque values(" + cortado(empresa, 50) + ",1," +
-                                    cortado(c.beneficiario, 50) + "," +
-                                    sql_texto(c.fecha ? fecha_dmy(*c.fecha) : std::string()) + "," +
-                                    parte([](Fecha f) { return dia(f); }, "00") + "," +
-                                    parte([](Fecha f) { return mes(f); }, "00") + "," +
-                                    parte([](Fecha f) { return anio(f); }, "0") + "," + cortado(letras, 150) +
-                                    "," + *monto + "," + sql_texto(c.nominativo ? "1" : "0") + "," +
-                                    sql_texto(c.cruzado ? "1" : "0") + "," + cortado(c.cheque, 30) + ")");
+    ejecutar_impresion(
+        reporte,
+        "insert into ctccheque values(" + cortado(empresa, 50) + ",1," + cortado(c.beneficiario, 150) + "," +
+            sql_texto(c.fecha ? fecha_dmy(*c.fecha) : std::string()) + "," +
+            parte([](Fecha f) { return dia(f); }, "00") + "," + parte([](Fecha f) { return mes(f); }, "00") +
+            "," + parte([](Fecha f) { return anio(f); }, "0") + "," + sql_texto(monto.letras) + "," +
+            monto.cifra + "," + sql_texto(c.nominativo ? "1" : "0") + "," + sql_texto(c.cruzado ? "1" : "0") +
+            "," + cortado(c.cheque, 30) + ")");
     ejecutar_impresion(reporte, "insert into ctccheque(secuencia) values(2)");
     t.confirmar();
 }

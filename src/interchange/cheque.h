@@ -16,9 +16,6 @@ using Cheque = Comprobante::Cheque;
 /// Writes the cheque into the voucher's header in one transaction.
 /// @return the failure's text, empty when saved
 [[nodiscard]] std::string GrabarCheque(clsConexion& db, const Clave& clave, const Cheque& c);
-/// The amount as the form and the paper show it, in capitals. @param total displayed amount
-/// @throws std::invalid_argument, std::out_of_range
-[[nodiscard]] std::string monto_en_letras(const std::string& total);
 /// Fills the cheque's staging table. @throws std::runtime_error, ErrorSesion
 void preparar_cheque(clsConexion& reporte, const std::string& empresa, const Cheque& c,
                      const std::string& total);

@@ -25,6 +25,12 @@ Cliente cliente_de(Recordset& rs) {
             texto("ciudad"),     texto("observacion"), texto("telefonos")};
 }
 
+Decimal suma_de(const std::vector<LineaFactura>& lineas) {
+    Decimal suma;
+    for (const LineaFactura& l : lineas) suma = suma + Decimal::leer(l.total);
+    return suma;
+}
+
 } // namespace
 
 double iva_del_comprobante(const Comprobante& c, const std::string& iva_venta,
@@ -52,6 +58,15 @@ MontosFactura montos_del_neto(const std::string& neto) {
 
 std::string total_linea(const std::string& cantidad, const std::string& precio) {
     return formato(valnumeroformato(cantidad) * valnumeroformato(precio), FORMATO);
+}
+
+std::string cuadre_factura(const std::vector<LineaFactura>& lineas, const std::string& neto) {
+    if (lineas.empty()) return "Escriba cada producto: descripción, cantidad y precio";
+    const Decimal suma = suma_de(lineas), falta = Decimal::leer(neto) - suma;
+    if (falta == Decimal()) return "✔ El detalle suma el neto";
+    const bool sobra = falta < Decimal();
+    return "Detalle " + suma.formato(FORMATO) + (sobra ? ", sobran " : ", faltan ") +
+           (sobra ? Decimal() - falta : falta).formato("#,##0.##") + " para el neto";
 }
 
 std::optional<Cliente> buscar_cliente(clsConexion& db, const std::string& ruc) {
@@ -104,7 +119,6 @@ std::optional<Rechazo> ValidarFactura(const Factura& f, bool editando) {
     if (f.lineas.empty()) return no("Ingrese detalle la factura", "grdfac");
     if (editando)
         return no("Cuadricula en modo de edicion, cambiese de fila para cambiar el modo ", "grdfac");
-    Decimal suma;
     for (std::size_t i = 0; i < f.lineas.size(); ++i) {
         const LineaFactura& l = f.lineas[i];
         const int fila = static_cast<int>(i);
@@ -112,9 +126,8 @@ std::optional<Rechazo> ValidarFactura(const Factura& f, bool editando) {
             return no("Descripcion en linea " + std::to_string(i + 1), "grdfac", fila, DESCRIPCION);
         if (recortar(l.cantidad).empty()) return no("Ingrese cantidad", "grdfac", fila, CANTIDAD);
         if (recortar(l.precio).empty()) return no("Ingrese precio unitario", "grdfac", fila, PRECIO);
-        suma = suma + Decimal::leer(l.total);
     }
-    const Decimal diferencia = suma - Decimal::leer(f.neto);
+    const Decimal suma = suma_de(f.lineas), diferencia = suma - Decimal::leer(f.neto);
     if (diferencia == Decimal()) return {};
     return no("Total detalle " + suma.formato(FORMATO) + " es diferente a neto factura " + f.neto +
                   ". La diferencia es " + diferencia.formato(FORMATO),

@@ -40,6 +40,9 @@ struct MontosFactura {
 /// Quantity × price, formatted.
 [[nodiscard]] std::string total_linea(const std::string& cantidad, const std::string& precio);
 
+/// How the lines stand to the net amount, in a few words for the person who types them.
+[[nodiscard]] std::string cuadre_factura(const std::vector<LineaFactura>& lineas, const std::string& neto);
+
 /// The voucher's saved invoice (its amounts are empty: the form shows the voucher's). @throws ErrorSesion
 [[nodiscard]] std::optional<Factura> leer_factura(clsConexion& db, const Clave& clave);
 /// The customer with this RUT, written with or without points; nothing for an empty one.

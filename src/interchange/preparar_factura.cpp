@@ -1,6 +1,6 @@
 #include "interchange/factura.h"
+#include "interchange/monto_papel.h"
 #include "platform/db/literal.h"
-#include "text/basLetras.h"
 #include "text/letras_utf8.h"
 #include "text/numeros.h"
 
@@ -15,13 +15,14 @@ constexpr std::array MESES{"ENERO", "FEBRERO", "MARZO",      "ABRIL",   "MAYO", 
 
 std::string cortado(std::string_view t, std::size_t n) { return sql_texto(primeros(t, n)); }
 std::string numero(const std::string& texto) {
-    const auto n = numero_sql(texto);
+    const auto n = monto_sql(texto);
     if (!n) throw std::runtime_error("\"" + texto + "\" no es un número");
     return *n;
 }
 
 /// The columns from dia to texto1, the same in every row.
 std::string inicio_de_fila(const Factura& f) {
+    const MontoPapel total = monto_papel(f.total);
     std::string dia_, mes_, anio_, fecha;
     if (f.fecha) {
         dia_ = formato(dia(*f.fecha), "00");
@@ -30,13 +31,16 @@ std::string inicio_de_fila(const Factura& f) {
         fecha = dia_ + " de " + mes_ + " de " + anio_;
     }
     return sql_texto(dia_) + "," + sql_texto(mes_) + "," + sql_texto(anio_) + "," + sql_texto(fecha) + "," +
-           cortado(f.numero, 20) + "," + numero(f.total) + "," + numero(f.iva) + "," + numero(f.neto) + "," +
-           cortado(mayusculas(Letras(f.total)), 150) + ",";
+           cortado(f.numero, 20) + "," + total.cifra + "," + numero(f.iva) + "," + numero(f.neto) + "," +
+           sql_texto(total.letras) + ",";
 }
+/// Whole: the paper itself makes a long text smaller, or marks where it had to end.
 std::string cliente(const Cliente& c) {
-    return cortado(c.ruc, 15) + "," + cortado(c.nombre, 50) + "," + cortado(c.direccion, 50) + "," +
-           cortado(c.comuna, 50) + "," + cortado(c.ciudad, 50) + "," + cortado(c.giro, 50) + "," +
-           cortado(c.telefonos, 50) + ",";
+    std::string columnas;
+    for (const std::string* t :
+         {&c.ruc, &c.nombre, &c.direccion, &c.comuna, &c.ciudad, &c.giro, &c.telefonos})
+        columnas += sql_texto(*t) + ",";
+    return columnas;
 }
 
 /// The column holds whole quantities: a broken one becomes one unit at the line's price, and the description

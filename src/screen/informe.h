@@ -9,10 +9,11 @@ namespace quorvel {
 struct RptReporte {
     explicit RptReporte(std::string titulo) : WindowTitle(std::move(titulo)) {}
     std::string WindowTitle, ReportFileName;
+    std::string Name, PdfFile; ///< what the paper is about; where it goes as a PDF
     bool ToPrinter = false;
-    /// @throws std::runtime_error with a text for the user
-    void Start(ReportPrinter& impresor, const std::string& tabla, clsConexion& reporte) const {
-        impresor.run({ReportFileName, tabla, &reporte, ToPrinter, WindowTitle});
+    /// @return false when there is no paper @throws std::runtime_error with a text for the user
+    bool Start(ReportPrinter& impresor, const std::string& tabla, clsConexion& reporte) const {
+        return impresor.run({ReportFileName, tabla, &reporte, ToPrinter, WindowTitle, false, Name, PdfFile});
     }
 };
 

@@ -1,6 +1,7 @@
 #include "text/basLetras.h"
 
 #include "text/letras_utf8.h"
+#include "text/numeros.h"
 
 #include <algorithm>
 #include <array>
@@ -32,17 +33,6 @@ struct Entero {
 
 bool es_digito(char c) { return c >= '0' && c <= '9'; }
 
-/// "1.234.567": points that stand where thousands are grouped.
-bool agrupado(std::string_view s) {
-    const auto primero = s.find('.');
-    if (primero == 0 || primero > 3 || s[0] == '0') return false;
-    return (s.size() - primero) % 4 == 0 && [&] {
-        for (std::size_t i = primero; i < s.size(); ++i)
-            if ((s[i] == '.') != ((i - primero) % 4 == 0)) return false;
-        return true;
-    }();
-}
-
 Entero leer_entero(std::string_view texto) {
     std::string s = reemplazar(texto, " ", "");
     Entero e;
@@ -57,7 +47,7 @@ Entero leer_entero(std::string_view texto) {
     std::string enteros = s.substr(0, s.find(','));
     std::string decimales = enteros.size() < s.size() ? s.substr(enteros.size() + 1) : std::string();
     if (enteros.find('.') != std::string::npos) {
-        if (agrupado(enteros)) {
+        if (bien_agrupado(enteros)) {
             std::erase(enteros, '.');
         } else { // not where thousands are: it can only be a decimal mark
             if (!decimales.empty()) throw invalido();

@@ -84,6 +84,7 @@ std::string presentar(Cifras c, std::string_view patron) {
     const auto minimo = static_cast<std::size_t>(std::count(enteros.begin(), enteros.end(), '0'));
     const bool agrupar = enteros.find(',') != std::string_view::npos;
     redondear(c, decimales, Mitad::fuera);
+    if (patron.ends_with('#')) c.decimales.erase(c.decimales.find_last_not_of('0') + 1);
     c.entero.erase(0, std::min(c.entero.find_first_not_of('0'), c.entero.size()));
     if (c.entero.size() < minimo) c.entero.insert(0, minimo - c.entero.size(), '0');
     const bool cero = (c.entero + c.decimales).find_first_not_of('0') == std::string::npos;
@@ -93,7 +94,7 @@ std::string presentar(Cifras c, std::string_view patron) {
         const std::size_t faltan = c.entero.size() - 1 - i;
         if (agrupar && faltan > 0 && faltan % 3 == 0) texto += '.';
     }
-    if (decimales > 0) texto += ',' + c.decimales;
+    if (!c.decimales.empty()) texto += ',' + c.decimales;
     return texto;
 }
 
@@ -194,6 +195,26 @@ std::optional<std::string> numero_sql(std::string_view chileno) {
     if (entero.size() + decimales.size() > MAXIMO) return std::nullopt;
     if (entero.empty()) entero = "0";
     return signo + entero + (decimales.empty() ? "" : "." + decimales);
+}
+
+bool bien_agrupado(std::string_view entero) {
+    const std::size_t primero = entero.find('.');
+    if (primero == std::string_view::npos) return true;
+    if (primero == 0 || primero > 3 || entero[0] == '0' || (entero.size() - primero) % 4 != 0) return false;
+    for (std::size_t i = primero; i < entero.size(); ++i)
+        if ((entero[i] == '.') != ((i - primero) % 4 == 0)) return false;
+    return true;
+}
+
+std::optional<std::string> monto_sql(std::string_view escrito, std::size_t decimales) {
+    std::string_view t = sin_blancos(escrito);
+    if (!t.empty() && (t[0] == '-' || t[0] == '+')) t.remove_prefix(1);
+    const std::size_t coma = t.find(',');
+    const std::string_view fraccion = coma == std::string_view::npos ? "" : t.substr(coma + 1);
+    if (!bien_agrupado(t.substr(0, coma)) || fraccion.size() > decimales ||
+        fraccion.find('.') != std::string_view::npos)
+        return std::nullopt;
+    return numero_sql(escrito);
 }
 
 std::int64_t val_entero(std::string_view texto) {

@@ -42,9 +42,10 @@ private:
     return total >= -MAYOR && total <= MAYOR;
 }
 
-/// Formats a number with a pattern ("0", "00", "000000", "0.00", "#,##0", "#,##0.00"), "." grouping and ","
-/// as decimal mark whatever the machine's settings. Rounds halves away from zero on the value's 15
-/// significant decimal digits, so 250 × 1.19 shows 298.
+/// Formats a number with a pattern ("0", "00", "000000", "0.00", "#,##0", "#,##0.00", "#,##0.##"), "."
+/// grouping and "," as decimal mark whatever the machine's settings; "#" is a decimal that is shown when
+/// there is one. Rounds halves away from zero on the value's 15 significant decimal digits, so 250 × 1.19
+/// shows 298.
 /// @param bcero true shows 0 as an empty text
 [[nodiscard]] std::string formato(double dblvalor, std::string_view strformato, bool bcero = false);
 /// Reads a number whose decimal mark is "." or ","; the leading number counts, none is 0.
@@ -57,6 +58,11 @@ private:
 /// "12.5").
 /// @return nothing when the text is no number.
 [[nodiscard]] std::optional<std::string> numero_sql(std::string_view chileno);
+/// "1.234.567": no points, or only where thousands are grouped.
+[[nodiscard]] bool bien_agrupado(std::string_view entero);
+/// As numero_sql, for an amount that a person has typed: points only where thousands are grouped, and no more
+/// decimals than it may have, so that every reader of the text sees one number.
+[[nodiscard]] std::optional<std::string> monto_sql(std::string_view escrito, std::size_t decimales = 6);
 /// The leading digits of a text as a number, 0 when there are none: val("12A") is 12.
 [[nodiscard]] std::int64_t val_entero(std::string_view texto);
 /// A whole number formatted with zeros in front to six digits; other texts stay as they are.

@@ -13,7 +13,10 @@ namespace quorvel::pruebas {
 /// Notes what would have been printed.
 struct ImpresorNotas final : ReportPrinter {
     std::vector<std::string> trabajos;
-    void run(const ReportJob& job) override { trabajos.push_back(job.definition.filename().string()); }
+    bool run(const ReportJob& job) override {
+        trabajos.push_back(job.definition.filename().string() + job.pdf.string());
+        return true;
+    }
 };
 
 /// The small company with its voucher screen, worked as a person works it. Today is 15/06/2024.

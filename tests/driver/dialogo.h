@@ -18,7 +18,10 @@ using Json = nlohmann::ordered_json;
 struct ImpresorNombres final : ReportPrinter {
     explicit ImpresorNombres(std::function<void(const std::string&)> i) : impreso(std::move(i)) {}
     std::function<void(const std::string&)> impreso;
-    void run(const ReportJob& job) override { impreso(job.definition.stem().string() + ".pdf"); }
+    bool run(const ReportJob& job) override {
+        impreso(job.definition.stem().string() + ".pdf");
+        return true;
+    }
 };
 
 /// A conversation with a driver of its own thread, one request and one reply at a time.

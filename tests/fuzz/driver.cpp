@@ -18,7 +18,7 @@ namespace fs = std::filesystem;
 using Json = nlohmann::ordered_json;
 
 struct ImpresorMudo final : ReportPrinter {
-    void run(const ReportJob&) override {}
+    bool run(const ReportJob&) override { return true; }
 };
 
 /// Databases and files of the input are always those of this process's folder, which each input finds new.

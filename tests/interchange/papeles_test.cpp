@@ -102,7 +102,8 @@ TEST_P(Papeles, VoucherLinesAreStagedInOrderAndCutToTheirColumns) {
     // the next printout replaces the rows; a voucher without lines has its header row alone
     i.clave.num_docum = "8";
     ASSERT_TRUE(preparar(*db, *reporte, i));
-    EXPECT_EQ(en_papel("select secuencia,num_doc from ctcQuorvel"), "-1|8");
+    EXPECT_EQ(en_papel("select secuencia,num_doc,revisado,aprobado from ctcQuorvel"),
+              "-1|8|Revisado|Aprobado");
 }
 
 TEST_P(Papeles, AStoppedOrRefusedPrintoutKeepsTheOldRows) {
@@ -179,7 +180,7 @@ TEST_P(Papeles, AFailedChequeLeavesThePreviousOne) {
 }
 
 TEST_P(Papeles, ChequeStagingRow) {
-    const Cheque c{"1041", "B", "C", std::string(49, 'x') + "ñoño", leer_fecha("07/03/2024"), 1, 1};
+    const Cheque c{"1041", "B", "C", std::string(149, 'x') + "ñoño", leer_fecha("07/03/2024"), 1, 1};
     preparar_cheque(*reporte, "1 Empresa", c, "1.234.567");
     EXPECT_EQ(
         en_papel("select secuencia,fecha,dia,mes,anio,monto_texto,nominativo,cruzado,cheque from ctccheque "
@@ -188,12 +189,16 @@ TEST_P(Papeles, ChequeStagingRow) {
         "SIETE|1|1|1041");
     const auto rs = reporte->NewRecord("select * from ctccheque order by secuencia");
     EXPECT_EQ(rs->fields("monto").Value.number(), 1234567);
-    EXPECT_EQ(rs->fields("beneficiario").Value.text(), std::string(49, 'x') + "ñ");
+    EXPECT_EQ(rs->fields("beneficiario").Value.text(), std::string(149, 'x') + "ñ");
+    preparar_cheque(*reporte, "1 Empresa", c, "1234,50");
+    EXPECT_EQ(en_papel("select monto,monto_texto from ctccheque where secuencia=1"),
+              "1234.5|MIL DOSCIENTOS TREINTA Y CUATRO CON CINCUENTA");
     preparar_cheque(*reporte, "1 Empresa", c, "20");
     EXPECT_EQ(en_papel("select secuencia from ctccheque order by secuencia"), "1;2");
     EXPECT_EQ(informe_cheque(c), "ctccheque1");
-    EXPECT_THROW(preparar_cheque(*reporte, "", c, "abc"), std::runtime_error);
-    EXPECT_THROW(preparar_cheque(*reporte, "", c, "9.999.999.999.999"), std::exception);
+    // what figure and words could read differently
+    for (const char* malo : {"abc", "150.00", "1234.567", "1.23,5", "1,505", "1,2.3", "9.999.999.999.999"})
+        EXPECT_THROW(preparar_cheque(*reporte, "", c, malo), std::exception) << malo;
     EXPECT_EQ(en_papel("select monto_texto from ctccheque where secuencia=1"), "VEINTE");
 }
 
@@ -300,7 +305,21 @@ TEST_P(Papeles, CustomersAreFoundByRutAndNeverSharedWithoutOne) {
     otra.num_docum = "8";
     f.cliente.nombre = "DOS";
     ASSERT_EQ(GrabarFactura(*db, otra, f), "");
-    EXPECT_EQ(en_base("select n_persona from admpersona where persona>2 order by persona"), "UNO;DOS");
+    const auto sin_rut = [&] {
+        return en_base("select n_persona from admpersona where persona>2 order by persona");
+    };
+    EXPECT_EQ(sin_rut(), "UNO;DOS");
+    ASSERT_EQ(GrabarFactura(*db, otra, f),
+              ""); // again, with another name, and then for a customer that is there
+    f.cliente.nombre = "TRES";
+    ASSERT_EQ(GrabarFactura(*db, otra, f), "");
+    EXPECT_EQ(sin_rut(), "UNO;TRES");
+    f.cliente.nombre = "UNO";
+    ASSERT_EQ(GrabarFactura(*db, otra, f), "");
+    f.cliente.nombre = "CUATRO"; // UNO has another invoice now
+    ASSERT_EQ(GrabarFactura(*db, otra, f), "");
+    EXPECT_EQ(sin_rut(), "UNO;TRES;CUATRO");
+    EXPECT_EQ(leer_factura(*db, CLAVE)->cliente.nombre, "UNO");
     ejecutar(*db, "delete from admpersona");
     f.cliente.ruc = "1-9";
     EXPECT_EQ(GrabarFactura(*db, CLAVE, f), "maximo de persona no válido");
@@ -338,6 +357,12 @@ TEST_P(Papeles, AFailedStepUndoesTheWholeInvoice) {
 }
 
 TEST_P(Papeles, InvoiceStagingRows) {
+    Factura larga = factura();
+    larga.cliente.direccion = std::string(60, 'd');
+    larga.lineas[0].precio = "33,333333";
+    preparar_factura(*reporte, larga);
+    EXPECT_EQ(en_papel("select direccion,precio from ctcfactura where secuencia=1"),
+              std::string(60, 'd') + "|33.333333");
     preparar_factura(*reporte, factura());
     EXPECT_EQ(
         en_papel("select secuencia,dia,mes,anio,fecha,factura,rut,comuna,cantidad from ctcfactura order by "

@@ -15,9 +15,11 @@ namespace {
 /// Notes what would have been printed.
 struct ImpresorPrueba final : ReportPrinter {
     std::vector<std::string> trabajos;
-    void run(const ReportJob& job) override {
+    bool hay_papel = true;
+    bool run(const ReportJob& job) override {
         trabajos.push_back(job.definition.filename().string() +
                            (job.to_printer ? " impresora" : " pantalla") + (job.ruler ? " regla" : ""));
+        return hay_papel;
     }
 };
 
@@ -52,7 +54,9 @@ protected:
         return {db.get(),    reporte.get(), &impresor,       c.clave(),  "1 Empresa",
                 "ANA ROJAS", "4512",        c.fecha_factura, "1.234.567"};
     }
-    EntradaFactura entrada_factura() { return {db.get(), reporte.get(), &impresor, c, "203001", "109001"}; }
+    EntradaFactura entrada_factura() {
+        return {db.get(), reporte.get(), &impresor, c, "203001", "109001", "1 Empresa"};
+    }
     std::string cheques() { return filas(*db, "select cheque,beneficiario,cruzado from ctcquorvel"); }
     /// A product row as a person types it.
     static void producto(frmfactura& f, int fila, const char* descripcion, const char* cantidad,

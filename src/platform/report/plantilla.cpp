@@ -11,8 +11,8 @@
 namespace quorvel::report {
 
 namespace {
-constexpr std::array FORMATOS{"0",     "00",      "000000",   "0.0",        "0.00",
-                              "#,##0", "#,##0.0", "#,##0.00", "dd/mm/yyyy", "largo"};
+constexpr std::array FORMATOS{"0",       "00",       "000000",   "0.0",          "0.00",       "#,##0",
+                              "#,##0.0", "#,##0.00", "#,##0.##", "#,##0.######", "dd/mm/yyyy", "largo"};
 constexpr std::array MESES{"enero", "febrero", "marzo",      "abril",   "mayo",      "junio",
                            "julio", "agosto",  "septiembre", "octubre", "noviembre", "diciembre"};
 

@@ -27,7 +27,9 @@ void Captioned::on_shortcut(KeyEvent& e) {
 }
 
 bool CommandButton::press() {
-    if (!can_focus() || !SetFocus()) return false;
+    if (!can_focus()) return false;
+    if (press_ == Press::leaves && !SetFocus()) return false;
+    if (press_ == Press::commands && !form().leave_for_command()) return false;
     form().atender([this] { Click(); });
     return true;
 }

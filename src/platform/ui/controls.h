@@ -153,15 +153,25 @@ public:
     [[nodiscard]] std::string_view kind() const override { return "Label"; }
     [[nodiscard]] bool takes_focus() const override { return false; }
 };
+/// How a button treats the control that has the focus when it is pressed.
+enum class Press {
+    leaves,      ///< leaves it for the button; it may refuse
+    commands,    ///< as a menu entry: takes a box's text and keeps a grid's edit open
+    asks_nothing ///< gives up, or only helps to fill the form in: half a text may stay half
+};
 class CommandButton : public Captioned {
 public:
     using Captioned::Captioned;
     [[nodiscard]] std::string_view kind() const override { return "CommandButton"; }
+    void SetPress(Press p) { press_ = p; }
     bool press() override;
     Event<> Click;
 
 protected:
     void on_key(KeyEvent& e) override; ///< Enter and blank press
+
+private:
+    Press press_ = Press::leaves;
 };
 class CheckBox : public Captioned {
 public:

@@ -1,6 +1,7 @@
 #include "qt/report/PreviewWindow.h"
 
-#include "qt/file_dialog.h"
+        choose_file(&window, {"Guardar como PDF", {"PDF (*.pdf)"}, to_qt(pdf_name(name)), Choose::save});
+    if (file.isEmpty()) return false;
 #include "qt/icons.h"
 #include "qt/report/QtReportPrinter.h"
 #include "qt/report/painting.h"
@@ -10,6 +11,7 @@
 #include <QApplication>
 #include <QDialog>
 #include <QHBoxLayout>
+#include <QLabel>
 #include <QMessageBox>
 #include <QPrintDialog>
 #include <QPrintPreviewWidget>
@@ -23,20 +25,35 @@ namespace quorvel::qt {
 
 namespace {
 
-void save_as_pdf(QWidget& window, const report::Layout& layout, const std::string& title) {
+/// @return whether there is a file now
+bool save_as_pdf(QWidget& window, const report::Layout& layout, const std::string& title,
+                 const std::string& name) {
     const QString file =
-        choose_file(&window, {"Guardar como PDF", {"PDF (*.pdf)"}, "comprobante.pdf", Choose::save});
-    if (file.isEmpty()) return;
+        choose_file(&window, {"Guardar como PDF", {"PDF (*.pdf)"}, to_qt(pdf_name(name)), Choose::save});
+    if (file.isEmpty()) return false;
     try {
         write_pdf(layout, to_std(file), title);
+        QMessageBox::information(&window, "Mensaje", "PDF guardado en " + file);
+        return true;
     } catch (const std::exception& e) {
         QMessageBox::critical(&window, "Mensaje", QString::fromUtf8(e.what()));
+        return false;
     }
+}
+
+/// Says what is left to do where there is no printer.
+QLabel* without_printer(QWidget& window) {
+    auto* note =
+        new QLabel("No hay impresoras instaladas: guarde el PDF e imprímalo donde haya una.", &window);
+    note->setObjectName("sin_impresora");
+    note->setWordWrap(true);
+    return note;
 }
 
 } // namespace
 
-void show_preview(const report::Layout& layout, const std::string& title) {
+bool show_preview(const report::Layout& layout, const std::string& title, const std::string& name) {
+    bool on_paper = false;
     QWidget* owner = QApplication::activeWindow();
     QDialog window(owner, Qt::Window);
     window.setObjectName("vista_previa");
@@ -58,11 +75,12 @@ void show_preview(const report::Layout& layout, const std::string& title) {
     };
     QPushButton* print = add("&Imprimir", [&] {
         QPrintDialog dialog(&printer, &window);
-        if (dialog.exec() == QDialog::Accepted) paint_all(printer, layout);
+        if (dialog.exec() != QDialog::Accepted) return;
+        paint_all(printer, layout);
+        on_paper = true;
     });
     print->setEnabled(!QPrinterInfo::availablePrinterNames().isEmpty());
-    if (!print->isEnabled()) print->setToolTip("No hay impresoras instaladas");
-    add("&Guardar PDF", [&] { save_as_pdf(window, layout, title); });
+    add("&Guardar PDF", [&] { on_paper = save_as_pdf(window, layout, title, name) || on_paper; });
     row->addStretch(1);
     add("&Acercar", [&] { preview.zoomIn(); });
     add("A&lejar", [&] { preview.zoomOut(); });
@@ -71,10 +89,12 @@ void show_preview(const report::Layout& layout, const std::string& title) {
     add("&Cerrar", [&] { window.reject(); });
     auto* column = new QVBoxLayout(&window);
     column->addLayout(row);
+    if (!print->isEnabled()) column->addWidget(without_printer(window));
     column->addWidget(&preview, 1);
     preview.fitToWidth();
     window.exec();
     if (owner != nullptr) owner->activateWindow();
+    return on_paper;
 }
 
 } // namespace quorvel::qt

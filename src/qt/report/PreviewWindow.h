@@ -6,6 +6,8 @@
 namespace quorvel::qt {
 
 /// Shows the pages until the person closes the window; they can be printed and saved as PDF from there.
-void show_preview(const report::Layout& layout, const std::string& title);
+/// @param name what the paper is about, for the file's name
+/// @return whether they were printed or saved
+bool show_preview(const report::Layout& layout, const std::string& title, const std::string& name = "");
 
 } // namespace quorvel::qt

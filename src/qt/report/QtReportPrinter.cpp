@@ -29,16 +29,21 @@ void write_pdf(const report::Layout& layout, const std::filesystem::path& file, 
     });
 }
 
-void QtReportPrinter::run(const ReportJob& job) {
+bool QtReportPrinter::run(const ReportJob& job) {
     const auto layout = compose_job(job);
-    if (!job.to_printer) return show_preview(layout, job.title);
-    if (QPrinterInfo::availablePrinterNames().isEmpty())
-        throw std::runtime_error("No hay impresoras instaladas. Use \"Enviar a Pantalla\" y guarde el PDF.");
+    if (!job.pdf.empty()) {
+        write_pdf(layout, job.pdf, job.title);
+        return true;
+    }
+    if (!job.to_printer || QPrinterInfo::availablePrinterNames().isEmpty())
+        return show_preview(layout, job.title, job.name);
     QPrinter printer(QPrinter::HighResolution);
     printer.setDocName(to_qt(job.title));
     set_paper(printer, layout);
     QPrintDialog dialog(&printer, QApplication::activeWindow());
-    if (dialog.exec() == QDialog::Accepted) paint_all(printer, layout);
+    if (dialog.exec() != QDialog::Accepted) return false;
+    paint_all(printer, layout);
+    return true;
 }
 
 std::unique_ptr<QGuiApplication> aplicacion_sin_ventanas() {
@@ -57,18 +62,22 @@ std::unique_ptr<QGuiApplication> aplicacion_sin_ventanas() {
 PdfReportPrinter::PdfReportPrinter(std::filesystem::path folder) : folder_(std::move(folder)) {}
 PdfReportPrinter::~PdfReportPrinter() = default;
 
-void PdfReportPrinter::run(const ReportJob& job) {
-    if (auto nueva = aplicacion_sin_ventanas()) application_ = std::move(nueva);
-    const auto layout = compose_job(job);
+std::filesystem::path PdfReportPrinter::free_file(const std::string& stem) const {
     std::error_code ignored;
     std::filesystem::create_directories(folder_, ignored);
-    const std::string stem = job.definition.stem().string();
     std::string name = stem + ".pdf";
     for (int i = 2; std::filesystem::exists(folder_ / name); ++i)
         name = stem + "-" + std::to_string(i) + ".pdf";
-    write_pdf(layout, folder_ / name, job.title);
-    printed_.push_back(name);
-    if (on_printed) on_printed(name);
+    return folder_ / name;
+}
+
+bool PdfReportPrinter::run(const ReportJob& job) {
+    if (auto nueva = aplicacion_sin_ventanas()) application_ = std::move(nueva);
+    const auto file = job.pdf.empty() ? free_file(job.definition.stem().string()) : job.pdf;
+    write_pdf(compose_job(job), file, job.title);
+    printed_.push_back(file.filename().string());
+    if (on_printed) on_printed(printed_.back());
+    return true;
 }
 
 } // namespace quorvel::qt

@@ -22,20 +22,21 @@ void write_pdf(const report::Layout& layout, const std::filesystem::path& file, 
 /// Printer or preview window, as the job wants.
 class QtReportPrinter : public ReportPrinter {
 public:
-    void run(const ReportJob& job) override;
+    bool run(const ReportJob& job) override;
 };
 
-/// Every printout becomes a PDF file of a folder, whatever the job wants; needs no window.
+/// Every printout becomes a PDF file of a folder, unless the job names another; needs no window.
 class PdfReportPrinter : public ReportPrinter {
 public:
     explicit PdfReportPrinter(std::filesystem::path folder);
     ~PdfReportPrinter() override;
-    void run(const ReportJob& job) override;
+    bool run(const ReportJob& job) override;
     /// Told the file name of every PDF.
     std::function<void(const std::string&)> on_printed;
     [[nodiscard]] const std::vector<std::string>& printed() const { return printed_; }
 
 private:
+    [[nodiscard]] std::filesystem::path free_file(const std::string& stem) const;
     std::filesystem::path folder_;
     std::vector<std::string> printed_;
     std::unique_ptr<QGuiApplication> application_; ///< fonts need one; made when the program has none

@@ -20,9 +20,11 @@ void cheque(frmQuorvel& f) {
     x.num_ref = f.txtnum_ref.Text();
     x.fecha_doc = f.txtfecha_doc.date();
     x.total_debe = f.lblTotalDebe.Caption();
-    asegurar_tablas(f);
-    // a cheque paper may show the voucher's lines; without a report database the cheque can still be saved
-    if (f.glbdbReport != nullptr && sirve_para_informes(*f.glbdb, *f.glbdbReport)) preparar_impresion(f);
+    f.atender([&] { // what cannot be printed can still be saved
+        asegurar_tablas(f);
+        // a cheque paper may show the voucher's lines
+        if (f.glbdbReport != nullptr && sirve_para_informes(*f.glbdb, *f.glbdbReport)) preparar_impresion(f);
+    });
     frmcheque forma(f.escritorio(), std::move(x));
     forma.ShowModal();
     forma.Unload();

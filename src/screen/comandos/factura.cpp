@@ -8,7 +8,7 @@ namespace quorvel {
 
 void factura(frmQuorvel& f) {
     if (f.glbBanderaNuevo) return f.critico("Debe grabar el comprobante antes de imprimir la factura");
-    asegurar_tablas(f);
+    f.atender([&] { asegurar_tablas(f); }); // what cannot be printed can still be saved
     EntradaFactura x;
     x.glbdb = f.glbdb;
     x.glbdbReport = f.glbdbReport;
@@ -17,6 +17,7 @@ void factura(frmQuorvel& f) {
     x.comprobante.total_debe = f.lblTotalDebe.Caption();
     x.gstriva = f.gstriva;
     x.gstriva_compra = f.gstriva_compra;
+    x.empresa = f.ctlRegistro1.Company();
     frmfactura forma(f.escritorio(), std::move(x));
     forma.ShowModal();
     forma.Unload();

@@ -4,6 +4,9 @@ namespace quorvel {
 
 frmImprimir::frmImprimir(ui::Escritorio& escritorio) : Form(escritorio, "frmImprimir", "Imprimir") {
     optImprimir.SetValue(1);
+    for (ui::OptionButton* opcion : {&optImprimir, &optPantalla, &optPdf}) opcion->SetEnterStop(false);
+    cmdOK.SetShortcut("f5");
+    cmdCancel.SetPress(ui::Press::asks_nothing);
     cmdOK.Click += [this] { atender([this] { cmdOK_Click(); }); };
     cmdCancel.Click += [this] { atender([this] { Unload(); }); };
 }
@@ -11,6 +14,7 @@ frmImprimir::frmImprimir(ui::Escritorio& escritorio) : Form(escritorio, "frmImpr
 void frmImprimir::cmdOK_Click() {
     glbAceptar = true;
     glbImprimir = optImprimir.Value() == 1;
+    glbPdf = optPdf.Value() == 1;
     Unload();
 }
 

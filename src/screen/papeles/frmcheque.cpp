@@ -1,7 +1,9 @@
 #include "screen/papeles/frmcheque.h"
 
+#include "interchange/monto_papel.h"
 #include "interchange/tablas_impresion.h"
 #include "screen/consultas/consultas.h"
+#include "text/numeros.h"
 
 namespace quorvel {
 
@@ -9,7 +11,15 @@ frmcheque::frmcheque(ui::Escritorio& escritorio, EntradaCheque entrada)
     : Form(escritorio, "frmcheque", "Cheque"), x_(std::move(entrada)) {
     txttotal.SetRightAligned(true);
     txttotal.Change += [this] { txttotal_Change(); };
+    txttotal.LeftChanged += [this](bool&) { txttotal_LeftChanged(); };
+    txtfecha.SetRefusesInvalid(true);
+    cmdbanco.SetEnterStop(false);
+    cmdbanco.SetPress(ui::Press::asks_nothing);
+    cmdbanco.SetToolTip("Busca una cuenta de banco ya usada y propone el cheque que sigue (Ctrl+Y)");
     cmdbanco.Click += [this] { atender([this] { cmdbanco_Click(); }); };
+    cmdaceptar.SetShortcut("f5");
+    cmdImprimir.SetShortcut("f6");
+    cmdcancelar.SetPress(ui::Press::asks_nothing);
     cmdaceptar.Click += [this] { atender([this] { cmdaceptar_Click(); }); };
     cmdImprimir.Click += [this] { atender([this] { cmdImprimir_Click(); }); };
     cmdprueba.Click += [this] { atender([this] { cmdprueba_Click(); }); };
@@ -51,10 +61,16 @@ Cheque frmcheque::leer_pantalla() const {
 
 void frmcheque::txttotal_Change() {
     try {
-        lblmonto.SetCaption(monto_en_letras(txttotal.Text()));
+        lblmonto.SetCaption(monto_papel(txttotal.Text()).letras);
     } catch (const std::exception& e) { // half-typed amounts are no reason for a box at every key
         lblmonto.SetCaption(e.what());
     }
+}
+
+/// An amount that figure and words would read differently keeps the box.
+void frmcheque::txttotal_LeftChanged() {
+    (void)monto_papel(txttotal.Text());
+    txttotal.SetText(Decimal::leer(txttotal.Text()).formato("#,##0.##"));
 }
 
 void frmcheque::cmdbanco_Click() {
@@ -78,19 +94,26 @@ void frmcheque::cmdaceptar_Click() {
 }
 
 void frmcheque::cmdImprimir_Click() {
+    (void)monto_papel(txttotal.Text()); // one that no cheque can carry is told before anything is done
     if (!pregunta("Esta seguro que desea imprimir") || !grabar()) return;
-    imprimir(leer_pantalla(), false);
-    Unload();
+    if (imprimir(leer_pantalla(), false)) Unload();
 }
 
 void frmcheque::cmdprueba_Click() { imprimir(leer_pantalla(), true); }
 
-void frmcheque::imprimir(const Cheque& c, bool prueba) {
+bool frmcheque::imprimir(const Cheque& c, bool prueba) {
     clsConexion& reporte = base_informes(x_.glbdbReport);
     exigir_base_de_informes(*x_.glbdb, reporte);
     preparar_cheque(reporte, x_.empresa, c, txttotal.Text());
-    x_.impresor->run({archivo_informe(reporte.Name(), "", informe_cheque(c)), "ctccheque", &reporte, !prueba,
-                      "Cheque " + c.cheque, prueba});
+    const std::string titulo = "Cheque " + c.cheque;
+    return x_.impresor->run({archivo_informe(reporte.Name(), "", informe_cheque(c)),
+                             "ctccheque",
+                             &reporte,
+                             !prueba,
+                             titulo,
+                             prueba,
+                             x_.empresa + " " + titulo,
+                             {}});
 }
 
 void frmcheque::Form_KeyDown(ui::KeyEvent& e) {

@@ -24,11 +24,11 @@ class frmcheque : public ui::Form {
 public:
     frmcheque(ui::Escritorio& escritorio, EntradaCheque entrada);
 
+    ui::TextBox txtbanco{*this, "txtbanco"}, txtCuenta{*this, "txtCuenta"};
+    ui::CommandButton cmdbanco{*this, "cmdbanco", "Buscar"};
     ui::TextBox txtcheque{*this, "txtcheque"};
     ui::ctlCalendario txtfecha{*this, "txtfecha"};
     ui::TextBox txtbeneficiario{*this, "txtbeneficiario"};
-    ui::TextBox txtbanco{*this, "txtbanco"}, txtCuenta{*this, "txtCuenta"};
-    ui::CommandButton cmdbanco{*this, "cmdbanco", "Ctrl - Y"};
     ui::TextBox txttotal{*this, "txttotal"};
     ui::Label lblmonto{*this, "lblmonto"};
     ui::CheckBox chknominativo{*this, "chknominativo", "Nominativo"},
@@ -43,6 +43,7 @@ public:
     /// Shows the cheque over a grid of millimetres, without saving it.
     void cmdprueba_Click();
     void txttotal_Change();
+    void txttotal_LeftChanged();
 
 protected:
     void Form_Load() override;
@@ -53,7 +54,8 @@ private:
     void mostrar(const Cheque& c);
     /// @return false after the failure's message
     bool grabar();
-    void imprimir(const Cheque& c, bool prueba);
+    /// @return false when there is no paper
+    bool imprimir(const Cheque& c, bool prueba);
     EntradaCheque x_;
 };
 

@@ -1,8 +1,10 @@
 #include "screen/papeles/frmfactura.h"
 
+#include "interchange/monto_papel.h"
 #include "interchange/tablas_impresion.h"
 #include "screen/consultas/consultas.h"
 #include "text/letras_utf8.h"
+#include "text/numeros.h"
 #include "text/rut.h"
 
 #include <array>
@@ -19,8 +21,20 @@ frmfactura::frmfactura(ui::Escritorio& escritorio, EntradaFactura entrada)
     txtNeto.SetRightAligned(true);
     txttotal.SetRightAligned(true);
     txtruc.SetUpperCase(true);
-    txtruc.LeftChanged += [this](bool&) { atender([this] { txtruc_LeftChanged(); }); };
-    txtNeto.LeftChanged += [this](bool&) { atender([this] { txtNeto_LeftChanged(); }); };
+    txtfecha.SetRefusesInvalid(true);
+    txtruc.LeftChanged += [this](bool& quedarse) { txtruc_LeftChanged(quedarse); };
+    // what figure and words would read differently keeps its box: the form's door shows what is thrown
+    txtNeto.LeftChanged += [this](bool&) { txtNeto_LeftChanged(); };
+    txttotal.LeftChanged += [this](bool&) { (void)monto_papel(txttotal.Text()); };
+    cmdrut.SetEnterStop(false);
+    cmdrut.SetPress(ui::Press::asks_nothing);
+    cmdrut.SetToolTip("Busca un cliente de comprobantes anteriores (Ctrl+Y)");
+    cmdaceptar.SetShortcut("f5");
+    cmdImprimir.SetShortcut("f6");
+    // an edit that is open is none of the invoice's lines yet: it stays open, and the check says so
+    cmdaceptar.SetPress(ui::Press::commands);
+    cmdImprimir.SetPress(ui::Press::commands);
+    cmdcancelar.SetPress(ui::Press::asks_nothing);
     cmdrut.Click += [this] { atender([this] { cmdrut_Click(); }); };
     cmdaceptar.Click += [this] { atender([this] { cmdaceptar_Click(); }); };
     cmdImprimir.Click += [this] { atender([this] { cmdImprimir_Click(); }); };
@@ -30,6 +44,9 @@ frmfactura::frmfactura(ui::Escritorio& escritorio, EntradaFactura entrada)
         atender([&] { grdfac_BeforeColUpdate(col, cancel); });
     };
     grdfac.AfterColUpdate += [this](int col) { atender([&] { grdfac_AfterColUpdate(col); }); };
+    grdfac.RowsChanged += [this] { grdfac_RowsChanged(); };
+    grdfac.RowColChange += [this](int, int) { mostrar_cuadre(); };
+    txtNeto.Change += [this] { mostrar_cuadre(); };
     preparar_columnas();
 }
 
@@ -51,11 +68,13 @@ void frmfactura::preparar_columnas() {
         grdfac.Columns(i).Alignment = d.alineacion;
     }
     grdfac.SetEnterColumns(DESCRIPCION, PRECIO);
+    grdfac.SetCol(DESCRIPCION);
 }
 
 void frmfactura::Form_Activate() {
     if (iniciada_) return;
     iniciada_ = true;
+    mostrar_cuadre();
     const Comprobante& c = x_.comprobante;
     const auto guardada = leer_factura(*x_.glbdb, c.clave());
     mostrar_montos(montos_iniciales(c.total_debe, iva_del_comprobante(c, x_.gstriva, x_.gstriva_compra)));
@@ -84,6 +103,12 @@ void frmfactura::mostrar_factura(const Factura& f) {
     for (const LineaFactura& l : f.lineas)
         grdfac.AddItem(std::to_string(++sec) + "\t" + sin_controles(l.descripcion) + "\t" + l.cantidad +
                        "\t" + l.precio + "\t" + l.total);
+    mostrar_cuadre();
+}
+
+void frmfactura::mostrar_cuadre() {
+    lblcuadre.SetCaption(cuadre_factura(leer_lineas(), txtNeto.Text()) +
+                         (grdfac.NewRowPending() != 0 ? "\nEnter después del precio agrega la línea" : ""));
 }
 
 /// The five boxes that the person master fills.
@@ -99,16 +124,18 @@ void frmfactura::buscar_por_rut() {
     mostrar_cliente(buscar_cliente(*x_.glbdb, txtruc.Text()).value_or(Cliente{}));
 }
 
-void frmfactura::txtruc_LeftChanged() {
-    const ResultadoRut r = validarut(txtruc.Text());
-    if (r.valido)
-        txtruc.SetText(r.texto);
-    else
-        critico(r.mensaje);
+void frmfactura::txtruc_LeftChanged(bool& quedarse) {
+    const ResultadoRut r = validarut(con_guion(txtruc.Text()));
+    quedarse = !r.valido;
+    if (quedarse) return critico(r.mensaje);
+    txtruc.SetText(r.texto);
     buscar_por_rut();
 }
 
-void frmfactura::txtNeto_LeftChanged() { mostrar_montos(montos_del_neto(txtNeto.Text())); }
+void frmfactura::txtNeto_LeftChanged() {
+    (void)monto_papel(txtNeto.Text());
+    mostrar_montos(montos_del_neto(txtNeto.Text()));
+}
 
 void frmfactura::cmdrut_Click() {
     const auto elegida = elegir_persona(escritorio(), *x_.glbdb);
@@ -119,14 +146,32 @@ void frmfactura::cmdrut_Click() {
 }
 
 void frmfactura::grdfac_BeforeColUpdate(int col, bool& cancel) {
-    if (largo(grdfac.Value(col)) <= LARGO_MAXIMO) return;
-    cancel = true;
-    critico("Longitud máxima del campo 60");
+    const auto rechazar = [&](const char* mensaje) {
+        cancel = true;
+        critico(mensaje);
+    };
+    const std::string texto = grdfac.Value(col);
+    if (largo(texto) > LARGO_MAXIMO) return rechazar("Longitud máxima del campo 60");
+    if ((col == CANTIDAD || col == PRECIO) && !monto_sql(texto)) rechazar("Monto no válido");
 }
 
 void frmfactura::grdfac_AfterColUpdate(int) {
     grdfac.SetValue(SEC, std::to_string(grdfac.Row() + 1));
     grdfac.SetValue(TOTAL, total_linea(grdfac.Value(CANTIDAD), grdfac.Value(PRECIO)));
+    mostrar_cuadre();
+}
+
+void frmfactura::grdfac_RowsChanged() {
+    for (int i = 0; i < grdfac.Rows(); ++i) grdfac.SetTextMatrix(i, SEC, std::to_string(i + 1));
+    mostrar_cuadre();
+}
+
+std::vector<LineaFactura> frmfactura::leer_lineas() const {
+    std::vector<LineaFactura> lineas;
+    for (int i = 0; i < grdfac.Rows(); ++i)
+        lineas.push_back({grdfac.TextMatrix(i, DESCRIPCION), grdfac.TextMatrix(i, CANTIDAD),
+                          grdfac.TextMatrix(i, PRECIO), grdfac.TextMatrix(i, TOTAL)});
+    return lineas;
 }
 
 Factura frmfactura::leer_pantalla() const {
@@ -138,9 +183,7 @@ Factura frmfactura::leer_pantalla() const {
     f.neto = txtNeto.Text();
     f.iva = lbliva.Caption();
     f.total = txttotal.Text();
-    for (int i = 0; i < grdfac.Rows(); ++i)
-        f.lineas.push_back({grdfac.TextMatrix(i, DESCRIPCION), grdfac.TextMatrix(i, CANTIDAD),
-                            grdfac.TextMatrix(i, PRECIO), grdfac.TextMatrix(i, TOTAL)});
+    f.lineas = leer_lineas();
     return f;
 }
 
@@ -167,8 +210,15 @@ void frmfactura::cmdImprimir_Click() {
     clsConexion& reporte = base_informes(x_.glbdbReport);
     exigir_base_de_informes(*x_.glbdb, reporte);
     preparar_factura(reporte, f);
-    x_.impresor->run({archivo_informe(reporte.Name(), "", "ctcfactura"), "ctcfactura", &reporte, true,
-                      "Factura " + f.numero});
+    const std::string titulo = "Factura " + f.numero;
+    x_.impresor->run({archivo_informe(reporte.Name(), "", "ctcfactura"),
+                      "ctcfactura",
+                      &reporte,
+                      true,
+                      titulo,
+                      false,
+                      x_.empresa + " " + titulo,
+                      {}});
 }
 
 void frmfactura::Form_KeyDown(ui::KeyEvent& e) {

@@ -14,6 +14,7 @@ struct EntradaFactura {
     ReportPrinter* impresor = nullptr;
     Comprobante comprobante;             ///< as the screen shows it, lines included
     std::string gstriva, gstriva_compra; ///< VAT accounts
+    std::string empresa;                 ///< toolbar caption: code, blank, name
 };
 
 /// Issues and prints the sales invoice that belongs to a voucher.
@@ -22,7 +23,7 @@ public:
     frmfactura(ui::Escritorio& escritorio, EntradaFactura entrada);
 
     ui::TextBox txtruc{*this, "txtruc"};
-    ui::CommandButton cmdrut{*this, "cmdrut", "Ctrl - Y"};
+    ui::CommandButton cmdrut{*this, "cmdrut", "Buscar"};
     ui::TextBox txtnombre{*this, "txtnombre"}, txtdireccion{*this, "txtdireccion"},
         txtcomuna{*this, "txtcomuna"}, txtciudad{*this, "txtciudad"}, txtgiro{*this, "txtgiro"},
         txttelefonos{*this, "txttelefonos"};
@@ -30,7 +31,7 @@ public:
     ui::ctlCalendario txtfecha{*this, "txtfecha"};
     ui::ctlPlanilla grdfac{*this, "grdfac"};
     ui::TextBox txtNeto{*this, "txtNeto"};
-    ui::Label lbliva{*this, "lbliva"};
+    ui::Label lbliva{*this, "lbliva"}, lblcuadre{*this, "lblcuadre"};
     ui::TextBox txttotal{*this, "txttotal"};
     ui::CommandButton cmdaceptar{*this, "cmdaceptar", "Grabar"},
         cmdImprimir{*this, "cmdImprimir", "Imprimir"}, cmdcancelar{*this, "cmdcancelar", "Cerrar"};
@@ -38,10 +39,11 @@ public:
     void cmdrut_Click();
     void cmdaceptar_Click();
     void cmdImprimir_Click();
-    void txtruc_LeftChanged();
+    void txtruc_LeftChanged(bool& quedarse);
     void txtNeto_LeftChanged();
     void grdfac_BeforeColUpdate(int col, bool& cancel);
     void grdfac_AfterColUpdate(int col);
+    void grdfac_RowsChanged();
 
 protected:
     void Form_Activate() override;
@@ -52,7 +54,9 @@ private:
     void mostrar_factura(const Factura& f);
     void mostrar_cliente(const Cliente& c);
     void mostrar_montos(const MontosFactura& m);
+    void mostrar_cuadre();
     void buscar_por_rut();
+    [[nodiscard]] std::vector<LineaFactura> leer_lineas() const;
     [[nodiscard]] Factura leer_pantalla() const;
     /// Validates and saves. @return false after the failure's message
     bool grabar();
