@@ -1,4 +1,5 @@
 // What the driver itself promises: replies to anything, one at a time, and a clean end.
+#include "apoyo/vias_papeles.h"
 #include "driver/dialogo.h"
 
 #include <filesystem>
@@ -159,6 +160,20 @@ TEST(Protocolo, files_papers_and_attachments) {
     std::string copia;
     std::getline(std::ifstream(carpeta + "/copia.txt"), copia);
     EXPECT_EQ(copia, "hola");
+}
+
+TEST(Protocolo, a_paper_refuses_or_acts) {
+    const Empresa e(Motor::sqlite);
+    Dialogo d;
+    e.abrir(d);
+    conversar(d, asiento("119000"));
+    conversar(d, {{barra("Save"), {dice("Comprobante Ingresado y Mayorizado", "information")}}});
+    for (const auto& via : pruebas::VIAS_PAPELES)
+        conversar(d, {{pulsa(via.menu), {}},
+                      {escribe(via.control, via.texto), {dice(via.mensaje), foco(via.control)}},
+                      {pulsa(via.boton), {dice(via.mensaje), foco(via.control)}},
+                      {pulsa("cmdcancelar"), {forma("frmQuorvel")}}});
+    conversar(d, {{consulta(pruebas::SIN_PAPELES), {campo("n", 0)}}});
 }
 
 TEST(Protocolo, widths_live_in_the_settings_and_printing_needs_a_report_database) {

@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
-#include <chrono>
 #include <cstdlib>
 #include <fstream>
 
@@ -226,20 +225,4 @@ TEST(Archivo, AFullDiskKeepsTheOldFile) {
     EXPECT_EQ(leer_archivo(archivo), "el de antes");
     EXPECT_EQ(std::distance(fs::directory_iterator(carpeta), fs::directory_iterator()), 1) << "no half file";
     fs::remove_all(carpeta);
-}
-
-TEST(Archivo, ReadsALongFileInLinearTime) {
-    using Reloj_ = std::chrono::steady_clock;
-    const auto leer = [](int lineas) {
-        std::string b = con_fila("");
-        for (int i = 0; i < lineas; ++i)
-            b += "1;05/03/2015;001;7;1;103001;1234;1234567;;glosa de la línea;;;;;\r\n";
-        const auto t = Reloj_::now();
-        const std::size_t n = interpretar_archivo("\xEF\xBB\xBF" + b).filas.size();
-        EXPECT_EQ(n, static_cast<std::size_t>(lineas));
-        return std::chrono::duration<double>(Reloj_::now() - t).count();
-    };
-    leer(1000);
-    const double corto = leer(10000), largo_ = leer(80000);
-    EXPECT_LT(largo_, corto * 8 * 3);
 }

@@ -11,6 +11,7 @@
 #include <QApplication>
 #include <QDialog>
 #include <QFileDialog>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPrintPreviewWidget>
@@ -96,7 +97,11 @@ TEST(VistaPrevia, ShowsPagesZoomsAndSavesThePdf) {
             d.accept();
         };
     };
-    std::string mensaje;
+    std::vector<std::string> mensajes;
+    const auto anotar = [&](QDialog& d) {
+        mensajes.push_back(dynamic_cast<QMessageBox&>(d).text().toStdString());
+        d.accept();
+    };
     const Visitas visitas({[&](QDialog& d) {
                                EXPECT_EQ(d.windowTitle(), "Prueba");
                                auto* vista = d.findChild<QPrintPreviewWidget*>();
@@ -117,16 +122,14 @@ TEST(VistaPrevia, ShowsPagesZoomsAndSavesThePdf) {
                                boton(d, "Guardar PDF")->click();
                                boton(d, "Cerrar")->click();
                            },
-                           guardar_en(pdf), guardar_en(p.carpeta + "/no/hay.pdf"),
-                           [&](QDialog& d) {
-                               mensaje = dynamic_cast<QMessageBox&>(d).text().toStdString();
-                               d.accept();
-                           }});
-    qt::QtReportPrinter().run(p.trabajo);
+                           guardar_en(pdf), anotar, guardar_en(p.carpeta + "/no/hay.pdf"), anotar});
+    EXPECT_TRUE(qt::QtReportPrinter().run(p.trabajo)) << "saved is as good as printed";
     const std::string texto = texto_pdf(pdf);
     EXPECT_NE(texto.find("Línea 5 ñandú"), std::string::npos) << texto;
     EXPECT_NE(texto.find("Página 3 de 3"), std::string::npos) << texto;
-    EXPECT_TRUE(mensaje.starts_with("No se puede escribir el archivo " + p.carpeta + "/no/hay.pdf"));
+    ASSERT_EQ(mensajes.size(), 2U);
+    EXPECT_EQ(mensajes[0], "PDF guardado en " + pdf);
+    EXPECT_TRUE(mensajes[1].starts_with("No se puede escribir el archivo " + p.carpeta + "/no/hay.pdf"));
 }
 
 TEST(Pdf, OnAFullDiskTheOldFileStays) {
@@ -157,12 +160,13 @@ TEST(Impresora, PaintsTheSamePagesAndAMissingOneIsSaid) {
 
     if (!QPrinterInfo::availablePrinterNames().isEmpty()) GTEST_SKIP() << "there is a printer here";
     p.trabajo.to_printer = true;
-    try {
-        qt::QtReportPrinter().run(p.trabajo);
-        FAIL();
-    } catch (const std::runtime_error& e) {
-        EXPECT_STREQ(e.what(), "No hay impresoras instaladas. Use \"Enviar a Pantalla\" y guarde el PDF.");
-    }
+    bool dicho = false;
+    const Visitas visitas({[&](QDialog& d) {
+        dicho = d.findChild<QLabel*>("sin_impresora") != nullptr;
+        boton(d, "Cerrar")->click();
+    }});
+    EXPECT_FALSE(qt::QtReportPrinter().run(p.trabajo)) << "looked at, neither printed nor saved";
+    EXPECT_TRUE(dicho);
 }
 
 } // namespace quorvel

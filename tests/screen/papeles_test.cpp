@@ -94,18 +94,26 @@ TEST_F(FormasPapeles, ChequeProposesSavesAndPrints) {
     EXPECT_EQ(cheques(), "1040|ANA ROJAS|0");
     frmcheque f(escritorio, entrada_cheque());
     escritorio.responder(ui::Answer::no);
-    escritorio.responder(ui::Answer::yes);
+    for (int i = 0; i < 2; ++i) escritorio.responder(ui::Answer::yes);
     escritorio.al_abrir([&](ui::Form&) {
         EXPECT_EQ(f.txtcheque.Text() + f.txtbanco.Text(), "1040BCI");
         f.chkcruzado.press();
         f.cmdImprimir.press(); // No
         EXPECT_EQ(cheques(), "1040|ANA ROJAS|0");
+        f.txttotal.SetFocus();
+        f.txttotal.user_edit("1234567,5");
+        impresor.hay_papel = false;
+        f.cmdImprimir.press();
+        EXPECT_TRUE(f.visible()) << "the printer's dialog was let be";
+        EXPECT_EQ(f.txttotal.Text(), "1.234.567,5") << "as figure and words read it";
+        f.txttotal.SetText("1.234.567");
+        impresor.hay_papel = true;
         f.cmdImprimir.press(); // Yes: saves, prints, closes
         EXPECT_FALSE(f.visible());
     });
     f.ShowModal();
     EXPECT_EQ(cheques(), "1040|ANA ROJAS|1");
-    EXPECT_EQ(impresor.trabajos, Textos{"ctccheque1.rpt impresora"});
+    EXPECT_EQ(impresor.trabajos, Textos(2, "ctccheque1.rpt impresora"));
     EXPECT_EQ(filas(*reporte, "select monto_texto,cheque from ctccheque where secuencia=1"),
               "UN MILLÓN DOSCIENTOS TREINTA Y CUATRO MIL QUINIENTOS SESENTA Y SIETE|1040");
 }
@@ -185,7 +193,22 @@ TEST_F(FormasPapeles, InvoiceIsFilledCheckedSavedAndPrinted) {
         producto(f, 0, "Clavos", "3", "33.000");
         EXPECT_EQ(f.grdfac.TextMatrix(0, 0) + "|" + f.grdfac.TextMatrix(0, 4), "1|99.000");
         f.cmdImprimir.press(); // does not add up: neither saved nor printed
-        producto(f, 1, "Tornillos", "0,5", "2.000");
+        EXPECT_EQ(f.lblcuadre.Caption(), "Detalle 99.000, faltan 1.000 para el neto");
+        producto(f, 1, "Otra", "1", "1");
+        producto(f, 2, "Tornillos", "0,5", "2.000");
+        f.grdfac.move_to(1, 2);
+        f.grdfac.delete_row();
+        EXPECT_EQ(f.grdfac.TextMatrix(1, 0) + f.grdfac.TextMatrix(1, 1), "2Tornillos") << "numbered anew";
+        f.grdfac.SetFocus();
+        for (const char* cantidad : {"1.5", "uno"}) {
+            f.grdfac.begin_edit(false);
+            f.grdfac.set_edit_text(cantidad);
+            EXPECT_FALSE(f.grdfac.commit_edit()) << cantidad;
+        }
+        f.cmdaceptar.press(); // neither stored nor closed
+        EXPECT_TRUE(f.grdfac.EditActive());
+        EXPECT_EQ(filas(*db, "select count(*) from ftcfactura"), "0");
+        f.grdfac.cancel_edit();
         f.cmdImprimir.press();
         f.cmdcancelar.press();
     });
@@ -193,6 +216,8 @@ TEST_F(FormasPapeles, InvoiceIsFilledCheckedSavedAndPrinted) {
     EXPECT_EQ(escritorio.tomar_mensajes(),
               (Textos{"Ingrese detalle la factura", "Esta seguro que desea imprimir",
                       "Total detalle 99.000 es diferente a neto factura 100.000. La diferencia es -1.000",
+                      "Monto no válido", "Monto no válido",
+                      "Cuadricula en modo de edicion, cambiese de fila para cambiar el modo ",
                       "Esta seguro que desea imprimir"}));
     EXPECT_EQ(impresor.trabajos, Textos{"ctcfactura.rpt impresora"});
     EXPECT_EQ(filas(*db, "select factura,proforma,cliente,descuento_esp,iva,valor_total from ftcfactura"),

@@ -104,6 +104,17 @@ TEST(Mensajes, EveryQuotedMessageIsInTheProgram) {
         })) << message;
 }
 
+/// What the forms themselves say, up to where a value or a second line begins.
+TEST(Mensajes, WhatTheScreenSaysIsExplained) {
+    const std::string explained = even(read(ROOT / "docs/mensajes.md"));
+    static const std::regex said(R"re((?:critico|exclamacion|informacion|pregunta)\("([^"\\]+))re");
+    for (const auto& e : fs::recursive_directory_iterator(ROOT / "src/screen")) {
+        const std::string source = e.is_regular_file() ? read(e.path()) : "";
+        for (std::sregex_iterator i(source.begin(), source.end(), said), end; i != end; ++i)
+            EXPECT_NE(explained.find(even((*i)[1])), std::string::npos) << e.path() << ": " << (*i)[1];
+    }
+}
+
 TEST(Mensajes, TheValidationIsExplainedCompletely) {
     const std::string explained = even(read(ROOT / "docs/mensajes.md"));
     for (const auto& [file, texts] : sources()) {

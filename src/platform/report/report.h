@@ -14,9 +14,9 @@ struct ReportJob {
     clsConexion* session = nullptr;
     bool to_printer = false; ///< false: preview window
     std::string title;
-    bool ruler = false;        ///< a grid of millimetres over the pages, to adjust pre-printed paper
-    std::string name;          ///< what the paper is about, to name a file after it
-    std::filesystem::path pdf; ///< a PDF file instead of printer and window
+    bool ruler = false;          ///< a grid of millimetres over the pages, to adjust pre-printed paper
+    std::string name{};          ///< what the paper is about, to name a file after it
+    std::filesystem::path pdf{}; ///< a PDF file instead of printer and window
 };
 
 /// A PDF's file name after what it is about: "Empresa 001 TRASPASO 7.pdf", without what a file system

@@ -107,8 +107,10 @@ void frmfactura::mostrar_factura(const Factura& f) {
 }
 
 void frmfactura::mostrar_cuadre() {
+    constexpr const char* PENDIENTE =
+        "\nLa línea que escribe cuenta al pasar a otra fila, con Enter o un clic";
     lblcuadre.SetCaption(cuadre_factura(leer_lineas(), txtNeto.Text()) +
-                         (grdfac.NewRowPending() != 0 ? "\nEnter después del precio agrega la línea" : ""));
+                         (grdfac.NewRowPending() != 0 ? PENDIENTE : ""));
 }
 
 /// The five boxes that the person master fills.
