@@ -75,17 +75,17 @@ double valor(std::string_view campo, const Sitio& s, std::size_t indice) {
     const std::string_view entero = t.substr(0, marca);
     const std::string_view decimales = marca == std::string_view::npos ? "" : t.substr(marca + 1);
     const auto problema = [&](const char* que) {
-        s.problema(indice, "\"" + std::string(campo) + "\" " + que);
+        s.problema(indice, "\"" + std::string(campo) + que);
         return 0.0;
     };
     if (!solo_digitos(entero) || !solo_digitos(decimales) || (entero.empty() && decimales.empty()) ||
         t.size() > 18)
-        return problema("no es un número (sin puntos de miles)");
+        return problema("\" no es un número (sin puntos de miles)");
     constexpr std::size_t CIFRAS = 15; // what a number holds exactly
     if (entero.substr(std::min(entero.find_first_not_of('0'), entero.size())).size() > CIFRAS)
-        return problema("es demasiado grande");
+        return problema("\" es demasiado grande");
     if (decimales.size() == 3 && !entero.empty() && entero.size() <= 3 && entero[0] != '0')
-        return problema("parece llevar puntos de miles");
+        return problema("\" parece llevar puntos de miles");
     const double n = valnumerobase(std::string(entero) + "." + std::string(decimales));
     return negativo ? -n : n;
 }
