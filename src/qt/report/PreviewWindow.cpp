@@ -1,7 +1,7 @@
 #include "qt/report/PreviewWindow.h"
 
-        choose_file(&window, {"Guardar como PDF", {"PDF (*.pdf)"}, to_qt(pdf_name(name)), Choose::save});
-    if (file.isEmpty()) return false;
+#include "platform/report/report.h"
+#include "qt/file_dialog.h"
 #include "qt/icons.h"
 #include "qt/report/QtReportPrinter.h"
 #include "qt/report/painting.h"
