@@ -30,8 +30,8 @@ void abrir_pantalla(const std::string& conexion, const std::string& carpeta) {
     frmQuorvel f{{escritorio, reloj, impresor, carpeta}};
     preparar(f, *db, *reporte);
     f.Show();
-    f.maestros.rsCuentas->FindFirst("centro='101001'");
-    f.maestros.rsAuxiliares->FindFirst("auxiliar='nadie'");
+    f.maestros[Maestro::cuentas].FindFirst("centro='101001'");
+    f.maestros[Maestro::auxiliares].FindFirst("auxiliar='nadie'");
     f.Unload();
 }
 

@@ -36,10 +36,6 @@ std::vector<std::string> auxiliares_de_rut(clsConexion& db, const std::string& r
     return entradas;
 }
 
-std::unique_ptr<Recordset> auxiliares_activos(clsConexion& db) {
-    return db.NewRecord("select * from ctxaux_cod a  where a.activo='1'");
-}
-
 void generar_auxiliar(clsConexion& db, const std::string& rut, const std::string& nombre) {
     if (recortar(rut).empty()) throw std::invalid_argument("Ingrese RUT");
     if (existe(db, consulta_rut(rut))) return;

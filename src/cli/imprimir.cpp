@@ -50,7 +50,7 @@ public:
                                .elaborado = config_.elaborado,
                                .revisado = config_.revisado,
                                .aprobado = config_.aprobado};
-        (void)preparar_comprobante(*oficina_.db, *reporte_, i, *maestros_.rsAuxiliares);
+        (void)preparar_comprobante(*oficina_.db, *reporte_, i, maestros_[Maestro::auxiliares]);
         return qt::compose_job({.definition = archivo_informe(reporte_->Name(), "", "ctcQuorvel"),
                                 .table = "ctcQuorvel",
                                 .session = reporte_.get(),

@@ -59,6 +59,8 @@ void Conversacion::leer_hasta(const std::function<bool()>& listo) {
         }
         if (linea.find_first_not_of(" \t\r") == std::string::npos) continue;
         atender(linea);
+        while (!despues_.empty())
+            for (const auto& hacer : std::exchange(despues_, {})) hacer();
         // What ended this wait is answered when the outer procedure has ended, or waits itself.
         if (debe_ && !fin_ && !listo()) contestar_ok();
     }
@@ -90,11 +92,11 @@ bool Conversacion::alcanzable(const ui::Form& forma) const {
 Json Conversacion::situacion() {
     Json s;
     const ui::Form* forma = top();
-    s["waiting"] = nombre(espera_, forma != nullptr);
+    s["waiting"] = nombre(espera(), forma != nullptr);
     if (forma != nullptr) s["form"] = forma->name();
     if (forma != nullptr && forma->active_control() != nullptr) s["focus"] = forma->active_control()->name();
-    if (dialogo_ != nullptr)
-        s["file"] = {{"title", dialogo_->title}, {"filter", dialogo_->filter}, {"name", dialogo_->name}};
+    if (const auto* a = pendiente_ == nullptr ? nullptr : pendiente_->archivo)
+        s["file"] = {{"title", a->title}, {"filter", a->filter}, {"name", a->name}};
     return s;
 }
 
@@ -116,43 +118,52 @@ Objeto& Conversacion::objeto(const Json& pedido) {
     return it->second;
 }
 
+Pendiente& Conversacion::pendiente(bool archivo, const char* si_falta) {
+    if (pendiente_ == nullptr || (pendiente_->archivo != nullptr) != archivo) throw Rechazada(si_falta);
+    pendiente_->contestada = true;
+    return *pendiente_;
+}
+
 void Conversacion::responder(ui::Answer respuesta) {
-    if (espera_ != Espera::pregunta) throw Rechazada("no question waits");
-    respuesta_ = respuesta;
+    pendiente(false, "no question waits").respuesta = respuesta;
 }
 
 void Conversacion::responder_archivo(std::optional<std::string> ruta) {
-    if (espera_ != Espera::abrir && espera_ != Espera::guardar) throw Rechazada("no file dialog waits");
-    archivo_ = std::move(ruta);
+    pendiente(true, "no file dialog waits").ruta = std::move(ruta);
 }
 
-ui::Answer Conversacion::message(const std::string& text, ui::Icon icon, ui::Buttons buttons,
-                                 const std::string& title) {
+void Conversacion::esperar(Pendiente& p) {
+    on_call_off([&p] { p.contestada = true; });
+    Pendiente* const debajo = std::exchange(pendiente_, &p);
+    leer_hasta([&p] { return p.contestada; });
+    pendiente_ = debajo;
+}
+
+ui::Answer Conversacion::on_message(const std::string& text, ui::Icon icon, ui::Buttons buttons,
+                                    const std::string& title) {
     const bool pregunta = buttons == ui::Buttons::yes_no;
     mensajes_.push_back({{"text", text},
                          {"icon", nombre(icon)},
                          {"title", title},
                          {"buttons", pregunta ? Json{"yes", "no"} : Json{"ok"}}});
     if (!pregunta) return ui::Answer::ok;
-    const Espera antes = std::exchange(espera_, Espera::pregunta);
-    leer_hasta([this] { return respuesta_.has_value(); });
-    espera_ = antes;
-    return std::exchange(respuesta_, std::nullopt).value_or(ui::Answer::no);
+    Pendiente p{.que = Espera::pregunta};
+    esperar(p);
+    return p.respuesta;
 }
 
-std::optional<std::string> Conversacion::choose_file(const ui::FileRequest& request) {
-    const Espera antes = std::exchange(espera_, request.save ? Espera::guardar : Espera::abrir);
-    const auto* const dialogo_antes = std::exchange(dialogo_, &request);
-    leer_hasta([this] { return archivo_.has_value(); });
-    espera_ = antes;
-    dialogo_ = dialogo_antes;
-    return std::exchange(archivo_, std::nullopt).value_or(std::nullopt);
+std::optional<std::string> Conversacion::on_ask_file(const ui::FileRequest& request) {
+    Pendiente p{.que = request.save ? Espera::guardar : Espera::abrir, .archivo = &request};
+    esperar(p);
+    return p.ruta;
 }
 
 void Conversacion::open_with(const std::string& path) { abiertos_.push_back(path); }
 
 void Conversacion::wait(ui::Form& form) {
+    Pendiente* const debajo = std::exchange(pendiente_, nullptr);
     leer_hasta([&form] { return !form.visible(); });
+    pendiente_ = debajo;
     if (form.visible()) form.Hide(); // the input has ended: nobody will choose any more
 }
 

@@ -4,6 +4,7 @@
 #include "platform/ui/control.h"
 #include "platform/ui/escritorio.h"
 
+#include <functional>
 #include <map>
 #include <nlohmann/json.hpp>
 #include <stdexcept>
@@ -20,6 +21,15 @@ public:
 };
 
 enum class Espera { reposo, pregunta, abrir, guardar };
+
+/// A question or a file dialog that waits for its answer.
+struct Pendiente {
+    Espera que;
+    const ui::FileRequest* archivo = nullptr; ///< of a file dialog
+    bool contestada = false;
+    ui::Answer respuesta = ui::Answer::no;
+    std::optional<std::string> ruta = {};
+};
 
 /// One created object with its sessions and services.
 struct Objeto {
@@ -42,7 +52,7 @@ public:
     const OpcionesDriver& opciones;
     std::vector<std::string> impresos;
     [[nodiscard]] Objeto& objeto(const Json& pedido);
-    [[nodiscard]] Espera espera() const { return espera_; }
+    [[nodiscard]] Espera espera() const { return pendiente_ == nullptr ? Espera::reposo : pendiente_->que; }
     void responder(ui::Answer respuesta);
     void responder_archivo(std::optional<std::string> ruta);
     void terminar() { fin_ = true; }
@@ -50,14 +60,15 @@ public:
     [[nodiscard]] bool alcanzable(const ui::Form& forma) const;
 
     // Desktop.
-    ui::Answer message(const std::string& text, ui::Icon icon, ui::Buttons buttons,
-                       const std::string& title) override;
     void open_with(const std::string& path) override;
     void busy(bool) override {}
-    bool progress(const std::string&, long, long) override { return true; }
+    void later(std::function<void()> what) override { despues_.push_back(std::move(what)); }
 
 protected:
-    std::optional<std::string> choose_file(const ui::FileRequest& request) override;
+    ui::Answer on_message(const std::string& text, ui::Icon icon, ui::Buttons buttons,
+                          const std::string& title) override;
+    std::optional<std::string> on_ask_file(const ui::FileRequest& request) override;
+    bool on_progress(const std::string&, long, long) override { return true; }
     void on_open(ui::Form& form, bool modal) override;
     void on_close(ui::Form& form) override { std::erase(modales_, &form); }
     void wait(ui::Form& form) override;
@@ -67,6 +78,8 @@ private:
     /// request is under way.
     void leer_hasta(const std::function<bool()>& listo);
     void atender(const std::string& linea);
+    void esperar(Pendiente& pendiente);
+    [[nodiscard]] Pendiente& pendiente(bool archivo, const char* si_falta);
     void contestar(Json respuesta);
     /// The reply to the request under way: what it gave, once nothing waits for its end any more.
     void contestar_ok() { contestar(std::exchange(dado_, Json{{"ok", true}})); }
@@ -74,14 +87,12 @@ private:
     std::istream& entrada_;
     std::ostream& salida_;
     Json mensajes_ = Json::array(), abiertos_ = Json::array();
-    Espera espera_ = Espera::reposo;
-    const ui::FileRequest* dialogo_ = nullptr; ///< of the file dialog that waits
-    Json dado_{{"ok", true}};                  ///< what the last request gave
-    int turno_ = 0;                            ///< of the last request read
-    bool fin_ = false, debe_ = false;          ///< debe_: a request waits for its reply
+    Pendiente* pendiente_ = nullptr;  ///< of what waits on top, a form has none
+    Json dado_{{"ok", true}};         ///< what the last request gave
+    int turno_ = 0;                   ///< of the last request read
+    bool fin_ = false, debe_ = false; ///< debe_: a request waits for its reply
     std::vector<const ui::Form*> modales_;
-    std::optional<ui::Answer> respuesta_;
-    std::optional<std::optional<std::string>> archivo_;
+    std::vector<std::function<void()>> despues_; ///< to be done when the request under way is
 };
 
 /// Carries out a request; what it gives goes into the reply. @throws Rechazada, and nothing has changed

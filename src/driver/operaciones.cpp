@@ -27,23 +27,14 @@ Json a_json(const Variant& v) {
     return nullptr;
 }
 
-std::string motivo(Estado e) {
-    switch (e) {
-    case DISP_E_MEMBERNOTFOUND: return "the member cannot be used that way";
-    case DISP_E_TYPEMISMATCH: return "a value of another type is wanted";
-    case DISP_E_OVERFLOW: return "the number is out of range";
-    case DISP_E_BADPARAMCOUNT: return "wrong number of arguments";
-    default: return "call failed: " + std::to_string(e);
-    }
-}
-
 Json invocar(ObjetoHost& o, const std::string& miembro, Llamada llamada,
              const std::vector<Variant>& argumentos) {
     int id = 0;
     if (fallo(o.GetIDsOfNames(miembro, id))) throw Rechazada("unknown member " + miembro);
     Variant resultado;
-    if (const Estado e = o.Invoke(id, llamada, argumentos, &resultado); fallo(e))
-        throw Rechazada(o.descripcion_error().empty() ? motivo(e) : o.descripcion_error());
+    const Estado e = o.Invoke(id, llamada, argumentos, &resultado);
+    // what is pending is done before the reply is written
+    if (fallo(e) && e != E_PENDING) throw Rechazada(o.descripcion_error());
     return a_json(resultado);
 }
 
@@ -146,7 +137,8 @@ void op_sql(Conversacion& c, const Json& p, Json& respuesta) {
 
 void op_quit(Conversacion& c, const Json&, Json&) { c.terminar(); }
 
-/// When an operation can be asked for: always, or only while no question and no file dialog waits.
+/// When an operation can be asked for: the host's at any time, the person's only while no question and no
+/// file dialog waits.
 enum class Cuando { siempre, reposo };
 struct Operacion {
     std::string_view nombre;
@@ -154,10 +146,10 @@ struct Operacion {
     Cuando cuando;
 };
 constexpr std::array OPERACIONES{
-    Operacion{"create", op_create, Cuando::reposo},
-    Operacion{"call", op_call, Cuando::reposo},
+    Operacion{"create", op_create, Cuando::siempre},
+    Operacion{"call", op_call, Cuando::siempre},
     Operacion{"getprop", op_getprop, Cuando::siempre},
-    Operacion{"setprop", op_setprop, Cuando::reposo},
+    Operacion{"setprop", op_setprop, Cuando::siempre},
     Operacion{"enter", op_enter, Cuando::reposo},
     Operacion{"key", op_key, Cuando::reposo},
     Operacion{"select", op_select, Cuando::reposo},

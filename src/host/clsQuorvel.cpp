@@ -1,7 +1,6 @@
 #include "host/clsQuorvel.h"
 
 #include "host/clases.h"
-#include "host/miembros.h"
 #include "host/sesion_host.h"
 
 namespace quorvel {
@@ -17,17 +16,11 @@ public:
     }
     Estado ShowForm() override {
         return intentar([this] {
-            entregar_sesion();
-            pantalla().Show();
+            if (algo_espera())
+                throw Ocupada("Hay una ventana que espera una respuesta: ciérrela antes de abrir otra");
+            entregar_sesion().Show();
         });
     }
-    Estado GetIDsOfNames(std::string_view nombre, int& id) const override { return miembros_.id(nombre, id); }
-    Estado Invoke(int id, Llamada l, std::span<const Variant> a, Variant* r) override {
-        return miembros_.llamar(id, l, a, r);
-    }
-
-private:
-    Miembros miembros_;
 };
 
 } // namespace

@@ -1,7 +1,6 @@
 #include "host/clsQuorvelRem.h"
 
 #include "host/clases.h"
-#include "host/miembros.h"
 #include "host/sesion_host.h"
 #include "screen/campos.h"
 #include "text/letras_utf8.h"
@@ -25,13 +24,13 @@ public:
 
     Estado LoadForm() override {
         return intentar([this] {
-            entregar_sesion();
-            pantalla().glbremuneracion = true;
+            entregar_sesion().glbremuneracion = true;
             pantalla().Load();
         });
     }
     Estado ShowForm() override {
         return intentar([this] {
+            if (pantalla().visible()) throw Ocupada("La pantalla ya está abierta");
             frmQuorvel& f = pantalla_cargada();
             f.txtconcepto.SetText(concepto_);
             f.cmblibro.SetListIndex(0);
@@ -58,10 +57,6 @@ public:
     }
     Estado get_gstrconcepto(std::string* v) override { return leer(v, concepto_); }
     Estado let_gstrconcepto(const std::string& v) override { return poner(concepto_, v); }
-    Estado GetIDsOfNames(std::string_view nombre, int& id) const override { return miembros_.id(nombre, id); }
-    Estado Invoke(int id, Llamada l, std::span<const Variant> a, Variant* r) override {
-        return miembros_.llamar(id, l, a, r);
-    }
 
 private:
     using ConCincoTextos = Estado (QuorvelRem::*)(const std::string&, const std::string&, const std::string&,
@@ -95,7 +90,6 @@ private:
                            [this](const Variant& v) { return como_texto(v, concepto_); }});
     }
     std::string concepto_;
-    Miembros miembros_;
 };
 
 } // namespace

@@ -17,6 +17,7 @@ public:
     virtual Estado grd_borrar(const std::string& strcuenta, const std::string& strauxiliar,
                               const std::string& strvalordebe, const std::string& strvalorhaber,
                               const std::string& strglosa) = 0;
+    /// @return E_PENDING while the screen still ends what it was doing
     virtual Estado UnloadForm() = 0;
     /// Hands the session over and loads the screen without showing it.
     virtual Estado LoadForm() = 0;

@@ -1,21 +1,39 @@
 #pragma once
-#include "host/objeto_host.h"
+#include "host/miembros.h"
 #include "screen/frmQuorvel.h"
+
+#include <stdexcept>
 
 namespace quorvel {
 
-/// Common implementation of both classes: the properties and the one screen.
+/// A call that comes at a bad time.
+class Ocupada : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// Common implementation of both classes: calls by name, the properties and the one screen.
 template <class Interfaz> class SesionHost : public Interfaz {
 public:
-    explicit SesionHost(Servicios servicios) : pantalla_(std::move(servicios)) {}
+    explicit SesionHost(Servicios servicios)
+        : servicios_(std::move(servicios)), pantalla_(std::make_unique<frmQuorvel>(servicios_)) {}
     ~SesionHost() override {
         try {
-            pantalla_.Unload();
+            (void)pantalla_->dismiss();
+            if (pantalla_->running()) servicios_.escritorio.keep(std::move(pantalla_));
         } catch (...) { // the host has closed the session before; there is nobody left to tell
         }
     }
 
-    [[nodiscard]] frmQuorvel& pantalla() override { return pantalla_; }
+    Estado GetIDsOfNames(std::string_view nombre, int& id) const override {
+        return responder(miembros_.id(nombre, id));
+    }
+    Estado Invoke(int id, Llamada llamada, std::span<const Variant> argumentos, Variant* resultado) override {
+        error_.clear();
+        const Estado e = miembros_.llamar(id, llamada, argumentos, resultado);
+        return error_.empty() ? responder(e) : e;
+    }
+    [[nodiscard]] frmQuorvel& pantalla() override { return *pantalla_; }
     [[nodiscard]] const std::string& descripcion_error() const override { return error_; }
 
     Estado get_glbEmpresa(std::int16_t* v) override { return leer(v, empresa_); }
@@ -39,16 +57,22 @@ public:
     Estado get_glbTipoImpresora(std::string* v) override { return leer(v, tipo_impresora_); }
     Estado let_glbTipoImpresora(const std::string& v) override { return poner(tipo_impresora_, v); }
     Estado UnloadForm() override {
-        return intentar([this] { pantalla_.Unload(); });
+        bool hecho = false;
+        const Estado e = intentar([&] { hecho = pantalla_->dismiss(); });
+        return hecho || fallo(e) ? e : responder(E_PENDING);
     }
 
 protected:
     /// Runs a call; what it throws becomes its failing status.
     template <class F> Estado intentar(F&& llamada) {
+        const ui::Escritorio::Acting anfitrion(servicios_.escritorio, nullptr);
+        error_.clear();
         try {
-            error_.clear();
             llamada();
             return S_OK;
+        } catch (const Ocupada& e) {
+            error_ = e.what();
+            return RPC_E_SERVERCALL_RETRYLATER;
         } catch (const std::exception& e) {
             error_ = e.what();
         } catch (...) {
@@ -56,10 +80,14 @@ protected:
         }
         return E_FAIL;
     }
-    /// The screen loads with the last of these, so everything that its load step reads comes before.
-    void entregar_sesion() {
+    /// The screen for a call that loads it; it loads with the last value that it is handed, so everything
+    /// that its load step reads comes before.
+    frmQuorvel& entregar_sesion() {
         if (!db_) throw std::runtime_error("Falta la sesión de la base de datos (glbdb)");
-        frmQuorvel& f = pantalla_;
+        frmQuorvel& f = libre();
+        if (f.loaded() && (f.glbdb != db_ || f.glbEmpresa != empresa_ || f.glbUsuario != usuario_))
+            throw Ocupada(
+                "La pantalla está abierta con otra empresa, otro usuario u otra base: ciérrela antes");
         f.glbAlias = alias_;
         f.glbdb = db_;
         f.glbdbReport = reporte_;
@@ -70,27 +98,45 @@ protected:
         f.glbPermiso = permiso_;
         f.glbPrograma = programa_;
         f.SetglbTipoImpresora(tipo_impresora_);
+        return f;
     }
     /// A screen that the user closed is loaded again by whatever touches it.
     frmQuorvel& pantalla_cargada() {
-        if (!pantalla_.loaded()) entregar_sesion();
-        return pantalla_;
+        frmQuorvel& f = libre();
+        return f.loaded() ? f : entregar_sesion();
     }
+    [[nodiscard]] bool algo_espera() const { return servicios_.escritorio.waiting(); }
     template <class T> Estado leer(T* destino, const T& valor) {
-        if (!destino) return E_INVALIDARG;
-        *destino = valor;
-        return S_OK;
+        if (destino) *destino = valor;
+        return responder(destino ? S_OK : E_INVALIDARG);
     }
     template <class T, class V> Estado poner(T& destino, const V& valor) {
         return intentar([&] { destino = valor; });
     }
+    Miembros miembros_;
 
 private:
+    Estado responder(Estado e) const {
+        error_ = descripcion(e);
+        return e;
+    }
+    /// The screen while none of its procedures runs; a new one once it was closed.
+    frmQuorvel& libre() {
+        if (pantalla_->loaded() && pantalla_->running())
+            throw Ocupada("La pantalla está ocupada: espere a que termine lo que está haciendo");
+        if (pantalla_->loaded() || !pantalla_->spent()) return *pantalla_;
+        auto nueva = std::make_unique<frmQuorvel>(servicios_);
+        if (pantalla_->running()) servicios_.escritorio.keep(std::move(pantalla_));
+        pantalla_ = std::move(nueva);
+        return *pantalla_;
+    }
     std::int16_t empresa_ = 0, usuario_ = 0, alias_ = 0;
-    std::string n_empresa_, n_usuario_, programa_, permiso_, tipo_impresora_, error_;
+    std::string n_empresa_, n_usuario_, programa_, permiso_, tipo_impresora_;
+    mutable std::string error_;
     clsConexion* db_ = nullptr;
     clsConexion* reporte_ = nullptr;
-    frmQuorvel pantalla_;
+    const Servicios servicios_;
+    std::unique_ptr<frmQuorvel> pantalla_;
 };
 
 } // namespace quorvel

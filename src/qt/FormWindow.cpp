@@ -79,7 +79,9 @@ void FormWindow::keyPressEvent(QKeyEvent* event) {
 
 void FormWindow::changeEvent(QEvent* event) {
     QDialog::changeEvent(event);
-    if (event->type() == QEvent::ActivationChange && isActiveWindow()) focus_active();
+    if (event->type() != QEvent::ActivationChange || !isActiveWindow() || retired_) return;
+    form_.escritorio().bring_to_top(form_); // of two screens the person turns to this one
+    focus_active();
 }
 
 } // namespace quorvel::qt

@@ -50,6 +50,11 @@ FormWindow* QtEscritorio::top_window() const {
     return form == nullptr ? nullptr : window_of(*form);
 }
 
+FormWindow* QtEscritorio::owner_window() const {
+    FormWindow* const owner = acting() == nullptr ? nullptr : window_of(*acting());
+    return owner != nullptr ? owner : top_window();
+}
+
 void QtEscritorio::activate_top() {
     FormWindow* window = top_window();
     if (window == nullptr || !window->isVisible()) return;
@@ -63,8 +68,7 @@ void QtEscritorio::on_open(ui::Form& form, bool modal) {
         shown->raise();
         return;
     }
-    FormWindow* owner = windows_.empty() ? nullptr : windows_.back().window;
-    auto* window = new FormWindow(form, modal ? owner : nullptr);
+    auto* window = new FormWindow(form, modal && acting() != nullptr ? owner_window() : nullptr);
     for (const auto& problem : window->problems()) qWarning("%s: %s", form.name().c_str(), problem.c_str());
     window->setWindowModality(modal ? Qt::ApplicationModal : Qt::NonModal);
     windows_.push_back({&form, window, depth_, nullptr});
@@ -110,13 +114,14 @@ void QtEscritorio::wait(ui::Form& form) {
     }
 }
 
-ui::Answer QtEscritorio::message(const std::string& text, ui::Icon icon, ui::Buttons buttons,
-                                 const std::string& title) {
+ui::Answer QtEscritorio::on_message(const std::string& text, ui::Icon icon, ui::Buttons buttons,
+                                    const std::string& title) {
     static constexpr QMessageBox::Icon icons[] = {QMessageBox::Critical, QMessageBox::Warning,
                                                   QMessageBox::Information, QMessageBox::Question};
     const Nested nested(*this);
     QMessageBox box(icons[static_cast<int>(icon)], to_qt(title), to_qt(text), QMessageBox::NoButton,
-                    top_window());
+                    owner_window());
+    on_call_off([&box] { box.reject(); });
     box.setTextFormat(Qt::PlainText);
     make_room(box);
     if (buttons == ui::Buttons::ok) {
@@ -133,14 +138,15 @@ ui::Answer QtEscritorio::message(const std::string& text, ui::Icon icon, ui::But
     return box.clickedButton() == yes ? ui::Answer::yes : ui::Answer::no;
 }
 
-std::optional<std::string> QtEscritorio::choose_file(const ui::FileRequest& request) {
+std::optional<std::string> QtEscritorio::on_ask_file(const ui::FileRequest& request) {
     const Nested nested(*this);
     FileQuestion question{.title = to_qt(request.title),
                           .proposed = to_qt(request.name),
-                          .what = request.save ? Choose::save : Choose::file};
+                          .what = request.save ? Choose::save : Choose::file,
+                          .before = [this](QDialog& dialog) { on_call_off([&dialog] { dialog.reject(); }); }};
     if (!request.filter.empty() && request.filter != "*") question.filters << to_qt(request.filter);
     question.filters << "Todos los archivos (*)";
-    const QString file = qt::choose_file(top_window(), question);
+    const QString file = qt::choose_file(owner_window(), question);
     return file.isEmpty() ? std::nullopt : std::optional(to_std(file));
 }
 
@@ -161,10 +167,12 @@ void QtEscritorio::busy(bool on) {
         QApplication::restoreOverrideCursor();
 }
 
-bool QtEscritorio::progress(const std::string& what, long done, long total) {
-    if (!progress_) progress_ = std::make_unique<ProgressBox>(top_window());
+bool QtEscritorio::on_progress(const std::string& what, long done, long total) {
+    if (!progress_) progress_ = std::make_unique<ProgressBox>(owner_window());
     return progress_->report(what, done, total);
 }
+
+void QtEscritorio::later(std::function<void()> what) { QTimer::singleShot(0, &context_, std::move(what)); }
 
 void QtEscritorio::progress_done() {
     if (!progress_) return;

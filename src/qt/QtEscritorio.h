@@ -19,12 +19,10 @@ class QtEscritorio : public ui::Escritorio {
 public:
     QtEscritorio();
     ~QtEscritorio() override;
-    ui::Answer message(const std::string& text, ui::Icon icon, ui::Buttons buttons,
-                       const std::string& title = "Mensaje") override;
     void open_with(const std::string& path) override;
     void busy(bool on) override;
-    bool progress(const std::string& what, long done, long total) override;
     void progress_done() override;
+    void later(std::function<void()> what) override;
 
     /// @return nullptr when the form is not open
     [[nodiscard]] FormWindow* window_of(const ui::Form& form) const;
@@ -32,7 +30,10 @@ public:
     [[nodiscard]] FormWindow* top_window() const;
 
 protected:
-    std::optional<std::string> choose_file(const ui::FileRequest& request) override;
+    ui::Answer on_message(const std::string& text, ui::Icon icon, ui::Buttons buttons,
+                          const std::string& title) override;
+    std::optional<std::string> on_ask_file(const ui::FileRequest& request) override;
+    bool on_progress(const std::string& what, long done, long total) override;
     void on_open(ui::Form& form, bool modal) override;
     void on_close(ui::Form& form) override;
     void wait(ui::Form& form) override;
@@ -45,6 +46,8 @@ private:
         QPointer<QEventLoop> waiting; ///< the loop of a modal show
     };
     struct Nested;
+    /// The window of the form whose procedure opens something now, else the one that has the keys.
+    [[nodiscard]] FormWindow* owner_window() const;
     void activate_top();
     void purge();
     std::vector<Open> windows_;

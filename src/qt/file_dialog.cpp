@@ -58,6 +58,7 @@ QStringList choose_files(QWidget* owner, const FileQuestion& question) {
     dialog.setLabelText(QFileDialog::Accept, manner.button);
     dialog.setLabelText(QFileDialog::Reject, "Cancelar");
     propose(dialog, question.proposed);
+    if (question.before) question.before(dialog);
     return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles() : QStringList();
 }
 

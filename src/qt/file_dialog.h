@@ -1,6 +1,8 @@
 #pragma once
 #include <QStringList>
+#include <functional>
 
+class QDialog;
 class QWidget;
 
 namespace quorvel::qt {
@@ -12,6 +14,7 @@ struct FileQuestion {
     QStringList filters = {}; ///< "PDF (*.pdf)" or "*.csv"; the first is chosen
     QString proposed = {};    ///< name, or folder with or without one
     Choose what = Choose::file;
+    std::function<void(QDialog&)> before = {}; ///< gets the dialog before it waits for the person
 };
 
 /// The one file dialog. It shows names and never looks into a file: reading and closing what the database

@@ -111,6 +111,7 @@ Comprobante leer_pantalla(const frmQuorvel& f) {
     c.num_docum = f.txtNum_doc.Text();
     if (!f.glbBanderaNuevo &&
         f.estado.cargado) { // the key of a saved voucher is the one that it was read with
+        c.empresa = f.estado.cargado->empresa;
         c.f_comp = f.estado.cargado->f_comp;
         c.documento = f.estado.cargado->documento;
         c.num_docum = f.estado.cargado->num_docum;
@@ -171,17 +172,18 @@ void mostrar_comprobante(frmQuorvel& f, const Comprobante& c) {
     f.txtCotizacion.SetText(f.estado.cotizacion_mostrada);
     f.lblEstado.SetCaption(c.estado);
     f.SetCaption(titulo(f));
-    f.lblsubsistema.SetCaption(nombre_de(*f.maestros.rsSubsistemas, "subsistema=" + sql_texto(c.subsistema),
-                                         "subsistema", "n_subsistema", ""));
+    f.lblsubsistema.SetCaption(nombre_de(f.maestros[Maestro::subsistemas],
+                                         "subsistema=" + sql_texto(c.subsistema), "subsistema",
+                                         "n_subsistema", ""));
     f.estado.monto_neto = c.monto_neto;
     f.estado.monto_exento = c.monto_exento;
     f.txtnro_correlativo.SetText(c.nro_correlativo);
     f.txtiva_activo_fijo.SetText(c.iva_activo_fijo);
 }
 
-std::string nombre_usuario(const frmQuorvel& f, std::int64_t usuario) {
+std::string nombre_usuario(frmQuorvel& f, std::int64_t usuario) {
     const std::string codigo = std::to_string(usuario);
-    return nombre_de(*f.maestros.rsPersonas, "persona=" + codigo, "persona", "n_persona", codigo);
+    return nombre_de(f.maestros[Maestro::personas], "persona=" + codigo, "persona", "n_persona", codigo);
 }
 
 std::string titulo(const frmQuorvel& f, const std::string& estado) {

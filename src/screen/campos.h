@@ -43,7 +43,7 @@ void fijar_totales(frmQuorvel& f, const std::string& debe, const std::string& ha
 /// Clears the screen for a new voucher.
 void limpiar_para_nuevo(frmQuorvel& f);
 /// Code and name of a user, the code alone when he is in no master.
-[[nodiscard]] std::string nombre_usuario(const frmQuorvel& f, std::int64_t usuario);
+[[nodiscard]] std::string nombre_usuario(frmQuorvel& f, std::int64_t usuario);
 inline constexpr const char* ANULADO = "El comprobante está anulado";
 /// Enables or disables what changes a voucher; when it is off its text boxes only give copies and a tooltip
 /// says why.

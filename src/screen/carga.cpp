@@ -75,6 +75,7 @@ void frmQuorvel::Form_Load() {
         llenar(cmblibro, TEXTOS_LIBRO);
         mostrar_sesion(*this);
         glbBanderaNuevo = glbBanderaLeer = true;
+        maestros.usar(*glbdb);
         // A configuration that cannot be read is reported; the screen opens with what was loaded before.
         cargar_configuracion(*this);
         cargar_maestros(*this);

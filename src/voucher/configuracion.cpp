@@ -2,6 +2,8 @@
 
 #include "platform/db/literal.h"
 
+#include <stdexcept>
+
 namespace quorvel {
 namespace {
 
@@ -18,6 +20,14 @@ constexpr std::pair<const char*, std::string Configuracion::*> CUENTAS[] = {
     {"retencion_seg_cat", &Configuracion::retencion_seg_cat},
     {"centro_gan", &Configuracion::centro_gan},
     {"centro_per", &Configuracion::centro_per},
+};
+constexpr std::array CONSULTAS_MAESTROS{
+    "select * from ctmcentros a, ctmgcuenta b  where a.g_cuenta=b.g_cuenta and a.activo='1'",
+    "select * from ctmcentroc a, ctmgcuentc b  where a.g_cuenta=b.g_cuenta and a.activo='1'",
+    "select * from ctxaux_cod a  where a.activo='1'",
+    "select * from admsubsist ",
+    "select * from ctmotroimp ",
+    "select * from admpersona ",
 };
 struct Requisito {
     std::string Configuracion::*cuenta;
@@ -86,16 +96,28 @@ std::string req_aux(clsConexion& db, const std::string& cuenta) {
     return !rs->eof() && rs->fields("req_auxiliar").Value.text() == "1" ? "1" : "0";
 }
 
+void Maestros::usar(clsConexion& db) {
+    if (db_ == &db) return;
+    abiertos_ = {};
+    db_ = &db;
+}
+
+void Maestros::reabrir(Maestro m) {
+    if (db_ == nullptr) throw std::logic_error("La pantalla no tiene una base de datos abierta");
+    const auto i = static_cast<std::size_t>(m);
+    abiertos_[i] = db_->NewRecord(CONSULTAS_MAESTROS[i]);
+}
+
 void Maestros::reabrir(clsConexion& db, bool todos) {
-    rsCuentas = db.NewRecord(
-        "select * from ctmcentros a, ctmgcuenta b  where a.g_cuenta=b.g_cuenta and a.activo='1'");
-    rsCentros = db.NewRecord(
-        "select * from ctmcentroc a, ctmgcuentc b  where a.g_cuenta=b.g_cuenta and a.activo='1'");
-    rsAuxiliares = db.NewRecord("select * from ctxaux_cod a  where a.activo='1'");
+    usar(db);
+    for (const Maestro m : {Maestro::cuentas, Maestro::centros, Maestro::auxiliares}) reabrir(m);
     if (!todos) return;
-    rsSubsistemas = db.NewRecord("select * from admsubsist ");
-    rsOtrosImpuestos = db.NewRecord("select * from ctmotroimp ");
-    rsPersonas = db.NewRecord("select * from admpersona ");
+    for (const Maestro m : {Maestro::subsistemas, Maestro::otros_impuestos, Maestro::personas}) reabrir(m);
+}
+
+Recordset& Maestros::operator[](Maestro m) {
+    if (!abierto(m)) reabrir(m);
+    return *abiertos_[static_cast<std::size_t>(m)];
 }
 
 } // namespace quorvel

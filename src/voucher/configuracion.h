@@ -2,6 +2,7 @@
 #include "platform/db/clsConexion.h"
 #include "text/fecha.h"
 
+#include <array>
 #include <memory>
 #include <optional>
 #include <string>
@@ -38,12 +39,26 @@ struct Configuracion {
 /// Whether a line on the account must carry an auxiliary: "1", otherwise "0" (empty or unknown account too).
 [[nodiscard]] std::string req_aux(clsConexion& db, const std::string& cuenta);
 
-/// Master-data recordsets that the screen searches with FindFirst.
-struct Maestros {
-    std::unique_ptr<Recordset> rsCuentas, rsCentros, rsAuxiliares, rsSubsistemas, rsOtrosImpuestos,
-        rsPersonas;
-    /// Reopens accounts, cost centres and auxiliaries; with todos the other three as well.
+enum class Maestro { cuentas, centros, auxiliares, subsistemas, otros_impuestos, personas };
+
+/// Master-data recordsets that the screen searches with FindFirst. Whoever asks first opens one.
+class Maestros {
+public:
+    /// In which session they are opened from now on; those of another are let go.
+    void usar(clsConexion& db);
+    /// Opens accounts, cost centres and auxiliaries anew; with todos the other three as well.
+    /// @throws ErrorSesion, and what could be opened before stays
     void reabrir(clsConexion& db, bool todos);
+    /// @throws ErrorSesion
+    void reabrir(Maestro m);
+    /// To be used at once: the next reopening replaces it.
+    /// @throws ErrorSesion when it cannot be opened, std::logic_error without a session
+    [[nodiscard]] Recordset& operator[](Maestro m);
+    [[nodiscard]] bool abierto(Maestro m) const { return abiertos_[static_cast<std::size_t>(m)] != nullptr; }
+
+private:
+    clsConexion* db_ = nullptr;
+    std::array<std::unique_ptr<Recordset>, 6> abiertos_;
 };
 
 } // namespace quorvel

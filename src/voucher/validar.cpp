@@ -118,8 +118,8 @@ bool revisar_comprobante(E e, const OyeRechazo& oye) {
     for (const Regla& r : REGLAS)
         if (r.falla(e) && !oye(rechazar(r, e))) return false;
     if (!revisar_libro(e, oye)) return false;
-    if (!e.maestros.rsCuentas) e.maestros.reabrir(e.db, false);
-    return revisar_lineas(e.c.lineas, *e.maestros.rsCuentas, oye);
+    e.maestros.usar(e.db);
+    return revisar_lineas(e.c.lineas, e.maestros[Maestro::cuentas], oye);
 }
 
 std::optional<Rechazo> ValidarComprobante(const EntradaValidacion& e) {

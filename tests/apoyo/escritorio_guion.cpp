@@ -26,8 +26,8 @@ void EscritorioGuion::olvidar() {
     actions_.clear();
 }
 
-Answer EscritorioGuion::message(const std::string& text, Icon icon, Buttons buttons,
-                                const std::string& title) {
+Answer EscritorioGuion::on_message(const std::string& text, Icon icon, Buttons buttons,
+                                   const std::string& title) {
     mensajes.push_back({text, icon, title, buttons});
     if (buttons == Buttons::ok) return Answer::ok;
     if (answers_.empty()) {
@@ -39,7 +39,7 @@ Answer EscritorioGuion::message(const std::string& text, Icon icon, Buttons butt
     return answer;
 }
 
-std::optional<std::string> EscritorioGuion::choose_file(const FileRequest& request) {
+std::optional<std::string> EscritorioGuion::on_ask_file(const FileRequest& request) {
     archivos.push_back(request);
     if (files_.empty()) {
         ADD_FAILURE() << "unexpected file dialog: " << request.title;
@@ -50,7 +50,7 @@ std::optional<std::string> EscritorioGuion::choose_file(const FileRequest& reque
     return path;
 }
 
-bool EscritorioGuion::progress(const std::string&, long done, long) {
+bool EscritorioGuion::on_progress(const std::string&, long done, long) {
     ++avances;
     return !cancel_at_ || done < *cancel_at_;
 }

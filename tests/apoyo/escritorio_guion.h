@@ -41,14 +41,14 @@ public:
     long avances = 0;                         ///< calls of progress
     int ocupado = 0;                          ///< busy(true) less busy(false)
 
-    ui::Answer message(const std::string& text, ui::Icon icon, ui::Buttons buttons,
-                       const std::string& title) override;
     void open_with(const std::string& path) override { abiertos.push_back(path); }
     void busy(bool on) override { ocupado += on ? 1 : -1; }
-    bool progress(const std::string& what, long done, long total) override;
 
 protected:
-    std::optional<std::string> choose_file(const ui::FileRequest& request) override;
+    ui::Answer on_message(const std::string& text, ui::Icon icon, ui::Buttons buttons,
+                          const std::string& title) override;
+    std::optional<std::string> on_ask_file(const ui::FileRequest& request) override;
+    bool on_progress(const std::string& what, long done, long total) override;
     void on_open(ui::Form& form, bool modal) override;
     void on_close(ui::Form&) override {}
     void wait(ui::Form& form) override;

@@ -86,6 +86,47 @@ TEST(Protocolo, a_prepared_voucher_waits_inside_the_call_that_shows_it) {
             {consulta("select bloqueo_usuario from ctcquorvel"), {campo("bloqueo_usuario", 0)}}});
 }
 
+TEST(Protocolo, a_host_takes_the_screen_away_from_under_whatever_is_open) {
+    const Empresa e(Motor::sqlite);
+    Dialogo d;
+    e.abrir(d);
+    conversar(d, asiento("10"));
+    conversar(d, {{barra("Save"), {dice("Comprobante Ingresado y Mayorizado", "information")}}});
+    const Json cuenta = en("cellbutton", {{"row", 0}, {"col", 1}});
+    const std::vector<Json> dialogos[] = {{cuenta},
+                                          {barra("Search")},
+                                          {barra("Print")},
+                                          {pulsa("cmdrut_persona")},
+                                          {pulsa("mnuAnular")},
+                                          {pulsa("mnuexportar")},
+                                          {pulsa("mnucompra"), pulsa("cmdCuenta")},
+                                          {pulsa("mnucheque"), pulsa("cmdbanco")},
+                                          {pulsa("mnucheque"), pulsa("cmdImprimir")},
+                                          {pulsa("mnuFactura"), pulsa("cmdrut")}};
+    for (const auto& pasos : dialogos) {
+        conversar(d, {{barra("Search"), {}}, {en("pick", {{"index", 0}}), {forma("frmQuorvel")}}});
+        Json r;
+        for (const Json& paso : pasos) r = d.pedir(paso);
+        EXPECT_TRUE(r["waiting"] != "form" || r["form"] != "frmQuorvel") << r;
+        conversar(d, {{llama("ShowForm"), {FALLA, espera(r["waiting"].get<std::string>().c_str())}},
+                      {llama("UnloadForm"), {espera("idle")}},
+                      {consulta("select estado,bloqueo_usuario from ctcquorvel"),
+                       {campo("value", {{{"estado", "P"}, {"bloqueo_usuario", 0}}})}},
+                      {llama("ShowForm"), {forma("frmQuorvel")}},
+                      {mira("lblEstado"), {campo("caption", "")}}});
+    }
+    const auto de_la_primera = [](const char* miembro) {
+        return en("call", {{"object", 1}, {"member", miembro}});
+    };
+    conversar(d, {{e.crear(2), {campo("object", 2)}},
+                  {llama("ShowForm"), {}},
+                  {cuenta, {forma("frmBuscaCentro")}},
+                  {de_la_primera("UnloadForm"), {forma("frmBuscaCentro")}}, // the list is the other screen's
+                  {de_la_primera("ShowForm"), {FALLA}},
+                  {en("cancel"), {forma("frmQuorvel")}},
+                  {de_la_primera("ShowForm"), {forma("frmQuorvel")}}});
+}
+
 TEST(Protocolo, a_host_that_dies_at_a_question_changes_nothing_and_frees_the_lock) {
     const Empresa e(Motor::sqlite);
     for (const char* boton : {"mnuAnular", "mnuexportar", "mnucheque", "mnucompra"}) {

@@ -95,10 +95,14 @@ TEST(Host, RemoteCallerPreparesAVoucherThatTheUserSaves) {
         EXPECT_EQ(h.mensajes(), Textos{"Comprobante descuadrado"}) << "4.000 against 1.500 on the labels";
         f.RecalcularTotales();
         f.ctlRegistro1.press(ui::ctlRegistro::Function::Save);
+        EXPECT_EQ(h.llamar("ShowForm"), RPC_E_SERVERCALL_RETRYLATER) << "it is shown already";
+        f.glbEmpresa = 2; // a saved voucher stays where it is
+        f.ctlRegistro1.press(ui::ctlRegistro::Function::Save);
+        f.glbEmpresa = 1;
         f.ctlRegistro1.press(ui::ctlRegistro::Function::Exit);
     });
     ASSERT_EQ(h.llamar("ShowForm"), S_OK);
-    EXPECT_EQ(h.mensajes(), Textos{"Comprobante Ingresado y Mayorizado"});
+    EXPECT_EQ(h.mensajes(), Textos(2, "Comprobante Ingresado y Mayorizado"));
     EXPECT_EQ(h.sql("select t_debe,t_haber,concepto,bloqueo_usuario from ctcquorvel"),
               "1500|1500|Remuneraciones de mayo|0");
     EXPECT_EQ(
@@ -109,8 +113,10 @@ TEST(Host, RemoteCallerPreparesAVoucherThatTheUserSaves) {
 
 TEST(Host, MembersByNameAndWhatTheyRefuse) {
     Anfitrion h("clsQuorvel");
-    EXPECT_NE(h.llamar("ShowForm"), S_OK) << "no session yet";
-    EXPECT_FALSE(h.objeto->descripcion_error().empty());
+    EXPECT_EQ(h.llamar("ShowForm"), E_FAIL) << "no session yet";
+    EXPECT_EQ(h.objeto->descripcion_error(), "Falta la sesión de la base de datos (glbdb)");
+    EXPECT_EQ(h.poner("glbdb", std::string("x")), DISP_E_TYPEMISMATCH);
+    EXPECT_EQ(h.objeto->descripcion_error(), descripcion(DISP_E_TYPEMISMATCH)) << "of the last call";
     h.sesion();
     EXPECT_EQ(std::get<std::int64_t>(h.leer("glbempresa")), 1);
     EXPECT_EQ(std::get<clsConexion*>(h.leer("glbdb")), h.db.get());
@@ -133,12 +139,28 @@ TEST(Host, MembersByNameAndWhatTheyRefuse) {
     EXPECT_EQ(std::get<std::int64_t>(h.leer("glbEmpresa")), 1) << "a refused value changes nothing";
 
     ASSERT_EQ(h.llamar("ShowForm"), S_OK);
-    h.pantalla().close_by_user(); // loaded afresh when the host shows it again
+    EXPECT_EQ(h.objeto->descripcion_error(), "");
+    EXPECT_EQ(h.poner("glbEmpresa", std::int64_t{2}), S_OK);
+    EXPECT_EQ(h.llamar("ShowForm"), RPC_E_SERVERCALL_RETRYLATER) << "open with another company";
+    EXPECT_EQ(h.pantalla().glbEmpresa, 1);
+    h.sesion();
+    const auto escrito = [&] {
+        const frmQuorvel& f = h.pantalla();
+        return f.mskF_comp.Text() + f.txtconcepto.Text() + f.txtnro_correlativo.Text() + f.txtnumero.Text();
+    };
+    const std::string al_abrir = escrito();
+    h.pantalla().mskF_comp.SetText("10/03/2024");
+    for (ui::TextBox* caja :
+         {&h.pantalla().txtconcepto, &h.pantalla().txtnro_correlativo, &h.pantalla().txtnumero})
+        caja->SetText("41");
+    h.pantalla().close_by_user();
     EXPECT_FALSE(h.pantalla().loaded());
     ASSERT_EQ(h.llamar("ShowForm"), S_OK);
-    EXPECT_TRUE(h.pantalla().visible());
-    apoyo::ejecutar(*h.db, "drop table ctmconfigu");
+    EXPECT_EQ(escrito(), al_abrir) << "loaded afresh";
+    apoyo::ejecutar(*h.db, "drop table ctmcentros");
     EXPECT_EQ(h.llamar("UnloadForm"), S_OK);
     (void)h.llamar("ShowForm"); // reported on the screen, never thrown at the host
     EXPECT_EQ(h.mensajes().size(), 1U);
+    h.pantalla().mnucompra.press();
+    EXPECT_EQ(h.mensajes().size(), 1U) << "a master that cannot be opened, told again";
 }

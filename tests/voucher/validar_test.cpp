@@ -212,7 +212,7 @@ TEST_P(Validar, Lines) {
     };
     maestros.reabrir(*db, false);
     for (const Fila& f : filas) {
-        const auto r = ValidarLineas({compra().lineas[0], f.linea}, *maestros.rsCuentas);
+        const auto r = ValidarLineas({compra().lineas[0], f.linea}, maestros[Maestro::cuentas]);
         ASSERT_TRUE(r) << f.mensaje;
         EXPECT_EQ(r->mensaje, f.mensaje);
         EXPECT_EQ(r->fila, 1);
@@ -221,7 +221,7 @@ TEST_P(Validar, Lines) {
     const std::vector<Linea> centavos = {{"101001", "", "0,1", "", "", "", "", "", "", ""},
                                          {"101001", "", "0,2", "", "", "", "", "", "", ""},
                                          {"101002", "", "", "0,3", "", "", "", "", "", ""}};
-    EXPECT_FALSE(ValidarLineas(centavos, *maestros.rsCuentas)) << "summed in decimal";
+    EXPECT_FALSE(ValidarLineas(centavos, maestros[Maestro::cuentas])) << "summed in decimal";
     // Eighteen digits can be stored, as a total too.
     const auto lineas = [](const char* ultimo, bool al_debe) {
         std::vector<Linea> todas;
@@ -231,8 +231,8 @@ TEST_P(Validar, Lines) {
         return todas;
     };
     for (const bool al_debe : {true, false}) {
-        EXPECT_FALSE(ValidarLineas(lineas("0", al_debe), *maestros.rsCuentas));
-        const auto r = ValidarLineas(lineas("1", al_debe), *maestros.rsCuentas);
+        EXPECT_FALSE(ValidarLineas(lineas("0", al_debe), maestros[Maestro::cuentas]));
+        const auto r = ValidarLineas(lineas("1", al_debe), maestros[Maestro::cuentas]);
         ASSERT_TRUE(r) << "balanced, and one peso more than fits";
         EXPECT_EQ(r->mensaje, "Monto no válido");
         EXPECT_EQ(std::pair(r->fila, r->columna),

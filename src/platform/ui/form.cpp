@@ -4,6 +4,7 @@
 #include "text/letras_utf8.h"
 
 #include <algorithm>
+#include <stdexcept>
 
 namespace quorvel::ui {
 
@@ -15,6 +16,7 @@ Form::~Form() {
         visible_ = false;
         escritorio_.close(*this);
     }
+    escritorio_.forget(*this);
 }
 
 void Form::SetCaption(std::string caption) {
@@ -35,6 +37,8 @@ void Form::Load() {
 }
 
 void Form::Show() {
+    if (escritorio_.waiting())
+        throw std::runtime_error("Hay una ventana que espera una respuesta: ciérrela antes de abrir otra");
     Load();
     visible_ = true;
     if (active_ == nullptr) focus_next();
@@ -42,6 +46,7 @@ void Form::Show() {
 }
 
 void Form::ShowModal() {
+    if (visible_) throw std::runtime_error("La ventana ya está abierta");
     Load();
     visible_ = true;
     if (active_ == nullptr) focus_next();
@@ -56,11 +61,50 @@ void Form::Hide() {
 }
 
 void Form::Unload() {
+    unload_wanted_ = closing_ = false;
     if (!loaded_) return;
     loaded_ = false;
+    spent_ = true;
     atender([this] { Form_Unload(); });
     active_ = nullptr;
     Hide();
+}
+
+bool Form::dismiss() {
+    if (!running()) {
+        Unload();
+        return true;
+    }
+    if (!loaded_) return true; // its own procedure has unloaded it
+    unload_wanted_ = closing_ = true;
+    escritorio_.call_off(*this);
+    return false;
+}
+
+void Form::call_off() {
+    closing_ = running();
+    if (closing_) escritorio_.call_off(*this);
+    Hide();
+}
+
+void Form::settle() {
+    if (!unload_wanted_) {
+        closing_ = false;
+        return Settled();
+    }
+    const std::weak_ptr<int> alive = depth_;
+    escritorio_.later([this, alive] {
+        if (!alive.expired() && unload_wanted_) dismiss();
+    });
+}
+
+void Form::close_by_user() {
+    if (escritorio_.waiting_for(*this)) return void(dismiss());
+    atender([this] { Form_QueryClose(); });
+}
+
+void Form::activate() {
+    if (!closing_) atender([this] { Form_Activate(); });
 }
 
 Control* Form::find(std::string_view name) const {
@@ -81,6 +125,12 @@ bool Form::leave_active() {
 }
 
 bool Form::set_active(Control* control) {
+    bool moved = false;
+    atender([&] { moved = change_active(control); });
+    return moved;
+}
+
+bool Form::change_active(Control* control) {
     if (control != nullptr && !control->can_focus()) return false;
     if (moving_focus_) { // a handler of the control that is being left names another goal
         goal_ = control;

@@ -25,23 +25,34 @@ public:
     /// Runs the load step once until the form is unloaded.
     void Load();
     [[nodiscard]] bool loaded() const { return loaded_; }
-    /// Loads, shows without waiting, activates.
+    /// Loads, shows without waiting, activates. @throws std::runtime_error while something waits for an
+    /// answer
     void Show();
-    /// Loads, shows and returns when the form is hidden or unloaded.
+    /// Loads, shows and returns when the form is hidden or unloaded. @throws std::runtime_error when it is
+    /// shown
     void ShowModal();
     /// Ends a modal show and keeps the fields.
     void Hide();
-    /// Runs the unload step when loaded, hides. Nothing when not loaded.
+    /// Runs the unload step when loaded, hides. Nothing when not loaded. For the form's own procedures and
+    /// where none of them runs.
     void Unload();
+    /// The same for whoever comes from outside, at any time. A form whose procedures run cannot go under
+    /// them: what they wait for is called off, and it unloads when the last one has ended.
+    /// @return false when that is still to come
+    bool dismiss();
+    /// Its procedures run, or wait for an answer.
+    [[nodiscard]] bool running() const { return *depth_ > 0; }
+    /// Its running procedures get no more answers.
+    [[nodiscard]] bool closing() const { return closing_; }
+    /// It was loaded and unloaded: what it holds is left over.
+    [[nodiscard]] bool spent() const { return spent_; }
     [[nodiscard]] bool visible() const { return visible_; }
     /// The person closes the window: Form_QueryClose, which unloads unless a form says otherwise.
-    void close_by_user() {
-        atender([this] { Form_QueryClose(); });
-    }
+    void close_by_user();
     /// The form has become the top one (shown, or what covered it closed).
-    void activate() {
-        atender([this] { Form_Activate(); });
-    }
+    void activate();
+    /// Called by Escritorio: leaves without a choice, with all that its own procedures wait for.
+    void call_off();
 
     [[nodiscard]] const std::vector<Control*>& controls() const { return controls_; }
     /// By name without regard to case; nullptr when there is none.
@@ -61,13 +72,14 @@ public:
     /// The only catch of a form's events: shows the error's own description, critical, "Mensaje".
     template <class F> void atender(F&& evento) {
         const std::shared_ptr<int> depth = depth_; // the event may end the form
+        const Escritorio::Acting acting(escritorio_, this);
         ++*depth;
         try {
             evento();
         } catch (const std::exception& e) {
             critico(e.what());
         }
-        if (--*depth == 0 && depth.use_count() > 1) Settled();
+        if (--*depth == 0 && depth.use_count() > 1) settle();
     }
     // Message boxes, all titled "Mensaje".
     void critico(const std::string& texto);
@@ -90,12 +102,15 @@ private:
     void adopt(Control* control);
     void abandon(Control* control);
     bool leave_active();
+    bool change_active(Control* control);
+    void settle();
     Escritorio& escritorio_;
     std::string name_, caption_;
     std::vector<Control*> controls_;
     Control *active_ = nullptr, *goal_ = nullptr;
     std::shared_ptr<int> depth_ = std::make_shared<int>(0); ///< events within events
     bool loaded_ = false, visible_ = false, moving_focus_ = false;
+    bool closing_ = false, unload_wanted_ = false, spent_ = false;
 };
 
 } // namespace quorvel::ui

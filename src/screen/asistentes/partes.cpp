@@ -18,21 +18,21 @@ bool tomar_cuenta(ui::Form& f, SesionAsistente& s, const ParteCodigo& cuenta,
         f.critico("Cuenta no válida");
         return false;
     }
-    cuenta.nombre.SetCaption(campo(*s.grsCuentas, "n_centro"));
+    cuenta.nombre.SetCaption(campo((*s.maestros)[Maestro::cuentas], "n_centro"));
     if (auxiliar) {
         auxiliar->codigo.SetText("");
         auxiliar->nombre.SetCaption("");
-        habilitar(*auxiliar, campo(*s.grsCuentas, "req_auxiliar") == "1");
+        habilitar(*auxiliar, campo((*s.maestros)[Maestro::cuentas], "req_auxiliar") == "1");
     }
     return true;
 }
 
 bool tomar_auxiliar(ui::Form& f, SesionAsistente& s, const ParteCodigo& auxiliar, const std::string& codigo) {
-    if (!buscar_codigo(*s.grsAuxiliares, "auxiliar", codigo)) {
+    if (!buscar_codigo((*s.maestros)[Maestro::auxiliares], "auxiliar", codigo)) {
         f.critico("Auxiliar no válido");
         return false;
     }
-    auxiliar.nombre.SetCaption(campo(*s.grsAuxiliares, "n_auxiliar"));
+    auxiliar.nombre.SetCaption(campo((*s.maestros)[Maestro::auxiliares], "n_auxiliar"));
     return true;
 }
 
@@ -51,11 +51,11 @@ template <class F> void conectar_busqueda(ui::Form& f, const ParteCodigo& p, F a
 } // namespace
 
 bool existe_cuenta(SesionAsistente& s, const std::string& cuenta) {
-    return buscar_codigo(*s.grsCuentas, "centro", cuenta);
+    return buscar_codigo((*s.maestros)[Maestro::cuentas], "centro", cuenta);
 }
 
 bool cuenta_requiere_auxiliar(SesionAsistente& s, const std::string& cuenta) {
-    return existe_cuenta(s, cuenta) && campo(*s.grsCuentas, "req_auxiliar") == "1";
+    return existe_cuenta(s, cuenta) && campo((*s.maestros)[Maestro::cuentas], "req_auxiliar") == "1";
 }
 
 void habilitar(const ParteCodigo& auxiliar, bool si) {
@@ -97,8 +97,7 @@ void conectar_contraparte(ui::Form& f, SesionAsistente& s, const ParteContrapart
     p.generar.Click += [&f, &s, p] {
         try {
             generar_auxiliar(*s.gdb, s.gstrrut, s.gstrnombre);
-            s.auxiliares_nuevos = auxiliares_activos(*s.gdb);
-            s.grsAuxiliares = s.auxiliares_nuevos.get();
+            s.maestros->reabrir(Maestro::auxiliares);
             CargarAuxiliaresRut(s, p);
             p.auxiliares.SetFocus();
         } catch (const std::invalid_argument& e) {
@@ -135,7 +134,8 @@ void tecla_dialogo(ui::Form& f, ui::KeyEvent& e, ui::CommandButton& aceptar) {
 bool exigir_auxiliares(ui::Form& f, SesionAsistente& s, const ParteCodigo& auxiliar,
                        const std::string& cuenta, ui::ComboBox& contraparte) {
     const auto vigente = [&](const std::string& codigo, ui::Control& foco) {
-        return exigir(f, buscar_codigo(*s.grsAuxiliares, "auxiliar", codigo), "Auxiliar no válido", &foco);
+        return exigir(f, buscar_codigo((*s.maestros)[Maestro::auxiliares], "auxiliar", codigo),
+                      "Auxiliar no válido", &foco);
     };
     if (cuenta_requiere_auxiliar(s, cuenta)) {
         const std::string codigo = auxiliar.codigo.Text();

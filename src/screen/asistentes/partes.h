@@ -2,8 +2,8 @@
 #include "platform/db/clsConexion.h"
 #include "platform/ui/controls.h"
 #include "platform/ui/form.h"
+#include "voucher/configuracion.h"
 
-#include <memory>
 #include <optional>
 #include <string>
 
@@ -14,11 +14,9 @@ namespace quorvel {
 /// Set by the caller before the dialog loads.
 struct SesionAsistente {
     clsConexion* gdb = nullptr;
-    Recordset* grsCuentas = nullptr;
-    Recordset* grsAuxiliares = nullptr; ///< replaced by a fresh one after an auxiliary was created
+    Maestros* maestros = nullptr; ///< of the calling screen, which outlives the dialog
     std::string gstrrut, gstrnombre;
     bool gblnaceptar = false; ///< every check of "Aceptar" passed
-    std::unique_ptr<Recordset> auxiliares_nuevos;
 };
 
 /// A code, its name and its lookup button; the code may be an account or an auxiliary.

@@ -7,10 +7,9 @@
 #include "text/letras_utf8.h"
 
 namespace quorvel {
-void preparar_sesion(const frmQuorvel& f, SesionAsistente& d) {
+void preparar_sesion(frmQuorvel& f, SesionAsistente& d) {
     d.gdb = f.glbdb;
-    d.grsAuxiliares = f.maestros.rsAuxiliares.get();
-    d.grsCuentas = f.maestros.rsCuentas.get();
+    d.maestros = &f.maestros;
     d.gstrrut = f.txtrut_persona.Text();
     d.gstrnombre = f.txtnombre.Text();
 }
@@ -23,12 +22,12 @@ void recordar_linea(frmQuorvel& f, SeleccionRecordada& memoria, int fila, bool c
     if (!f.glbBanderaNuevo) memoria = {}; // names and auxiliary of another document must not stay behind
     if (f.grdDetalle.Rows() <= 1 || !memoria.cuenta.empty()) return;
     memoria.cuenta = recortar_fin(f.grdDetalle.TextMatrix(fila, CUENTA));
-    if (!buscar_codigo(*f.maestros.rsCuentas, "centro", memoria.cuenta)) return;
-    memoria.n_cuenta = campo(*f.maestros.rsCuentas, "n_centro");
-    if (!con_auxiliar || campo(*f.maestros.rsCuentas, "req_auxiliar") != "1") return;
+    if (!buscar_codigo(f.maestros[Maestro::cuentas], "centro", memoria.cuenta)) return;
+    memoria.n_cuenta = campo(f.maestros[Maestro::cuentas], "n_centro");
+    if (!con_auxiliar || campo(f.maestros[Maestro::cuentas], "req_auxiliar") != "1") return;
     memoria.auxiliar = recortar_fin(f.grdDetalle.TextMatrix(fila, AUXILIAR));
-    if (buscar_codigo(*f.maestros.rsAuxiliares, "auxiliar", memoria.auxiliar))
-        memoria.n_auxiliar = campo(*f.maestros.rsAuxiliares, "n_auxiliar");
+    if (buscar_codigo(f.maestros[Maestro::auxiliares], "auxiliar", memoria.auxiliar))
+        memoria.n_auxiliar = campo(f.maestros[Maestro::auxiliares], "n_auxiliar");
 }
 
 std::string auxiliar_contraparte(const ui::ComboBox& auxiliares) { return primeros(auxiliares.Text(), 6); }

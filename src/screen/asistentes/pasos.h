@@ -9,7 +9,7 @@ class frmQuorvel;
 // Steps that every assistant command takes between the voucher screen and its dialog.
 
 /// Hands session, recordsets and counterpart over; before the dialog loads.
-void preparar_sesion(const frmQuorvel& f, SesionAsistente& d);
+void preparar_sesion(frmQuorvel& f, SesionAsistente& d);
 /// Selects the screen's kind in the dialog; a kind that is not offered leaves no selection.
 void preseleccionar_documento(const frmQuorvel& f, ui::ComboBox& documentos);
 /// On a stored voucher the memory of another document is dropped; without memory the line proposes. @param

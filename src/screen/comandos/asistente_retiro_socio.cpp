@@ -12,7 +12,7 @@ namespace quorvel {
 namespace {
 
 bool sin_auxiliar(frmQuorvel& f, const std::string& cuenta) {
-    Recordset& rs = *f.maestros.rsCuentas;
+    Recordset& rs = f.maestros[Maestro::cuentas];
     rs.FindFirst("centro=" + sql_texto(cuenta));
     return !rs.nomatch() && recortar(rs.fields("req_auxiliar").Value.text()) == "0";
 }

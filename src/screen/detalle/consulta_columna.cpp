@@ -18,12 +18,12 @@ void cuenta(frmQuorvel& f) {
     if (g.Value(SEC).empty()) g.SetValue(SEC, std::to_string(g.Rows() + 1));
     const std::string anterior = g.Value(CUENTA);
     g.SetValue(CUENTA, elegida->codigo);
-    if (!buscar_codigo(*f.maestros.rsCuentas, "centro", elegida->codigo)) {
+    if (!buscar_codigo(f.maestros[Maestro::cuentas], "centro", elegida->codigo)) {
         f.estado.ultima_cuenta = elegida->codigo;
         return f.critico("Cuenta no válida");
     }
     if (elegida->codigo != anterior)
-        cuenta_elegida(f, elegida->codigo, campo(*f.maestros.rsCuentas, "n_centro"));
+        cuenta_elegida(f, elegida->codigo, campo(f.maestros[Maestro::cuentas], "n_centro"));
     CuadrarLinea(f);
     g.SetFocus();
     g.SetCol(requiere_auxiliar(f, elegida->codigo) == "1" ? AUXILIAR : DEBE);
@@ -32,10 +32,10 @@ void cuenta(frmQuorvel& f) {
 void auxiliar(frmQuorvel& f) {
     if (requiere_auxiliar(f, f.grdDetalle.Value(CUENTA)) != "1") return;
     const auto elegido = elegir_auxiliar(f.escritorio(), *f.glbdb);
-    if (!elegido || !buscar_codigo(*f.maestros.rsAuxiliares, "auxiliar", elegido->codigo)) return;
+    if (!elegido || !buscar_codigo(f.maestros[Maestro::auxiliares], "auxiliar", elegido->codigo)) return;
     f.grdDetalle.cancel_edit();
     f.grdDetalle.SetValue(AUXILIAR, elegido->codigo);
-    f.lblAuxiliar.SetCaption(campo(*f.maestros.rsAuxiliares, "n_auxiliar"));
+    f.lblAuxiliar.SetCaption(campo(f.maestros[Maestro::auxiliares], "n_auxiliar"));
     f.grdDetalle.SetFocus();
 }
 
@@ -44,9 +44,9 @@ void centro(frmQuorvel& f) {
     if (!elegido) return;
     f.grdDetalle.cancel_edit();
     f.grdDetalle.SetValue(CENTRO, elegido->codigo);
-    if (!buscar_codigo(*f.maestros.rsCentros, "centro", elegido->codigo))
+    if (!buscar_codigo(f.maestros[Maestro::centros], "centro", elegido->codigo))
         return f.critico("Centro de costo no válida");
-    f.lblCentro.SetCaption(campo(*f.maestros.rsCentros, "n_centro"));
+    f.lblCentro.SetCaption(campo(f.maestros[Maestro::centros], "n_centro"));
     f.grdDetalle.SetFocus();
 }
 

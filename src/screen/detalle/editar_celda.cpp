@@ -25,7 +25,7 @@ void rechazar(frmQuorvel& f, bool& cancelar, const std::string& mensaje) {
 
 void cuenta_dejada(frmQuorvel& f, const std::string& anterior, bool& cancelar) {
     const std::string cuenta = f.grdDetalle.Value(CUENTA);
-    Recordset& rs = *f.maestros.rsCuentas;
+    Recordset& rs = f.maestros[Maestro::cuentas];
     if (!buscar_codigo(rs, "centro", cuenta) || !largo_de_grupo(rs, cuenta))
         return rechazar(f, cancelar, "Cuenta no válida");
     if (cuenta == anterior) { // typed again: auxiliary and gloss written by hand stay
@@ -39,7 +39,7 @@ void auxiliar_dejado(frmQuorvel& f, const std::string&, bool& cancelar) {
     const std::string auxiliar = f.grdDetalle.Value(AUXILIAR);
     if (auxiliar.empty()) return f.lblAuxiliar.SetCaption("");
     const std::string codigo = codigo_seis(auxiliar);
-    Recordset& rs = *f.maestros.rsAuxiliares;
+    Recordset& rs = f.maestros[Maestro::auxiliares];
     if (!buscar_codigo(rs, "auxiliar", codigo)) return rechazar(f, cancelar, "Auxiliar no válida");
     f.grdDetalle.SetValue(AUXILIAR, codigo);
     f.lblAuxiliar.SetCaption(campo(rs, "n_auxiliar"));
@@ -64,7 +64,7 @@ void glosa_dejada(frmQuorvel& f, const std::string&, bool& cancelar) {
 void centro_dejado(frmQuorvel& f, const std::string&, bool& cancelar) {
     const std::string centro = f.grdDetalle.Value(CENTRO);
     if (centro.empty()) return f.lblCentro.SetCaption("");
-    Recordset& rs = *f.maestros.rsCentros;
+    Recordset& rs = f.maestros[Maestro::centros];
     if (!buscar_codigo(rs, "centro", centro) || !largo_de_grupo(rs, centro))
         return rechazar(f, cancelar, "Centro no válida");
     f.lblCentro.SetCaption(campo(rs, "n_centro"));
@@ -94,7 +94,7 @@ void vaciar_otro_lado(frmQuorvel& f, int columna) {
 } // namespace
 
 std::string requiere_auxiliar(frmQuorvel& f, const std::string& cuenta) {
-    Recordset& rs = *f.maestros.rsCuentas;
+    Recordset& rs = f.maestros[Maestro::cuentas];
     if (!buscar_codigo(rs, "centro", cuenta)) return "0";
     const std::string r = campo(rs, "req_auxiliar");
     return r.empty() ? "0" : r;
@@ -109,14 +109,14 @@ void cuenta_elegida(frmQuorvel& f, const std::string& cuenta, const std::string&
 }
 
 bool ValidarOtroImpuesto(frmQuorvel& f, const std::string& codigo) {
-    Recordset& rs = *f.maestros.rsOtrosImpuestos;
+    Recordset& rs = f.maestros[Maestro::otros_impuestos];
     if (codigo.empty() || !buscar_codigo(rs, "otro_impuesto", codigo)) return false;
     f.lblOtro_impuesto.SetCaption(campo(rs, "descripcion"));
     return true;
 }
 
 std::string tasa_otro_impuesto(frmQuorvel& f) {
-    return formato(f.maestros.rsOtrosImpuestos->fields("tasa").Value.number(), "0.00");
+    return formato(f.maestros[Maestro::otros_impuestos].fields("tasa").Value.number(), "0.00");
 }
 
 void antes_de_editar(frmQuorvel& f, int columna, bool& cancelar) {

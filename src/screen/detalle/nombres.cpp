@@ -19,18 +19,18 @@ void nombrar(ui::Label& etiqueta, Recordset& rs, const char* columna, const char
 
 void celda_movida(frmQuorvel& f) {
     const ui::ctlPlanilla& g = f.grdDetalle;
-    if (!f.maestros.rsCuentas) return; // rows pushed before the first activation
+    if (!f.maestros.abierto(Maestro::cuentas)) return; // rows pushed before the first activation
     if (g.Col() == DEBE || g.Col() == HABER)
         f.txtnumero.SetText(formato(valnumeroformato(g.Value(g.Col())), "#,##0"));
     const std::string cuenta = g.Value(CUENTA);
     if (cuenta != f.estado.ultima_cuenta) {
-        nombrar(f.lblCuenta, *f.maestros.rsCuentas, "centro", "n_centro", cuenta);
+        nombrar(f.lblCuenta, f.maestros[Maestro::cuentas], "centro", "n_centro", cuenta);
         f.estado.ultima_cuenta = cuenta;
     }
     // Two neighbouring lines may share an account and differ in the party.
-    nombrar(f.lblAuxiliar, *f.maestros.rsAuxiliares, "auxiliar", "n_auxiliar", g.Value(AUXILIAR));
-    nombrar(f.lblCentro, *f.maestros.rsCentros, "centro", "n_centro", g.Value(CENTRO));
-    nombrar(f.lblOtro_impuesto, *f.maestros.rsOtrosImpuestos, "otro_impuesto", "descripcion",
+    nombrar(f.lblAuxiliar, f.maestros[Maestro::auxiliares], "auxiliar", "n_auxiliar", g.Value(AUXILIAR));
+    nombrar(f.lblCentro, f.maestros[Maestro::centros], "centro", "n_centro", g.Value(CENTRO));
+    nombrar(f.lblOtro_impuesto, f.maestros[Maestro::otros_impuestos], "otro_impuesto", "descripcion",
             g.Value(OTRO_IMP));
 }
 

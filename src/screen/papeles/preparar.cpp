@@ -32,9 +32,8 @@ bool preparar_impresion(frmQuorvel& f) {
     i.elaborado = f.config.elaborado;
     i.revisado = f.config.revisado;
     i.aprobado = f.config.aprobado;
-    if (!f.maestros.rsAuxiliares) f.maestros.reabrir(*f.glbdb, false);
     const long total = f.grdDetalle.Rows();
-    return preparar_comprobante(*f.glbdb, reporte, i, *f.maestros.rsAuxiliares, [&](long hechas) {
+    return preparar_comprobante(*f.glbdb, reporte, i, f.maestros[Maestro::auxiliares], [&](long hechas) {
         return f.escritorio().progress("Preparando la impresión", hechas, total);
     });
 }
