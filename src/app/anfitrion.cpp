@@ -68,8 +68,10 @@ void Anfitrion::agregar_menus(QMenuBar& barra) {
 
 void Anfitrion::ofrecer_borradores() {
     frmQuorvel& f = sesion_.pantalla();
-    const auto elegido = elegir_borrador(borradores_libres(f), ventana());
-    if (elegido) f.atender([&] { (void)recuperar_borrador(f, *elegido); });
+    f.atender([&] { // the screen stays while the list is open
+        const auto elegido = elegir_borrador(borradores_libres(f), ventana());
+        if (elegido) (void)recuperar_borrador(f, *elegido);
+    });
 }
 
 void Anfitrion::ver_libro(Libro libro) {
@@ -84,13 +86,14 @@ void Anfitrion::ver_libro(Libro libro) {
 }
 
 void Anfitrion::configurar() {
-    try {
-        ConfiguracionWindow configuracion(eleccion_.conexion, eleccion_.empresa,
-                                          sesion_.pantalla().glbN_empresa, hoy_, ventana());
-        if (configuracion.exec() == QDialog::Accepted) dejar(FinPantalla::reabrir);
-    } catch (const std::exception& e) {
-        avisar_problema(ventana(), to_qt(e.what()));
-    }
+    frmQuorvel& f = sesion_.pantalla();
+    bool cambiada = false;
+    f.atender([&] { // the screen stays while its owner's window is open
+        ConfiguracionWindow configuracion(eleccion_.conexion, eleccion_.empresa, f.glbN_empresa, hoy_,
+                                          ventana());
+        cambiada = configuracion.exec() == QDialog::Accepted;
+    });
+    if (cambiada) dejar(FinPantalla::reabrir);
 }
 
 void Anfitrion::dejar(FinPantalla como) {
