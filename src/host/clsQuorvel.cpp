@@ -16,8 +16,7 @@ public:
     }
     Estado ShowForm() override {
         return intentar([this] {
-            if (algo_espera())
-                throw Ocupada("Hay una ventana que espera una respuesta: ciérrela antes de abrir otra");
+            pantalla().require_showable(false); // before its session is touched
             entregar_sesion().Show();
         });
     }

@@ -30,7 +30,7 @@ public:
     }
     Estado ShowForm() override {
         return intentar([this] {
-            if (pantalla().visible()) throw Ocupada("La pantalla ya está abierta");
+            pantalla().require_showable(true); // before its voucher is touched
             frmQuorvel& f = pantalla_cargada();
             f.txtconcepto.SetText(concepto_);
             f.cmblibro.SetListIndex(0);

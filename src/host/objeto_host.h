@@ -34,8 +34,9 @@ enum class Llamada { metodo, leer, poner };
 /// A screen that was closed is loaded afresh, empty as the first time.
 ///
 /// A session is borrowed, never owned. It must live until UnloadForm has answered S_OK; after E_PENDING,
-/// until the screen's Closed. An object that is deleted while a procedure of its screen runs calls it off
-/// like UnloadForm, and then the sessions must outlive the procedure.
+/// until the screen's Closed. An object that is
+/// deleted while a procedure of its screen runs calls it off like UnloadForm, and then the sessions must
+/// outlive the procedure; it is never deleted from within a call of its own.
 class ObjetoHost {
 public:
     virtual ~ObjetoHost() = default;

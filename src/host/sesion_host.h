@@ -6,12 +6,6 @@
 
 namespace quorvel {
 
-/// A call that comes at a bad time.
-class Ocupada : public std::runtime_error {
-public:
-    using std::runtime_error::runtime_error;
-};
-
 /// Common implementation of both classes: calls by name, the properties and the one screen.
 template <class Interfaz> class SesionHost : public Interfaz {
 public:
@@ -20,7 +14,7 @@ public:
     ~SesionHost() override {
         try {
             (void)pantalla_->dismiss();
-            if (pantalla_->running()) servicios_.escritorio.keep(std::move(pantalla_));
+            if (pantalla_->in_use()) servicios_.escritorio.keep(std::move(pantalla_));
         } catch (...) { // the host has closed the session before; there is nobody left to tell
         }
     }
@@ -31,7 +25,7 @@ public:
     Estado Invoke(int id, Llamada llamada, std::span<const Variant> argumentos, Variant* resultado) override {
         error_.clear();
         const Estado e = miembros_.llamar(id, llamada, argumentos, resultado);
-        return error_.empty() ? responder(e) : e;
+        return fallo(e) && !error_.empty() ? e : responder(e);
     }
     [[nodiscard]] frmQuorvel& pantalla() override { return *pantalla_; }
     [[nodiscard]] const std::string& descripcion_error() const override { return error_; }
@@ -69,8 +63,8 @@ protected:
         error_.clear();
         try {
             llamada();
-            return S_OK;
-        } catch (const Ocupada& e) {
+            return responder(S_OK); // the host may have called in between, from a modal show
+        } catch (const ui::Busy& e) {
             error_ = e.what();
             return RPC_E_SERVERCALL_RETRYLATER;
         } catch (const std::exception& e) {
@@ -86,7 +80,7 @@ protected:
         if (!db_) throw std::runtime_error("Falta la sesión de la base de datos (glbdb)");
         frmQuorvel& f = libre();
         if (f.loaded() && (f.glbdb != db_ || f.glbEmpresa != empresa_ || f.glbUsuario != usuario_))
-            throw Ocupada(
+            throw ui::Busy(
                 "La pantalla está abierta con otra empresa, otro usuario u otra base: ciérrela antes");
         f.glbAlias = alias_;
         f.glbdb = db_;
@@ -105,7 +99,6 @@ protected:
         frmQuorvel& f = libre();
         return f.loaded() ? f : entregar_sesion();
     }
-    [[nodiscard]] bool algo_espera() const { return servicios_.escritorio.waiting(); }
     template <class T> Estado leer(T* destino, const T& valor) {
         if (destino) *destino = valor;
         return responder(destino ? S_OK : E_INVALIDARG);
@@ -123,10 +116,10 @@ private:
     /// The screen while none of its procedures runs; a new one once it was closed.
     frmQuorvel& libre() {
         if (pantalla_->loaded() && pantalla_->running())
-            throw Ocupada("La pantalla está ocupada: espere a que termine lo que está haciendo");
+            throw ui::Busy("La pantalla está ocupada: espere a que termine lo que está haciendo");
         if (pantalla_->loaded() || !pantalla_->spent()) return *pantalla_;
         auto nueva = std::make_unique<frmQuorvel>(servicios_);
-        if (pantalla_->running()) servicios_.escritorio.keep(std::move(pantalla_));
+        if (pantalla_->in_use()) servicios_.escritorio.keep(std::move(pantalla_));
         pantalla_ = std::move(nueva);
         return *pantalla_;
     }

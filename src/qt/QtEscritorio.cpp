@@ -66,6 +66,7 @@ void QtEscritorio::activate_top() {
 void QtEscritorio::on_open(ui::Form& form, bool modal) {
     if (FormWindow* shown = window_of(form)) {
         shown->raise();
+        shown->activateWindow();
         return;
     }
     auto* window = new FormWindow(form, modal && acting() != nullptr ? owner_window() : nullptr);

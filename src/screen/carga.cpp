@@ -107,8 +107,8 @@ void frmQuorvel::Form_Unload() {
         if (glbdb && glbdbReport && ctlRegistro1.Flag(PERMISO_IMPRIMIR) && !misma_base(*glbdb, *glbdbReport))
             borrar_tablas_impresion(*glbdbReport);
         if (!estado.primera_activacion) guardar_anchos(grdDetalle, servicios.carpeta);
-        maestros = {}; // the host may close its sessions once the screen is gone
     });
+    maestros = {}; // the host may close its sessions once the screen is gone
 }
 
 } // namespace quorvel

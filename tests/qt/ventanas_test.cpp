@@ -156,6 +156,23 @@ TEST(Ventanas, LookupInsideACell) {
     QApplication::processEvents(); // the lookup's window still gets its timers; its list is gone
 }
 
+TEST(Ventanas, ALookupBelongsToTheScreenThatOpensItAndGoesWithIt) {
+    Pantalla p;
+    const auto otra = crear_objeto("clsQuorvel", p.f().servicios);
+    otra->set_glbdb(p.db.get());
+    ASSERT_EQ(dynamic_cast<clsQuorvel&>(*otra).ShowForm(), S_OK);
+    Estado quitada = S_OK;
+    p.al_abrir = [&](qt::FormWindow& lista) {
+        EXPECT_EQ(lista.parentWidget(), p.escritorio.window_of(p.f())) << "not the screen opened last";
+        quitada = dynamic_cast<clsQuorvel&>(*p.objeto).UnloadForm();
+    };
+    p.f().cmdrut_persona.press();
+    EXPECT_EQ(quitada, E_PENDING);
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(p.f().loaded());
+    EXPECT_TRUE(otra->pantalla().visible());
+}
+
 TEST(Ventanas, TheButtonThatClosesADialogIsClicked) {
     Pantalla p;
     p.al_abrir = [](qt::FormWindow& v) {

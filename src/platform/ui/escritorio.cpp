@@ -106,7 +106,7 @@ void Escritorio::forget(Form& form) {
 }
 
 void Escritorio::keep(std::unique_ptr<Form> form) {
-    std::erase_if(kept_, [](const auto& kept) { return !kept->running() && !kept->loaded(); });
+    std::erase_if(kept_, [](const auto& kept) { return !kept->in_use() && !kept->loaded(); });
     kept_.push_back(std::move(form));
 }
 

@@ -4,7 +4,6 @@
 #include "text/letras_utf8.h"
 
 #include <algorithm>
-#include <stdexcept>
 
 namespace quorvel::ui {
 
@@ -36,9 +35,14 @@ void Form::Load() {
     }
 }
 
+void Form::require_showable(bool modal) const {
+    if (!modal && escritorio_.waiting())
+        throw Busy("Hay una ventana que espera una respuesta: ciérrela antes de abrir otra");
+    if (modal && visible_) throw Busy("La pantalla ya está abierta");
+}
+
 void Form::Show() {
-    if (escritorio_.waiting())
-        throw std::runtime_error("Hay una ventana que espera una respuesta: ciérrela antes de abrir otra");
+    require_showable(false);
     Load();
     visible_ = true;
     if (active_ == nullptr) focus_next();
@@ -46,11 +50,13 @@ void Form::Show() {
 }
 
 void Form::ShowModal() {
-    if (visible_) throw std::runtime_error("La ventana ya está abierta");
+    require_showable(true);
     Load();
     visible_ = true;
     if (active_ == nullptr) focus_next();
+    ++modal_shows_;
     escritorio_.open(*this, true);
+    --modal_shows_;
 }
 
 void Form::Hide() {
@@ -75,8 +81,7 @@ bool Form::dismiss() {
         Unload();
         return true;
     }
-    if (!loaded_) return true; // its own procedure has unloaded it
-    unload_wanted_ = closing_ = true;
+    unload_wanted_ = closing_ = loaded_; // one of them may be the unload step
     escritorio_.call_off(*this);
     return false;
 }

@@ -4,10 +4,17 @@
 
 #include <exception>
 #include <memory>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
 namespace quorvel::ui {
+
+/// What is asked for cannot be done now; nothing has changed.
+class Busy : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
 
 /// A window without drawing: its controls by name, its focus, its life (load, show, activate, hide, unload).
 class Form {
@@ -25,12 +32,13 @@ public:
     /// Runs the load step once until the form is unloaded.
     void Load();
     [[nodiscard]] bool loaded() const { return loaded_; }
-    /// Loads, shows without waiting, activates. @throws std::runtime_error while something waits for an
-    /// answer
+    /// Loads, shows without waiting, activates. @throws Busy
     void Show();
-    /// Loads, shows and returns when the form is hidden or unloaded. @throws std::runtime_error when it is
-    /// shown
+    /// Loads, shows and returns when the form is hidden or unloaded. @throws Busy
     void ShowModal();
+    /// A form is not shown beside what waits for an answer, unless it waits on top of that itself, and not
+    /// modally while it is shown. @throws Busy
+    void require_showable(bool modal) const;
     /// Ends a modal show and keeps the fields.
     void Hide();
     /// Runs the unload step when loaded, hides. Nothing when not loaded. For the form's own procedures and
@@ -42,6 +50,8 @@ public:
     bool dismiss();
     /// Its procedures run, or wait for an answer.
     [[nodiscard]] bool running() const { return *depth_ > 0; }
+    /// Somebody on the stack still uses it: one of its procedures, or whoever shows it modally.
+    [[nodiscard]] bool in_use() const { return running() || modal_shows_ > 0; }
     /// Its running procedures get no more answers.
     [[nodiscard]] bool closing() const { return closing_; }
     /// It was loaded and unloaded: what it holds is left over.
@@ -110,6 +120,7 @@ private:
     Control *active_ = nullptr, *goal_ = nullptr;
     std::shared_ptr<int> depth_ = std::make_shared<int>(0); ///< events within events
     bool loaded_ = false, visible_ = false, moving_focus_ = false;
+    int modal_shows_ = 0;
     bool closing_ = false, unload_wanted_ = false, spent_ = false;
 };
 
