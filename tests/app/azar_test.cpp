@@ -209,7 +209,7 @@ protected:
     }
     Lugar lugar;
     unsigned semilla = static_cast<unsigned>(numero_de("QUORVEL_SEMILLA", 0) + GetParam());
-    long pasos = numero_de("QUORVEL_PASOS", 600);
+    long pasos = numero_de("QUORVEL_PASOS", 3000);
 };
 
 } // namespace
@@ -223,4 +223,4 @@ TEST_P(AlAzar, ElPrograma) {
 
 TEST_P(AlAzar, VariasPantallasYSusAnfitriones) { Casa(lugar).jugar(semilla, pasos); }
 
-INSTANTIATE_TEST_SUITE_P(Semillas, AlAzar, ::testing::Range(0L, numero_de("QUORVEL_VECES", 2)));
+INSTANTIATE_TEST_SUITE_P(Semillas, AlAzar, ::testing::Range(0L, numero_de("QUORVEL_VECES", 3)));

@@ -28,7 +28,7 @@ QWidget* al_frente() {
 Mano::Mano(unsigned semilla, long pasos, std::vector<std::filesystem::path> archivos,
            std::vector<std::function<void()>> ajenos)
     : azar_(semilla), faltan_(pasos), archivos_(std::move(archivos)), ajenos_(std::move(ajenos)) {
-    seguir();
+    QTimer::singleShot(0, &vida_, [this] { seguir(); });
 }
 
 void Mano::seguir() {
