@@ -4,6 +4,7 @@
 
 #include <cstdlib>
 #include <stdexcept>
+#include <utility>
 
 namespace quorvel {
 
@@ -18,6 +19,14 @@ std::vector<Nombrado> leer(clsConexion& db, const std::string& tabla, const std:
     for (; !rs->eof(); rs->MoveNext())
         lista.push_back({std::atoi(rs->at(0).text().c_str()), rs->at(1).text()});
     return lista;
+}
+
+/// The screen holds codes of sixteen bits; half a code would be another company.
+std::int16_t codigo(const char* de_que, int valor) {
+    if (!std::in_range<std::int16_t>(valor))
+        throw std::runtime_error(std::string("El código ") + de_que +
+                                 " va de 1 a 32767: " + std::to_string(valor));
+    return static_cast<std::int16_t>(valor);
 }
 
 } // namespace
@@ -37,12 +46,11 @@ SesionApp::SesionApp(const Eleccion_inicial& e, ui::Escritorio& escritorio, Repo
     auto usuario = db_->NewRecord("select * from admusuario where usuario=" + std::to_string(e.usuario));
     if (usuario->eof()) throw std::runtime_error("No existe el usuario " + std::to_string(e.usuario));
     objeto_ = crear_objeto("clsQuorvel", {escritorio, reloj, impresor, carpeta});
-    objeto_->let_glbEmpresa(static_cast<std::int16_t>(e.empresa));
+    objeto_->let_glbEmpresa(codigo("de la empresa", e.empresa));
     objeto_->let_glbN_empresa(empresa->fields("n_empresa").Value.text());
-    objeto_->let_glbUsuario(static_cast<std::int16_t>(e.usuario));
+    objeto_->let_glbUsuario(codigo("del usuario", e.usuario));
     objeto_->let_glbN_usuario(usuario->fields("n_usuario").Value.text());
-    objeto_->let_glbAlias(
-        static_cast<std::int16_t>(std::atoi(usuario->fields("alias").Value.text().c_str())));
+    objeto_->let_glbAlias(codigo("del alias", std::atoi(usuario->fields("alias").Value.text().c_str())));
     objeto_->let_glbPermiso(usuario->fields("permiso").Value.text());
     objeto_->let_glbPrograma("Quorvel");
     objeto_->let_glbTipoImpresora("");

@@ -1,6 +1,8 @@
 #include "dbtools/base.h"
 
+#include "dbtools/guion.h"
 #include "platform/db/clsConexion.h"
+#include "platform/db/literal.h"
 #include "platform/db/sqlite/file_fault.h"
 #include "platform/db/sqlite/open_file.h"
 
@@ -62,6 +64,26 @@ public:
         return consultar(
             "select m.name, c.name from sqlite_master m, pragma_table_info(m.name) c where m.type='table'");
     }
+    Filas obligatorias() override {
+        return consultar("select m.name, c.name from sqlite_master m, pragma_table_info(m.name) c"
+                         " where m.type='table' and c.\"notnull\"=1 and c.pk=0");
+    }
+    /// The rows are stored alike with and without the rule: its text is all that there is of it.
+    void relajar(const std::string& tabla, const std::vector<std::string>& columnas) override {
+        ejecutar("begin immediate");
+        try {
+            const std::string donde = " where type='table' and lower(name)=" + sql_texto(tabla);
+            const std::string antes = consultar("select sql from sqlite_master" + donde).at(0).at(0);
+            const std::string version = consultar("pragma schema_version").at(0).at(0);
+            ejecutar("pragma writable_schema=on; update sqlite_master set sql=" +
+                     sql_texto(sin_obligacion(antes, {columnas.begin(), columnas.end()})) + donde +
+                     "; pragma schema_version=" + std::to_string(std::stol(version) + 1) +
+                     "; pragma writable_schema=off; commit");
+        } catch (...) {
+            sqlite3_exec(db_, "rollback; pragma writable_schema=off", nullptr, nullptr, nullptr);
+            throw;
+        }
+    }
     Filas indices() override { return consultar("select name from sqlite_master where type='index'"); }
 
 private:
@@ -97,6 +119,20 @@ public:
     Filas columnas() override {
         return consultar("select table_name, column_name from information_schema.columns"
                          " where table_schema = any(current_schemas(false))");
+    }
+    Filas obligatorias() override {
+        return consultar("select c.table_name, c.column_name from information_schema.columns c"
+                         " where c.is_nullable='NO' and c.table_schema = any(current_schemas(false))"
+                         " and not exists (select 1 from information_schema.key_column_usage k"
+                         " where k.table_schema=c.table_schema and k.table_name=c.table_name"
+                         " and k.column_name=c.column_name)");
+    }
+    void relajar(const std::string& tabla, const std::vector<std::string>& columnas) override {
+        std::string sql;
+        for (const std::string& columna : columnas)
+            sql +=
+                (sql.empty() ? "alter table " + tabla : ",") + " alter column " + columna + " drop not null";
+        ejecutar(sql);
     }
     Filas indices() override {
         return consultar("select indexname from pg_indexes where schemaname = any(current_schemas(false))");

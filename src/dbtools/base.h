@@ -20,6 +20,11 @@ public:
     [[nodiscard]] virtual std::string motor() const = 0;
     /// Rows (table, column) of every table of the database.
     [[nodiscard]] virtual Filas columnas() = 0;
+    /// Rows (table, column) of every column that refuses null and is no part of a primary key.
+    [[nodiscard]] virtual Filas obligatorias() = 0;
+    /// From now on these columns of a table may be null; their rows stay as they are. All or nothing.
+    /// @throws ErrorSesion
+    virtual void relajar(const std::string& tabla, const std::vector<std::string>& columnas) = 0;
     /// Rows (name) of every index of the database.
     [[nodiscard]] virtual Filas indices() = 0;
 };

@@ -1,5 +1,7 @@
 #include "dbtools/guion.h"
 
+#include "text/letras_utf8.h"
+
 #include <regex>
 #include <sstream>
 
@@ -35,16 +37,38 @@ std::string primera_palabra(const std::string& texto) {
     return palabra;
 }
 
+std::string sin_comillas(std::string nombre) {
+    std::erase_if(nombre, [](char c) { return c == '"' || c == '[' || c == ']' || c == '`'; });
+    return nombre;
+}
+
 Tabla leer_tabla_sql(const std::string& nombre, const std::string& cuerpo) {
-    Tabla tabla{nombre, {}};
+    static const std::regex OBLIGATORIA(R"(\b(?:not null|primary key)\b)");
+    Tabla tabla{nombre, {}, {}};
     for (const std::string& parte : partir(cuerpo, ',')) {
         const std::string columna = primera_palabra(parte);
-        if (columna != "primary") tabla.columnas.push_back(columna);
+        if (columna == "primary") continue;
+        tabla.columnas.push_back(columna);
+        if (!std::regex_search(parte, OBLIGATORIA)) tabla.anulables.push_back(columna);
     }
     return tabla;
 }
 
 } // namespace
+
+std::string sin_obligacion(const std::string& definicion, const std::set<std::string>& columnas) {
+    static const std::regex OBLIGACION(R"(\s+not\s+null\b)", std::regex::icase);
+    const std::size_t abre = definicion.find('('), cierra = definicion.rfind(')');
+    if (abre == std::string::npos || cierra < abre) return definicion;
+    std::string cuerpo;
+    for (const std::string& parte : partir(definicion.substr(abre + 1, cierra - abre - 1), ',')) {
+        const bool suya = columnas.contains(sin_comillas(minusculas(primera_palabra(parte))));
+        const auto una = std::regex_constants::format_first_only; // whatever else was not split off
+        cuerpo +=
+            (cuerpo.empty() ? "" : ",") + (suya ? std::regex_replace(parte, OBLIGACION, "", una) : parte);
+    }
+    return definicion.substr(0, abre + 1) + cuerpo + definicion.substr(cierra);
+}
 
 Esquema leer_esquema(const std::string& guion) {
     static const std::regex TABLA(R"(^\s*create table (\w+) \()"),

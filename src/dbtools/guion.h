@@ -1,4 +1,5 @@
 #pragma once
+#include <set>
 #include <string>
 #include <vector>
 
@@ -8,6 +9,7 @@ namespace quorvel {
 struct Tabla {
     std::string nombre;
     std::vector<std::string> columnas;
+    std::vector<std::string> anulables; ///< of those, the ones that may be null
 };
 struct Indice {
     std::string nombre;
@@ -17,6 +19,9 @@ struct Esquema {
     std::vector<Tabla> tablas;
     std::vector<Indice> indices;
 };
+/// The definition of a table, as the engine keeps it, without "not null" in some of its columns.
+[[nodiscard]] std::string sin_obligacion(const std::string& definicion,
+                                         const std::set<std::string>& columnas);
 /// Reads "create table" and "create [unique] index" statements.
 [[nodiscard]] Esquema leer_esquema(const std::string& guion);
 

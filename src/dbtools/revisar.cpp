@@ -7,6 +7,7 @@
 #include "platform/files/attachments.h"
 
 #include <algorithm>
+#include <map>
 #include <set>
 
 namespace quorvel {
@@ -50,9 +51,10 @@ constexpr Revision REVISIONES[] = {
      " from ctmcentros a where a.centro=d.centro and not exists (select 1 from ctmgcuenta g"
      " where g.g_cuenta=a.g_cuenta))"},
     {"Detalle sin el auxiliar que exige la cuenta",
-     "select empresa, f_comp, documento, num_docum, centro from ctdquorvel d where auxiliar='' and exists "
-     "(select 1"
-     " from ctmcentros a where a.centro=d.centro and a.req_auxiliar='1')"},
+     "select empresa, f_comp, documento, num_docum, centro from ctdquorvel d where coalesce(auxiliar,'')='' "
+     "and "
+     "exists (select 1"
+     " from ctmcentros a where a.centro=d.centro and trim(a.req_auxiliar)='1')"},
     {"Detalle con auxiliar que no existe", "select empresa, f_comp, documento, num_docum, auxiliar from "
                                            "ctdquorvel d where auxiliar<>'' and not exists"
                                            " (select 1 from ctxaux_cod x where x.auxiliar=d.auxiliar)"},
@@ -81,15 +83,17 @@ constexpr Revision REVISIONES[] = {
      "  and k.anio=cast(substr(cast(c.f_comp as char(10)),1,4) as integer) - 1"
      " where c.apertura='1' and c.estado='P')"
      " select empresa, f_comp, documento, num_docum, centro from ("
-     " select h.empresa, h.f_comp, h.documento, h.num_docum, d.centro, d.auxiliar,"
+     " select h.empresa, h.f_comp, h.documento, h.num_docum, d.centro, rtrim(coalesce(d.auxiliar,'')) as "
+     "auxiliar,"
      "  d.debe_nacional - d.haber_nacional as saldo"
      " from aperturas h join ctdquorvel d on d.empresa=h.empresa and d.f_comp=h.f_comp"
      "  and d.documento=h.documento and d.num_docum=h.num_docum"
      " union all"
-     " select h.empresa, h.f_comp, h.documento, h.num_docum, d.centro, d.auxiliar,"
+     " select h.empresa, h.f_comp, h.documento, h.num_docum, d.centro, rtrim(coalesce(d.auxiliar,'')),"
      "  d.haber_nacional - d.debe_nacional"
      " from aperturas h join ctcquorvel p on p.empresa=h.empresa"
-     "  and cast(substr(cast(p.f_comp as char(10)),1,4) as integer)=h.anio and p.ifrs in ('0', h.ifrs)"
+     "  and cast(substr(cast(p.f_comp as char(10)),1,4) as integer)=h.anio and coalesce(p.ifrs,'0') in ('0', "
+     "h.ifrs)"
      " join ctdquorvel d on d.empresa=p.empresa and d.f_comp=p.f_comp and d.documento=p.documento"
      "  and d.num_docum=p.num_docum"
      " join ctmcentros a on a.centro=d.centro join ctmgcuenta g on g.g_cuenta=a.g_cuenta"
@@ -163,6 +167,17 @@ std::vector<Indice> indices_faltantes(Base& base, const Esquema& esquema) {
     return faltantes;
 }
 
+/// Tables of a database that was made when some of their columns refused null, with those columns.
+std::map<std::string, std::vector<std::string>> por_relajar(Base& base, const Esquema& esquema) {
+    std::set<std::string> obligatorias;
+    for (const auto& fila : base.obligatorias()) obligatorias.insert(minuscula(fila[0] + "." + fila[1]));
+    std::map<std::string, std::vector<std::string>> tablas;
+    for (const Tabla& tabla : esquema.tablas)
+        for (const std::string& columna : tabla.anulables)
+            if (obligatorias.contains(tabla.nombre + "." + columna)) tablas[tabla.nombre].push_back(columna);
+    return tablas;
+}
+
 } // namespace
 
 std::vector<std::string> revisar_adjuntos(Base& base, const Attachments& archivos) {
@@ -184,6 +199,9 @@ std::vector<std::string> revisar(const std::string& conexion, const std::filesys
     const bool completa = revisar_tablas(*base, esquema, hallazgos);
     for (const Indice& indice : indices_faltantes(*base, esquema))
         hallazgos.push_back("Falta el índice " + indice.nombre);
+    for (const auto& [tabla, columnas] : por_relajar(*base, esquema))
+        hallazgos.push_back("La tabla " + tabla +
+                            " no admite filas de otros programas con columnas sin llenar");
     if (completa) revisar_datos(*base, hallazgos);
     if (completa && !adjuntos.empty())
         for (std::string& falta : revisar_adjuntos(*base, {adjuntos, attachment_database(conexion)}))
@@ -193,9 +211,11 @@ std::vector<std::string> revisar(const std::string& conexion, const std::filesys
 
 int afinar(const std::string& conexion) {
     const auto base = abrir_base(conexion, Abrir::existente);
+    const Esquema esquema = esquema_de(*base);
     int creados = 0;
     std::string rechazados;
-    for (const Indice& indice : indices_faltantes(*base, esquema_de(*base))) {
+    for (const auto& [tabla, columnas] : por_relajar(*base, esquema)) base->relajar(tabla, columnas);
+    for (const Indice& indice : indices_faltantes(*base, esquema)) {
         try {
             base->ejecutar(indice.sentencia);
             ++creados;

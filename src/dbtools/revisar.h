@@ -18,7 +18,8 @@ class Base;
 /// Files that vouchers name and that are not there, one sentence each. @throws ErrorSesion
 [[nodiscard]] std::vector<std::string> revisar_adjuntos(Base& base, const Attachments& archivos);
 
-/// Creates the indexes that are missing and lets the engine take new statistics.
+/// Creates the indexes that are missing, lets columns be null that older versions refused, and lets the
+/// engine take new statistics.
 /// @return how many were created
 /// @throws ErrorSesion naming the index that the data refuse
 int afinar(const std::string& conexion);

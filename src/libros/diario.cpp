@@ -12,7 +12,8 @@ constexpr const char* SECUENCIA = "coalesce(a.secuencia,0)";
 std::string condicion_cabeceras(const PedidoLibro& p, Fecha desde) {
     std::string sql = " c.empresa=" + sql_numero(p.empresa) + " and c.f_comp between " + sql_fecha(desde) +
                       " and " + sql_fecha(p.hasta);
-    if (!libros::filtro_norma(p).tabla.empty()) sql += " and c.ifrs in ('0'," + sql_texto(p.norma) + ")";
+    if (!libros::filtro_norma(p).tabla.empty())
+        sql += " and (c.ifrs is null or c.ifrs in ('0'," + sql_texto(p.norma) + "))";
     return sql;
 }
 

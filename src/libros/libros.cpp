@@ -49,8 +49,8 @@ FiltroNorma filtro_norma(const PedidoLibro& p) {
     if (todas_las_normas(p)) return {};
     return {", ctcquorvel c",
             " and c.empresa=a.empresa and c.f_comp=a.f_comp and c.documento=a.documento and "
-            "c.num_docum=a.num_docum and c.ifrs in ('0'," +
-                sql_texto(p.norma) + ")"};
+            "c.num_docum=a.num_docum and (c.ifrs is null or c.ifrs in ('0'," +
+                sql_texto(p.norma) + "))"};
 }
 
 std::string condicion_despues(const Posicion& d, const std::string& t, const std::string& secuencia) {

@@ -12,13 +12,14 @@ Fecha primer_dia(Fecha f) { return f.year() / std::chrono::January / 1; }
 std::string sql_mayor(clsConexion& db, const PedidoLibro& p) {
     const auto norma = libros::filtro_norma(p);
     const std::string desde = sql_fecha(p.desde),
-                      clave = p.por_auxiliar ? "a.centro, a.auxiliar" : "a.centro";
+                      clave = p.por_auxiliar ? "a.centro, coalesce(a.auxiliar,'')" : "a.centro",
+                      columnas = p.por_auxiliar ? clave + " as auxiliar" : clave;
     const auto suma = [&](const char* columna, const char* cuando, const char* nombre) {
         return std::string(", sum(case when a.f_comp") + cuando + desde + " then a." + columna +
                " else 0 end) as " + nombre;
     };
     const std::string sumas =
-        "select " + clave + suma("debe_nacional", "<", "antes_debe") +
+        "select " + columnas + suma("debe_nacional", "<", "antes_debe") +
         suma("haber_nacional", "<", "antes_haber") + suma("debe_nacional", ">=", "debe") +
         suma("haber_nacional", ">=", "haber") + ", sum(case when a.f_comp>=" + desde +
         " then 1 else 0 end) as movimientos from ctdquorvel a" + norma.tabla + " where" +
@@ -64,7 +65,8 @@ std::vector<Movimiento> leer_movimientos(clsConexion& db, const PedidoLibro& p, 
                       norma.tabla + " where" +
                       libros::condicion_lineas(db, p, despues ? despues->donde.f_comp : p.desde) +
                       norma.condicion + " and a.centro=" + sql_texto(s.centro);
-    if (s.auxiliar) sql += " and a.auxiliar=" + sql_texto(*s.auxiliar);
+    if (s.auxiliar && s.auxiliar->empty()) sql += " and (a.auxiliar='' or a.auxiliar is null)";
+    if (s.auxiliar && !s.auxiliar->empty()) sql += " and a.auxiliar=" + sql_texto(*s.auxiliar);
     if (despues) sql += libros::condicion_despues(despues->donde, "a", "a.secuencia");
     sql += libros::orden_libro("a", "a.secuencia");
     std::int64_t saldo = despues ? despues->saldo : anterior;

@@ -9,10 +9,13 @@ std::vector<LibroMensual> leer_totales_mensuales(clsConexion& db, int empresa, i
     const std::string a = std::to_string(anio);
     std::vector<LibroMensual> libros;
     for (const auto rs = db.NewRecord(
-             "select libro, month(f_comp) as mes, count(*) as n, sum(t_debe) as total from ctcquorvel where "
+             "select coalesce(libro,'') as libro, month(f_comp) as mes, count(*) as n, sum(t_debe) as total "
+             "from "
+             "ctcquorvel where "
              "empresa=" +
              sql_numero(empresa) + " and f_comp between #01/01/" + a + "# and #12/31/" + a +
-             "# and estado<>'X' group by libro, month(f_comp) order by libro, month(f_comp)");
+             "# and estado<>'X' group by coalesce(libro,''), month(f_comp) order by coalesce(libro,''), "
+             "month(f_comp)");
          !rs->eof(); rs->MoveNext()) {
         const std::string libro = recortar_fin(rs->at(0).text());
         if (libros.empty() || libros.back().libro != libro) libros.push_back({libro, {}, {}});

@@ -31,7 +31,7 @@ void guardar_anchos(const ui::ctlPlanilla& grilla, const std::filesystem::path& 
     std::string valor;
     for (int i = 0; i < grilla.Cols(); ++i) valor += std::to_string(grilla.Columns(i).Width) + '#';
     // A folder that cannot be written costs the widths, nothing else.
-    (void)SettingsFile(carpeta, "NIVO.ini").set("NIVO", CLAVE, valor);
+    (void)SettingsFile(carpeta).set("NIVO", CLAVE, valor);
 }
 
 } // namespace quorvel

@@ -8,6 +8,8 @@
 #include "text/numeros.h"
 #include "voucher/listas.h"
 
+#include <algorithm>
+
 namespace quorvel {
 
 namespace {
@@ -31,6 +33,16 @@ std::string nombre_de(Recordset& rs, const std::string& criterio, const char* co
     rs.FindFirst(criterio);
     if (rs.nomatch()) return si_falta;
     return campo(rs, codigo_) + " " + campo(rs, nombre);
+}
+
+/// The list shows its first entry for a stored code that it does not know; that stays the voucher's until
+/// another is chosen.
+std::string norma(const frmQuorvel& f) {
+    const auto& c = f.estado.cargado;
+    const bool suya =
+        !f.glbBanderaNuevo && c && f.cmbifrs.ListIndex() == 0 &&
+        std::ranges::find(NORMAS, c->ifrs, [](const char* n) { return primeros(n, 1); }) == std::end(NORMAS);
+    return suya ? c->ifrs : codigo(f.cmbifrs, 1);
 }
 
 void mostrar_listas(frmQuorvel& f, const Comprobante& c) {
@@ -135,7 +147,7 @@ Comprobante leer_pantalla(const frmQuorvel& f) {
     c.tasa_impuesto_otro = f.txttasa_impuesto_otro.Text();
     c.activo_fijo = f.chkactivo_fijo.Value();
     c.codigo_no_recuperable = codigo(f.cmbcodigo_no_recuperable, 2);
-    c.ifrs = codigo(f.cmbifrs, 1);
+    c.ifrs = norma(f);
     c.comprobante_adjunto = f.gstrcomprobante_adjunto;
     c.nro_correlativo = f.txtnro_correlativo.Text();
     c.iva_activo_fijo = f.txtiva_activo_fijo.Text();

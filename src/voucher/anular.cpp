@@ -15,8 +15,13 @@ namespace {
 
 struct LineaGuardada {
     std::string centro, auxiliar;
-    std::int64_t debe = 0, haber = 0;
+    Decimal debe, haber; ///< whole pesos
 };
+
+/// Other programs store fractions where the column lets them.
+Decimal pesos(const Value& v) {
+    return Decimal::leer(Decimal::leer(reemplazar(v.text(), ".", ",")).formato("0"));
+}
 
 /// All rows before the first change: the engine may not go on reading what is being changed. In the order of
 /// their balances, so that two vouchers that share accounts take the rows of those balances in one order.
@@ -25,8 +30,8 @@ std::vector<LineaGuardada> lineas_guardadas(clsConexion& db, const Clave& clave)
     for (const auto rs = db.NewRecord("select * from ctdquorvel " + sql_clave(clave)); !rs->eof();
          rs->MoveNext())
         lineas.push_back({rs->fields("centro").Value.text(), rs->fields("auxiliar").Value.text(),
-                          rs->fields("debe_nacional").Value.integer(),
-                          rs->fields("haber_nacional").Value.integer()});
+                          pesos(rs->fields("debe_nacional").Value),
+                          pesos(rs->fields("haber_nacional").Value)});
     std::ranges::sort(lineas, {}, [](const LineaGuardada& l) { return std::tie(l.centro, l.auxiliar); });
     return lineas;
 }
@@ -34,8 +39,8 @@ std::vector<LineaGuardada> lineas_guardadas(clsConexion& db, const Clave& clave)
 /// "debe3= debe3 - 500,    haber3=haber3 - 0"
 std::string menos(const LineaGuardada& l, int mes) {
     const std::string m = std::to_string(mes);
-    return "debe" + m + "= debe" + m + " - " + sql_numero(l.debe) + ",    haber" + m + "=haber" + m + " - " +
-           sql_numero(l.haber);
+    return "debe" + m + "= debe" + m + " - " + l.debe.formato("0") + ",    haber" + m + "=haber" + m + " - " +
+           l.haber.formato("0");
 }
 
 void desprocesar(clsConexion& db, const Clave& clave, const LineaGuardada& l) {
@@ -73,17 +78,17 @@ std::string AnularComprobante(clsConexion& db, const Comprobante& c, Fecha f_ult
         const auto guardado = retener_cabecera(db, clave);
         if (!guardado || guardado->estado != "P") throw PasoFallido("Comprobante no válido");
         exigir_sin_bloqueo_ajeno(*guardado, c.usuario);
-        std::int64_t debe = 0, haber = 0;
+        Decimal debe, haber;
         for (const LineaGuardada& l : lineas_guardadas(db, clave)) {
             desprocesar(db, clave, l);
-            debe += l.debe;
-            haber += l.haber;
+            debe = debe + l.debe;
+            haber = haber + l.haber;
         }
         const auto cotizacion = numero_sql(c.cotizacion);
         if (!cotizacion) throw PasoFallido("Problemas para actualizar cabecera");
         ImportesSql m;
-        m.t_debe = sql_numero(debe);
-        m.t_haber = sql_numero(haber);
+        m.t_debe = debe.formato("0");
+        m.t_haber = haber.formato("0");
         m.cotizacion = *cotizacion;
         exigir(db, sql_anulada(c, m, f_ult_modificacion));
         exigir(db, sql_borrar_detalle(clave));

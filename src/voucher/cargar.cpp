@@ -66,7 +66,7 @@ Comprobante leer_fila(Recordset& rs) {
     c.monto_neto = valor("monto_neto").number();
     c.monto_exento = valor("monto_exento").number();
     c.codigo_otro_impuesto = recortado("codigo_otro_impuesto");
-    c.tasa_impuesto_otro = reemplazar(recortado("tasa_impuesto_otro"), ".", ",");
+    c.tasa_impuesto_otro = recortado("tasa_impuesto_otro");
     c.activo_fijo = numero("activo_fijo");
     c.codigo_no_recuperable = recortado("codigo_no_recuperable");
     c.ifrs = valor("ifrs").null() ? "0" : recortado("ifrs");

@@ -1,6 +1,7 @@
 #include "voucher/configuracion.h"
 
 #include "platform/db/literal.h"
+#include "voucher/chart.h"
 
 #include <stdexcept>
 
@@ -93,7 +94,7 @@ Configuracion leer_configuracion(clsConexion& db, int empresa, Fecha hoy) {
 std::string req_aux(clsConexion& db, const std::string& cuenta) {
     if (cuenta.empty()) return "0";
     const auto rs = db.NewRecord("select req_auxiliar from ctmcentros where centro=" + sql_texto(cuenta));
-    return !rs->eof() && rs->fields("req_auxiliar").Value.text() == "1" ? "1" : "0";
+    return !rs->eof() && exige_auxiliar(rs->fields("req_auxiliar").Value) ? "1" : "0";
 }
 
 void Maestros::usar(clsConexion& db) {

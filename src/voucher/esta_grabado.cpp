@@ -18,10 +18,10 @@ void agregar(Rasgos& r, std::optional<Fecha> fecha) { r.push_back(fecha ? fecha_
 /// All that a save writes into the header, in one form for the screen's and the stored one.
 Rasgos cabecera(const Comprobante& c) {
     Rasgos r;
-    for (const std::string* texto :
-         {&c.concepto, &c.libro, &c.doc_libro, &c.num_ref, &c.rut_persona, &c.nombre, &c.codigo_otro_impuesto,
-          &c.tasa_impuesto_otro, &c.codigo_no_recuperable, &c.ifrs})
+    for (const std::string* texto : {&c.concepto, &c.libro, &c.doc_libro, &c.num_ref, &c.rut_persona,
+                                     &c.nombre, &c.codigo_otro_impuesto, &c.codigo_no_recuperable, &c.ifrs})
         agregar(r, *texto);
+    agregar(r, reemplazar(c.tasa_impuesto_otro, ",", "."));
     agregar(r, c.fecha_factura);
     agregar(r, c.fecha_pago);
     for (const std::string* numero : {&c.nro_correlativo, &c.iva_activo_fijo})

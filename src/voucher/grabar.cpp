@@ -92,10 +92,6 @@ private:
     void reservar_conjunto(std::int64_t guardado) {
         const std::string propuesto = conjunto_;
         if (conjunto_ == "0" && c_.adjuntos.empty()) return;
-        // on a server the savers of attachments queue up on this row: correlatives are taken from what is
-        // committed
-        if (db_.TypeDB() != 2 && !c_.adjuntos.empty())
-            exigir(db_, "update admsubsist set subsistema=subsistema where subsistema='01'", DETALLE);
         if (conjunto_ == std::to_string(guardado)) return;
         if (conjunto_ != "0" && conjunto_libre(conjunto_)) return;
         constexpr int INTENTOS = 50; // folders left behind by abandoned vouchers are stepped over
@@ -147,10 +143,28 @@ private:
         if (conjunto_ == "0") return; // rows of set 0 belong to nobody in particular
         pasos_.agregar(sql_borrar_adjuntos(conjunto_));
         if (c_.adjuntos.empty()) return;
+        const std::vector<std::int64_t> libres = correlativos(c_.adjuntos.size());
+        for (std::size_t i = 0; i < libres.size(); ++i)
+            pasos_.agregar(sql_adjunto(conjunto_, libres[i], c_.adjuntos[i]), DETALLE);
+    }
+
+    [[nodiscard]] std::int64_t mayor_correlativo() {
         const auto rs = db_.NewRecord("select max(correlativo) as num from ctdcomprad ");
-        std::int64_t correlativo = rs->eof() ? 0 : rs->fields("num").Value.integer();
-        for (const std::string& nombre : c_.adjuntos)
-            pasos_.agregar(sql_adjunto(conjunto_, ++correlativo, nombre), DETALLE);
+        return rs->eof() ? 0 : rs->fields("num").Value.integer();
+    }
+
+    /// Numbers that nobody has: what others are about to store they hold, what they have stored counts.
+    [[nodiscard]] std::vector<std::int64_t> correlativos(std::size_t cuantos) {
+        constexpr std::int64_t NO_SON_CONJUNTOS = std::int64_t{1} << 40U;
+        std::vector<std::int64_t> tomados;
+        for (std::int64_t mayor = -1, leido = mayor_correlativo(); mayor != leido;) {
+            mayor = leido;
+            tomados.clear();
+            for (std::int64_t n = mayor + 1; tomados.size() < cuantos; ++n)
+                if (db_.reserve(NO_SON_CONJUNTOS + n)) tomados.push_back(n);
+            leido = mayor_correlativo(); // stored by another between the reading and the holding
+        }
+        return tomados;
     }
 
     clsConexion& db_;

@@ -79,7 +79,7 @@ constexpr Regla REGLAS[] = {
      "comprobante o la fecha del comprobante antes de volver a presionar el boton actualizar, para que la "
      "información quede grabada.",
      nullptr, exclamacion, "", "txtNum_doc"},
-    {15, [](E e) { return e.c.libro != "CONTABLES" && e.c.ifrs != "0"; },
+    {15, [](E e) { return e.c.libro != "CONTABLES" && (e.c.ifrs == "1" || e.c.ifrs == "2"); },
      "Norma ingresada no valida, cambiar el campo norma a Tributaria / IFRS, solamente los comprobantes de "
      "los libros CONTABLES pueden ser de norma tributaria e IFRS ",
      nullptr, exclamacion, "", "cmbifrs"},

@@ -1,5 +1,6 @@
 #include "platform/db/literal.h"
 #include "text/numeros.h"
+#include "voucher/chart.h"
 #include "voucher/validar.h"
 
 #include <unordered_map>
@@ -27,7 +28,7 @@ public:
         const auto [i, nueva] = vistas_.try_emplace(codigo);
         if (!nueva) return i->second;
         maestro_.FindFirst("centro=" + sql_texto(codigo));
-        if (!maestro_.nomatch()) i->second = {true, maestro_.fields("req_auxiliar").Value.text() == "1"};
+        if (!maestro_.nomatch()) i->second = {true, exige_auxiliar(maestro_.fields("req_auxiliar").Value)};
         return i->second;
     }
 

@@ -17,13 +17,14 @@ std::string desde_donde(const PedidoApertura& p, const Configuracion& k) {
            " and a.f_comp between #01/01/" + anterior + "# and #12/31/" + anterior + "#" + CUENTAS_BALANCE +
            " and a.centro not in(" + sql_texto(k.centro_per) + "," + sql_texto(k.centro_gan) +
            ") and a.empresa=d.empresa and a.subsistema=d.subsistema and a.f_comp=d.f_comp and "
-           "a.documento=d.documento and a.num_docum=d.num_docum  and d.ifrs in ('0'," +
-           sql_texto(p.norma) + ")";
+           "a.documento=d.documento and a.num_docum=d.num_docum  and (d.ifrs is null or d.ifrs in ('0'," +
+           sql_texto(p.norma) + "))";
 }
 
 std::string saldos_por_auxiliar(const std::string& donde) {
-    return "select a.centro,a.auxiliar,sum(a.debe_nacional) as debe, sum(a.haber_nacional) as haber " +
-           donde + " group by a.centro,a.auxiliar order by a.centro, a.auxiliar ";
+    return "select a.centro,coalesce(a.auxiliar,''),sum(a.debe_nacional) as debe, sum(a.haber_nacional) as "
+           "haber " +
+           donde + " group by a.centro,coalesce(a.auxiliar,'') order by a.centro, coalesce(a.auxiliar,'') ";
 }
 
 /// A line with an auxiliary and no reference of its own belongs to the document of its voucher's header; one
@@ -34,6 +35,8 @@ std::string saldos_por_documento(clsConexion& db, const std::string& donde) {
         "select a.centro,a.auxiliar,sum(a.debe_nacional) as debe, sum(a.haber_nacional) as haber, d.num_ref "
         "as ref1  ,a.num_ref  as ref2 into temporal " +
             donde + " group by a.centro,a.auxiliar, a.num_ref, d.num_ref",
+        "update temporal set auxiliar='' where auxiliar is null",
+        "update temporal set ref2='' where ref2 is null",
         "update temporal set ref2=ref1 where len(auxiliar)>0 and len(ref2)=0 and len(ref1)>0 "};
     for (const std::string& sql : pasos)
         if (db.executesql(sql) < 1) throw ErrorSesion(db.last_error(), sql);

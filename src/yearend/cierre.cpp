@@ -7,10 +7,11 @@ namespace quorvel {
 
 ResultadoAsiento generar_lineas_cierre(clsConexion& db, const PedidoCierre& p, const Avance& avance) {
     const std::string sql =
-        "select a.centro,a.auxiliar,sum(a.debe_nacional) as debe, sum(a.haber_nacional) as haber  from "
-        "ctdquorvel a  where a.empresa=" +
+        "select a.centro,coalesce(a.auxiliar,''),sum(a.debe_nacional) as debe, sum(a.haber_nacional) as haber"
+        "  from ctdquorvel a  where a.empresa=" +
         sql_numero(p.empresa) + " and a.f_comp<=" + sql_fecha(p.hasta) + CUENTAS_RESULTADO +
-        " group by a.centro,a.auxiliar order by sum(a.haber_nacional) desc, a.centro, a.auxiliar ";
+        " group by a.centro,coalesce(a.auxiliar,'') order by sum(a.haber_nacional) desc, a.centro,"
+        " coalesce(a.auxiliar,'') ";
     ResultadoAsiento r;
     ArmadorAsiento a(p.glosa);
     Decimal debe, haber; // the year's result is the sum of the very rows that are reversed

@@ -119,6 +119,23 @@ TEST(SesionSqlite, NobodyElseUsesTheFilesOfAnOpenDatabase) {
     EXPECT_FALSE(engine_file(base));
 }
 
+TEST(SesionSqlite, AChangeIsUndoneThoughAListCannotBeReadToItsEnd) {
+    const auto db = sesion_nueva(Motor::sqlite);
+    ejecutar(*db, "create table t (k integer)");
+    ejecutar(*db, "insert into t values (1)");
+    for (int i = 0; i < 12; ++i) ejecutar(*db, "insert into t select k from t");
+    db->BeginTrans();
+    ejecutar(*db, "insert into t values (2)");
+    const auto lista = db->NewRecord("select k from t");
+    EXPECT_FALSE(lista->eof());
+    db->while_waiting([] { return false; });
+    db->rollback();
+    db->while_waiting({});
+    EXPECT_EQ(filas(*db, "select count(*) from t where k=2"), "0");
+    db->BeginTrans();
+    db->rollback();
+}
+
 TEST(SesionSqlite, NothingIsSavedInALogThatIsGone) {
     const auto db = sesion_nueva(Motor::sqlite);
     ejecutar(*db, "create table t (k integer)");

@@ -140,6 +140,23 @@ TEST_P(Herramientas, afinar_repone_todos_los_indices) {
     EXPECT_EQ(unir(revisar(conexion)), "");
 }
 
+TEST_P(Herramientas, una_base_antigua_admite_despues_columnas_sin_llenar) {
+    ejecutar(GetParam() == Motor::sqlite
+                 ? "pragma writable_schema=on; update sqlite_master set sql=replace(sql,'default ''''',"
+                   "'NOT  NULL default ''''') where name='ctdquorvel'; pragma schema_version=999"
+                 : "alter table ctdquorvel alter glosa set not null, alter auxiliar set not null");
+    const auto otra = abrir_sesion(conexion);
+    const std::string sin_glosa = "update ctdquorvel set glosa=null, auxiliar=null where secuencia=2";
+    EXPECT_EQ(otra->executesql(sin_glosa), 0);
+    EXPECT_EQ(unir(revisar(conexion)),
+              "La tabla ctdquorvel no admite filas de otros programas con columnas sin llenar\n");
+    EXPECT_EQ(afinar(conexion), 0);
+    EXPECT_EQ(unir(revisar(conexion)), "");
+    EXPECT_EQ(otra->executesql(sin_glosa), 1) << otra->last_error();
+    EXPECT_EQ(otra->executesql("update ctdquorvel set centro=null"), 0);
+    EXPECT_EQ(unir(revisar(conexion)), "");
+}
+
 TEST_P(Herramientas, numeros_repetidos_de_una_base_antigua) {
     ejecutar("drop index ctcquorvel_clave");
     ejecutar("drop index ctcquorvel_bloqueo");

@@ -48,9 +48,29 @@ TEST_F(Files, SettingsKeepEverythingButOneKey) {
         EXPECT_EQ(s.get("nueva", "k"), std::string_view(ends) == "a\t" ? "a " : ends);
     }
     EXPECT_FALSE(SettingsFile(dir / "no_existe").set("nivo", "a", "b"));
-    const SettingsFile fresh(dir, "otro.ini");
-    ASSERT_TRUE(fresh.set("nivo", "a", "b"));
-    EXPECT_EQ(read(dir / "otro.ini"), "[nivo]\na=b\n");
+    fs::create_directory(dir / "otra");
+    ASSERT_TRUE(SettingsFile(dir / "otra").set("nivo", "a", "b"));
+    EXPECT_EQ(read(dir / "otra" / "nivo.ini"), "[nivo]\na=b\n");
+}
+
+TEST_F(Files, SettingsAreReadAndWrittenInOneFile) {
+    write(dir / "NIVO.ini", "[nivo]\na=grande\n");
+    write(dir / "nivo.ini", "[nivo]\na=chica\n");
+    EXPECT_TRUE(SettingsFile(dir).set("nivo", "a", "otra"));
+    EXPECT_EQ(SettingsFile(dir).get("nivo", "a"), "otra");
+    fs::remove(dir / "nivo.ini");
+    EXPECT_EQ(SettingsFile(dir).get("nivo", "a"), "grande");
+}
+
+TEST_F(Files, SettingsThatCannotBeReadAreNotReplaced) {
+    write(dir / "nivo.ini", "[nivo]\na=b\n");
+    fs::permissions(dir, fs::perms::all);
+    fs::permissions(dir / "nivo.ini", fs::perms::none);
+    {
+        const apoyo::Cualquiera sin_permiso;
+        EXPECT_FALSE(SettingsFile(dir).set("nivo", "c", "d"));
+    }
+    EXPECT_EQ(read(dir / "nivo.ini"), "[nivo]\na=b\n");
 }
 
 TEST_F(Files, FoldersOfBaseAndDatabase) {

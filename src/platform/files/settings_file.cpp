@@ -19,11 +19,15 @@ std::string sin_bordes(std::string_view t) {
     return std::string(t);
 }
 
+constexpr std::string_view NAME = "nivo.ini";
 constexpr std::string_view BOM = "\xEF\xBB\xBF";
 
-/// Lines with their own ends.
-std::vector<std::string> read_lines(const fs::path& path) {
+/// Lines with their own ends, none of a missing file. @return nothing when the file cannot be read
+std::optional<std::vector<std::string>> read_lines(const fs::path& path) {
+    std::error_code ec;
+    if (!fs::exists(path, ec) && !ec) return std::vector<std::string>();
     std::ifstream in(path, std::ios::binary);
+    if (!in || !fs::is_regular_file(path, ec)) return std::nullopt;
     const std::string all{std::istreambuf_iterator<char>(in), {}};
     std::vector<std::string> lines;
     for (std::size_t from = 0; from < all.size();) {
@@ -100,21 +104,22 @@ bool replace_file(const fs::path& path, const std::vector<std::string>& lines) {
 
 } // namespace
 
-SettingsFile::SettingsFile(const fs::path& folder, std::string_view name) : path_(folder / name) {
+SettingsFile::SettingsFile(const fs::path& folder) : path_(folder / NAME) {
     std::error_code ec;
     if (fs::exists(path_, ec)) return;
+    fs::path found;
     for (fs::directory_iterator it(folder, ec), end; !ec && it != end; it.increment(ec))
-        if (igual_sin_caso(it->path().filename().string(), name)) {
-            path_ = it->path();
-            return;
-        }
+        if (igual_sin_caso(it->path().filename().string(), NAME) && (found.empty() || it->path() < found))
+            found = it->path();
+    if (!found.empty()) path_ = found;
 }
 
 std::string SettingsFile::get(std::string_view section, std::string_view key) const {
     const auto lines = read_lines(path_);
-    const Place place = find(lines, section, key);
+    if (!lines) return {};
+    const Place place = find(*lines, section, key);
     if (!place.line) return {};
-    const std::string& line = lines[*place.line];
+    const std::string& line = (*lines)[*place.line];
     std::string value = sin_bordes(std::string_view(line).substr(line.find('=') + 1));
     if (value.size() >= 2 && value.front() == '"' && value.back() == '"')
         value = value.substr(1, value.size() - 2);
@@ -122,7 +127,9 @@ std::string SettingsFile::get(std::string_view section, std::string_view key) co
 }
 
 bool SettingsFile::set(std::string_view section, std::string_view key, std::string_view value) const {
-    auto lines = read_lines(path_);
+    auto read = read_lines(path_);
+    if (!read) return false; // it is not lost for what it could not tell
+    std::vector<std::string>& lines = *read;
     const std::string eol = !lines.empty() && lines.back().ends_with("\r\n") ? "\r\n" : "\n";
     const std::string clean = written(value);
     const Place place = find(lines, section, key);

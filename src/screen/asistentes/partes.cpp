@@ -7,6 +7,7 @@
 #include "screen/maestro.h"
 #include "text/letras_utf8.h"
 #include "text/numeros.h"
+#include "voucher/chart.h"
 
 namespace quorvel {
 namespace {
@@ -22,7 +23,7 @@ bool tomar_cuenta(ui::Form& f, SesionAsistente& s, const ParteCodigo& cuenta,
     if (auxiliar) {
         auxiliar->codigo.SetText("");
         auxiliar->nombre.SetCaption("");
-        habilitar(*auxiliar, campo((*s.maestros)[Maestro::cuentas], "req_auxiliar") == "1");
+        habilitar(*auxiliar, exige_auxiliar((*s.maestros)[Maestro::cuentas].fields("req_auxiliar").Value));
     }
     return true;
 }
@@ -55,7 +56,8 @@ bool existe_cuenta(SesionAsistente& s, const std::string& cuenta) {
 }
 
 bool cuenta_requiere_auxiliar(SesionAsistente& s, const std::string& cuenta) {
-    return existe_cuenta(s, cuenta) && campo((*s.maestros)[Maestro::cuentas], "req_auxiliar") == "1";
+    return existe_cuenta(s, cuenta) &&
+           exige_auxiliar((*s.maestros)[Maestro::cuentas].fields("req_auxiliar").Value);
 }
 
 void habilitar(const ParteCodigo& auxiliar, bool si) {

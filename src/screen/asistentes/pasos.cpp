@@ -5,6 +5,7 @@
 #include "screen/frmQuorvel.h"
 #include "screen/maestro.h"
 #include "text/letras_utf8.h"
+#include "voucher/chart.h"
 
 namespace quorvel {
 void preparar_sesion(frmQuorvel& f, SesionAsistente& d) {
@@ -24,7 +25,7 @@ void recordar_linea(frmQuorvel& f, SeleccionRecordada& memoria, int fila, bool c
     memoria.cuenta = recortar_fin(f.grdDetalle.TextMatrix(fila, CUENTA));
     if (!buscar_codigo(f.maestros[Maestro::cuentas], "centro", memoria.cuenta)) return;
     memoria.n_cuenta = campo(f.maestros[Maestro::cuentas], "n_centro");
-    if (!con_auxiliar || campo(f.maestros[Maestro::cuentas], "req_auxiliar") != "1") return;
+    if (!con_auxiliar || !exige_auxiliar(f.maestros[Maestro::cuentas].fields("req_auxiliar").Value)) return;
     memoria.auxiliar = recortar_fin(f.grdDetalle.TextMatrix(fila, AUXILIAR));
     if (buscar_codigo(f.maestros[Maestro::auxiliares], "auxiliar", memoria.auxiliar))
         memoria.n_auxiliar = campo(f.maestros[Maestro::auxiliares], "n_auxiliar");

@@ -7,6 +7,7 @@
 #include "screen/campos.h"
 #include "screen/comandos/comandos.h"
 #include "screen/frmQuorvel.h"
+#include "text/letras_utf8.h"
 
 namespace quorvel {
 namespace {
@@ -14,6 +15,12 @@ namespace {
 /// Income shares the memory of purchases, egress that of sales.
 SeleccionRecordada& memoria_de(frmQuorvel& f, int libro) {
     return libro == VENTAS || libro == EGRESOS ? f.estado.venta : f.estado.compra;
+}
+
+/// The voucher's rate as the assistant reads it: a saved one stands with its decimal point.
+std::string tasa_con_coma(const frmQuorvel& f) {
+    const std::string tasa = f.txttasa_impuesto_otro.Text();
+    return tasa.find(',') == std::string::npos ? reemplazar(tasa, ".", ",") : tasa;
 }
 
 void proponer_cuenta(frmQuorvel& f, frmAsistente& d, const SeleccionRecordada& m) {
@@ -24,13 +31,13 @@ void proponer_cuenta(frmQuorvel& f, frmAsistente& d, const SeleccionRecordada& m
     d.habilitar_auxiliar();
     const int otro = f.cmbcodigo_otro_impuesto.ListIndex();
     d.cmbcodigo_otro_impuesto.SetListIndex(otro < d.cmbcodigo_otro_impuesto.ListCount() ? otro : -1);
-    d.txttasa_impuesto_otro.SetText(f.txttasa_impuesto_otro.Text());
+    d.txttasa_impuesto_otro.SetText(tasa_con_coma(f));
 }
 
 void proponer_montos(frmQuorvel& f, frmAsistente& d, const Variante& v) {
     const auto p =
         proponer_reapertura(*f.glbdb, {f.estado.monto_neto, f.estado.monto_exento, f.lblTotalDebe.Caption(),
-                                       f.txttasa_impuesto_otro.Text(), clave_pantalla(f), f.config.*v.otros});
+                                       tasa_con_coma(f), clave_pantalla(f), f.config.*v.otros});
     if (!p) return;
     d.txtNeto.SetText(p->neto);
     d.txtExento.SetText(p->exento);

@@ -7,6 +7,7 @@
 #include "screen/comandos/comandos.h"
 #include "screen/frmQuorvel.h"
 #include "text/letras_utf8.h"
+#include "voucher/chart.h"
 
 namespace quorvel {
 namespace {
@@ -14,7 +15,7 @@ namespace {
 bool sin_auxiliar(frmQuorvel& f, const std::string& cuenta) {
     Recordset& rs = f.maestros[Maestro::cuentas];
     rs.FindFirst("centro=" + sql_texto(cuenta));
-    return !rs.nomatch() && recortar(rs.fields("req_auxiliar").Value.text()) == "0";
+    return !rs.nomatch() && !exige_auxiliar(rs.fields("req_auxiliar").Value);
 }
 
 void proponer(frmQuorvel& f, frmAsistente2& d) {

@@ -5,6 +5,7 @@
 #include "screen/maestro.h"
 #include "text/letras_utf8.h"
 #include "text/numeros.h"
+#include "voucher/chart.h"
 
 namespace quorvel {
 
@@ -91,13 +92,21 @@ void vaciar_otro_lado(frmQuorvel& f, int columna) {
     f.grdDetalle.SetCol(GLOSA);
 }
 
+/// The amounts of a voucher are counted from its header's totals; where those contradict each other the lines
+/// are what is being corrected.
+void contar_desde_las_lineas(frmQuorvel& f) {
+    const auto& c = f.estado.cargado;
+    if (!c || c->total_debe == c->total_haber || f.grdDetalle.NewRowPending()) return;
+    if (f.lblTotalDebe.Caption() == c->total_debe && f.lblTotalhaber.Caption() == c->total_haber)
+        f.RecalcularTotales();
+}
+
 } // namespace
 
 std::string requiere_auxiliar(frmQuorvel& f, const std::string& cuenta) {
     Recordset& rs = f.maestros[Maestro::cuentas];
     if (!buscar_codigo(rs, "centro", cuenta)) return "0";
-    const std::string r = campo(rs, "req_auxiliar");
-    return r.empty() ? "0" : r;
+    return exige_auxiliar(rs.fields("req_auxiliar").Value) ? "1" : "0";
 }
 
 void cuenta_elegida(frmQuorvel& f, const std::string& cuenta, const std::string& nombre) {
@@ -121,6 +130,7 @@ std::string tasa_otro_impuesto(frmQuorvel& f) {
 
 void antes_de_editar(frmQuorvel& f, int columna, bool& cancelar) {
     ui::ctlPlanilla& g = f.grdDetalle;
+    contar_desde_las_lineas(f);
     if (columna == CUENTA && g.Row() == g.Rows()) g.SetValue(SEC, std::to_string(g.Rows() + 1));
     if (columna < AUXILIAR || columna > GLOSA) return;
     const std::string cuenta = g.Value(CUENTA);

@@ -356,7 +356,10 @@ void SesionSqlite::CommitTrans() {
 void SesionSqlite::rollback() {
     in_transaction_ = false;
     if (sqlite3_get_autocommit(db_) != 0) return;
-    complete_reading();
+    try {
+        complete_reading();
+    } catch (const ErrorSesion&) { // whoever reads on is told then; the change must not stay for it
+    }
     run("rollback");
 }
 
