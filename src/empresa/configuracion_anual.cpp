@@ -2,7 +2,6 @@
 
 #include "platform/db/literal.h"
 #include "text/letras_utf8.h"
-#include "voucher/chart.h"
 
 #include <algorithm>
 
@@ -37,7 +36,7 @@ Ficha buscar_cuenta(clsConexion& db, const std::string& codigo) {
                                  sql_texto(codigo));
     if (rs->eof()) return {};
     const auto uno = [&](std::size_t i) { return recortar(rs->at(i).text()) == "1"; };
-    return {true, uno(0), exige_auxiliar(rs->at(1)), uno(2)};
+    return {true, uno(0), uno(1), uno(2)};
 }
 
 void revisar_fechas(const ConfiguracionAnual& c, std::vector<Observacion>& o) {

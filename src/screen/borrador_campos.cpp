@@ -143,7 +143,10 @@ std::map<std::string, std::string> campos_de_pantalla(const frmQuorvel& f) {
 
 std::string huella_de_pantalla(const frmQuorvel& f) {
     std::string texto;
-    for (const char* const nombre : CONTROLES) texto += leer(f.find(nombre)) + '\n';
+    for (const char* const nombre : CONTROLES) { // a rate is typed with a comma and comes back with a point
+        const std::string valor = leer(f.find(nombre));
+        texto += (f.find(nombre) == &f.txttasa_impuesto_otro ? reemplazar(valor, ",", ".") : valor) + '\n';
+    }
     const ui::ctlPlanilla& g = f.grdDetalle;
     for (int i = 0; i < g.Rows(); ++i)
         for (int col = 0; col < g.Cols(); ++col) {

@@ -98,7 +98,7 @@ std::string recorrido(Motor motor, bool nulos) {
     mostrar();
     p.escritorio.al_abrir([](ui::Form& f) { dynamic_cast<frmImprimir&>(f).cmdOK.press(); });
     p.f.ctlRegistro1.press(ui::ctlRegistro::Function::Print);
-    texto += filas(*p.reporte, "select concepto, cuenta, auxiliar, debe, haber, glosa from ctcQuorvel");
+    texto += filas(*p.reporte, "select secuencia, concepto, cuenta, auxiliar, glosa from ctcQuorvel");
     p.escribir("txtconcepto", "Completado");
     p.elegir("cmblibro", "CONTABLES");
     p.guardar();

@@ -61,7 +61,8 @@ struct Campo {
         if (control == "txtCotizacion") return Decimal::leer(texto).formato("#,##0");
         if (control == "txtiva_activo_fijo") return Decimal::leer(texto).formato("0"); // whole pesos
         const bool tasa = control == "txttasa_impuesto_otro" || columna == 10;
-        return recortar(tasa && texto.find(',') != std::string::npos ? reemplazar(texto, ".", "") : texto);
+        const bool chilena = tasa && texto.find(',') != std::string::npos;
+        return recortar(chilena ? reemplazar(reemplazar(texto, ".", ""), ",", ".") : texto);
     }
     /// Types the value as a person pastes it. @return false when it was refused at once
     [[nodiscard]] bool poner(Pantalla& p, const std::string& valor) const {

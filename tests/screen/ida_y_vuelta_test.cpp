@@ -124,7 +124,7 @@ const Caso CASOS[] = {
          f.txtfecha_pago.SetText("29/02/2024");
          f.estado.monto_exento = 7;
      },
-     ""},
+     "txttasa_impuesto_otro: 31.5 > 31,5"}, // as it is stored, and as a file gives it
     {"fixed asset, not recoverable",
      [](auto& f) {
          compra(f, "FACTURA", "77");
