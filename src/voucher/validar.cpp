@@ -102,7 +102,8 @@ bool es_comprobante_cierre(const Comprobante& c, const Configuracion& k) {
 
 bool cierre_vigente(clsConexion& db, int empresa, const Configuracion& k) {
     if (!k.f_comp_cierre) return false;
-    return ExisteComprobante(db, {empresa, "01", *k.f_comp_cierre, k.documento_cierre, k.num_docum_cierre});
+    const auto c = leer_cabecera(db, empresa, *k.f_comp_cierre, k.documento_cierre, k.num_docum_cierre);
+    return c && c->estado == "P";
 }
 
 std::optional<Rechazo> rechazo_periodo(const Comprobante& c, const Configuracion& k, clsConexion& db,

@@ -46,7 +46,7 @@ using DocumentoReferido = std::array<std::string, 4>;
                                                      clsConexion& db, Fecha hoy);
 /// The detail line checks, then the exact sums.
 [[nodiscard]] std::optional<Rechazo> ValidarLineas(const std::vector<Linea>& lineas, Recordset& cuentas);
-/// The year's closing voucher is recorded and still exists.
+/// The year's closing voucher is recorded, still exists and is not annulled. @throws ErrorSesion
 [[nodiscard]] bool cierre_vigente(clsConexion& db, int empresa, const Configuracion& k);
 /// The voucher has the identity that the configuration records for the closing voucher.
 [[nodiscard]] bool es_comprobante_cierre(const Comprobante& c, const Configuracion& k);

@@ -4,9 +4,6 @@
 #include "text/numeros.h"
 #include "yearend/saldos.h"
 
-#include <algorithm>
-#include <vector>
-
 namespace quorvel {
 namespace {
 
@@ -26,44 +23,29 @@ bool resultados_en_cero(clsConexion& db, int empresa, int anio) {
     return debe.text() == haber.text(); // whole sums of one column type: equal exactly when they read alike
 }
 
-std::string insertar_anio(int empresa, int anio, const Configuracion& k) {
+/// In the new year's row, in place of a closing's kind, until the numbers have begun anew.
+constexpr const char* A_MEDIAS = "---";
+
+/// The signature captions go over as well: without them the new year would print the defaults.
+std::string insertar_anio(clsConexion& db, int empresa, int anio, const Configuracion& k) {
     const std::string a = std::to_string(anio);
     std::string sql =
         "insert into ctmconfigu(empresa,anio,f_digi_inicial,f_digi_final, centro_gan, centro_per  , "
         "factura_pagar, boleta_pagar, factura_cobrar, boleta_cobrar , iva, otros_impuestos, iva_compra, "
-        "otros_impuestos_compra , honorarios_pagar, retencion_seg_cat) values (" +
+        "otros_impuestos_compra , honorarios_pagar, retencion_seg_cat, documento_cierre, elaborado, revisado,"
+        " aprobado) values (" +
         sql_numero(empresa) + "," + a + ",#01/01/" + a + "# ,#12/31/" + a + "# ";
     for (const std::string* cuenta :
          {&k.centro_gan, &k.centro_per, &k.factura_pagar, &k.boleta_pagar, &k.factura_cobrar,
           &k.boleta_cobrar, &k.iva, &k.otros_impuestos, &k.iva_compra, &k.otros_impuestos_compra,
           &k.honorarios_pagar, &k.retencion_seg_cat})
         sql += "," + sql_texto(*cuenta);
-    return sql + ")";
-}
-
-/// The signature captions as a year stores them; null stays apart from an empty text.
-std::vector<Value> leer_firmas(clsConexion& db, int empresa, int anio) {
+    sql += "," + sql_texto(A_MEDIAS);
     const auto rs = db.NewRecord("select elaborado,revisado,aprobado from ctmconfigu where empresa=" +
-                                 sql_numero(empresa) + " and anio=" + sql_numero(anio));
-    std::vector<Value> firmas;
-    for (std::size_t i = 0; i < 3 && !rs->eof(); ++i) firmas.push_back(rs->at(i));
-    return firmas;
-}
-
-bool hay_firmas(const std::vector<Value>& firmas) {
-    return std::ranges::any_of(firmas, [](const Value& f) { return !f.null(); });
-}
-
-/// The captions are no part of the close; without them the new year would print the defaults.
-bool copiar_firmas(clsConexion& db, int empresa, int de, int a) {
-    const std::vector<Value> firmas = leer_firmas(db, empresa, de);
-    if (!hay_firmas(firmas)) return true;
-    const auto literal = [&](std::size_t i) {
-        return firmas[i].null() ? std::string("null") : sql_texto(firmas[i].text());
-    };
-    return db.executesql("update ctmconfigu set elaborado=" + literal(0) + ", revisado=" + literal(1) +
-                         ", aprobado=" + literal(2) + " where empresa=" + sql_numero(empresa) +
-                         " and anio=" + sql_numero(a)) >= 1;
+                                 sql_numero(empresa) + " and anio=" + sql_numero(k.anio));
+    for (std::size_t i = 0; i < 3; ++i) // null stays apart from an empty text
+        sql += rs->eof() || rs->at(i).null() ? ",null" : "," + sql_texto(rs->at(i).text());
+    return sql + ")";
 }
 
 /// A session that lost its connection opens it again at the next statement.
@@ -72,16 +54,19 @@ template <class F> bool dos_veces(F&& paso) { return paso() || paso(); }
 /// Everything that follows the new year's row; may be run again.
 ResultadoCerrarAnio terminar_cierre(clsConexion& db, int empresa, int cerrado, Fecha hoy) {
     ResultadoCerrarAnio r;
-    const int nuevo = cerrado + 1;
-    if (!dos_veces([&] { return copiar_firmas(db, empresa, cerrado, nuevo); }))
-        r.aviso = "No se copiaron las firmas al año " + std::to_string(nuevo) +
-                  ". Vuelva a cerrar el año para completarlo";
+    const auto hecho = [&](const std::string& sql) {
+        return dos_veces([&] { return db.executesql(sql) >= 1; });
+    };
+    const std::string e = sql_numero(empresa);
     r.nueva = leer_configuracion(db, empresa, hoy);
-    const std::string renumerar = "update adxemp_doc set ultimo_emitido='0' , f_u_emision=" + sql_fecha(hoy) +
-                                  " where empresa=" + sql_numero(empresa);
-    r.mensaje = dos_veces([&] { return db.executesql(renumerar) >= 1; })
-                    ? "Cierre Anual de " + std::to_string(cerrado) + " Completado con éxito"
-                    : "Cierre anual completado, problemas al reiniciar numero de documento";
+    if (!hecho("update adxemp_doc set ultimo_emitido='0' , f_u_emision=" + sql_fecha(hoy) +
+               " where empresa=" + e)) {
+        r.mensaje = "Cierre anual completado, problemas al reiniciar numero de documento";
+        return r;
+    }
+    (void)hecho("update ctmconfigu set documento_cierre=null where empresa=" + e +
+                " and anio=" + sql_numero(cerrado + 1) + " and f_comp_cierre is null");
+    r.mensaje = "Cierre Anual de " + std::to_string(cerrado) + " Completado con éxito";
     return r;
 }
 
@@ -111,7 +96,7 @@ ResultadoCerrarAnio cerrar_anio_contable(clsConexion& db, int empresa, Fecha hoy
     }
     if (!en_cero) return no("Comprobante de Cierre tiene errores que  descuadran el Balance General");
     const int nuevo = k.anio + 1;
-    if (db.executesql(insertar_anio(empresa, nuevo, k)) < 1 && !quedo_abierto(db, empresa, nuevo, hoy))
+    if (db.executesql(insertar_anio(db, empresa, nuevo, k)) < 1 && !quedo_abierto(db, empresa, nuevo, hoy))
         return no("Problemas para cerrar el año");
     return terminar_cierre(db, empresa, k.anio, hoy);
 }
@@ -119,20 +104,13 @@ ResultadoCerrarAnio cerrar_anio_contable(clsConexion& db, int empresa, Fecha hoy
 std::optional<ResultadoCerrarAnio> completar_cierre_anio(clsConexion& db, int empresa, Fecha hoy) {
     const Configuracion k = leer_periodo(db, empresa, hoy);
     if (!k.existe || k.f_comp_cierre) return std::nullopt;
-    const std::string e = sql_numero(empresa), abierto = std::to_string(k.anio);
-    const int cerrado = k.anio - 1;
-    const bool se_cerro =
-        alguna(db, "select anio from ctmconfigu where empresa=" + e + " and anio=" + sql_numero(cerrado) +
-                       " and f_comp_cierre is not null");
-    if (!se_cerro || alguna(db, "select top 1 empresa from ctcquorvel where empresa=" + e +
-                                    " and f_comp>=#01/01/" + abierto + "#"))
+    const std::string de_empresa = " where empresa=" + sql_numero(empresa), anio = std::to_string(k.anio);
+    const bool a_medias = alguna(db, "select anio from ctmconfigu" + de_empresa + " and anio=" + anio +
+                                         " and documento_cierre=" + sql_texto(A_MEDIAS));
+    if (!a_medias ||
+        alguna(db, "select top 1 empresa from ctcquorvel" + de_empresa + " and f_comp>=#01/01/" + anio + "#"))
         return std::nullopt;
-    const bool sin_firmas =
-        !hay_firmas(leer_firmas(db, empresa, k.anio)) && hay_firmas(leer_firmas(db, empresa, cerrado));
-    if (!sin_firmas &&
-        !alguna(db, "select documento from adxemp_doc where empresa=" + e + " and ultimo_emitido<>'0'"))
-        return std::nullopt;
-    return terminar_cierre(db, empresa, cerrado, hoy);
+    return terminar_cierre(db, empresa, k.anio - 1, hoy);
 }
 
 } // namespace quorvel

@@ -11,7 +11,6 @@ struct ResultadoCerrarAnio {
     std::optional<Rechazo> rechazo; ///< nothing was changed
     bool cancelado = false;         ///< while the accounts were checked: nothing was changed
     std::string mensaje;            ///< what was done
-    std::string aviso;              ///< what is still missing, empty when nothing is
     Configuracion nueva;            ///< configuration of the year that is open now
 };
 /// Checks that the result accounts are at zero, opens the next year, restarts the numbering. The statements

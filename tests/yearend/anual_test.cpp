@@ -156,6 +156,8 @@ TEST_P(Anual, CerrarElAnio) {
     EXPECT_EQ(filas(*db, "select documento,ultimo_emitido from adxemp_doc order by documento"),
               "001|0;002|0");
     EXPECT_EQ(cerrar(), FALTA_CIERRE) << "a second screen must not close the year just opened";
+    ejecutar(*db, "update adxemp_doc set ultimo_emitido='3'");
+    EXPECT_FALSE(completar_cierre_anio(*db, 1, HOY)) << "it was finished: the numbers stay";
 }
 
 TEST_P(Anual, CerradoAunqueNoSeRenumere) {
@@ -165,6 +167,10 @@ TEST_P(Anual, CerradoAunqueNoSeRenumere) {
     EXPECT_EQ(cerrar_anio_contable(*db, 1, HOY).mensaje,
               "Cierre anual completado, problemas al reiniciar numero de documento");
     EXPECT_EQ(filas(*db, "select max(anio) from ctmconfigu"), "2025");
+    ejecutar(*db, "alter table adxemp_doc rename column f_antes to f_u_emision");
+    ASSERT_TRUE(completar_cierre_anio(*db, 1, HOY));
+    EXPECT_EQ(filas(*db, "select documento_cierre from ctmconfigu where anio=2025"), "");
+    EXPECT_FALSE(completar_cierre_anio(*db, 1, HOY));
 }
 
 TEST_P(Anual, Descuadrados) {

@@ -48,7 +48,7 @@ std::string cerrar(clsConexion& db) {
         auto r = cerrar_anio_contable(db, 1, HOY);
         if (r.rechazo && r.rechazo->mensaje == FALTA_CIERRE)
             r = completar_cierre_anio(db, 1, HOY).value_or(r);
-        return r.rechazo ? r.rechazo->mensaje : r.mensaje + r.aviso;
+        return r.rechazo ? r.rechazo->mensaje : r.mensaje;
     } catch (const ErrorSesion&) {
         return "lost";
     }

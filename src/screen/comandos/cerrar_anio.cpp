@@ -15,7 +15,6 @@ void mostrar(frmQuorvel& f, const ResultadoCerrarAnio& r) {
     if (r.cancelado) return f.informacion(CANCELADA);
     f.config = r.nueva;
     f.informacion(r.mensaje);
-    if (!r.aviso.empty()) f.exclamacion(r.aviso);
     limpiar_para_nuevo(f);
 }
 

@@ -32,7 +32,8 @@ void generar_cierre(frmQuorvel& f) {
     const Configuracion k = leer_configuracion(*f.glbdb, f.glbEmpresa, f.servicios.reloj.hoy());
     if (!k.existe) return f.critico("Empresa no configurada");
     f.config = k; // the save records the closing in this very year
-    const bool rehacer = f.estado.comprobante_cierre && k.f_comp_cierre;
+    // one that is annulled, or that a colleague works on, takes no more lines
+    const bool rehacer = f.estado.comprobante_cierre && k.f_comp_cierre && f.ctlRegistro1.ModifyEnabled();
     if (!rehacer && cierre_vigente(*f.glbdb, f.glbEmpresa, k))
         return f.critico("Comprobante de Cierre ya fue Generado");
     const std::string texto_anio = std::to_string(k.anio);
