@@ -148,13 +148,13 @@ private:
         const auto& f = filas.at(azar_() % filas.size());
         return {e_.empresa, "01", *leer_fecha(f[0]), recortar_fin(f[1]), recortar_fin(f[2])};
     }
-    Comprobante abrir(const Clave& clave) {
+    Guardado abrir(const Clave& clave) {
         return medir(ABRIR, [&] {
-            auto c = leer_con_bloqueo(*db_, clave, e_.usuario);
-            if (!c) throw ErrorSesion("A listed voucher is not there: " + clave.num_docum, "");
-            c->lineas = leer_lineas(*db_, clave);
-            c->adjuntos = leer_adjuntos(*db_, c->comprobante_adjunto);
-            return *c;
+            auto g = leer_con_bloqueo(*db_, clave, e_.usuario);
+            if (!g) throw ErrorSesion("A listed voucher is not there: " + clave.num_docum, "");
+            g->c.lineas = leer_lineas(*db_, clave);
+            g->c.adjuntos = leer_adjuntos(*db_, g->c.comprobante_adjunto);
+            return *g;
         });
     }
     [[nodiscard]] bool ajeno(const Comprobante& c) const {
@@ -163,13 +163,15 @@ private:
     void volver_a_abrir() {
         pensar();
         const Clave clave = elegir();
-        Comprobante c = abrir(clave);
+        Guardado abierto = abrir(clave);
+        Comprobante& c = abierto.c;
         if (ajeno(c)) rechazo("opened read-only", SOLO_LECTURA);
         pensar();
         if (ajeno(c) || c.estado != "P" || !c.concepto.starts_with(MARCA)) return; // looked at
         c.usuario = e_.usuario;
         if (azar_() % 12 == 0) {
-            const std::string error = medir(ANULAR, [&] { return AnularComprobante(*db_, c, apoyo::HOY); });
+            const std::string error =
+                medir(ANULAR, [&] { return AnularComprobante(*db_, c, apoyo::HOY, abierto.huella); });
             if (error.empty())
                 ++j_.hechos[c.concepto].anulado;
             else
@@ -178,7 +180,7 @@ private:
         }
         retocar(c);
         OpcionesGrabar o;
-        o.hoy = apoyo::HOY, o.anio = 2024;
+        o.hoy = apoyo::HOY, o.anio = 2024, o.huella = abierto.huella;
         if (revisado(c, false) && grabado(REGRABAR, c, o)) ++j_.hechos[c.concepto].cambiado;
     }
 

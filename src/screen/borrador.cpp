@@ -52,7 +52,7 @@ void Borrador::partir() {
     for (int i = 0; i < f_.grdDetalle.Rows(); ++i) filas_.push_back(huella(fila(i)));
     pendiente_.clear();
     tocadas_.clear();
-    revueltas_ = obligado_ = false;
+    revueltas_ = obligado_ = de_mas_ = false;
 }
 
 void Borrador::grabado() {
@@ -61,6 +61,13 @@ void Borrador::grabado() {
 }
 
 void Borrador::obligar() { obligado_ = true; }
+
+void Borrador::desistir() {
+    obligado_ = false;
+    if (!std::exchange(de_mas_, false)) return;
+    archivo_->borrar();
+    partir();
+}
 
 void Borrador::retirar() {
     if (campos_al_partir_.empty()) return;
@@ -154,8 +161,9 @@ bool Borrador::anotar() {
     };
     LoteBorrador lote = comparar();
     if (lote.vacio() && !(obligado_ && !archivo_)) return archivo_.has_value();
+    de_mas_ = lote.vacio();
     if (!archivo_) {
-        if (!vale_la_pena(campos) || !crear()) return false;
+        if (!vale_la_pena(campos) || !crear()) return de_mas_ = false;
         lote = comparar(); // everything
     }
     if (!archivo_->anotar(lote)) return false; // the disk may have room at the next change

@@ -32,6 +32,13 @@ public:
     void grabado();
     /// What is on the screen exists nowhere else (a cut voucher, a copy), although nobody has typed yet.
     void obligar();
+    /// The same, written at once. @return false when the disk refused
+    bool conservar() {
+        obligar();
+        return anotar();
+    }
+    /// It is stored all the same: what only obligar() had written goes.
+    void desistir();
     /// Before the screen goes away.
     void retirar();
     /// Writes what became different. @return false when what is on the screen is not all on disk
@@ -52,8 +59,8 @@ private:
     std::vector<std::size_t> filas_, filas_nuevas_;                ///< fingerprints as written; to be written
     std::string pendiente_;
     std::set<int> tocadas_;
-    bool revueltas_ = false; ///< rows were removed or replaced
-    bool obligado_ = false;
+    bool revueltas_ = false;                 ///< rows were removed or replaced
+    bool obligado_ = false, de_mas_ = false; ///< de_mas: written only because of obligar()
     int reposo_ = 0;
     std::vector<ui::Connection> conexiones_;
 };

@@ -7,8 +7,6 @@
 #include "text/letras_utf8.h"
 #include "text/numeros.h"
 
-#include <functional>
-
 namespace quorvel {
 namespace {
 
@@ -98,13 +96,12 @@ void reponer_corte(frmQuorvel& f, const Lector& leer) {
     f.estado.cortado = std::move(c);
 }
 
-/// The files of a new voucher's set are where they were put.
+/// The files are where they were put; a draft without files leaves the set that is there now.
 void reponer_adjuntos(frmQuorvel& f, const Lector& leer) {
     const std::string nombres = leer("adjuntos");
     f.lstadjunto.Clear();
     if (nombres.empty()) return;
-    if (f.glbBanderaNuevo) f.gstrcomprobante_adjunto = leer("conjunto");
-    f.lblgstrcomprobante_adjunto.SetCaption(f.gstrcomprobante_adjunto);
+    fijar_conjunto(f, leer("conjunto"));
     for (std::size_t i = 0; i < nombres.size();) {
         const std::size_t fin = nombres.find('\n', i);
         f.lstadjunto.AddItem(nombres.substr(i, fin - i));
@@ -127,7 +124,8 @@ std::map<std::string, std::string> campos_de_pantalla(const frmQuorvel& f) {
     campos["total_haber"] = f.lblTotalhaber.Caption();
     campos["conjunto"] = f.gstrcomprobante_adjunto;
     std::string nombres;
-    for (int i = 0; i < f.lstadjunto.ListCount(); ++i) nombres += (i ? "\n" : "") + f.lstadjunto.List(i);
+    for (const std::string& nombre : entradas(f.lstadjunto))
+        nombres += (nombres.empty() ? "" : "\n") + nombre;
     campos["adjuntos"] = nombres;
     const bool guardado = !f.glbBanderaNuevo && e.cargado && e.cargado->f_comp;
     campos["guardado"] = guardado ? "1" : "0";
@@ -139,21 +137,6 @@ std::map<std::string, std::string> campos_de_pantalla(const frmQuorvel& f) {
     campos["cortado"] = e.cortado ? "1" : "0";
     if (e.cortado) campos.merge(campos_de_corte(*e.cortado));
     return campos;
-}
-
-std::string huella_de_pantalla(const frmQuorvel& f) {
-    std::string texto;
-    for (const char* const nombre : CONTROLES) { // a rate is typed with a comma and comes back with a point
-        const std::string valor = leer(f.find(nombre));
-        texto += (f.find(nombre) == &f.txttasa_impuesto_otro ? reemplazar(valor, ",", ".") : valor) + '\n';
-    }
-    const ui::ctlPlanilla& g = f.grdDetalle;
-    for (int i = 0; i < g.Rows(); ++i)
-        for (int col = 0; col < g.Cols(); ++col) {
-            const std::string& celda = g.TextMatrix(i, col);
-            texto += (celda == "0" ? "" : celda) + '\t'; // an amount that was left empty comes back as 0
-        }
-    return std::to_string(std::hash<std::string>{}(texto));
 }
 
 void mostrar_campos(frmQuorvel& f, const std::map<std::string, std::string>& campos) {

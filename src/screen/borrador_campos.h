@@ -15,9 +15,6 @@ inline constexpr std::array CAMPOS_ESCRITOS{"txtconcepto",       "txtnum_ref",  
 
 /// Everything of the shown voucher but its rows, by control name or by the name of the screen's state.
 [[nodiscard]] std::map<std::string, std::string> campos_de_pantalla(const frmQuorvel& f);
-/// Fingerprint of what a person reads on the screen, fields and rows. Right after a voucher was opened or
-/// saved it tells whether somebody has saved it again since.
-[[nodiscard]] std::string huella_de_pantalla(const frmQuorvel& f);
 /// Puts the fields back into a cleared or opened screen.
 void mostrar_campos(frmQuorvel& f, const std::map<std::string, std::string>& campos);
 

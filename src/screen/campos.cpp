@@ -67,6 +67,12 @@ void mostrar_libro(frmQuorvel& f, const Comprobante& c) {
 
 } // namespace
 
+std::vector<std::string> entradas(const ui::ListControl& lista) {
+    std::vector<std::string> todas;
+    for (int i = 0; i < lista.ListCount(); ++i) todas.push_back(lista.List(i));
+    return todas;
+}
+
 void elegir_texto(ui::ListControl& lista, const std::string& texto) {
     if (recortar(texto).empty() && lista.ListCount() > 0 && recortar(lista.List(0)).empty())
         return lista.SetListIndex(0);
@@ -155,7 +161,7 @@ Comprobante leer_pantalla(const frmQuorvel& f) {
     c.total_haber = f.lblTotalhaber.Caption();
     c.f_ult_modificacion = leer_fecha(f.lblF_ult_modificacion.Caption());
     c.lineas = lineas_de_grilla(f);
-    for (int i = 0; i < f.lstadjunto.ListCount(); ++i) c.adjuntos.push_back(f.lstadjunto.List(i));
+    c.adjuntos = entradas(f.lstadjunto);
     return c;
 }
 

@@ -28,6 +28,8 @@ void mostrar_comprobante(frmQuorvel& f, const Comprobante& c);
 /// Selects the first entry whose first n characters, trimmed, equal the code trimmed. @return false:
 /// unchanged
 bool seleccionar_codigo(frmQuorvel& f, const char* lista, std::size_t n, const std::string& codigo);
+/// All entries of a list.
+[[nodiscard]] std::vector<std::string> entradas(const ui::ListControl& lista);
 /// Selects an entry by its whole text; blank is the first one, another text is added for this voucher.
 void elegir_texto(ui::ListControl& lista, const std::string& texto);
 /// Takes away the entries that lists got for a voucher whose texts they do not know.

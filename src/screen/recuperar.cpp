@@ -28,7 +28,6 @@ std::string campo(const ContenidoBorrador& c, const char* nombre) {
 
 /// The saved voucher that the draft changes, opened again with its lock. @return false when it is gone
 bool abrir_guardado(frmQuorvel& f, const ContenidoBorrador& c) {
-    if (campo(c, "guardado") != "1") return false;
     const auto fecha = leer_fecha(campo(c, "guardado.f_comp"));
     return fecha && abrir_comprobante(f, {f.glbEmpresa, campo(c, "guardado.subsistema"), *fecha,
                                           campo(c, "guardado.documento"), campo(c, "guardado.num_docum")});
@@ -67,10 +66,11 @@ bool recuperar_borrador(frmQuorvel& f, const std::filesystem::path& ruta) {
     auto archivo = ArchivoBorrador::tomar(ruta);
     const auto c = archivo ? archivo->leer() : std::nullopt;
     if (!c) return false;
+    const bool guardado = campo(*c, "guardado") == "1";
     bool cambiado = false;
     {
         const Borrador::Cambio cambio(f);
-        if (!abrir_guardado(f, *c)) limpiar_para_nuevo(f);
+        if (!guardado || !abrir_guardado(f, *c)) limpiar_para_nuevo(f);
         if (!f.ctlRegistro1.ModifyEnabled()) return true; // shown as another user left it; the draft stays
         cambiado = !f.glbBanderaNuevo && f.estado.huella_guardada != campo(*c, "guardado.huella");
         mostrar_campos(f, c->campos);
@@ -78,6 +78,10 @@ bool recuperar_borrador(frmQuorvel& f, const std::filesystem::path& ruta) {
     }
     f.borrador->obligar();
     if (f.borrador->anotar()) archivo->borrar(); // on disk anew before the old one goes
+    if (guardado && f.glbBanderaNuevo)
+        f.exclamacion(
+            "El comprobante de este borrador ya no está en la base: lo eliminaron o cortaron. Vuelve como "
+            "comprobante nuevo");
     if (cambiado)
         f.exclamacion("Este comprobante se grabó otra vez después de su borrador: " + f.lblUsuario.Caption() +
                       ", " + f.lblF_ult_modificacion.Caption() +

@@ -72,12 +72,12 @@ bool esta_anulado(clsConexion& db, const Clave& k) {
     return ahora && ahora->estado == "X";
 }
 
-std::string AnularComprobante(clsConexion& db, const Comprobante& c, Fecha f_ult_modificacion) {
+std::string AnularComprobante(clsConexion& db, const Comprobante& c, Fecha f_ult_modificacion,
+                              const std::string& huella) {
     const Clave clave = c.clave();
     const auto anular = [&] {
-        const auto guardado = retener_cabecera(db, clave);
-        if (!guardado || guardado->estado != "P") throw PasoFallido("Comprobante no válido");
-        exigir_sin_bloqueo_ajeno(*guardado, c.usuario);
+        const Comprobante guardado = retener_intacto(db, clave, c.usuario, huella);
+        if (guardado.estado != "P") throw PasoFallido("Comprobante no válido");
         Decimal debe, haber;
         for (const LineaGuardada& l : lineas_guardadas(db, clave)) {
             desprocesar(db, clave, l);

@@ -1,7 +1,6 @@
 #include "voucher/bloqueo.h"
 
 #include "platform/db/literal.h"
-#include "voucher/cargar.h"
 #include "voucher/grabar_sql.h"
 
 namespace quorvel {
@@ -15,17 +14,13 @@ void desbloquear(clsConexion& db, int empresa, int usuario) {
                   " and bloqueo_usuario=" + sql_numero(usuario));
 }
 
-std::optional<Comprobante> leer_con_bloqueo(clsConexion& db, const Clave& clave, int usuario) {
-    const auto leer = [&] {
-        return leer_cabecera(db, clave.empresa, clave.f_comp, clave.documento, clave.num_docum,
-                             clave.subsistema);
-    };
-    auto c = leer();
-    if (!c) return c;
+std::optional<Guardado> leer_con_bloqueo(clsConexion& db, const Clave& clave, int usuario) {
+    const auto c =
+        leer_cabecera(db, clave.empresa, clave.f_comp, clave.documento, clave.num_docum, clave.subsistema);
+    if (!c) return std::nullopt;
     desbloquear(db, clave.empresa, usuario); // what was on the screen before is no longer shown
-    if (bloqueado_por_otro(c->bloqueo_usuario, usuario)) return c;
-    bloquear(db, c->clave(), usuario);
-    return leer();
+    if (!bloqueado_por_otro(c->bloqueo_usuario, usuario)) bloquear(db, c->clave(), usuario);
+    return leer_guardado(db, c->clave());
 }
 
 } // namespace quorvel

@@ -1,6 +1,6 @@
 #pragma once
 #include "platform/db/clsConexion.h"
-#include "voucher/comprobante.h"
+#include "voucher/cargar.h"
 
 namespace quorvel {
 
@@ -14,10 +14,11 @@ void desbloquear(clsConexion& db, int empresa, int usuario);
 [[nodiscard]] constexpr bool bloqueado_por_otro(std::int64_t bloqueo_usuario, int usuario) {
     return bloqueo_usuario >= 1 && bloqueo_usuario != usuario;
 }
-/// Header (no lines) of a voucher that goes to the user's screen. It is locked for him before it is read, so
-/// that what a colleague saved up to then is never written over with an older reading; one that another user
-/// edits is only read. The user's other locks are released. @return nothing when there is no such voucher
+/// Header and fingerprint of a voucher that goes to the user's screen. It is locked for him before it is
+/// read, so that what a colleague saved up to then is never written over with an older reading; one that
+/// another user edits is only read. The user's other locks are released. @return nothing when there is no
+/// such voucher
 /// @throws ErrorSesion
-[[nodiscard]] std::optional<Comprobante> leer_con_bloqueo(clsConexion& db, const Clave& clave, int usuario);
+[[nodiscard]] std::optional<Guardado> leer_con_bloqueo(clsConexion& db, const Clave& clave, int usuario);
 
 } // namespace quorvel

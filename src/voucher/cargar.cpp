@@ -4,6 +4,7 @@
 #include "text/letras_utf8.h"
 #include "text/numeros.h"
 #include "voucher/grabar_sql.h"
+#include "voucher/huella.h"
 
 namespace quorvel {
 namespace {
@@ -13,6 +14,10 @@ std::string sin_subsistema(int empresa, Fecha f_comp, const std::string& documen
     return " where empresa=" + sql_numero(empresa) + " and f_comp=" + sql_fecha(f_comp) +
            " and documento=" + sql_texto(documento) + " and num_docum=" + sql_texto(num);
 }
+
+constexpr const char* LINEAS =
+    "secuencia, centro, auxiliar,  debe_nacional, haber_nacional, glosa, centro2, conciliado, num_ref ,"
+    " codigo_otro_impuesto, tasa_impuesto_otro   from ctdquorvel ";
 
 std::string importe(const Value& v) { return Decimal::leer(reemplazar(v.text(), ".", ",")).formato("#,##0"); }
 
@@ -99,10 +104,24 @@ std::optional<Comprobante> leer_cabecera(clsConexion& db, int empresa, Fecha f_c
     return leer_fila(*rs);
 }
 
+std::optional<Guardado> leer_guardado(clsConexion& db, const Clave& clave) {
+    const auto rs = db.NewRecord("select * from ctcQuorvel " + sql_clave(clave));
+    if (rs->eof()) return std::nullopt;
+    return Guardado{leer_fila(*rs), huella_guardada(db, *rs, clave)};
+}
+
 std::string consulta_lineas(const Clave& clave) {
-    return "select secuencia, centro, auxiliar,  debe_nacional, haber_nacional, glosa, centro2, conciliado,"
-           " num_ref , codigo_otro_impuesto, tasa_impuesto_otro   from ctdquorvel " +
-           sql_clave(clave) + " order by secuencia";
+    return "select " + std::string(LINEAS) + sql_clave(clave) + " order by secuencia";
+}
+
+std::string consulta_contenido(const Clave& clave, std::int64_t conjunto) {
+    const std::string lineas = "select 1 as parte, " + std::string(LINEAS) + sql_clave(clave);
+    const std::string orden = " order by parte, secuencia";
+    if (conjunto <= 0) return lineas + orden; // rows of set 0 are nobody's
+    return lineas +
+           " union all select 2, correlativo, nombre, '', 0, 0, '', '', '', '', '', '' from ctdcomprad"
+           " where comprobante_adjunto=" +
+           sql_numero(conjunto) + orden;
 }
 
 std::vector<Linea> leer_lineas(clsConexion& db, const Clave& clave) {

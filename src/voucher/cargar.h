@@ -6,6 +6,13 @@ namespace quorvel {
 
 /// Query that the search form lists: the company's vouchers, only the user's own when alias is 2.
 [[nodiscard]] std::string consulta_busqueda(int empresa, int usuario, int alias);
+/// A stored voucher: its header (no lines) and the fingerprint that tells it from any later state.
+struct Guardado {
+    Comprobante c;
+    std::string huella;
+};
+/// Header and fingerprint; nothing when it does not exist. @throws ErrorSesion
+[[nodiscard]] std::optional<Guardado> leer_guardado(clsConexion& db, const Clave& clave);
 /// Header of a voucher (no lines); nothing when it does not exist. @param subsistema "" takes any
 [[nodiscard]] std::optional<Comprobante> leer_cabecera(clsConexion& db, int empresa, Fecha f_comp,
                                                        const std::string& documento,
@@ -13,6 +20,9 @@ namespace quorvel {
                                                        const std::string& subsistema = {});
 /// Query of a voucher's lines in grid-column order, for the grid's RecordSource.
 [[nodiscard]] std::string consulta_lineas(const Clave& clave);
+/// Query of all that belongs to a voucher beside its header, in order: a row's first column tells a line (1)
+/// from an attached file (2), lines follow as in consulta_lineas, a file's name is the third column.
+[[nodiscard]] std::string consulta_contenido(const Clave& clave, std::int64_t conjunto);
 /// The lines themselves, as the grid shows them. @throws ErrorSesion
 [[nodiscard]] std::vector<Linea> leer_lineas(clsConexion& db, const Clave& clave);
 /// True when a voucher of that date, kind and number exists; false also when the database refuses to say.

@@ -1,11 +1,10 @@
 #pragma once
-#include "platform/db/clsConexion.h"
-#include "voucher/comprobante.h"
+#include "voucher/cargar.h"
 
 namespace quorvel {
 
-/// Whether the database holds exactly this voucher, as its user saved it on this day: header, lines and
+/// The stored voucher when it is exactly this one, as its user saved it on this day: header, lines and
 /// attachment list. The number of the attachment set may be another one. @throws ErrorSesion
-[[nodiscard]] bool esta_grabado(clsConexion& db, const Comprobante& c, Fecha hoy);
+[[nodiscard]] std::optional<Guardado> esta_grabado(clsConexion& db, const Comprobante& c, Fecha hoy);
 
 } // namespace quorvel

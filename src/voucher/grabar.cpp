@@ -3,8 +3,11 @@
 #include "platform/db/literal.h"
 #include "text/numeros.h"
 #include "voucher/cargar.h"
+#include "voucher/conjunto.h"
 #include "voucher/esta_grabado.h"
 #include "voucher/grabar_sql.h"
+#include "voucher/huella.h"
+#include "voucher/importes.h"
 #include "voucher/pasos.h"
 #include "voucher/validar.h"
 
@@ -15,28 +18,6 @@ constexpr const char* CABECERA_NUEVA = "Problemas al grabar cabecera";
 constexpr const char* CABECERA_GUARDADA = "Problemas para actualizar cabecera";
 constexpr const char* NUMERO = "Problemas al grabar numero de documento";
 constexpr const char* CIERRE = "Problemas al grabar datos de cirre anual";
-constexpr const char* DETALLE = "Problemas al grabar detalle";
-
-struct Sumas {
-    Decimal debe, haber;
-};
-
-/// Sums of the amounts as the lines will hold them, whole pesos.
-Sumas sumar_lineas(const std::vector<Linea>& lineas) {
-    Sumas escritas, exactas;
-    const auto enteros = [](Decimal d) { return Decimal::leer(d.formato("0")); };
-    for (const Linea& l : lineas) {
-        if (!numero_sql(l.debe) || !numero_sql(l.haber)) throw PasoFallido(DETALLE);
-        const Decimal debe = Decimal::leer(l.debe), haber = Decimal::leer(l.haber);
-        exactas = {exactas.debe + debe, exactas.haber + haber};
-        escritas = {escritas.debe + enteros(debe), escritas.haber + enteros(haber)};
-    }
-    if (!cabe_en_total(escritas.debe) || !cabe_en_total(escritas.haber)) throw PasoFallido(DETALLE);
-    // fractions that balance exactly may stop balancing once they are whole pesos
-    if (exactas.debe == exactas.haber && escritas.debe != escritas.haber)
-        throw PasoFallido("Comprobante descuadrado");
-    return escritas;
-}
 
 class Grabacion {
 public:
@@ -45,19 +26,24 @@ public:
 
     void ejecutar() {
         revisar_periodo();
-        std::optional<EstadoGuardado> guardado;
-        if (!o_.nuevo) guardado = revisar_guardado();
+        const std::int64_t antes = o_.nuevo ? 0 : conjunto_guardado();
         conjunto_ = importe(entero_sql(c_.comprobante_adjunto));
-        reservar_conjunto(guardado ? guardado->conjunto : 0);
+        reservar_conjunto(antes);
         cabecera();
         if (o_.nuevo) cabecera_nueva();
         if (!c_.lineas.empty()) detalle();
-        adjuntos();
+        adjuntos(antes);
         pasos_.ejecutar(db_, o_.avance);
     }
-    /// The set that holds the voucher's files now.
-    [[nodiscard]] const std::string& conjunto(bool guardado) const {
-        return guardado || movidos_ ? conjunto_ : c_.comprobante_adjunto;
+    [[nodiscard]] ResultadoGrabar resultado(std::string error) const {
+        ResultadoGrabar r;
+        r.error = std::move(error);
+        r.comprobante_adjunto = r.error.empty() ? conjunto_ : c_.comprobante_adjunto;
+        r.copiado = copiado_;
+        if (!r.error.empty()) return r;
+        r.huella = huella_escrita(c_, importes_, o_.hoy);
+        r.cierre = cierre_;
+        return r;
     }
 
 private:
@@ -67,58 +53,42 @@ private:
 
     /// Another screen may have closed the year or moved the period since this one was loaded.
     void revisar_periodo() {
-        if (const auto r = rechazo_periodo(c_, leer_periodo(db_, c_.empresa, o_.hoy), db_, o_.hoy))
-            throw PasoFallido(r->mensaje);
+        const Configuracion k = leer_periodo(db_, c_.empresa, o_.hoy);
+        if (const auto r = rechazo_periodo(c_, k, db_, o_.hoy)) throw PasoFallido(r->mensaje);
+        cierre_ = (o_.nuevo && o_.registrar_cierre) || es_comprobante_cierre(c_, k);
     }
 
-    EstadoGuardado revisar_guardado() {
-        const auto guardado = retener_cabecera(db_, clave_, paso_);
-        // without a header, or annulled by someone else: its amounts are out of the balances already
-        if (!guardado || guardado->estado == "X") throw PasoFallido(paso_);
-        exigir_sin_bloqueo_ajeno(*guardado, c_.usuario);
-        return *guardado;
-    }
-
-    [[nodiscard]] bool conjunto_ajeno(const std::string& conjunto) {
-        return !db_.NewRecord("select top 1 empresa from ctcquorvel where comprobante_adjunto=" + conjunto)
-                    ->eof();
-    }
-
-    /// Nobody else's, and nobody else is about to take it.
-    [[nodiscard]] bool conjunto_libre(const std::string& conjunto) {
-        return db_.reserve(val_entero(conjunto)) && !conjunto_ajeno(conjunto);
+    /// The set of the stored voucher, which is still the one that was loaded.
+    std::int64_t conjunto_guardado() {
+        const Comprobante guardado = retener_intacto(db_, clave_, c_.usuario, o_.huella, paso_);
+        if (guardado.estado == "X") throw PasoFallido(paso_); // its amounts are out of the balances already
+        return val_entero(guardado.comprobante_adjunto);
     }
 
     void reservar_conjunto(std::int64_t guardado) {
         const std::string propuesto = conjunto_;
         if (conjunto_ == "0" && c_.adjuntos.empty()) return;
         if (conjunto_ == std::to_string(guardado)) return;
-        if (conjunto_ != "0" && conjunto_libre(conjunto_)) return;
+        if (conjunto_libre(db_, val_entero(conjunto_))) return;
         constexpr int INTENTOS = 50; // folders left behind by abandoned vouchers are stepped over
         std::int64_t numero = val_entero(numero_adjunto(db_, std::nullopt));
         for (int intentos = 0; intentos < INTENTOS; ++numero) {
+            if (!conjunto_libre(db_, numero)) continue;
             conjunto_ = std::to_string(numero);
-            if (!conjunto_libre(conjunto_)) continue;
-            if (!o_.mover_adjuntos || c_.adjuntos.empty()) return;
-            movidos_ = o_.mover_adjuntos(propuesto, conjunto_);
-            if (movidos_) return;
+            if (!o_.copiar_adjuntos || c_.adjuntos.empty()) return;
+            if (o_.copiar_adjuntos(propuesto, conjunto_)) {
+                copiado_ = conjunto_;
+                return;
+            }
             ++intentos;
         }
-        throw PasoFallido(DETALLE);
+        throw PasoFallido(PASO_DETALLE);
     }
 
     void cabecera() {
-        const Sumas sumas = sumar_lineas(c_.lineas);
-        ImportesSql m;
-        m.t_debe = sumas.debe.formato("0");
-        m.t_haber = sumas.haber.formato("0");
-        m.cotizacion = importe(numero_sql(c_.cotizacion));
-        m.monto_neto = formato(c_.monto_neto, "0");
-        m.monto_exento = formato(c_.monto_exento, "0");
-        m.conjunto = conjunto_;
-        m.correlativo = importe(entero_sql(c_.nro_correlativo));
-        m.iva_activo_fijo = importe(entero_sql(c_.iva_activo_fijo));
-        pasos_.agregar(o_.nuevo ? sql_H1(c_, m, o_.hoy) : sql_H2(c_, m, o_.hoy), paso_, Pasos::Filas::alguna);
+        importes_ = importes_sql(c_, conjunto_, paso_);
+        pasos_.agregar(o_.nuevo ? sql_H1(c_, importes_, o_.hoy) : sql_H2(c_, importes_, o_.hoy), paso_,
+                       Pasos::Filas::alguna);
     }
 
     void cabecera_nueva() {
@@ -134,18 +104,20 @@ private:
         pasos_.agregar(sql_borrar_detalle(clave_));
         for (std::size_t n = 0; n < c_.lineas.size(); ++n) {
             auto sql = sql_detalle(clave_, n + 1, c_.lineas[n]);
-            if (!sql) throw PasoFallido(DETALLE);
-            pasos_.agregar(std::move(*sql), DETALLE);
+            if (!sql) throw PasoFallido(PASO_DETALLE);
+            pasos_.agregar(std::move(*sql), PASO_DETALLE);
         }
     }
 
-    void adjuntos() {
+    void adjuntos(std::int64_t antes) {
+        if (conjunto_ != std::to_string(antes) && solo_de_uno(db_, antes))
+            pasos_.agregar(sql_borrar_adjuntos(std::to_string(antes)));
         if (conjunto_ == "0") return; // rows of set 0 belong to nobody in particular
         pasos_.agregar(sql_borrar_adjuntos(conjunto_));
         if (c_.adjuntos.empty()) return;
         const std::vector<std::int64_t> libres = correlativos(c_.adjuntos.size());
         for (std::size_t i = 0; i < libres.size(); ++i)
-            pasos_.agregar(sql_adjunto(conjunto_, libres[i], c_.adjuntos[i]), DETALLE);
+            pasos_.agregar(sql_adjunto(conjunto_, libres[i], c_.adjuntos[i]), PASO_DETALLE);
     }
 
     [[nodiscard]] std::int64_t mayor_correlativo() {
@@ -173,19 +145,17 @@ private:
     const Clave clave_;
     const char* const paso_;
     Pasos pasos_;
-    std::string conjunto_ = "0";
-    bool movidos_ = false;
+    ImportesSql importes_;
+    std::string conjunto_ = "0", copiado_;
+    bool cierre_ = false;
 };
 
 } // namespace
 
 ResultadoGrabar GrabarComprobante(clsConexion& db, const Comprobante& c, const OpcionesGrabar& o) {
     Grabacion grabacion(db, c, o);
-    ResultadoGrabar r;
-    r.error = en_transaccion(
-        db, [&] { grabacion.ejecutar(); }, [&] { return esta_grabado(db, c, o.hoy); });
-    r.comprobante_adjunto = grabacion.conjunto(r.error.empty());
-    return r;
+    return grabacion.resultado(en_transaccion(
+        db, [&] { grabacion.ejecutar(); }, [&] { return esta_grabado(db, c, o.hoy).has_value(); }));
 }
 
 void grabar_en_transaccion_abierta(clsConexion& db, const Comprobante& c, const OpcionesGrabar& o) {
@@ -193,8 +163,13 @@ void grabar_en_transaccion_abierta(clsConexion& db, const Comprobante& c, const 
 }
 
 std::optional<ResultadoGrabar> grabado_sin_respuesta(clsConexion& db, const Comprobante& c, Fecha hoy) {
-    if (!esta_grabado(db, c, hoy)) return std::nullopt;
-    return ResultadoGrabar{"", numero_adjunto(db, c.clave())};
+    const auto guardado = esta_grabado(db, c, hoy);
+    if (!guardado) return std::nullopt;
+    ResultadoGrabar r;
+    r.comprobante_adjunto = guardado->c.comprobante_adjunto;
+    r.huella = guardado->huella;
+    r.cierre = es_comprobante_cierre(c, leer_periodo(db, c.empresa, hoy));
+    return r;
 }
 
 } // namespace quorvel

@@ -4,7 +4,6 @@
 #include "voucher/pasos.h"
 
 #include <functional>
-#include <map>
 
 namespace quorvel {
 
@@ -16,19 +15,23 @@ struct OpcionesGrabar {
     Fecha hoy{};
     /// After a cut: the key that the voucher had, so that its invoice follows.
     std::optional<Clave> clave_anterior{};
+    std::string huella{}; ///< the stored voucher that a saved one was loaded with; a new one has none
     /// Called inside the transaction when the proposed attachment set belongs to another voucher by now:
-    /// moves the files from the first set to the second.
-    /// @return false: the next number is tried, after 50 the save stops
-    std::function<bool(const std::string& de, const std::string& a)> mover_adjuntos{};
+    /// copies the files from the first set to the second. They stay in the first as well, since nobody knows
+    /// yet whether the change will be kept. @return false: the next number is tried, after 50 the save stops
+    std::function<bool(const std::string& de, const std::string& a)> copiar_adjuntos{};
     AvancePasos avance{}; ///< false ends the save; never asked once the commit has begun
 };
 struct ResultadoGrabar {
-    std::string error; ///< empty when saved
-    std::string
-        comprobante_adjunto; ///< the set that holds the files now, after a failure too: it may have changed
+    std::string error;               ///< empty when saved
+    std::string comprobante_adjunto; ///< the voucher's set; another one than before when files were copied
+    std::string copiado;             ///< the set that the files were copied into, also when the save failed
+    std::string huella;              ///< of what is stored now
+    bool cierre = false;             ///< it is the year's closing voucher
 };
 /// Writes the voucher in one transaction: header, last issued number, closing data, lines, attachment rows.
-/// The totals are summed again from the lines. Another user's lock stops it. Nothing is written on failure.
+/// The totals are summed again from the lines. Another user's lock stops it, and so does a stored voucher
+/// that is not the one that was loaded. Nothing is written on failure.
 [[nodiscard]] ResultadoGrabar GrabarComprobante(clsConexion& db, const Comprobante& c,
                                                 const OpcionesGrabar& o);
 /// The same steps inside the caller's transaction, which a failure leaves for the caller to roll back.
@@ -38,14 +41,20 @@ void grabar_en_transaccion_abierta(clsConexion& db, const Comprobante& c, const 
 [[nodiscard]] std::optional<ResultadoGrabar> grabado_sin_respuesta(clsConexion& db, const Comprobante& c,
                                                                    Fecha hoy);
 /// Takes the voucher's amounts out of the balances, marks it "X", deletes its lines, in one transaction.
-/// @return the failing step's text, empty when done
-[[nodiscard]] std::string AnularComprobante(clsConexion& db, const Comprobante& c, Fecha f_ult_modificacion);
+/// @param huella as it was loaded @return the failing step's text, empty when done
+[[nodiscard]] std::string AnularComprobante(clsConexion& db, const Comprobante& c, Fecha f_ult_modificacion,
+                                            const std::string& huella);
 /// Whether the stored voucher is annulled.
 [[nodiscard]] bool esta_anulado(clsConexion& db, const Clave& clave);
-/// Deletes lines, attachment rows (never of set 0) and header in one transaction.
-/// @return the engine's description, empty when done
-/// @param usuario whose lock counts as his own; 0 asks nobody
-[[nodiscard]] std::string EliminarComprobante(clsConexion& db, const Clave& clave,
-                                              const std::string& conjunto, int usuario = 0);
+struct ResultadoEliminar {
+    std::string error;                ///< the engine's description, empty when done
+    std::optional<Comprobante> quien; ///< the header that was deleted, or would have been
+};
+/// Deletes lines, attachment rows (never of set 0 or of one that another voucher shares) and header in one
+/// transaction. @param usuario whose lock counts as his own @param huella as it was loaded
+[[nodiscard]] ResultadoEliminar EliminarComprobante(clsConexion& db, const Clave& clave, int usuario,
+                                                    const std::string& huella);
+/// Whether no such voucher is stored.
+[[nodiscard]] bool esta_eliminado(clsConexion& db, const Clave& clave);
 
 } // namespace quorvel

@@ -11,13 +11,16 @@ constexpr std::size_t LARGO_GLOSA = 60;
 
 /// RUT, name and document number are stored with one trailing blank.
 std::string con_blanco(const std::string& valor) { return sql_texto(valor + " "); }
-/// The comma becomes a point; points that group thousands go.
-std::string tasa(const std::string& pantalla) {
-    const bool chilena = pantalla.find(',') != std::string::npos && numero_sql(pantalla);
-    return sql_texto(reemplazar(chilena ? reemplazar(pantalla, ".", "") : pantalla, ",", "."));
-}
+std::string tasa(const std::string& pantalla) { return sql_texto(tasa_guardada(pantalla)); }
 
 } // namespace
+
+std::string glosa_guardada(const std::string& glosa) { return primeros(glosa, LARGO_GLOSA); }
+
+std::string tasa_guardada(const std::string& pantalla) {
+    const bool chilena = pantalla.find(',') != std::string::npos && numero_sql(pantalla);
+    return reemplazar(chilena ? reemplazar(pantalla, ".", "") : pantalla, ",", ".");
+}
 
 std::optional<std::string> entero_sql(std::string_view chileno) {
     if (!numero_sql(chileno)) return std::nullopt;
@@ -110,9 +113,9 @@ std::optional<std::string> sql_detalle(const Clave& k, std::size_t secuencia, co
            sql_numero(k.empresa) + "," + sql_texto(k.subsistema) + "," + sql_fecha(k.f_comp) + "," +
            sql_texto(k.documento) + "," + sql_texto(k.num_docum) + "," + std::to_string(secuencia) + "," +
            sql_texto(l.centro) + "," + sql_texto(l.auxiliar) + "," + *debe + "," + *haber + "," +
-           sql_texto(primeros(l.glosa, LARGO_GLOSA)) + "," + sql_texto(l.centro2) + "," +
-           sql_texto(l.conciliado) + "," + sql_texto(l.num_ref) + "," + sql_texto(l.codigo_otro_impuesto) +
-           "," + tasa(l.tasa_impuesto_otro) + ")";
+           sql_texto(glosa_guardada(l.glosa)) + "," + sql_texto(l.centro2) + "," + sql_texto(l.conciliado) +
+           "," + sql_texto(l.num_ref) + "," + sql_texto(l.codigo_otro_impuesto) + "," +
+           tasa(l.tasa_impuesto_otro) + ")";
 }
 
 std::string sql_borrar_adjuntos(const std::string& conjunto) {

@@ -10,6 +10,10 @@ struct ImportesSql {
 /// A displayed amount as whole pesos in plain digits; nothing for a text that is no number.
 [[nodiscard]] std::optional<std::string> entero_sql(std::string_view chileno);
 
+/// The gloss of a line as it is stored, cut to its length.
+[[nodiscard]] std::string glosa_guardada(const std::string& glosa);
+/// A tax rate as it is stored: the comma becomes a point; points that group thousands go.
+[[nodiscard]] std::string tasa_guardada(const std::string& pantalla);
 /// " where empresa=… and subsistema=… and f_comp=… and documento=… and num_docum=…"
 [[nodiscard]] std::string sql_clave(const Clave& clave);
 /// Header of a new voucher.

@@ -1,6 +1,9 @@
 #include "voucher/pasos.h"
 
+#include "platform/db/literal.h"
+#include "text/letras_utf8.h"
 #include "voucher/bloqueo.h"
+#include "voucher/cargar.h"
 #include "voucher/grabar_sql.h"
 
 #include <algorithm>
@@ -15,6 +18,21 @@ namespace {
 /// A step's own text would hide that the disk is full or the server is gone.
 [[noreturn]] void fallar(const clsConexion& db, const char* texto) {
     throw PasoFallido(*texto != '\0' && !db.session_failed() ? std::string(texto) : db.last_error());
+}
+
+std::string nombre(clsConexion& db, int usuario) {
+    const std::string codigo = sql_numero(usuario);
+    const auto rs = db.NewRecord("select n_persona from admpersona where persona=" + codigo);
+    return rs->eof() ? codigo : recortar(codigo + " " + rs->fields("n_persona").Value.text());
+}
+
+std::string por_quien(clsConexion& db, const std::optional<Guardado>& ahora) {
+    const std::string queda = "\nNo se ha cambiado nada, y lo que muestra la pantalla queda como borrador. "
+                              "Busque el comprobante (F3) para ver cómo está; Ctrl+R vuelve a lo suyo";
+    if (!ahora) return std::string(CAMBIADO) + "lo eliminaron o cortaron desde otra ventana." + queda;
+    const auto& fecha = ahora->c.f_ult_modificacion;
+    return CAMBIADO + std::string(ahora->c.estado == "X" ? "lo anuló " : "lo grabó ") +
+           nombre(db, ahora->c.usuario) + (fecha ? ", " + fecha_dmy(*fecha) : "") + "." + queda;
 }
 
 } // namespace
@@ -39,22 +57,14 @@ void Pasos::ejecutar(clsConexion& db, const AvancePasos& avance) const {
     }
 }
 
-std::optional<EstadoGuardado> retener_cabecera(clsConexion& db, const Clave& clave, const char* texto) {
-    const std::string condicion = sql_clave(clave);
+Comprobante retener_intacto(clsConexion& db, const Clave& clave, int usuario, const std::string& huella,
+                            const char* texto) {
     // a change of nothing holds the row on a server as well: a read alone would not
-    exigir(db, "update ctcquorvel set subsistema=subsistema" + condicion, texto);
-    const auto rs =
-        db.NewRecord("select estado, bloqueo_usuario, comprobante_adjunto from ctcquorvel" + condicion);
-    if (rs->eof()) return std::nullopt;
-    EstadoGuardado g;
-    g.estado = rs->fields("estado").Value.text();
-    g.bloqueo = rs->fields("bloqueo_usuario").Value.integer();
-    g.conjunto = rs->fields("comprobante_adjunto").Value.integer();
-    return g;
-}
-
-void exigir_sin_bloqueo_ajeno(const EstadoGuardado& guardado, int usuario) {
-    if (bloqueado_por_otro(guardado.bloqueo, usuario)) throw PasoFallido(SOLO_LECTURA);
+    exigir(db, "update ctcquorvel set subsistema=subsistema" + sql_clave(clave), texto);
+    const auto guardado = leer_guardado(db, clave);
+    if (guardado && bloqueado_por_otro(guardado->c.bloqueo_usuario, usuario)) throw PasoFallido(SOLO_LECTURA);
+    if (!guardado || guardado->huella != huella) throw PasoFallido(por_quien(db, guardado));
+    return guardado->c;
 }
 
 std::string averiguar(const std::function<bool()>& quedo_hecho) {

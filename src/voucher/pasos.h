@@ -44,17 +44,15 @@ private:
     std::vector<std::string> sql_;
     std::vector<Texto> textos_;
 };
-/// What a stored header says when its voucher is about to change.
-struct EstadoGuardado {
-    std::string estado;
-    std::int64_t bloqueo = 0, conjunto = 0;
-};
+/// How the refusal begins when the stored voucher is not the one that the screen was loaded with.
+inline constexpr const char* CAMBIADO = "Este comprobante ya no es el que abrió: ";
+[[nodiscard]] inline bool cambiado_por_otro(const std::string& error) { return error.starts_with(CAMBIADO); }
 /// Takes hold of the header inside the transaction, so that nobody else changes it before the end, and reads
-/// it. Nothing when it does not exist. @param texto of the step @throws PasoFallido, ErrorSesion
-[[nodiscard]] std::optional<EstadoGuardado> retener_cabecera(clsConexion& db, const Clave& clave,
-                                                             const char* texto = "");
-/// @throws PasoFallido with the read-only text when another user holds the edit lock
-void exigir_sin_bloqueo_ajeno(const EstadoGuardado& guardado, int usuario);
+/// it: the only way to a stored voucher that is about to be written over or removed.
+/// @param huella what the screen was loaded with @param texto of the step
+/// @throws PasoFallido when another user holds the edit lock, or with who changed it and when (CAMBIADO)
+[[nodiscard]] Comprobante retener_intacto(clsConexion& db, const Clave& clave, int usuario,
+                                          const std::string& huella, const char* texto = "");
 
 /// What the user reads when the server did not come back in time to tell whether a change was done.
 inline constexpr const char* DESENLACE_DESCONOCIDO =

@@ -118,22 +118,24 @@ TEST_F(Files, AddFindRemoveStayInside) {
     EXPECT_FALSE(a.find("5", "f.pdf"));
 }
 
-TEST_F(Files, SetsMoveAndCopyWithoutTouchingOthers) {
+TEST_F(Files, SetsAreCopiedAndClaimedWithoutTouchingOthers) {
     const Attachments a(dir, "D");
     write(dir / "adjunto/D/5/mia.pdf", "mia");
     write(dir / "adjunto/D/5/ajena.pdf", "ajena");
     write(dir / "adjunto/5/vieja.pdf", "vieja");
     write(dir / "adjunto/D/6/x", "x");
     EXPECT_EQ(a.first_free("5"), "7");
-    EXPECT_FALSE(a.move_set("5", "6", {"mia.pdf"})) << "another voucher's folder";
+    EXPECT_FALSE(a.copy_set("5", "6", {"mia.pdf"}) || a.make("6")) << "another voucher's folder";
     ASSERT_TRUE(a.copy_set("5", "7", {"mia.pdf", "vieja.pdf", "falta.pdf"}));
     EXPECT_EQ(read(dir / "adjunto/D/7/vieja.pdf"), "vieja");
-    ASSERT_TRUE(a.move_set("5", "8", {"mia.pdf"}));
-    EXPECT_EQ(read(dir / "adjunto/D/8/mia.pdf"), "mia");
-    EXPECT_FALSE(fs::exists(dir / "adjunto/D/5/mia.pdf"));
-    EXPECT_TRUE(fs::exists(dir / "adjunto/D/5/ajena.pdf"));
-    EXPECT_TRUE(a.move_set("8", "9", {"mia.pdf"}));
-    EXPECT_FALSE(fs::exists(dir / "adjunto/D/8")) << "an emptied folder goes";
+    EXPECT_EQ(a.claim("5"), "8");
+    write(dir / "src" / "f.pdf", "uno");
+    EXPECT_FALSE(a.add("8", dir / "src"));
+    EXPECT_FALSE(fs::exists(dir / "adjunto/D/8")) << "an empty folder goes";
+    ASSERT_TRUE(a.add("8", dir / "src" / "f.pdf"));
+    EXPECT_EQ(a.claim("5"), "9");
+    EXPECT_TRUE(a.remove("8", "f.pdf") && a.make("8")) << "with its last file a folder is free again";
+    EXPECT_TRUE(a.remove("5", "mia.pdf") && fs::exists(dir / "adjunto/D/5/ajena.pdf"));
 }
 
 TEST_F(Files, OddNamesStayInsideOrAreRefused) {
@@ -156,7 +158,7 @@ TEST_F(Files, OddNamesStayInsideOrAreRefused) {
     EXPECT_FALSE(a.add("5", dir / "src" / "carpeta"));
     EXPECT_FALSE(a.add("5", dir / "src" / "colgado"));
     EXPECT_FALSE(a.add("5", dir / "src" / ".."));
-    EXPECT_TRUE(fs::is_empty(dir / "adjunto/D/5"));
+    EXPECT_FALSE(fs::exists(dir / "adjunto/D/5"));
 }
 
 TEST_F(Files, ALinkInTheFolderIsNotFollowed) {

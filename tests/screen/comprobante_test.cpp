@@ -3,8 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
-
 using namespace quorvel;
 using namespace quorvel::pruebas;
 using apoyo::Motor;
@@ -142,32 +140,4 @@ TEST_P(Comprobantes, WhatTheListsDoNotKnowIsWrittenBackUnchanged) {
     q.pulsar("mnuEliminar");
     EXPECT_EQ(q.sql("select documento,num_docum from ctcquorvel order by num_docum"), "001|1;001|2");
     EXPECT_EQ(q.sql("select count(*) from ctdquorvel"), "4");
-}
-
-TEST(Borrador, ACutVoucherThatNobodySavedAgainComesBack) {
-    Pantalla p;
-    const auto hay = [&] { return !std::filesystem::is_empty(p.carpeta + "/borradores"); };
-    p.abrir();
-    p.comprobante("1000");
-    p.guardar();
-    p.escribir("txtconcepto", "uno; dos");
-    p.escritorio.responder(ui::Answer::yes);
-    p.pulsar("cmdcortar");
-    p.f.Unload();
-    EXPECT_EQ(p.sql("select count(*) from ctcquorvel"), "0");
-    EXPECT_TRUE(hay());
-    p.mensajes();
-    p.abrir();
-    p.tecla("ctrl+r");
-    EXPECT_EQ(p.f.txtconcepto.Text() + "|" + p.f.cmbDocumento.Text() + "|" + p.totales(),
-              "uno; dos|001 TRASPASO|1.000|1.000");
-    p.escritorio.responder(ui::Answer::yes);
-    p.guardar();
-    EXPECT_FALSE(hay());
-    p.pulsar("cmdcortar");
-    p.guardar();
-    EXPECT_EQ(p.sql("select num_docum,t_debe from ctcquorvel"), "1|1000");
-    EXPECT_FALSE(hay()) << "saved again, so no draft is left";
-    p.nuevo();
-    EXPECT_FALSE(hay()) << "nothing was lost";
 }

@@ -192,7 +192,7 @@ TEST_P(Validar, RepeatedDocumentCountsActiveVouchersOfOthers) {
     c.rut_persona = "O'Higgins";
     EXPECT_EQ(mensaje(), "");
     c.rut_persona = "76.418.352-5";
-    ASSERT_EQ(AnularComprobante(*db, compra("1"), HOY), "");
+    ASSERT_EQ(AnularComprobante(*db, compra("1"), HOY, leer_guardado(*db, compra("1").clave())->huella), "");
     EXPECT_EQ(mensaje(), "");
 }
 
@@ -242,7 +242,11 @@ TEST_P(Validar, Lines) {
         EXPECT_EQ(GrabarComprobante(*db, c, {.nuevo = true, .hoy = HOY}).error,
                   "Problemas al grabar detalle");
         c.lineas = lineas("0", al_debe);
-        ASSERT_EQ(GrabarComprobante(*db, c, {.nuevo = al_debe, .hoy = HOY}).error, "");
+        const auto guardado = leer_guardado(*db, c.clave());
+        ASSERT_EQ(GrabarComprobante(
+                      *db, c, {.nuevo = al_debe, .hoy = HOY, .huella = guardado ? guardado->huella : ""})
+                      .error,
+                  "");
         EXPECT_EQ(apoyo::filas(*db, "select t_debe, t_haber from ctcquorvel"),
                   "999999999999999999|999999999999999999");
     }

@@ -4,6 +4,9 @@
 #include "platform/files/settings_file.h"
 #include "text/letras_utf8.h"
 
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <charconv>
 #include <fstream>
@@ -45,7 +48,13 @@ bool copy_over(const fs::path& from, const fs::path& to) {
     const fs::file_status there = fs::symlink_status(to, ec);
     if (fs::exists(there) && !fs::is_regular_file(there)) // a device or a link is written through
         return fs::copy_file(from, to, fs::copy_options::overwrite_existing, ec) && !ec;
-    const fs::path fresh = to.parent_path() / ".copia-en-curso"; // short: the name itself may fill 255 bytes
+    // short, since the name itself may fill 255 bytes; nobody else's, who may be copying to this folder as
+    // well
+    std::string name = (to.parent_path() / ".copia-XXXXXX").string();
+    const int fd = ::mkostemp(name.data(), O_CLOEXEC);
+    if (fd < 0) return false;
+    ::close(fd);
+    const fs::path fresh = name;
     if (fs::copy_file(from, fresh, fs::copy_options::overwrite_existing, ec) && !ec)
         fs::rename(fresh, to, ec);
     if (!ec) return true;
@@ -131,13 +140,17 @@ fs::path Attachments::file(const std::string& set, const std::string& name) cons
 std::optional<std::string> Attachments::add(const std::string& set, const fs::path& source) const {
     const std::string name = source.filename().string();
     const fs::path target = file(set, name);
-    if (target.empty() || !regular(source)) return std::nullopt;
     std::error_code ec;
-    fs::create_directories(target.parent_path(), ec);
-    if (ec) return std::nullopt;
-    if (fs::is_symlink(target, ec)) fs::remove(target, ec); // never written through: it may lead anywhere
-    if (!copy_over(source, target)) return std::nullopt;
-    return name;
+    const auto put = [&] {
+        if (target.empty() || !regular(source)) return false;
+        fs::create_directories(target.parent_path(), ec);
+        if (ec) return false;
+        if (fs::is_symlink(target, ec)) fs::remove(target, ec); // never written through: it may lead anywhere
+        return copy_over(source, target);
+    };
+    if (put()) return name;
+    fs::remove(folder(set), ec); // only when it is empty
+    return std::nullopt;
 }
 
 bool Attachments::would_replace(const std::string& set, const fs::path& source) const {
@@ -148,7 +161,9 @@ bool Attachments::would_replace(const std::string& set, const fs::path& source) 
 bool Attachments::remove(const std::string& set, const std::string& name) const {
     const fs::path target = file(set, name);
     std::error_code ec;
-    return stored(target) && fs::remove(target, ec) && !ec;
+    if (!stored(target) || !fs::remove(target, ec) || ec) return false;
+    fs::remove(target.parent_path(), ec); // only when it is empty
+    return true;
 }
 
 std::optional<fs::path> Attachments::find(const std::string& set, const std::string& name) const {
@@ -178,15 +193,6 @@ bool Attachments::copy_set(const std::string& from, const std::string& to,
     return true;
 }
 
-bool Attachments::move_set(const std::string& from, const std::string& to,
-                           const std::vector<std::string>& names) const {
-    if (!copy_set(from, to, names)) return false;
-    for (const std::string& name : names) (void)remove(from, name);
-    std::error_code ec;
-    fs::remove(folder(from), ec); // only when it is empty
-    return true;
-}
-
 bool Attachments::make(const std::string& set) const {
     const fs::path target = folder(set);
     std::error_code ec;
@@ -195,10 +201,10 @@ bool Attachments::make(const std::string& set) const {
     return fs::create_directory(target, ec) && !ec;
 }
 
-std::string Attachments::claim(const std::string& set) const {
+std::optional<std::string> Attachments::claim(const std::string& set) const {
     for (std::string free = first_free(set), last; free != last; last = std::exchange(free, first_free(free)))
         if (make(free)) return free;
-    return set;
+    return std::nullopt;
 }
 
 std::string Attachments::first_free(const std::string& set) const {

@@ -38,32 +38,31 @@ public:
                                                  const std::filesystem::path& source) const;
     /// The set has a file of that name with other contents.
     [[nodiscard]] bool would_replace(const std::string& set, const std::filesystem::path& source) const;
-    /// Deletes the file of the current layout. @return false when there is none or it stays
+    /// Deletes the file of the current layout, and with the last one its folder, which somebody else may then
+    /// claim. @return false when there is none or it stays
     bool remove(const std::string& set, const std::string& name) const;
     /// Where the file is, the current layout first.
     [[nodiscard]] std::optional<std::filesystem::path> find(const std::string& set,
                                                             const std::string& name) const;
     [[nodiscard]] bool save_copy(const std::string& set, const std::string& name,
                                  const std::filesystem::path& target) const;
-    /// Moves the named files into a set whose folder does not exist yet; files that are missing stay missing.
-    [[nodiscard]] bool move_set(const std::string& from, const std::string& to,
-                                const std::vector<std::string>& names) const;
-    /// The same with copies, also of files of the older layout.
+    /// Copies the named files, also of the older layout, into a set whose folder does not exist yet; files
+    /// that are missing stay missing. @return false: nothing was copied
     [[nodiscard]] bool copy_set(const std::string& from, const std::string& to,
                                 const std::vector<std::string>& names) const;
     /// The first set from this one on that has no folder yet: a folder left behind is nobody's new set.
     [[nodiscard]] std::string first_free(const std::string& set) const;
-    /// The same, and its folder is made at once, so that nobody else gets it. Where no folder can be made the
-    /// given set comes back.
-    [[nodiscard]] std::string claim(const std::string& set) const;
+    /// Makes the set's folder. Whoever makes it owns it: a set's number alone keeps nobody else out.
+    /// @return false when it cannot be made or somebody has made it already
+    [[nodiscard]] bool make(const std::string& set) const;
+    /// The same with the first free number from this one on. Nothing where no folder can be made.
+    [[nodiscard]] std::optional<std::string> claim(const std::string& set) const;
     /// Every file of the current layout. What comes or goes meanwhile may be in it or not.
     [[nodiscard]] std::vector<AttachedFile> files() const;
     /// The folder of the database's sets.
     [[nodiscard]] std::filesystem::path home() const { return root_ / database_; }
 
 private:
-    /// Makes a set's folder. @return false when it cannot be made or somebody has made it already
-    [[nodiscard]] bool make(const std::string& set) const;
     /// Folder of a set; empty for a set that is no number.
     [[nodiscard]] std::filesystem::path folder(const std::string& set) const;
     [[nodiscard]] std::filesystem::path file(const std::string& set, const std::string& name) const;

@@ -1,3 +1,4 @@
+#include "screen/borrador.h"
 #include "screen/campos.h"
 #include "screen/comandos/comandos.h"
 #include "screen/comandos/procesado.h"
@@ -22,10 +23,13 @@ void anular(frmQuorvel& f) {
                     "posible recuperarlo"))
         return;
     const Comprobante c = leer_pantalla(f);
-    const bool ya = f.estado.sin_respuesta && esta_anulado(*f.glbdb, c.clave());
+    const bool ya = f.estado.en_duda == EnDuda::anular && esta_anulado(*f.glbdb, c.clave());
     const std::string error =
-        ya ? "" : AnularComprobante(*f.glbdb, c, c.f_ult_modificacion.value_or(f.servicios.reloj.hoy()));
-    f.estado.sin_respuesta = error == DESENLACE_DESCONOCIDO;
+        ya ? ""
+           : AnularComprobante(*f.glbdb, c, c.f_ult_modificacion.value_or(f.servicios.reloj.hoy()),
+                               f.estado.huella_guardada);
+    f.estado.en_duda = en_duda(error, EnDuda::anular);
+    if (cambiado_por_otro(error)) (void)f.borrador->conservar();
     if (!error.empty()) return f.critico(error);
     f.lblEstado.SetCaption("X");
     f.estado.cargado->estado = "X";

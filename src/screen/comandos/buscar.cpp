@@ -1,7 +1,6 @@
 #include "screen/abrir.h"
 #include "screen/adjuntos/adjuntos.h"
 #include "screen/borrador.h"
-#include "screen/borrador_campos.h"
 #include "screen/campos.h"
 #include "screen/comandos/comandos.h"
 #include "screen/consultas/consultas.h"
@@ -57,6 +56,7 @@ void cargar_adjuntos(frmQuorvel& f, const Comprobante& c) {
     f.gstrcomprobante_adjunto = c.comprobante_adjunto;
     if (val_entero(c.comprobante_adjunto) <= 0) nuevo_conjunto(f); // set 0 is everybody's
     if (c.estado == "P") f.CargarAdjuntos();
+    f.estado.cargado->adjuntos = entradas(f.lstadjunto);
     f.lblgstrcomprobante_adjunto.SetCaption(f.gstrcomprobante_adjunto);
 }
 
@@ -100,25 +100,27 @@ void buscar(frmQuorvel& f) {
 
 bool abrir_comprobante(frmQuorvel& f, const Clave& clave) {
     Apertura apertura{.f = f};
-    const auto c = leer_con_bloqueo(*f.glbdb, clave, f.glbUsuario);
-    if (!c) return false;
+    const auto guardado = leer_con_bloqueo(*f.glbdb, clave, f.glbUsuario);
+    if (!guardado) return false;
+    const Comprobante& c = guardado->c;
     const Borrador::Cambio cambio(f);
     // another screen may have generated the closing since this one was opened
     const bool cierre =
-        es_comprobante_cierre(*c, leer_periodo(*f.glbdb, f.glbEmpresa, f.servicios.reloj.hoy()));
-    cargar_lineas(f, *c); // lines that cannot be read leave the screen as it is
+        es_comprobante_cierre(c, leer_periodo(*f.glbdb, f.glbEmpresa, f.servicios.reloj.hoy()));
+    cargar_lineas(f, c); // lines that cannot be read leave the screen as it is
     apertura.pantalla = Apertura::a_medias;
     f.estado.cierre_generado = false;
     f.estado.cortado.reset();
     f.ctlRegistro1.RecordShown();
-    f.estado.cargado = *c;
+    f.estado.cargado = c;
+    f.estado.huella_guardada = guardado->huella; // older than what is read from here on
+    f.estado.en_duda = EnDuda::ninguno;
     f.glbBanderaNuevo = false;
     f.estado.comprobante_cierre = cierre;
-    mostrar_comprobante(f, *c);
-    cargar_adjuntos(f, *c);
-    fijar_totales(f, c->total_debe, c->total_haber);
-    f.estado.huella_guardada = huella_de_pantalla(f);
-    permitir(f, *c, segun_estado(f, *c));
+    mostrar_comprobante(f, c);
+    cargar_adjuntos(f, c);
+    fijar_totales(f, c.total_debe, c.total_haber);
+    permitir(f, c, segun_estado(f, c));
     apertura.pantalla = Apertura::entera;
     return true;
 }

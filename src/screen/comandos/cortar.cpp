@@ -11,16 +11,6 @@
 
 namespace quorvel {
 
-namespace {
-
-std::vector<std::string> nombres(const ui::ListBox& lista) {
-    std::vector<std::string> todos;
-    for (int i = 0; i < lista.ListCount(); ++i) todos.push_back(lista.List(i));
-    return todos;
-}
-
-} // namespace
-
 void RenovarComprobante(frmQuorvel& f) {
     desbloquear_usuario(f);
     f.estado.comprobante_cierre = f.estado.cierre_generado = false;
@@ -48,21 +38,17 @@ void cortar(frmQuorvel& f) {
             "modificar la fecha y numero de comprobante, no olvide presionar el botón actualizar una vez "
             "realizado los cambios, porque sino graba el comprobante este se elimina"))
         return;
-    // Read again: a cheque may have been issued since the voucher was opened. One that is gone already was
-    // deleted by the last try, whose answer was lost.
-    const Clave clave = f.estado.cargado->clave();
-    if (const auto guardado = leer_cabecera(*f.glbdb, clave.empresa, clave.f_comp, clave.documento,
-                                            clave.num_docum, clave.subsistema))
-        f.estado.cargado->cheque = guardado->cheque;
-    f.borrador->obligar(); // from the deletion until it is saved again it exists nowhere else
-    if (!f.borrador->anotar() &&
+    // from the deletion until it is saved again it exists nowhere else
+    if (!f.borrador->conservar() &&
         !f.pregunta(
             "No se puede guardar un borrador en el disco: hasta que grabe, el comprobante estará solo "
             "en la pantalla. ¿Desea cortarlo de todas formas?"))
-        return;
-    const std::string error =
-        EliminarComprobante(*f.glbdb, clave, f.estado.cargado->comprobante_adjunto, f.glbUsuario);
-    if (!error.empty()) return f.critico(error);
+        return f.borrador->desistir();
+    const std::string error = eliminar_cargado(f);
+    if (!error.empty()) {
+        if (!cambiado_por_otro(error) && f.estado.en_duda == EnDuda::ninguno) f.borrador->desistir();
+        return f.critico(error);
+    }
     f.estado.cortado = f.estado.cargado;
     RenovarComprobante(f); // the attachment set stays: its files are where they were
 }
@@ -73,7 +59,7 @@ void copiar(frmQuorvel& f) {
         const std::string origen = f.gstrcomprobante_adjunto;
         fijar_conjunto(f, carpeta.first_free(numero_adjunto(*f.glbdb, std::nullopt)));
         if (f.lstadjunto.ListCount() > 0 &&
-            !carpeta.copy_set(origen, f.gstrcomprobante_adjunto, nombres(f.lstadjunto))) {
+            !carpeta.copy_set(origen, f.gstrcomprobante_adjunto, entradas(f.lstadjunto))) {
             f.lstadjunto.Clear();
             f.exclamacion("No se pudieron copiar los archivos adjuntos");
         }

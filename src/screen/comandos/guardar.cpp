@@ -1,6 +1,5 @@
 #include "screen/adjuntos/adjuntos.h"
 #include "screen/borrador.h"
-#include "screen/borrador_campos.h"
 #include "screen/campos.h"
 #include "screen/comandos/comandos.h"
 #include "screen/frmQuorvel.h"
@@ -56,8 +55,9 @@ OpcionesGrabar opciones(const frmQuorvel& f, const Comprobante& c) {
     o.anio = f.config.anio;
     o.hoy = f.servicios.reloj.hoy();
     if (f.estado.cortado) o.clave_anterior = f.estado.cortado->clave();
-    o.mover_adjuntos = [&f, adjuntos = c.adjuntos](const std::string& de, const std::string& a) {
-        return carpeta_adjuntos(f).move_set(de, a, adjuntos);
+    o.huella = f.estado.huella_guardada;
+    o.copiar_adjuntos = [&f, adjuntos = c.adjuntos](const std::string& de, const std::string& a) {
+        return carpeta_adjuntos(f).copy_set(de, a, adjuntos);
     };
     o.avance = [&f](long hechos, long total) {
         return f.escritorio().progress("Grabando el comprobante", hechos, total);
@@ -70,20 +70,22 @@ ResultadoGrabar grabar(frmQuorvel& f, const Comprobante& c) {
     return GrabarComprobante(*f.glbdb, c, opciones(f, c));
 }
 
-void recordar_cierre(frmQuorvel& f, const Comprobante& c) {
-    if (!f.estado.cierre_generado) return;
+/// The mark follows the key that was saved: a closing voucher that was cut or typed anew is one again.
+void recordar_cierre(frmQuorvel& f, const Comprobante& c, bool cierre) {
+    f.estado.cierre_generado = false;
+    f.estado.comprobante_cierre = cierre;
+    if (!cierre) return;
     f.config.f_comp_cierre = c.f_comp;
     f.config.documento_cierre = c.documento;
     f.config.num_docum_cierre = c.num_docum;
-    f.estado.cierre_generado = false;
-    f.estado.comprobante_cierre = true;
 }
 
 void numerar_lineas(frmQuorvel& f) {
     for (int i = 0; i < f.grdDetalle.Rows(); ++i) f.grdDetalle.SetTextMatrix(i, 0, std::to_string(i + 1));
 }
 
-void mostrar_grabado(frmQuorvel& f, Comprobante c) {
+void mostrar_grabado(frmQuorvel& f, Comprobante c, const ResultadoGrabar& r) {
+    c.comprobante_adjunto = r.comprobante_adjunto;
     fijar_conjunto(f, c.comprobante_adjunto);
     f.lblEstado.SetCaption("P");
     if (f.glbBanderaNuevo) {
@@ -91,7 +93,7 @@ void mostrar_grabado(frmQuorvel& f, Comprobante c) {
         f.ctlRegistro1.RecordStored();
         permitir_identidad(f, false);
     }
-    recordar_cierre(f, c);
+    recordar_cierre(f, c, r.cierre);
     numerar_lineas(f);
     f.RecalcularTotales();
     f.lblF_ult_modificacion.SetCaption(fecha_dmy(f.servicios.reloj.hoy()));
@@ -102,32 +104,34 @@ void mostrar_grabado(frmQuorvel& f, Comprobante c) {
     f.estado.cargado = std::move(c);
     f.estado.cortado.reset();
     f.SetCaption(titulo(f, "P"));
-    f.estado.huella_guardada = huella_de_pantalla(f);
+    f.estado.huella_guardada = r.huella;
     f.borrador->grabado();
     f.informacion("Comprobante Ingresado y Mayorizado");
+}
+
+void mostrar_error(frmQuorvel& f, const std::string& error) {
+    if (cambiado_por_otro(error)) (void)f.borrador->conservar();
+    error == CANCELADA ? f.informacion(error) : f.critico(error);
 }
 
 } // namespace
 
 void guardar(frmQuorvel& f) {
     if (!rut_valido(f)) return;
-    Comprobante c = leer_pantalla(f);
-    const auto ya =
-        f.estado.sin_respuesta ? grabado_sin_respuesta(*f.glbdb, c, f.servicios.reloj.hoy()) : std::nullopt;
+    const Comprobante c = leer_pantalla(f);
+    const auto ya = f.estado.en_duda == EnDuda::grabar
+                        ? grabado_sin_respuesta(*f.glbdb, c, f.servicios.reloj.hoy())
+                        : std::nullopt;
     if (!ya && !validar(f, c)) return;
     const ResultadoGrabar r = ya ? *ya : grabar(f, c);
-    f.estado.sin_respuesta = r.error == DESENLACE_DESCONOCIDO;
-    c.comprobante_adjunto = r.comprobante_adjunto; // the files may have moved, also when the save failed
-    if (!r.error.empty()) {
-        fijar_conjunto(f, r.comprobante_adjunto);
-        r.error == CANCELADA ? f.informacion(r.error) : f.critico(r.error);
-    } else {
-        mostrar_grabado(f, std::move(c));
-    }
+    f.estado.en_duda = en_duda(r.error, EnDuda::grabar);
+    r.error.empty() ? mostrar_grabado(f, c, r) : mostrar_error(f, r.error);
     f.grdDetalle.SetFocus();
-    if (f.glbBanderaNuevo || !r.error.empty()) return; // a lock belongs to a saved voucher of one's own
-    desbloquear(*f.glbdb, f.glbEmpresa, f.glbUsuario);
-    bloquear(*f.glbdb, f.estado.cargado->clave(), f.glbUsuario);
+    if (r.error.empty()) { // a lock belongs to a saved voucher of one's own
+        desbloquear(*f.glbdb, f.glbEmpresa, f.glbUsuario);
+        bloquear(*f.glbdb, f.estado.cargado->clave(), f.glbUsuario);
+    }
+    quitar_copias(f, c, r);
 }
 
 } // namespace quorvel

@@ -1,0 +1,107 @@
+#include "voucher/huella.h"
+
+#include "platform/db/literal.h"
+#include "text/letras_utf8.h"
+#include "text/numeros.h"
+#include "voucher/cargar.h"
+#include "voucher/importes.h"
+#include "voucher/pasos.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+#include <functional>
+
+namespace quorvel {
+namespace {
+
+constexpr std::array COLUMNAS{"concepto",
+                              "t_debe",
+                              "t_haber",
+                              "f_ult_modificacion",
+                              "usuario",
+                              "estado",
+                              "libro",
+                              "doc_libro",
+                              "num_ref",
+                              "fecha_factura",
+                              "fecha_pago",
+                              "rut_persona",
+                              "nombre",
+                              "apertura",
+                              "monto_neto",
+                              "monto_exento",
+                              "codigo_otro_impuesto",
+                              "tasa_impuesto_otro",
+                              "activo_fijo",
+                              "codigo_no_recuperable",
+                              "ifrs",
+                              "comprobante_adjunto",
+                              "nro_correlativo",
+                              "iva_activo_fijo"};
+
+/// Collects values in the one form that both engines give back.
+class Rasgos {
+public:
+    void agregar(std::string valor) {
+        std::ranges::replace(valor, '\0', ' '); // as a literal writes it
+        texto_ += recortar_fin(valor) + '\0';
+    }
+    void agregar(std::optional<Fecha> fecha) { agregar(fecha ? fecha_iso(*fecha) : std::string()); }
+    /// One engine keeps a rate as text, the other in binary.
+    void agregar_tasa(const std::string& sql) {
+        char digitos[32];
+        std::snprintf(digitos, sizeof digitos, "%.15g", std::strtod(sql.c_str(), nullptr));
+        agregar(std::string(digitos));
+    }
+    void agregar_adjunto(const std::string& nombre) { agregar('/' + nombre); } // no cell of a line
+    [[nodiscard]] std::string huella() const { return std::to_string(std::hash<std::string>{}(texto_)); }
+
+private:
+    std::string texto_;
+};
+
+void agregar_linea(Rasgos& r, const Linea& l) {
+    const auto debe = entero_sql(l.debe), haber = entero_sql(l.haber);
+    if (!debe || !haber) throw PasoFallido(PASO_DETALLE);
+    for (const std::string& celda :
+         {l.centro, l.auxiliar, *debe, *haber, glosa_guardada(l.glosa), l.centro2, l.conciliado, l.num_ref,
+          l.codigo_otro_impuesto, tasa_guardada(l.tasa_impuesto_otro)})
+        r.agregar(celda);
+}
+
+} // namespace
+
+std::string huella_guardada(clsConexion& db, Recordset& cabecera, const Clave& clave) {
+    Rasgos r;
+    for (const char* columna : COLUMNAS) r.agregar(cabecera.fields(columna).Value.text());
+    r.agregar_tasa(cabecera.fields("cotizacion").Value.text());
+    const std::int64_t conjunto = cabecera.fields("comprobante_adjunto").Value.integer();
+    for (const auto rs = db.NewRecord(consulta_contenido(clave, conjunto)); !rs->eof(); rs->MoveNext()) {
+        const bool adjunto = rs->at(0).integer() == 2;
+        if (adjunto) r.agregar_adjunto(rs->at(2).text());
+        for (std::size_t i = 2; !adjunto && i < rs->columns().size(); ++i) r.agregar(rs->at(i).text());
+    }
+    return r.huella();
+}
+
+std::string huella_escrita(const Comprobante& c, const ImportesSql& m, Fecha hoy) {
+    Rasgos r;
+    for (const std::string& texto :
+         {c.concepto, m.t_debe, m.t_haber, fecha_iso(hoy), std::to_string(c.usuario), std::string("P"),
+          c.libro, c.doc_libro, c.num_ref})
+        r.agregar(texto);
+    r.agregar(c.fecha_factura);
+    r.agregar(c.fecha_pago);
+    for (const std::string& texto :
+         {c.rut_persona, c.nombre, std::to_string(c.apertura), m.monto_neto, m.monto_exento,
+          c.codigo_otro_impuesto, tasa_guardada(c.tasa_impuesto_otro), std::to_string(c.activo_fijo),
+          c.codigo_no_recuperable, c.ifrs, m.conjunto, m.correlativo, m.iva_activo_fijo})
+        r.agregar(texto);
+    r.agregar_tasa(m.cotizacion);
+    for (const Linea& l : c.lineas) agregar_linea(r, l);
+    for (const std::string& nombre : c.adjuntos) r.agregar_adjunto(nombre);
+    return r.huella();
+}
+
+} // namespace quorvel
