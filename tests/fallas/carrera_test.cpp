@@ -51,8 +51,8 @@ private:
 bool rechazo_conocido(const std::string& aviso) {
     for (const char* conocido :
          {"Ya existe un comprobante contable con el mismo numero", "Problemas al grabar cabecera",
-          "Problemas para actualizar cabecera", "Comprobante contable solo lectura", "Comprobante no válido",
-          "Problemas para grabar factura sql:", "Problemas al ingresar persona sql:",
+          "Este comprobante ya no es el que abrió", "Comprobante contable solo lectura",
+          "Comprobante no válido", "Problemas para grabar factura sql:", "Problemas al ingresar persona sql:",
           "No se puede ingresar mas Comprobantes"})
         if (aviso.starts_with(conocido)) return true;
     return aviso.find("está bloqueada por otro programa") != std::string::npos;
@@ -159,37 +159,6 @@ TEST_P(Carrera, NumerarAdjuntarGrabarImprimir) {
     int rechazos = 0;
     for (const Final& f : finales) rechazos += std::atoi(f.texto.c_str());
     RecordProperty("rechazos", rechazos);
-}
-
-TEST_P(Carrera, TodosModificanElMismo) {
-    const auto finales = correr([&](Pantalla& p, int i) {
-        int grabados = 0;
-        for (int n = 0; n < 4; ++n) {
-            p.buscar("1");
-            const std::string aviso = ultimo_aviso(p);
-            if (!aviso.empty()) {
-                EXPECT_TRUE(rechazo_conocido(aviso)) << aviso;
-                continue;
-            }
-            p.escribir("txtconcepto", "de " + std::to_string(i));
-            const std::string antes = en_pantalla(p);
-            p.guardar();
-            const std::string dicho = ultimo_aviso(p);
-            if (dicho == GRABADO)
-                ++grabados;
-            else
-                EXPECT_TRUE(rechazo_conocido(dicho) && en_pantalla(p) == antes) << dicho;
-            if (n % 2 == 1) p.nuevo(); // gives the lock back
-        }
-        return std::to_string(grabados);
-    });
-    sanos(finales);
-    EXPECT_EQ(revision(e), "");
-    int grabados = 0;
-    for (const Final& f : finales) grabados += std::atoi(f.texto.c_str());
-    EXPECT_GT(grabados, 0);
-    EXPECT_EQ(sql("select count(*) from ctdquorvel where num_docum='1'"), "2");
-    EXPECT_EQ(sql("select count(*) from ctcquorvel where bloqueo_usuario<>0"), "0");
 }
 
 TEST_P(Carrera, UnosGrabanOtrosAnulanEliminanOCortan) {

@@ -5,6 +5,7 @@
 #include "text/numeros.h"
 
 #include <algorithm>
+#include <regex>
 
 namespace quorvel::fallas {
 
@@ -36,7 +37,7 @@ std::int64_t Modelo::propuesto(const std::string& documento, const std::string& 
 std::string Modelo::fuera(const PeriodoPlano& p, const ClavePlana& clave) const {
     if (anio_de(clave) > p.anio) return "Fecha fuera del período de digitacion, Máxima:";
     if (anio_de(clave) < p.anio) return "Fecha fuera del período de digitacion, Mínima:";
-    if (!p.cierre || clave == *p.cierre || comprobantes.count(*p.cierre) == 0) return "";
+    if (!p.cierre || clave == *p.cierre || !vigente(*p.cierre)) return "";
     return "No se puede ingresar mas Comprobantes en el año " + std::to_string(p.anio);
 }
 
@@ -46,12 +47,9 @@ bool Modelo::tiene_movimientos(int anio) const {
     });
 }
 
-bool Modelo::empezado() const {
-    return !comprobantes.empty() && anio_de(comprobantes.rbegin()->first) >= periodo.anio;
-}
-
-bool Modelo::numerado() const {
-    return std::ranges::any_of(ultimo_emitido, [](const auto& par) { return par.second != "0"; });
+bool Modelo::vigente(const ClavePlana& clave) const {
+    const auto c = comprobantes.find(clave);
+    return c != comprobantes.end() && c->second.estado == "P";
 }
 
 LineaPlana Modelo::linea(const Saldos::key_type& cuenta, std::int64_t saldo) {
@@ -139,10 +137,9 @@ std::string Modelo::texto() const {
 
 std::string Modelo::leer(clsConexion& db) {
     const char* const consultas[] = {
-        "f_comp,documento,num_docum,estado,t_debe,t_haber,concepto,usuario,bloqueo_usuario,cheque,val("
-        "apertura),"
-        "ifrs"
-        " from ctcquorvel order by f_comp,documento,num_docum",
+        "f_comp,documento,num_docum,estado,t_debe,t_haber,concepto,usuario,"
+        "coalesce(bloqueo_usuario,0),cheque,val(apertura),ifrs from ctcquorvel order by "
+        "f_comp,documento,num_docum",
         "f_comp,documento,num_docum,secuencia,centro,auxiliar,debe_nacional,haber_nacional from ctdquorvel"
         " order by f_comp,documento,num_docum,secuencia",
         "c.f_comp,c.documento,c.num_docum,a.nombre from ctcquorvel c, ctdcomprad a where"
@@ -152,7 +149,8 @@ std::string Modelo::leer(clsConexion& db) {
         "debe6 - haber6 from ctmsdcenth where centro='101001'"};
     std::string todo;
     for (const char* consulta : consultas) todo += apoyo::filas(db, std::string("select ") + consulta) + "\n";
-    return todo;
+    static const std::regex relleno(" +(?=[|;\n])"); // another program's texts are padded
+    return std::regex_replace(todo, relleno, "");
 }
 
 } // namespace quorvel::fallas

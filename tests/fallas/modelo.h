@@ -24,11 +24,17 @@ struct ContenidoPlano {
     bool apertura = false;
     std::vector<LineaPlana> lineas;
     std::vector<std::string> adjuntos;
+    friend bool operator==(const ContenidoPlano&, const ContenidoPlano&) = default;
 };
 struct ComprobantePlano : ContenidoPlano {
-    std::string estado = "P", cheque;
+    std::string estado = "P", cheque, interno; ///< interno: set and correlative, which the program chooses
     int usuario = 0, bloqueo = 0;
     std::int64_t total = 0;
+    /// No edit of the voucher tells one from the other.
+    [[nodiscard]] bool igual(const ComprobantePlano& c) const {
+        return static_cast<const ContenidoPlano&>(*this) == c && estado == c.estado && interno == c.interno &&
+               usuario == c.usuario && total == c.total;
+    }
 };
 
 /// The open year, as the company has it or as a window still believes.
@@ -48,12 +54,11 @@ public:
     void desbloquear(int usuario);
     void bloquear(const ClavePlana& clave, int usuario);
     [[nodiscard]] std::int64_t propuesto(const std::string& documento, const std::string& anio) const;
+    [[nodiscard]] bool vigente(const ClavePlana& clave) const; ///< stored and not annulled
     /// Why a voucher of this key cannot be saved in the period; empty when it can.
     [[nodiscard]] std::string fuera(const PeriodoPlano& p, const ClavePlana& clave) const;
     [[nodiscard]] bool tiene_movimientos(int anio) const;
     [[nodiscard]] bool resultados_en_cero() const;
-    [[nodiscard]] bool empezado() const; ///< the open year has vouchers
-    [[nodiscard]] bool numerado() const; ///< some kind has had a number since its year began
     /// The lines that a closing must have now, by account.
     [[nodiscard]] std::vector<LineaPlana> cierre() const;
     /// The lines that an opening of the year must have.

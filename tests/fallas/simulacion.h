@@ -18,6 +18,7 @@ public:
     [[nodiscard]] const std::string& ultima() const { return ultima_; }
 
 private:
+    using Archivo = std::pair<std::string, std::string>; ///< set and name
     /// One window and what the model believes it shows.
     struct Ventana {
         std::unique_ptr<pruebas::Pantalla> p;
@@ -28,7 +29,8 @@ private:
         bool cierre = false;    ///< generated and not saved yet
         bool es_cierre = false; ///< what is shown was the open year's closing voucher when it was loaded
         std::string estado;
-        ClavePlana clave; ///< of the loaded voucher
+        ClavePlana clave;         ///< of the loaded voucher
+        ComprobantePlano cargado; ///< as it was stored then
         ContenidoPlano c;
         std::string cargado_cheque; ///< as the window knows it
         std::string cortado_cheque; ///< of the voucher that was cut, until it is saved again
@@ -58,18 +60,36 @@ private:
     std::string cerrar_anio(Ventana& v);
     std::string apertura(Ventana& v);
     std::string reabrir(Ventana& v);
+    std::string recuperar(Ventana& v);
+    std::string otro_programa(Ventana& v);
+    void comprobante_ajeno();
 
     [[nodiscard]] int al_azar(int hasta) { return static_cast<int>(azar_() % static_cast<unsigned>(hasta)); }
     [[nodiscard]] std::string fecha_al_azar(); ///< mostly of the open year
     void poner_lineas(Ventana& v, bool cuadrado);
     void renovar(Ventana& v);
     void limpiar(Ventana& v);
-    void leer_lineas(Ventana& v);
     /// The message of a change to a stored voucher that somebody else has changed meanwhile; empty when none.
-    [[nodiscard]] std::string estorbo(const Ventana& v, const char* si_falta) const;
-    [[nodiscard]] static std::string mostrado(const Ventana& v);
+    [[nodiscard]] std::string estorbo(const Ventana& v) const;
+    /// The window opens a stored voucher. @return the message that must come
+    std::string cargar(Ventana& v, const ClavePlana& clave);
+    std::string abrir(Ventana& v, const ClavePlana& clave);
+    /// What only the program knows of a voucher just saved, and what that voucher is from now on.
+    void guardado(Ventana& v);
+    [[nodiscard]] ClavePlana al_azar_guardado();
+    [[nodiscard]] static std::string mostrado(const ContenidoPlano& c);
+    [[nodiscard]] static ContenidoPlano en_pantalla(const Ventana& v);
+    /// Names of a set that became another one's.
+    void heredar(const std::string& de, const std::string& a, const std::vector<std::string>& nombres);
+    /// Stored rows and shown entries whose file is not what was given.
+    [[nodiscard]] std::string archivos_mal();
+    [[nodiscard]] std::string archivo_mal(const Archivo& a);
 
     std::mt19937 azar_;
+    std::map<Archivo, std::string> dados_;            ///< what each file must hold
+    std::set<Archivo> quitados_;                      ///< deleted at once although a row names them still
+    std::map<std::string, ComprobantePlano> huellas_; ///< stored state by the fingerprint of its reading
+    std::set<std::pair<int, std::string>> vistos_;    ///< what each user has had on a screen
     Escena escena_;
     Modelo modelo_;
     std::vector<Ventana> ventanas_;
