@@ -3,6 +3,10 @@
 #include "platform/db/literal.h"
 #include "text/letras_utf8.h"
 #include "text/numeros.h"
+#include "text/rut.h"
+
+#include <algorithm>
+#include <optional>
 
 namespace quorvel {
 namespace {
@@ -17,9 +21,42 @@ void ejecutar(clsConexion& db, const std::string& sql) {
 
 bool existe(clsConexion& db, const std::string& sql) { return !db.NewRecord(sql)->eof(); }
 
-std::string siguiente_codigo(clsConexion& db) {
+constexpr std::int64_t MAYOR_SEIS = 999999;
+
+/// The number that a code is; nothing for a code with other signs, or with more digits than a number holds.
+std::optional<std::int64_t> numero_de(const std::string& codigo) {
+    const bool digitos =
+        std::all_of(codigo.begin(), codigo.end(), [](char c) { return c >= '0' && c <= '9'; });
+    if (codigo.empty() || codigo.size() > 18 || !digitos) return std::nullopt;
+    return val_entero(codigo);
+}
+
+/// Highest number of an active code with up to six digits, or with one more wherever the last is used up.
+/// Reads them all.
+std::int64_t mayor_numero(clsConexion& db) {
+    std::vector<std::int64_t> numeros;
+    const auto rs = db.NewRecord("select auxiliar from ctxaux_cod a  where a.activo='1' ");
+    for (; !rs->eof(); rs->MoveNext())
+        if (const auto n = numero_de(recortar(rs->at(0).text()))) numeros.push_back(*n);
+    std::sort(numeros.begin(), numeros.end());
+    for (std::int64_t tope = MAYOR_SEIS;; tope = tope * 10 + 9) {
+        const auto fin = std::upper_bound(numeros.begin(), numeros.end(), tope);
+        const std::int64_t mayor = fin == numeros.begin() ? 0 : *(fin - 1);
+        if (mayor < tope) return mayor;
+    }
+}
+
+/// The highest text of the index is the highest number wherever every code has six digits.
+std::int64_t ultimo_numero(clsConexion& db) {
     const auto rs = db.NewRecord("select max(auxiliar) as max_aux from ctxaux_cod a  where a.activo='1' ");
-    std::int64_t n = rs->eof() ? 0 : val_entero(rs->fields("max_aux").Value.text());
+    const std::string mayor = rs->eof() ? "" : recortar(rs->fields("max_aux").Value.text());
+    if (mayor.empty()) return 0;
+    const auto n = numero_de(mayor);
+    return n && mayor.size() == 6 && *n < MAYOR_SEIS ? *n : mayor_numero(db);
+}
+
+std::string siguiente_codigo(clsConexion& db) {
+    std::int64_t n = ultimo_numero(db);
     std::string codigo;
     do codigo = codigo_seis(std::to_string(++n));
     while (existe(db, "select auxiliar from ctxaux_cod where auxiliar=" + sql_texto(codigo)));
@@ -27,6 +64,10 @@ std::string siguiente_codigo(clsConexion& db) {
 }
 
 } // namespace
+
+std::string codigo_de_entrada(const std::string& entrada) {
+    return recortar(std::string_view(entrada).substr(0, entrada.find(" - ")));
+}
 
 std::vector<std::string> auxiliares_de_rut(clsConexion& db, const std::string& rut) {
     std::vector<std::string> entradas;
@@ -38,6 +79,7 @@ std::vector<std::string> auxiliares_de_rut(clsConexion& db, const std::string& r
 
 void generar_auxiliar(clsConexion& db, const std::string& rut, const std::string& nombre) {
     if (recortar(rut).empty()) throw std::invalid_argument("Ingrese RUT");
+    if (const ResultadoRut r = validarut(rut); !r.valido) throw std::invalid_argument(r.mensaje);
     if (existe(db, consulta_rut(rut))) return;
     Transaccion t(db);
     if (!existe(db, "select * from ctmtipoaux  where tipo_aux='PS' "))

@@ -1,8 +1,11 @@
 #include "assistants/calculo.h"
 
 #include "assistants/libros.h"
+#include "text/letras_utf8.h"
 #include "text/numeros.h"
 #include "voucher/iva.h"
+
+#include <regex>
 
 namespace quorvel {
 namespace {
@@ -35,6 +38,19 @@ Importes bruto_del_liquido(Importes i) {
 } // namespace
 
 double LeerNumero(std::string_view texto) { return valnumeroformato(texto); }
+
+bool monto_escrito(std::string_view texto) {
+    static const std::regex forma("[-+]?(\\d{1,15}|[1-9]\\d{0,2}(\\.\\d{3}){1,4})(,\\d{1,6})?");
+    const std::string t = recortar(texto);
+    return t.empty() || std::regex_match(t, forma);
+}
+
+bool tasa_escrita(std::string_view texto) {
+    static const std::regex forma("\\d{1,3}([.,]\\d{1,6})?");
+    const std::string t = recortar(texto);
+    return t.empty() || std::regex_match(t, forma);
+}
+
 std::string mostrar_monto(double v) { return formato(v, "#,##0"); }
 
 Importes neto_cambiado(Importes i) {
@@ -79,7 +95,8 @@ Importes calcular_iva(Importes i) {
 
 std::string texto_cuadre(const Importes& i) {
     const bool solo_exento = i.libro == INGRESOS || i.libro == EGRESOS;
-    if (solo_exento && i.exento.empty()) return ""; // the total was typed by itself
+    // The total stands by itself, or has parts of another book that this dialog does not show.
+    if (solo_exento && (valor(i.exento) == 0 || valor(i.neto) != 0)) return "";
     const bool honorarios = i.libro == RETENCIONES;
     const Decimal total = Decimal::leer(i.total);
     Decimal partes = solo_exento ? Decimal::leer(i.exento) : Decimal::leer(i.neto) + Decimal::leer(i.iva);

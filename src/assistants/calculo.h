@@ -21,6 +21,11 @@ struct Importes {
 
 /// Number of a retention percentage: "." removed, "," is the decimal mark; 0 when there is none.
 [[nodiscard]] double LeerNumero(std::string_view texto);
+/// Whether a typed amount is one number: digits, "." only where thousands are grouped, "," before decimals; a
+/// sign may stand in front. An empty text is no amount yet, which is none to refuse.
+[[nodiscard]] bool monto_escrito(std::string_view texto);
+/// Whether a typed rate is empty or a number without a sign; "." or "," is its decimal mark.
+[[nodiscard]] bool tasa_escrita(std::string_view texto);
 /// An amount as the dialog shows it.
 [[nodiscard]] std::string mostrar_monto(double valor);
 

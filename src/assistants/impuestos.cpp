@@ -7,7 +7,8 @@ namespace quorvel {
 
 std::vector<std::string> entradas_otro_impuesto(clsConexion& db) {
     std::vector<std::string> entradas{""};
-    for (const auto rs = db.NewRecord("SELECT a.* from ctmotroimp a "); !rs->eof(); rs->MoveNext())
+    for (const auto rs = db.NewRecord("SELECT a.* from ctmotroimp a  order by otro_impuesto"); !rs->eof();
+         rs->MoveNext())
         entradas.push_back(recortar_fin(rs->fields("otro_impuesto").Value.text()) + " " +
                            recortar_fin(rs->fields("descripcion").Value.text()));
     return entradas;

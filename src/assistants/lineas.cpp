@@ -83,13 +83,22 @@ const Variante& variante(int libro) {
     return *v;
 }
 
+bool principal_al_debe(const Variante& v, const DocumentoTributario& d) {
+    const bool girar = v.iva == nullptr ? d.trasponer : es_nota_credito(d.documento);
+    return (v.principal == Lado::debe) != girar;
+}
+
+bool con_monto_negativo(const std::vector<Linea>& lineas) {
+    return std::ranges::any_of(
+        lineas, [](const Linea& l) { return l.debe.starts_with('-') || l.haber.starts_with('-'); });
+}
+
 std::vector<Linea> lineas_documento(const Variante& v, const DocumentoTributario& d, const Configuracion& k,
                                     const std::string& concepto) {
     const bool solo_total = v.iva == nullptr;
-    const bool nota_credito = !solo_total && es_nota_credito(d.documento);
     const bool boleta = !solo_total && v.es_boleta(d.documento);
     const bool impuestos = !solo_total && (!boleta || v.iva_en_boleta);
-    const bool debe = (v.principal == Lado::debe) != (solo_total ? d.trasponer : nota_credito);
+    const bool debe = principal_al_debe(v, d);
     const Decimal otro = Decimal::leer(d.otro);
     const Decimal principal = Decimal::leer(d.total) - otro - Decimal::leer(d.iva);
 

@@ -40,6 +40,10 @@ struct DocumentoTributario {
     bool trasponer = false; ///< income and egress: sides exchanged
 };
 
+/// Side of the line of the dialog's own account.
+[[nodiscard]] bool principal_al_debe(const Variante& v, const DocumentoTributario& d);
+/// Whether an amount of these lines would need a sign: debit and credit have none.
+[[nodiscard]] bool con_monto_negativo(const std::vector<Linea>& lineas);
 /// Two to four lines. A credit note exchanges the sides. Nothing is
 /// balanced here: a total that is not the sum of its parts goes into the main line.
 [[nodiscard]] std::vector<Linea> lineas_documento(const Variante& v, const DocumentoTributario& d,

@@ -20,14 +20,6 @@ std::string codigo(const ui::ListControl& lista, std::size_t n) {
     return recortar(primeros(lista.Text(), n));
 }
 
-/// Selects by code; a stored code without an entry is added for this voucher, so that saving writes it back.
-void seleccionar(ui::ListControl& lista, std::size_t n, const std::string& buscado) {
-    for (int i = 0; i < lista.ListCount(); ++i)
-        if (recortar(primeros(lista.List(i), n)) == recortar(buscado)) return lista.SetListIndex(i);
-    lista.AddItem(buscado, PRESTADA);
-    lista.SetListIndex(lista.ListCount() - 1);
-}
-
 std::string nombre_de(Recordset& rs, const std::string& criterio, const char* codigo_, const char* nombre,
                       const std::string& si_falta) {
     rs.FindFirst(criterio);
@@ -46,10 +38,10 @@ std::string norma(const frmQuorvel& f) {
 }
 
 void mostrar_listas(frmQuorvel& f, const Comprobante& c) {
-    seleccionar(f.cmbDocumento, 3, c.documento);
-    seleccionar(f.cmbMoneda, 2, c.moneda);
-    seleccionar(f.cmbcodigo_no_recuperable, 2, c.codigo_no_recuperable);
-    seleccionar(f.cmbcodigo_otro_impuesto, 3, c.codigo_otro_impuesto);
+    elegir_codigo(f.cmbDocumento, 3, c.documento);
+    elegir_codigo(f.cmbMoneda, 2, c.moneda);
+    elegir_codigo(f.cmbcodigo_no_recuperable, 2, c.codigo_no_recuperable);
+    elegir_codigo(f.cmbcodigo_otro_impuesto, 3, c.codigo_otro_impuesto);
     if (!seleccionar_codigo(f, "cmbifrs", 1, c.ifrs)) f.cmbifrs.SetListIndex(0);
     f.chkactivo_fijo.SetValue(c.activo_fijo);
     f.txttasa_impuesto_otro.SetText(c.tasa_impuesto_otro);
@@ -67,10 +59,12 @@ void mostrar_libro(frmQuorvel& f, const Comprobante& c) {
 
 } // namespace
 
-std::vector<std::string> entradas(const ui::ListControl& lista) {
-    std::vector<std::string> todas;
-    for (int i = 0; i < lista.ListCount(); ++i) todas.push_back(lista.List(i));
-    return todas;
+void elegir_codigo(ui::ListControl& lista, std::size_t n, const std::string& texto) {
+    const std::string codigo = recortar(primeros(texto, n));
+    for (int i = 0; i < lista.ListCount(); ++i)
+        if (recortar(primeros(lista.List(i), n)) == codigo) return lista.SetListIndex(i);
+    lista.AddItem(texto, PRESTADA);
+    lista.SetListIndex(lista.ListCount() - 1);
 }
 
 void elegir_texto(ui::ListControl& lista, const std::string& texto) {
@@ -195,6 +189,7 @@ void mostrar_comprobante(frmQuorvel& f, const Comprobante& c) {
                                          "n_subsistema", ""));
     f.estado.monto_neto = c.monto_neto;
     f.estado.monto_exento = c.monto_exento;
+    f.estado.tasa_de_lineas = c.tasa_impuesto_otro;
     f.txtnro_correlativo.SetText(c.nro_correlativo);
     f.txtiva_activo_fijo.SetText(c.iva_activo_fijo);
 }
@@ -225,6 +220,7 @@ void reemplazar_lineas(frmQuorvel& f, const std::vector<Linea>& lineas, const st
     f.grdDetalle.Clear();
     f.grdDetalle.AddItems(filas);
     fijar_totales(f, total, total);
+    celda_movida(f); // another line stands where the cursor stands
 }
 
 void fijar_totales(frmQuorvel& f, const std::string& debe, const std::string& haber) {

@@ -32,6 +32,9 @@ bool seleccionar_codigo(frmQuorvel& f, const char* lista, std::size_t n, const s
 [[nodiscard]] std::vector<std::string> entradas(const ui::ListControl& lista);
 /// Selects an entry by its whole text; blank is the first one, another text is added for this voucher.
 void elegir_texto(ui::ListControl& lista, const std::string& texto);
+/// Selects by the first n characters, trimmed; an unknown code is added for this voucher, so that it is
+/// written back unchanged.
+void elegir_codigo(ui::ListControl& lista, std::size_t n, const std::string& texto);
 /// Takes away the entries that lists got for a voucher whose texts they do not know.
 void quitar_prestadas(frmQuorvel& f);
 /// Window title of a saved voucher.

@@ -1,4 +1,5 @@
 // The load step and the activations of the voucher screen, in their fixed order.
+#include "assistants/impuestos.h"
 #include "assistants/libros.h"
 #include "interchange/tablas_impresion.h"
 #include "screen/anchos.h"
@@ -49,8 +50,8 @@ void cargar_configuracion(frmQuorvel& f) {
 
 void cargar_maestros(frmQuorvel& f) {
     f.cmbcodigo_otro_impuesto.Clear();
-    f.cmbcodigo_otro_impuesto.AddItem("");
-    llenar(f.cmbcodigo_otro_impuesto, *f.glbdb, CONSULTA_IMPUESTOS, "otro_impuesto", "descripcion");
+    for (std::string& entrada : entradas_otro_impuesto(*f.glbdb))
+        f.cmbcodigo_otro_impuesto.AddItem(std::move(entrada));
     recargar_documentos(f);
     f.cmbMoneda.Clear();
     llenar(f.cmbMoneda, *f.glbdb, CONSULTA_MONEDAS, "moneda", "n_moneda");

@@ -32,6 +32,7 @@ struct EstadoPantalla {
     Decimal valor_editado;     ///< amount that the debit or credit cell held when its edit began
     std::string ultima_cuenta; ///< account whose name lblCuenta shows
     double monto_neto = 0, monto_exento = 0;
+    std::string tasa_de_lineas;         ///< other-tax rate with which the shown lines were made
     std::optional<Comprobante> cargado; ///< the saved voucher as it was read; its key addresses it
     std::string huella_guardada; ///< of the stored voucher that the screen was loaded with, see huella.h
     std::optional<Comprobante> cortado; ///< the voucher that a cut deleted: its cheque and invoice follow

@@ -50,6 +50,7 @@ void limpiar_para_nuevo(frmQuorvel& f) {
     e.comprobante_cierre = e.cierre_generado = false;
     e.cargado.reset();
     e.cortado.reset();
+    e.tasa_de_lineas.clear();
     e.monto_neto = e.monto_exento = 0; // a new voucher does not inherit the amounts of the one before
     f.glbBanderaNuevo = f.glbBanderaLeer = true;
     quitar_prestadas(f);

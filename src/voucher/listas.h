@@ -17,7 +17,6 @@ inline constexpr const char* TODOS = "(Todos)";
 inline constexpr const char* CONSULTA_DOCUMENTOS =
     "SELECT a.* from admdocumen a, adxdoc_sub b where b.subsistema='01' and a.documento=b.documento"
     " order by a.documento";
-inline constexpr const char* CONSULTA_IMPUESTOS = "SELECT a.* from ctmotroimp a ";
 inline constexpr const char* CONSULTA_MONEDAS = "select * from admmonedas ";
 
 } // namespace quorvel

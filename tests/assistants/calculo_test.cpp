@@ -2,6 +2,7 @@
 // "net/exempt/other/vat/total".
 #include "assistants/calculo.h"
 #include "assistants/libros.h"
+#include "assistants/retencion_legal.h"
 
 #include <gtest/gtest.h>
 
@@ -63,9 +64,29 @@ TEST(Calculo, CuadreDeLasPartes) {
     EXPECT_EQ(cuadre(COMPRAS, "100.000", "0", "19.000", "118.500"), "Cuadra");
     EXPECT_EQ(cuadre(COMPRAS, "150", "500", "29", "178"), "Diferencia -1");
     EXPECT_EQ(cuadre(RETENCIONES, "86.250", "9", "13.750", "100.000"), "Cuadra");
-    EXPECT_EQ(cuadre(EGRESOS, "7", "5.000", "1", "6.234"), "Diferencia 1.234");
-    EXPECT_EQ(cuadre(EGRESOS, "", "", "", "850.000"), "") << "no parts";
+    EXPECT_EQ(cuadre(EGRESOS, "", "5.000", "1", "6.234"), "Diferencia 1.234");
+    EXPECT_EQ(cuadre(EGRESOS, "", "0", "", "850.000"), "") << "no parts";
+    EXPECT_EQ(cuadre(INGRESOS, "100.000", "7", "19.000", "119.007"), "") << "parts that are not shown";
     EXPECT_EQ(cuadre(COMPRAS, "", "", "", ""), "Diferencia 500");
+}
+
+TEST(Calculo, LoEscritoEsUnSoloNumero) {
+    for (const char* bueno : {"", "0", "150", "-500", "1.000", "12.345.678", "1234,5", " 7 "})
+        EXPECT_TRUE(monto_escrito(bueno)) << bueno;
+    for (const char* malo :
+         {"abc", "12x4", "150.00", "1.5", "1,234,567", "1.2345", "0.150", "--5", ",", "1000000000000000"})
+        EXPECT_FALSE(monto_escrito(malo)) << malo;
+    for (const char* buena : {"", "31,5", "31.5", "0"}) EXPECT_TRUE(tasa_escrita(buena)) << buena;
+    for (const char* mala : {"-5", "19,5%", "abc", "1/2", "1.000,5"})
+        EXPECT_FALSE(tasa_escrita(mala)) << mala;
+}
+
+TEST(Calculo, ElPorcentajeEsElDelAnio) {
+    const char* const leyes[] = {"10",    "10,75", "11,50", "12,25", "13",
+                                 "13,75", "14,50", "15,25", "16",    "17"};
+    for (int i = 0; i < 10; ++i) EXPECT_EQ(porcentaje_legal(2019 + i), leyes[i]);
+    EXPECT_EQ(porcentaje_legal(1999), "10");
+    EXPECT_EQ(porcentaje_legal(2035), "17");
 }
 
 } // namespace

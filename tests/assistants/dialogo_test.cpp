@@ -56,7 +56,6 @@ TEST_P(Asistentes, EventosDelDialogo) {
         escribir(d, "txtCuenta", "501001");
         EXPECT_FALSE(d.find("txtauxiliar")->Enabled());
         EXPECT_EQ(texto(d, "txtauxiliar"), "");
-        escribir(d, "txttotal", "abc");
         pulsar(d, "cmdaceptar");
         EXPECT_EQ(p.mensajes(), "Ingrese total");
         escribir(d, "txttotal", "100000");
@@ -157,9 +156,11 @@ TEST_P(Asistentes, SeReabreSobreUnComprobanteGuardado) {
 }
 
 TEST_P(Asistentes, ReaperturaReparteElTotal) {
-    const auto propuesta = [&](double neto, double exento, const char* total, const char* tasa) {
-        const auto r = proponer_reapertura(
-            *p.db, {neto, exento, total, tasa, Clave{1, "01", fecha(2024, 3, 20), "002", "7"}, "109002"});
+    const auto propuesta = [&](double neto, double exento, const char* total, const char* tasa,
+                               std::optional<double> linea = {}) {
+        const auto r =
+            proponer_reapertura(*p.db, {neto, exento, total, tasa,
+                                        Clave{1, "01", fecha(2024, 3, 20), "002", "7"}, "109002", linea});
         return r ? r->neto + " " + r->iva + " " + r->otro + " " + r->total : "nothing";
     };
     EXPECT_EQ(propuesta(0, 0, "119.000", ""), "nothing");
@@ -169,7 +170,10 @@ TEST_P(Asistentes, ReaperturaReparteElTotal) {
     EXPECT_EQ(propuesta(100000, 0, "118.500", ""), "100.000 19.000 0 119.000");
     ejecutar(*p.db, "insert into ctdquorvel(empresa,subsistema,f_comp,documento,num_docum,secuencia,centro,"
                     "haber_nacional) values (1,'01',#03/20/2024#,'002','7',4,'109002',500)");
-    EXPECT_EQ(propuesta(100000, 0, "118.500", ""), "100.000 19.000 500 119.500");
+    EXPECT_EQ(propuesta(100000, 0, "118.500", ""), "100.000 19.000 -500 118.500") << "it takes away";
+    EXPECT_EQ(propuesta(100000, 0, "119.700", "31,5", 700), "100.000 19.000 700 119.700")
+        << "typed against the rate";
+    EXPECT_EQ(propuesta(100000, 0, "118.300", "", 700), "100.000 19.000 -700 118.300");
 }
 
 TEST_P(Asistentes, GeneraAuxiliar) {
@@ -210,6 +214,14 @@ TEST_P(Asistentes, CodigosDeAuxiliar) {
     ejecutar(*p.db, "insert into ctxaux_cod(auxiliar,n_auxiliar,activo,rut) values ('000041','x','1','2-7')");
     EXPECT_EQ(creado("3-5"), "000042");
     EXPECT_EQ(creado("3-5"), "000042") << "it has one already";
+    ejecutar(*p.db, "insert into ctxaux_cod(auxiliar,n_auxiliar,activo,rut) values ('PROV9','x','1','4-3')");
+    EXPECT_EQ(creado("5-1"), "000043") << "a code that is no number does not count";
+    for (const char* codigo : {"7", "999999"})
+        ejecutar(*p.db, std::string("insert into ctxaux_cod(auxiliar,n_auxiliar,activo,rut) values ('") +
+                            codigo + "','x','1','" + codigo + "')");
+    EXPECT_EQ(creado("6-K"), "1000000");
+    EXPECT_EQ(creado("7-8"), "1000001");
+    EXPECT_EQ(codigo_de_entrada("34 - PEREZ - HIJO") + codigo_de_entrada("00000034 - X"), "3400000034");
 }
 
 TEST_P(Asistentes, SoloLoCambiadoRecalcula) {
@@ -229,8 +241,6 @@ TEST_P(Asistentes, SoloLoCambiadoRecalcula) {
         p.db->executesql("update ctmcentros set activo='0' where centro='501002'");
         pulsar(d, "cmdaceptar");
         EXPECT_EQ(p.mensajes(), "Ingrese total") << "before the account is looked at";
-        escribir(d, "txttasa_impuesto_otro", "abc");
-        EXPECT_EQ(texto(d, "txtotro"), "0");
         escribir(d, "txtNeto", "999999999999");
         EXPECT_EQ(texto(d, "txttotal"), "1.189.999.999.999");
         pulsar(d, "cmdcancelar");
@@ -239,18 +249,31 @@ TEST_P(Asistentes, SoloLoCambiadoRecalcula) {
     EXPECT_EQ(p.f.grdDetalle.Rows(), 0);
 }
 
-TEST_P(Asistentes, MontoNegativoLlegaConSuSigno) {
-    cabecera("COMPRAS", "FACTURA");
-    p.e.al_abrir([&](ui::Form& d) {
-        escribir(d, "txtCuenta", "501002");
-        escribir(d, "txtNeto", "-500");
-        pulsar(d, "cmdaceptar");
-    });
-    pulsar(p.f, "cmdasistente");
-    EXPECT_EQ(p.f.grdDetalle.TextMatrix(0, 3) + p.mensajes(), "-500");
-    p.f.ctlRegistro1.press(ui::ctlRegistro::Function::Save);
-    EXPECT_EQ(p.mensajes(), "Comprobante Ingresado y Mayorizado");
-    EXPECT_EQ(guardado(p.f.txtNum_doc.Text()), "501002||-500|0;109001||-95|0;201001|000013|0|-595");
+TEST_P(Asistentes, UnaLineaNoQuedaNegativa) {
+    const std::string negativo = "Una línea quedaría con monto negativo: revise los montos; un documento que "
+                                 "rebaja es una nota de crédito";
+    const struct {
+        const char *libro, *documento, *cuenta, *montos[2];
+    } casos[] = {{"COMPRAS", "FACTURA", "501002", {"txtNeto=-500", ""}},
+                 {"COMPRAS", "FACTURA", "501002", {"txtNeto=1000", "txttotal=100"}},
+                 {"RETENCIONES", "BOLETA", "501001", {"txttotal=-9", ""}},
+                 {"EGRESOS", "EGRESO", "101002", {"txttotal=-9", ""}},
+                 {"RET. SOCIO", "EGRESO", "101002", {"txtCuenta2=301001", "txttotal=-9"}}};
+    for (const auto& c : casos) {
+        SCOPED_TRACE(std::string(c.libro) + c.montos[0]);
+        cabecera(c.libro, c.documento);
+        p.e.al_abrir([&](ui::Form& d) {
+            escribir(d, "txtCuenta", c.cuenta);
+            for (const std::string monto : c.montos)
+                if (const auto igual = monto.find('='); igual != std::string::npos)
+                    escribir(d, monto.substr(0, igual).c_str(), monto.substr(igual + 1));
+            pulsar(d, "cmdaceptar");
+            EXPECT_EQ(d.active_control()->name() + p.mensajes(), "txttotal" + negativo);
+            pulsar(d, "cmdcancelar");
+        });
+        pulsar(p.f, "cmdasistente");
+        EXPECT_EQ(p.f.grdDetalle.Rows(), 0);
+    }
 }
 
 TEST_P(Asistentes, GeneraAuxiliarSinRastroDeUnaFalla) {

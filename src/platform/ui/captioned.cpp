@@ -28,7 +28,8 @@ void Captioned::on_shortcut(KeyEvent& e) {
 
 bool CommandButton::press() {
     if (!can_focus()) return false;
-    if (press_ == Press::leaves && !SetFocus()) return false;
+    const bool stays = served_ != nullptr && served_->has_focus();
+    if (press_ == Press::leaves && !stays && !SetFocus()) return false;
     if (press_ == Press::commands && !form().leave_for_command()) return false;
     form().atender([this] { Click(); });
     return true;

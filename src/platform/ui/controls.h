@@ -164,6 +164,8 @@ public:
     using Captioned::Captioned;
     [[nodiscard]] std::string_view kind() const override { return "CommandButton"; }
     void SetPress(Press p) { press_ = p; }
+    /// Looks up what this box takes: pressed from there it asks nothing.
+    void SetServes(const Control& box) { served_ = &box; }
     bool press() override;
     Event<> Click;
 
@@ -172,6 +174,7 @@ protected:
 
 private:
     Press press_ = Press::leaves;
+    const Control* served_ = nullptr;
 };
 class CheckBox : public Captioned {
 public:

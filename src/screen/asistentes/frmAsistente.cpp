@@ -1,5 +1,6 @@
 #include "screen/asistentes/frmAsistente.h"
 
+#include "assistants/auxiliares.h"
 #include "assistants/impuestos.h"
 #include "assistants/libros.h"
 #include "text/letras_utf8.h"
@@ -14,7 +15,6 @@ frmAsistente::frmAsistente(ui::Escritorio& escritorio) : Form(escritorio, "frmAs
     conectar_montos();
     cmbcodigo_otro_impuesto.Click += [this] { CargarTasaOtroImpuesto(); };
     cmbporcentaje.Click += [this] { reaccionar(porcentaje_elegido); };
-    cmbdoc_libro.Click += [this] { mostrar_cuadre(); };
     cmdiva.Click += [this] {
         try {
             reaccionar(calcular_iva);
@@ -22,10 +22,11 @@ frmAsistente::frmAsistente(ui::Escritorio& escritorio) : Form(escritorio, "frmAs
             critico(std::string("Problemas al calcular error: ") + e.what());
         }
     };
-    cmdaceptar.Click += [this] { atender([this] { cmdaceptar_Click(); }); };
-    cmdaceptar.SetToolTip("F5");
-    cmdcancelar.SetToolTip("Esc");
-    cmdcancelar.Click += [this] { Hide(); };
+    cmdiva.SetEnterStop(false); // it may move a total that was typed as the paper has it
+    conectar_salidas(*this, cmdaceptar, cmdcancelar, [this] { cmdaceptar_Click(); });
+    Settled += [this] {
+        if (visible()) mostrar_pie();
+    };
 }
 
 void frmAsistente::conectar_montos() {
@@ -36,16 +37,14 @@ void frmAsistente::conectar_montos() {
                   {txtExento, exento_cambiado},
                   {txtotro, otro_cambiado},
                   {txttotal, total_cambiado}};
-    for (const auto& m : montos) {
-        m.monto.SetRightAligned(true);
-        m.monto.Change += [this] { mostrar_cuadre(); };
-        m.monto.LeftChanged += [this, &monto = m.monto, reaccion = m.reaccion](bool&) {
-            formatear_monto(monto);
-            reaccionar(reaccion);
-        };
-    }
+    for (const auto& m : montos)
+        conectar_monto(*this, m.monto, [this, reaccion = m.reaccion] { reaccionar(reaccion); });
     txttasa_impuesto_otro.SetRightAligned(true);
-    txttasa_impuesto_otro.LeftChanged += [this](bool&) { reaccionar(tasa_cambiada); };
+    txttasa_impuesto_otro.LeftChanged += [this](bool& rechaza) {
+        if (!tasa_escrita(txttasa_impuesto_otro.Text()))
+            return rechazar_texto(*this, txttasa_impuesto_otro, "Tasa no válida", rechaza);
+        reaccionar(tasa_cambiada);
+    };
 }
 
 void frmAsistente::Form_Load() {
@@ -62,12 +61,15 @@ void frmAsistente::Form_Load() {
 }
 
 void frmAsistente::mostrar_segun_libro() {
+    if (gintlibro == RETENCIONES) lblneto.SetCaption("Líquido");
     const bool caja = gintlibro == INGRESOS || gintlibro == EGRESOS;
     const bool otro = gintlibro == VENTAS || gintlibro == COMPRAS;
     chktrasponer.SetVisible(caja);
-    for (ui::Control* c : std::initializer_list<ui::Control*>{&txtNeto, &lblneto, &lbliva, &lblimpuesto,
-                                                              &cmbporcentaje, &lblporcentaje})
+    for (ui::Control* c : std::initializer_list<ui::Control*>{&txtNeto, &lblneto, &lbliva, &lblimpuesto})
         c->SetVisible(!caja);
+    // Elsewhere an Enter stop at which typed digits choose a percentage, and write it as VAT.
+    cmbporcentaje.SetVisible(gintlibro == RETENCIONES);
+    lblporcentaje.SetVisible(gintlibro == RETENCIONES);
     // VAT written by these would end up as retention.
     for (ui::Control* c : std::initializer_list<ui::Control*>{
              &cmdiva, &cmbcodigo_otro_impuesto, &lblcodigo_otro, &txttasa_impuesto_otro, &lbltasa, &txtotro})
@@ -113,20 +115,48 @@ void frmAsistente::mostrar(const Importes& i) {
     txtNeto.SetText(i.neto);
     txtotro.SetText(i.otro);
     txttotal.SetText(i.total);
-    mostrar_cuadre();
+}
+
+DocumentoTributario frmAsistente::documento() const {
+    return {cmbdoc_libro.Text(), txtCuenta.Text(), txtauxiliar.Text(), codigo_de_entrada(cmbAuxiliar.Text()),
+            txttotal.Text(),     lbliva.Caption(), txtotro.Text(),     chktrasponer.Value() == 1};
+}
+
+std::vector<Linea> frmAsistente::armar() const {
+    if (gintlibro == RETENCIONES) return lineas_retencion(documento(), lbliva.Caption(), *config, concepto);
+    return lineas_documento(variante(gintlibro), documento(), *config, concepto);
+}
+
+std::string frmAsistente::texto_lado() const {
+    const bool debe = gintlibro == RETENCIONES || principal_al_debe(variante(gintlibro), documento());
+    return debe ? "Cuenta al Debe" : "Cuenta al Haber";
+}
+
+void frmAsistente::mostrar_pie() {
+    const bool con_otro = cmbcodigo_otro_impuesto.ListIndex() > 0 || !txttasa_impuesto_otro.Text().empty() ||
+                          txtotro.Value() != 0;
+    for (ui::Control* c :
+         std::initializer_list<ui::Control*>{&cmbcodigo_otro_impuesto, &txttasa_impuesto_otro, &txtotro})
+        c->SetEnterStop(con_otro);
+    lbllado.SetCaption(texto_lado());
+    lblCuadre.SetCaption(texto_cuadre(leer()));
+    pie_.mostrar(*this, exigencias(), [this] { return armar(); });
+}
+
+std::array<Exigencia, 4> frmAsistente::exigencias() {
+    return {{{!cmbAuxiliar.Text().empty(), FALTA_AUXILIAR_CONTRAPARTE, &cmbAuxiliar},
+             {!recortar(cmbdoc_libro.Text()).empty(), "Ingrese documento", &cmbdoc_libro},
+             {!txtCuenta.Text().empty(), "Ingrese cuenta", &txtCuenta},
+             {txttotal.Value() != 0, "Ingrese total", &txttotal}}};
 }
 
 void frmAsistente::cmdaceptar_Click() {
     const std::string cuenta = txtCuenta.Text();
-    const bool paso =
-        exigir(*this, !cmbAuxiliar.Text().empty(), FALTA_AUXILIAR_CONTRAPARTE, &cmbAuxiliar) &&
-        exigir(*this, !recortar(cmbdoc_libro.Text()).empty(), "Ingrese documento", &cmbdoc_libro) &&
-        exigir(*this, !cuenta.empty(), "Ingrese cuenta", &txtCuenta) &&
-        exigir(*this, txttotal.Value() != 0, "Ingrese total", &txttotal) &&
-        exigir(*this, existe_cuenta(*this, cuenta), "Cuenta no válida");
-    if (!paso || !exigir_auxiliares(*this, *this, parte_auxiliar(), cuenta, cmbAuxiliar)) return;
-    gblnaceptar = true;
-    Hide();
+    if (!exigir_todas(*this, exigencias()) ||
+        !exigir(*this, existe_cuenta(*this, cuenta), "Cuenta no válida") ||
+        !exigir_auxiliares(*this, *this, parte_auxiliar(), cuenta, cmbAuxiliar))
+        return;
+    aceptar_lineas(*this, *this, armar(), txttotal);
 }
 
 void frmAsistente::Form_KeyDown(ui::KeyEvent& e) { tecla_dialogo(*this, e, cmdaceptar); }

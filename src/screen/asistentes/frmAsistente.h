@@ -1,7 +1,9 @@
 #pragma once
 #include "assistants/calculo.h"
-#include "screen/asistentes/partes.h"
+#include "assistants/lineas.h"
+#include "screen/asistentes/pie.h"
 
+#include <array>
 #include <cstdint>
 
 namespace quorvel {
@@ -35,7 +37,10 @@ public:
     ui::Label lblneto{*this, "lblneto", "Neto Imponible"}, lblexento{*this, "lblexento", "Monto Exento"},
         lblcodigo_otro{*this, "lblcodigo_otro", "Otro Impuesto"}, lbltasa{*this, "lbltasa", "Tasa"},
         lblporcentaje{*this, "lblporcentaje", "Porcentaje"};
-    ui::Label lblCuadre{*this, "lblCuadre"}; ///< whether the parts add up to the total
+    ui::Label lbllado{*this, "lbllado", "Cuenta"}; ///< the side that the dialog's account gets
+    ui::Label lblCuadre{*this, "lblCuadre"};       ///< whether the parts add up to the total
+    ui::Label lblLineas{*this, "lblLineas"}, lblLineasDebe{*this, "lblLineasDebe"},
+        lblLineasHaber{*this, "lblLineasHaber"}; ///< what accepting would make
 
     /// The auxiliary is open exactly when the account shown requires one.
     void habilitar_auxiliar();
@@ -53,10 +58,16 @@ private:
     void CargarOtrosImpuestos();
     void CargarTasaOtroImpuesto();
     void cmdaceptar_Click();
+    [[nodiscard]] DocumentoTributario documento() const;
+    [[nodiscard]] std::vector<Linea> armar() const; ///< the lines as the dialog stands
+    [[nodiscard]] std::array<Exigencia, 4> exigencias();
     [[nodiscard]] Importes leer() const;
     void mostrar(const Importes& i);
     void reaccionar(Importes (*reaccion)(Importes)) { mostrar(reaccion(leer())); }
-    void mostrar_cuadre() { lblCuadre.SetCaption(texto_cuadre(leer())); }
+    void mostrar_pie();
+    [[nodiscard]] std::string texto_lado() const;
+
+    PieLineas pie_{lblLineas, lblLineasDebe, lblLineasHaber};
 };
 
 } // namespace quorvel

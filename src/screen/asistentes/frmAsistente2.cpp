@@ -1,5 +1,6 @@
 #include "screen/asistentes/frmAsistente2.h"
 
+#include "assistants/auxiliares.h"
 #include "assistants/libros.h"
 #include "text/letras_utf8.h"
 
@@ -12,12 +13,11 @@ frmAsistente2::frmAsistente2(ui::Escritorio& escritorio)
     conectar_auxiliar(*this, *this, parte_auxiliar(), txtCuenta2);
     conectar_contraparte(*this, *this, contraparte());
     habilitar(parte_auxiliar(), false);
-    txttotal.SetRightAligned(true);
-    txttotal.LeftChanged += [this](bool&) { formatear_monto(txttotal); };
-    cmdaceptar.Click += [this] { atender([this] { cmdaceptar_Click(); }); };
-    cmdaceptar.SetToolTip("F5");
-    cmdcancelar.SetToolTip("Esc");
-    cmdcancelar.Click += [this] { Hide(); };
+    conectar_monto(*this, txttotal, [] {});
+    conectar_salidas(*this, cmdaceptar, cmdcancelar, [this] { cmdaceptar_Click(); });
+    Settled += [this] {
+        if (visible()) pie_.mostrar(*this, exigencias(), [this] { return armar(); });
+    };
 }
 
 void frmAsistente2::Form_Load() {
@@ -32,19 +32,30 @@ void frmAsistente2::habilitar_auxiliar() {
     habilitar(parte_auxiliar(), cuenta_requiere_auxiliar(*this, txtCuenta2.Text()));
 }
 
+std::vector<Linea> frmAsistente2::armar() const {
+    const std::string banco = txtCuenta.Text();
+    const std::string auxiliar =
+        cuenta_requiere_auxiliar(*this, banco) ? codigo_de_entrada(cmbAuxiliar.Text()) : "";
+    return lineas_retiro_socio({banco, auxiliar, txtCuenta2.Text(), txtAuxiliar2.Text(), txttotal.Text()},
+                               concepto);
+}
+
+std::array<Exigencia, 5> frmAsistente2::exigencias() {
+    return {{{!cmbAuxiliar.Text().empty(), FALTA_AUXILIAR_CONTRAPARTE, &cmbAuxiliar},
+             {!recortar(cmbdoc_libro.Text()).empty(), "Ingrese documento", &cmbdoc_libro},
+             {!txtCuenta2.Text().empty(), "Ingrese cuenta SOCIO", &txtCuenta2},
+             {!txtCuenta.Text().empty(), "Ingrese cuenta bancos", &txtCuenta},
+             {txttotal.Value() != 0, "Ingrese total", &txttotal}}};
+}
+
 void frmAsistente2::cmdaceptar_Click() {
     const std::string banco = txtCuenta.Text(), socio = txtCuenta2.Text();
-    const bool paso =
-        exigir(*this, !cmbAuxiliar.Text().empty(), FALTA_AUXILIAR_CONTRAPARTE, &cmbAuxiliar) &&
-        exigir(*this, !recortar(cmbdoc_libro.Text()).empty(), "Ingrese documento", &cmbdoc_libro) &&
-        exigir(*this, !socio.empty(), "Ingrese cuenta SOCIO", &txtCuenta2) &&
-        exigir(*this, !banco.empty(), "Ingrese cuenta bancos", &txtCuenta) &&
-        exigir(*this, txttotal.Value() != 0, "Ingrese total", &txttotal) &&
-        exigir(*this, existe_cuenta(*this, socio), "Cuenta SOCIO no válida") &&
-        exigir(*this, existe_cuenta(*this, banco), "Cuenta BANCOS no válida");
-    if (!paso || !exigir_auxiliares(*this, *this, parte_auxiliar(), socio, cmbAuxiliar)) return;
-    gblnaceptar = true;
-    Hide();
+    if (!exigir_todas(*this, exigencias()) ||
+        !exigir(*this, existe_cuenta(*this, socio), "Cuenta SOCIO no válida") ||
+        !exigir(*this, existe_cuenta(*this, banco), "Cuenta BANCOS no válida") ||
+        !exigir_auxiliares(*this, *this, parte_auxiliar(), socio, cmbAuxiliar))
+        return;
+    aceptar_lineas(*this, *this, armar(), txttotal);
 }
 
 void frmAsistente2::Form_KeyDown(ui::KeyEvent& e) { tecla_dialogo(*this, e, cmdaceptar); }

@@ -1,5 +1,8 @@
 #pragma once
-#include "screen/asistentes/partes.h"
+#include "assistants/lineas.h"
+#include "screen/asistentes/pie.h"
+
+#include <array>
 
 namespace quorvel {
 
@@ -23,6 +26,8 @@ public:
         cmdAuxiliar2{*this, "cmdAuxiliar2", "..."};
     ui::Label lblCuenta{*this, "lblCuenta"}, lblCuenta2{*this, "lblCuenta2"},
         lblauxiliar2{*this, "lblauxiliar2"}, lblRut{*this, "lblRut"}, lblnombre{*this, "lblnombre"};
+    ui::Label lblLineas{*this, "lblLineas"}, lblLineasDebe{*this, "lblLineasDebe"},
+        lblLineasHaber{*this, "lblLineasHaber"}; ///< what accepting would make
 
     /// The partner's auxiliary is open exactly when the partner account shown requires one.
     void habilitar_auxiliar();
@@ -35,7 +40,11 @@ protected:
 private:
     [[nodiscard]] ParteContraparte contraparte() { return {lblRut, lblnombre, cmbAuxiliar, cmdGenera}; }
     [[nodiscard]] ParteCodigo parte_auxiliar() { return {txtAuxiliar2, lblauxiliar2, cmdAuxiliar2}; }
+    [[nodiscard]] std::vector<Linea> armar() const; ///< the lines as the dialog stands
+    [[nodiscard]] std::array<Exigencia, 5> exigencias();
     void cmdaceptar_Click();
+
+    PieLineas pie_{lblLineas, lblLineasDebe, lblLineasHaber};
 };
 
 } // namespace quorvel

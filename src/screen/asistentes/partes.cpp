@@ -2,6 +2,7 @@
 
 #include "assistants/auxiliares.h"
 #include "assistants/calculo.h"
+#include "assistants/lineas.h"
 #include "platform/db/literal.h"
 #include "screen/consultas/consultas.h"
 #include "screen/maestro.h"
@@ -9,8 +10,13 @@
 #include "text/numeros.h"
 #include "voucher/chart.h"
 
+#include <algorithm>
+
 namespace quorvel {
 namespace {
+
+constexpr const char* MONTO_NEGATIVO = "Una línea quedaría con monto negativo: revise los montos; un "
+                                       "documento que rebaja es una nota de crédito";
 
 /// The account found becomes the governing one: its name is shown, the auxiliary starts again.
 bool tomar_cuenta(ui::Form& f, SesionAsistente& s, const ParteCodigo& cuenta,
@@ -46,16 +52,24 @@ template <class F> void conectar_busqueda(ui::Form& f, const ParteCodigo& p, F a
         e.handled = true;
         f.atender(abrir);
     };
+    p.buscar.SetServes(p.codigo);
     p.buscar.SetToolTip("Ctrl - Y");
+}
+
+/// The code on entry comes back and the focus stays: the press that left the box does nothing else.
+void devolver(ui::ctlEntrada& caja, bool& rechaza) {
+    caja.SetText(caja.text_on_entry());
+    caja.SelectAll();
+    rechaza = true;
 }
 
 } // namespace
 
-bool existe_cuenta(SesionAsistente& s, const std::string& cuenta) {
+bool existe_cuenta(const SesionAsistente& s, const std::string& cuenta) {
     return buscar_codigo((*s.maestros)[Maestro::cuentas], "centro", cuenta);
 }
 
-bool cuenta_requiere_auxiliar(SesionAsistente& s, const std::string& cuenta) {
+bool cuenta_requiere_auxiliar(const SesionAsistente& s, const std::string& cuenta) {
     return existe_cuenta(s, cuenta) &&
            exige_auxiliar((*s.maestros)[Maestro::cuentas].fields("req_auxiliar").Value);
 }
@@ -67,9 +81,8 @@ void habilitar(const ParteCodigo& auxiliar, bool si) {
 
 void conectar_cuenta(ui::Form& f, SesionAsistente& s, const ParteCodigo& cuenta,
                      const std::optional<ParteCodigo>& auxiliar) {
-    cuenta.codigo.LeftChanged += [&f, &s, cuenta, auxiliar](bool&) {
-        if (!tomar_cuenta(f, s, cuenta, auxiliar, cuenta.codigo.Text()))
-            cuenta.codigo.SetText(cuenta.codigo.text_on_entry());
+    cuenta.codigo.LeftChanged += [&f, &s, cuenta, auxiliar](bool& rechaza) {
+        if (!tomar_cuenta(f, s, cuenta, auxiliar, cuenta.codigo.Text())) devolver(cuenta.codigo, rechaza);
     };
     conectar_busqueda(f, cuenta, [&f, &s, cuenta, auxiliar] {
         const auto elegida = elegir_cuenta_contable(f.escritorio(), *s.gdb);
@@ -80,11 +93,10 @@ void conectar_cuenta(ui::Form& f, SesionAsistente& s, const ParteCodigo& cuenta,
 
 void conectar_auxiliar(ui::Form& f, SesionAsistente& s, const ParteCodigo& auxiliar,
                        const ui::ctlEntrada& cuenta) {
-    auxiliar.codigo.LeftChanged += [&f, &s, auxiliar](bool&) {
+    auxiliar.codigo.LeftChanged += [&f, &s, auxiliar](bool& rechaza) {
         if (auxiliar.codigo.Text().empty()) return auxiliar.nombre.SetCaption("");
         auxiliar.codigo.SetText(codigo_seis(auxiliar.codigo.Text()));
-        if (!tomar_auxiliar(f, s, auxiliar, auxiliar.codigo.Text()))
-            auxiliar.codigo.SetText(auxiliar.codigo.text_on_entry());
+        if (!tomar_auxiliar(f, s, auxiliar, auxiliar.codigo.Text())) devolver(auxiliar.codigo, rechaza);
     };
     conectar_busqueda(f, auxiliar, [&f, &s, auxiliar, &cuenta] {
         if (!exigir(f, !cuenta.Text().empty(), "Ingrese cuenta")) return;
@@ -120,8 +132,28 @@ void CargarAuxiliaresRut(SesionAsistente& s, const ParteContraparte& p) {
     p.generar.SetEnterStop(p.auxiliares.ListCount() == 0); // the next key of a new counterpart
 }
 
-void formatear_monto(ui::ctlEntrada& monto) {
-    if (!monto.Text().empty()) monto.SetText(mostrar_monto(monto.Value()));
+void rechazar_texto(ui::Form& f, ui::ctlEntrada& caja, const char* mensaje, bool& rechaza) {
+    f.critico(mensaje);
+    caja.SelectAll();
+    rechaza = true;
+}
+
+void conectar_monto(ui::Form& f, ui::ctlEntrada& monto, std::function<void()> al_dejar) {
+    monto.SetRightAligned(true);
+    monto.LeftChanged += [&f, &monto, al_dejar = std::move(al_dejar)](bool& rechaza) {
+        if (!monto_escrito(monto.Text())) return rechazar_texto(f, monto, "Monto no válido", rechaza);
+        if (!monto.Text().empty()) monto.SetText(mostrar_monto(monto.Value()));
+        al_dejar();
+    };
+}
+
+void conectar_salidas(ui::Form& f, ui::CommandButton& aceptar, ui::CommandButton& cancelar,
+                      std::function<void()> al_aceptar) {
+    aceptar.SetToolTip("F5");
+    aceptar.Click += std::move(al_aceptar);
+    cancelar.SetToolTip("Esc");
+    cancelar.SetPress(ui::Press::asks_nothing);
+    cancelar.Click += [&f] { f.Hide(); };
 }
 
 void tecla_dialogo(ui::Form& f, ui::KeyEvent& e, ui::CommandButton& aceptar) {
@@ -145,8 +177,7 @@ bool exigir_auxiliares(ui::Form& f, SesionAsistente& s, const ParteCodigo& auxil
         if (!exigir(f, !codigo.empty(), "Ingrese auxiliar", &auxiliar.codigo)) return false;
         if (!vigente(codigo, auxiliar.codigo)) return false;
     }
-    const std::string entrada = contraparte.Text();
-    return vigente(entrada.substr(0, entrada.find(" - ")), contraparte);
+    return vigente(codigo_de_entrada(contraparte.Text()), contraparte);
 }
 
 bool exigir(ui::Form& f, bool ok, const char* mensaje, ui::Control* foco) {
@@ -154,6 +185,18 @@ bool exigir(ui::Form& f, bool ok, const char* mensaje, ui::Control* foco) {
     f.critico(mensaje);
     if (foco != nullptr) foco->SetFocus();
     return false;
+}
+
+bool exigir_todas(ui::Form& f, std::span<const Exigencia> exigencias) {
+    return std::ranges::all_of(exigencias,
+                               [&](const Exigencia& e) { return exigir(f, e.cumplida, e.mensaje, e.foco); });
+}
+
+void aceptar_lineas(ui::Form& f, SesionAsistente& s, std::vector<Linea> lineas, ui::Control& total) {
+    if (!exigir(f, !con_monto_negativo(lineas), MONTO_NEGATIVO, &total)) return;
+    s.lineas = std::move(lineas);
+    s.gblnaceptar = true;
+    f.Hide();
 }
 
 } // namespace quorvel

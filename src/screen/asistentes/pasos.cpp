@@ -1,6 +1,7 @@
 #include "screen/asistentes/pasos.h"
 
 #include "platform/db/literal.h"
+#include "screen/asistentes/frmAsistente.h"
 #include "screen/detalle/detalle.h"
 #include "screen/frmQuorvel.h"
 #include "screen/maestro.h"
@@ -13,6 +14,8 @@ void preparar_sesion(frmQuorvel& f, SesionAsistente& d) {
     d.maestros = &f.maestros;
     d.gstrrut = f.txtrut_persona.Text();
     d.gstrnombre = f.txtnombre.Text();
+    d.concepto = f.txtconcepto.Text();
+    d.config = &f.config;
 }
 
 void preseleccionar_documento(const frmQuorvel& f, ui::ComboBox& documentos) {
@@ -31,6 +34,16 @@ void recordar_linea(frmQuorvel& f, SeleccionRecordada& memoria, int fila, bool c
         memoria.n_auxiliar = campo(f.maestros[Maestro::auxiliares], "n_auxiliar");
 }
 
-std::string auxiliar_contraparte(const ui::ComboBox& auxiliares) { return primeros(auxiliares.Text(), 6); }
+void mostrar_seleccion(frmAsistente& d, const SeleccionRecordada& memoria) {
+    d.txtCuenta.SetText(memoria.cuenta);
+    d.lblCuenta.SetCaption(memoria.n_cuenta);
+    d.txtauxiliar.SetText(memoria.auxiliar);
+    d.lblauxiliar.SetCaption(memoria.n_auxiliar);
+    d.habilitar_auxiliar();
+}
+
+SeleccionRecordada leer_seleccion(const frmAsistente& d) {
+    return {d.txtCuenta.Text(), d.txtauxiliar.Text(), d.lblCuenta.Caption(), d.lblauxiliar.Caption()};
+}
 
 } // namespace quorvel

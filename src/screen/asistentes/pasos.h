@@ -4,6 +4,7 @@
 
 namespace quorvel {
 
+class frmAsistente;
 class frmQuorvel;
 
 // Steps that every assistant command takes between the voucher screen and its dialog.
@@ -15,7 +16,8 @@ void preseleccionar_documento(const frmQuorvel& f, ui::ComboBox& documentos);
 /// On a stored voucher the memory of another document is dropped; without memory the line proposes. @param
 /// con_auxiliar also the line's auxiliary, when the account requires one
 void recordar_linea(frmQuorvel& f, SeleccionRecordada& memoria, int fila, bool con_auxiliar);
-/// Code of the chosen counterpart auxiliary, empty when none is.
-[[nodiscard]] std::string auxiliar_contraparte(const ui::ComboBox& auxiliares);
+/// The main line's account and auxiliary, into the dialog and out of it.
+void mostrar_seleccion(frmAsistente& d, const SeleccionRecordada& memoria);
+[[nodiscard]] SeleccionRecordada leer_seleccion(const frmAsistente& d);
 
 } // namespace quorvel

@@ -6,8 +6,12 @@
 #include "screen/asistentes/pasos.h"
 #include "screen/campos.h"
 #include "screen/comandos/comandos.h"
+#include "screen/detalle/detalle.h"
 #include "screen/frmQuorvel.h"
 #include "text/letras_utf8.h"
+#include "text/numeros.h"
+
+#include <cmath>
 
 namespace quorvel {
 namespace {
@@ -23,21 +27,33 @@ std::string tasa_con_coma(const frmQuorvel& f) {
     return tasa.find(',') == std::string::npos ? reemplazar(tasa, ".", ",") : tasa;
 }
 
-void proponer_cuenta(frmQuorvel& f, frmAsistente& d, const SeleccionRecordada& m) {
-    d.txtCuenta.SetText(m.cuenta);
-    d.lblCuenta.SetCaption(m.n_cuenta);
-    d.txtauxiliar.SetText(m.auxiliar);
-    d.lblauxiliar.SetCaption(m.n_auxiliar);
-    d.habilitar_auxiliar();
-    const int otro = f.cmbcodigo_otro_impuesto.ListIndex();
-    d.cmbcodigo_otro_impuesto.SetListIndex(otro < d.cmbcodigo_otro_impuesto.ListCount() ? otro : -1);
-    d.txttasa_impuesto_otro.SetText(tasa_con_coma(f));
+/// Neither net nor exempt amount: the document is keyed for the first time.
+bool es_primera_vez(const frmQuorvel& f) { return !(f.estado.monto_neto + f.estado.monto_exento > 0); }
+
+/// By code: the two lists are read at different times, and a tax may have left the table since.
+void proponer_otro_impuesto(const frmQuorvel& f, frmAsistente& d) {
+    elegir_codigo(d.cmbcodigo_otro_impuesto, 3, f.cmbcodigo_otro_impuesto.Text());
+    const std::string tasa = tasa_con_coma(f);
+    // Choosing the tax has brought its rate, which a voucher without one does not take away.
+    if (!tasa.empty() || !es_primera_vez(f)) d.txttasa_impuesto_otro.SetText(tasa);
+}
+
+/// Amount of the lines on the account of the other tax, when there are some.
+std::optional<double> otro_en_lineas(const frmQuorvel& f, const std::string& cuenta) {
+    if (f.txttasa_impuesto_otro.Text() != f.estado.tasa_de_lineas || cuenta.empty()) return std::nullopt;
+    std::optional<Decimal> suma;
+    for (const Linea& l : lineas_de_grilla(f))
+        if (recortar(l.centro) == cuenta)
+            suma = suma.value_or(Decimal()) + Decimal::leer(l.debe) - Decimal::leer(l.haber);
+    if (!suma) return std::nullopt;
+    return std::fabs(suma->valor());
 }
 
 void proponer_montos(frmQuorvel& f, frmAsistente& d, const Variante& v) {
-    const auto p =
-        proponer_reapertura(*f.glbdb, {f.estado.monto_neto, f.estado.monto_exento, f.lblTotalDebe.Caption(),
-                                       tasa_con_coma(f), clave_pantalla(f), f.config.*v.otros});
+    const std::string& cuenta = f.config.*v.otros;
+    const auto p = proponer_reapertura(*f.glbdb, {f.estado.monto_neto, f.estado.monto_exento,
+                                                  f.lblTotalDebe.Caption(), f.txttasa_impuesto_otro.Text(),
+                                                  clave_pantalla(f), cuenta, otro_en_lineas(f, cuenta)});
     if (!p) return;
     d.txtNeto.SetText(p->neto);
     d.txtExento.SetText(p->exento);
@@ -50,15 +66,12 @@ void aplicar(frmQuorvel& f, const frmAsistente& d, const Variante& v) {
     f.cmblibro.SetListIndex(v.libro);
     f.cmbdoc_libro.select_text(d.cmbdoc_libro.Text());
     f.txttasa_impuesto_otro.SetText(d.txttasa_impuesto_otro.Text());
-    f.cmbcodigo_otro_impuesto.SetListIndex(d.cmbcodigo_otro_impuesto.ListIndex());
-    memoria_de(f, v.libro) = {d.txtCuenta.Text(), d.txtauxiliar.Text(), d.lblCuenta.Caption(),
-                              d.lblauxiliar.Caption()};
+    elegir_codigo(f.cmbcodigo_otro_impuesto, 3, d.cmbcodigo_otro_impuesto.Text());
+    memoria_de(f, v.libro) = leer_seleccion(d);
     f.estado.monto_neto = d.txtNeto.Value();
     f.estado.monto_exento = d.txtExento.Value();
-    const DocumentoTributario doc{
-        d.cmbdoc_libro.Text(), d.txtCuenta.Text(), d.txtauxiliar.Text(), auxiliar_contraparte(d.cmbAuxiliar),
-        d.txttotal.Text(),     d.lbliva.Caption(), d.txtotro.Text(),     d.chktrasponer.Value() == 1};
-    reemplazar_lineas(f, lineas_documento(v, doc, f.config, f.txtconcepto.Text()), doc.total);
+    f.estado.tasa_de_lineas = d.txttasa_impuesto_otro.Text();
+    reemplazar_lineas(f, d.lineas, d.txttotal.Text());
 }
 
 void generar(frmQuorvel& f, int libro) {
@@ -72,7 +85,8 @@ void generar(frmQuorvel& f, int libro) {
     preseleccionar_documento(f, d.cmbdoc_libro);
     SeleccionRecordada& memoria = memoria_de(f, libro);
     recordar_linea(f, memoria, 0, true);
-    proponer_cuenta(f, d, memoria);
+    mostrar_seleccion(d, memoria);
+    proponer_otro_impuesto(f, d);
     proponer_montos(f, d, v);
     d.ShowModal();
     if (d.gblnaceptar) aplicar(f, d, v);

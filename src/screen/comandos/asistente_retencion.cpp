@@ -1,5 +1,5 @@
 #include "assistants/libros.h"
-#include "assistants/lineas.h"
+#include "assistants/retencion_legal.h"
 #include "screen/asistentes/frmAsistente.h"
 #include "screen/asistentes/pasos.h"
 #include "screen/campos.h"
@@ -14,15 +14,14 @@ constexpr int BOLETA = 1; // second entry of both lists of kinds
 void aplicar(frmQuorvel& f, const frmAsistente& d) {
     f.cmblibro.SetListIndex(RETENCIONES);
     f.cmbdoc_libro.SetListIndex(BOLETA);
-    f.estado.retencion = {d.txtCuenta.Text(), d.txtauxiliar.Text(), d.lblCuenta.Caption(),
-                          d.lblauxiliar.Caption()};
-    DocumentoTributario doc;
-    doc.cuenta = d.txtCuenta.Text();
-    doc.auxiliar = d.txtauxiliar.Text();
-    doc.aux_contraparte = auxiliar_contraparte(d.cmbAuxiliar);
-    doc.total = d.txttotal.Text();
-    reemplazar_lineas(f, lineas_retencion(doc, d.lbliva.Caption(), f.config, f.txtconcepto.Text()),
-                      doc.total);
+    f.estado.retencion = leer_seleccion(d);
+    reemplazar_lineas(f, d.lineas, d.txttotal.Text());
+}
+
+/// Of the document, or of the voucher while the document has no date.
+int anio_del_documento(const frmQuorvel& f) {
+    const auto fecha = f.txtfecha_doc.date() ? f.txtfecha_doc.date() : f.mskF_comp.date();
+    return anio(fecha.value_or(f.servicios.reloj.hoy()));
 }
 
 } // namespace
@@ -36,12 +35,8 @@ void asistente_retencion(frmQuorvel& f) {
     d.lblimpuesto.SetCaption("Retención");
     d.cmbdoc_libro.SetListIndex(BOLETA);
     recordar_linea(f, f.estado.retencion, 0, true);
-    const SeleccionRecordada& m = f.estado.retencion;
-    d.txtCuenta.SetText(m.cuenta);
-    d.lblCuenta.SetCaption(m.n_cuenta);
-    d.txtauxiliar.SetText(m.auxiliar);
-    d.lblauxiliar.SetCaption(m.n_auxiliar);
-    d.habilitar_auxiliar();
+    mostrar_seleccion(d, f.estado.retencion);
+    d.cmbporcentaje.select_text(porcentaje_legal(anio_del_documento(f)));
     d.ShowModal();
     if (d.gblnaceptar) aplicar(f, d);
     d.Unload();

@@ -1,22 +1,12 @@
 #include "assistants/libros.h"
-#include "assistants/lineas.h"
-#include "platform/db/literal.h"
 #include "screen/asistentes/frmAsistente2.h"
 #include "screen/asistentes/pasos.h"
 #include "screen/campos.h"
 #include "screen/comandos/comandos.h"
 #include "screen/frmQuorvel.h"
-#include "text/letras_utf8.h"
-#include "voucher/chart.h"
 
 namespace quorvel {
 namespace {
-
-bool sin_auxiliar(frmQuorvel& f, const std::string& cuenta) {
-    Recordset& rs = f.maestros[Maestro::cuentas];
-    rs.FindFirst("centro=" + sql_texto(cuenta));
-    return !rs.nomatch() && !exige_auxiliar(rs.fields("req_auxiliar").Value);
-}
 
 void proponer(frmQuorvel& f, frmAsistente2& d) {
     recordar_linea(f, f.estado.socio, 1, true);
@@ -37,11 +27,7 @@ void aplicar(frmQuorvel& f, const frmAsistente2& d) {
     f.estado.socio = {d.txtCuenta2.Text(), d.txtAuxiliar2.Text(), d.lblCuenta2.Caption(),
                       d.lblauxiliar2.Caption()};
     f.estado.banco = {d.txtCuenta.Text(), "", d.lblCuenta.Caption(), ""};
-    const std::string auxiliar =
-        sin_auxiliar(f, d.txtCuenta.Text()) ? "" : auxiliar_contraparte(d.cmbAuxiliar);
-    const RetiroSocio r{d.txtCuenta.Text(), auxiliar, d.txtCuenta2.Text(), d.txtAuxiliar2.Text(),
-                        d.txttotal.Text()};
-    reemplazar_lineas(f, lineas_retiro_socio(r, f.txtconcepto.Text()), r.total);
+    reemplazar_lineas(f, d.lineas, d.txttotal.Text());
 }
 
 } // namespace
