@@ -1,4 +1,5 @@
 // The assistants, asked for and answered line by line.
+#include "apoyo/vias_asistente.h"
 #include "driver/dialogo.h"
 
 using namespace quorvel;
@@ -132,6 +133,78 @@ TEST_P(AsistentesDriver, sales_and_income) {
                    {campo("rows", {linea(1, "101001", "", "0", "5.000"),
                                    linea(2, "103001", "000012", "5.000", "0")})}},
                   {barra("Save"), {dice(GRABADO, "information")}}});
+}
+
+/// Presses Tab until the control has the focus, then types over what it holds.
+void teclear(Dialogo& d, const std::string& control, const std::string& texto) {
+    const auto tecla = [&](const std::string& t) { return d.pedir(en("key", {{"key", t}})); };
+    for (int i = 0; i < 30 && d.pedir(mira(control.c_str())).value("focus", "") != control; ++i) tecla("tab");
+    tecla("ctrl+a");
+    for (const std::string& t : en_teclas(texto)) tecla(t);
+}
+
+Json salir(Dialogo& d, const Salida& s) {
+    return d.pedir(*s.tecla ? en("key", {{"key", s.tecla}}) : pulsa(s.control));
+}
+
+TEST_P(AsistentesDriver, a_refused_text_is_told_once_and_nothing_else_happens) {
+    const Empresa e(GetParam());
+    Dialogo d;
+    e.abrir(d);
+    int vuelta = 0;
+    for (const TextoMalo& t : TEXTOS_MALOS) {
+        SCOPED_TRACE(std::string(t.libro) + " " + t.control);
+        conversar(d, cabecera(t.libro, t.documento, "12.345.678-5", "Juan"));
+        d.pedir(pulsa("cmdasistente"));
+        if (const std::string antes = t.antes; !antes.empty())
+            d.pedir(escribe(antes.substr(0, antes.find('=')).c_str(), antes.substr(antes.find('=') + 1)));
+        for (const Salida& s : SALIDAS) {
+            if (!s.revisa) continue;
+            teclear(d, t.control, t.texto);
+            const Json r = salir(d, s);
+            ASSERT_EQ(r["messages"].size(), 1U) << s.tecla << s.control << r;
+            EXPECT_EQ(r["messages"][0]["text"], t.mensaje);
+            EXPECT_EQ(r.value("focus", ""), t.control) << s.tecla << s.control;
+        }
+        teclear(d, t.control, t.texto);
+        const Json r = salir(d, SALIDAS[5 + vuelta++ % 2]);
+        EXPECT_EQ(r["messages"].size(), 0U) << r;
+        EXPECT_EQ(r["form"], "frmQuorvel");
+        conversar(d, {{mira("grdDetalle"), {campo("rows", Json::array())}}});
+    }
+}
+
+std::string renglones(Dialogo& d) {
+    std::string t;
+    const Json grilla = d.pedir(mira("grdDetalle"));
+    for (const Json& r : grilla["value"]["rows"])
+        for (int c = 1; c < 5; ++c) t += (c > 1 ? "|" : t.empty() ? "" : ";") + r[c].get<std::string>();
+    return t;
+}
+
+TEST_P(AsistentesDriver, each_dialog_by_keys_alone_and_by_clicks_alone) {
+    const Empresa e(GetParam());
+    Dialogo d;
+    e.abrir(d);
+    for (const Recorrido& r : RECORRIDOS) {
+        SCOPED_TRACE(r.libro);
+        conversar(d, cabecera(r.libro, r.documento, "12.345.678-5", "Juan"));
+        d.pedir(en("key", {{"key", "f4"}}));
+        for (const std::string& t : en_teclas(r.teclas)) d.pedir(en("key", {{"key", t}}));
+        EXPECT_EQ(renglones(d), r.por_teclas);
+        conversar(d, cabecera(r.libro, r.documento, "12.345.678-5", "Juan"));
+        d.pedir(pulsa("cmdasistente"));
+        for (const std::string& clic : piezas(r.clics)) {
+            const auto igual = clic.find('=');
+            const Json pedido = igual == std::string::npos
+                                    ? pulsa(clic.c_str())
+                                    : escribe(clic.substr(0, igual).c_str(), clic.substr(igual + 1));
+            const Json respuesta = d.pedir(pedido);
+            EXPECT_EQ(respuesta.value("error", ""), "") << pedido;
+            if (respuesta.value("form", "") == "frmBuscaCentro") d.pedir(en("pick", {{"index", 0}}));
+        }
+        EXPECT_EQ(renglones(d), r.por_clics);
+    }
 }
 
 } // namespace

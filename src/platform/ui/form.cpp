@@ -175,6 +175,8 @@ bool Form::leave_for_command() {
 }
 
 void Form::focus_next(bool backwards, bool enter) {
+    // What leaving changes decides which control is the next one.
+    if (active_ != nullptr && !moving_focus_ && !commit_active()) return;
     const auto n = controls_.size();
     const auto here = std::find(controls_.begin(), controls_.end(), active_);
     const std::size_t start = here == controls_.end() ? (backwards ? 0 : n - 1)
