@@ -59,6 +59,12 @@ void mostrar_libro(frmQuorvel& f, const Comprobante& c) {
 
 } // namespace
 
+std::vector<std::string> entradas(const ui::ListControl& lista) {
+    std::vector<std::string> todas;
+    for (int i = 0; i < lista.ListCount(); ++i) todas.push_back(lista.List(i));
+    return todas;
+}
+
 void elegir_codigo(ui::ListControl& lista, std::size_t n, const std::string& texto) {
     const std::string codigo = recortar(primeros(texto, n));
     for (int i = 0; i < lista.ListCount(); ++i)
