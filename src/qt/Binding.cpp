@@ -4,6 +4,8 @@
 #include "qt/keys.h"
 #include "qt/text.h"
 
+#include <QAbstractScrollArea>
+#include <QComboBox>
 #include <QEvent>
 #include <QFocusEvent>
 #include <QKeyEvent>
@@ -58,6 +60,7 @@ void Binding::watch(QWidget& widget, bool door_on_press) {
     // view.
     widget.setFocusPolicy(Qt::TabFocus);
     widget.installEventFilter(this);
+    if (auto* area = qobject_cast<QAbstractScrollArea*>(&widget)) area->viewport()->installEventFilter(this);
 }
 
 bool Binding::key_pressed(QKeyEvent& event) {
@@ -87,6 +90,7 @@ bool Binding::eventFilter(QObject* watched, QEvent* event) {
         return false;
     }
     case QEvent::Wheel: // turning it over a closed list must not choose another entry
+        if (qobject_cast<QComboBox*>(watched) == nullptr) return false;
         event->ignore();
         return true;
     default: return QObject::eventFilter(watched, event);

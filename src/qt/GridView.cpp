@@ -8,7 +8,7 @@
 #include "qt/text.h"
 
 #include <QClipboard>
-#include <QGuiApplication>
+#include <QApplication>
 #include <QHeaderView>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
@@ -16,7 +16,8 @@
 #include <QMenu>
 #include <QMouseEvent>
 #include <QPainter>
-#include <QPointer>
+#include <QSignalBlocker>
+#include <QToolTip>
 #include <algorithm>
 #include <numeric>
 
@@ -50,9 +51,7 @@ GridView::GridView(QWidget* parent)
     editor_->installEventFilter(this);
     refused_mark_ = editor_->addAction(warning_icon(), QLineEdit::TrailingPosition);
     refused_mark_->setToolTip("Valor no aceptado: corríjalo o deje la celda con Esc");
-    connect(editor_, &QLineEdit::textEdited, this, [this] {
-        if (grid_ != nullptr && grid_->EditActive()) grid_->set_edit_text(to_std(editor_->text()));
-    });
+    connect(editor_, &QLineEdit::textChanged, this, [this] { edited(); });
     connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this](int section, int, int size) {
         if (grid_ != nullptr && !applying_widths_ && section < grid_->Cols() - 1)
             grid_->Columns(section).Width = size;
@@ -68,6 +67,7 @@ void GridView::attach(ui::ctlPlanilla& grid) {
     links_.push_back(grid.RowPainted.connect([this](int row) { model_->row_changed(row); }));
     links_.push_back(grid.Reset.connect([this] { sync(); }));
     links_.push_back(grid.EditChanged.connect([this] { sync_editor(); }));
+    links_.push_back(grid.Hinted.connect([this] { show_hint(); }));
     links_.push_back(grid.RowColChange.connect([this](int, int) { sync_current(); }));
     sync();
 }
@@ -132,7 +132,13 @@ void GridView::sync_editor() {
         return;
     }
     const QString text = to_qt(grid_->edit_text());
-    if (editor_->text() != text) editor_->setText(text);
+    if (entering_) return;
+    if (editor_->text() != text) {
+        const QSignalBlocker block(editor_);
+        const auto behind = editor_->text().size() - editor_->cursorPosition();
+        editor_->setText(text);
+        editor_->setCursorPosition(static_cast<int>(std::max(text.size() - behind, 0LL)));
+    }
     if (grid_->proposed()) editor_->selectAll();
     refused_mark_->setVisible(grid_->refused());
     viewport()->update();
@@ -149,6 +155,15 @@ void GridView::sync_editor() {
         grid_->proposed() ? editor_->selectAll() : editor_->end(false);
         if (grid_->has_focus()) editor_->setFocus(Qt::OtherFocusReason);
     }
+}
+
+/// Beside the cell that did not open; a person who looks at the paper hears it.
+void GridView::show_hint() {
+    const QString hint = to_qt(grid_->hint());
+    const QRect cell = visualRect(model_->index(grid_->Row(), grid_->Col()));
+    hint.isEmpty() ? QToolTip::hideText()
+                   : QToolTip::showText(viewport()->mapToGlobal(cell.bottomLeft()), hint, viewport());
+    if (!hint.isEmpty()) QApplication::beep();
 }
 
 void GridView::place_editor() {
@@ -180,14 +195,14 @@ bool GridView::forward(QKeyEvent& event) {
 }
 
 void GridView::paste() {
-    const std::string text = to_std(QGuiApplication::clipboard()->text());
+    const std::string text = to_std(QApplication::clipboard()->text());
     grid_->form().atender([&] { grid_->paste(text); });
 }
 
 void GridView::keyPressEvent(QKeyEvent* event) {
     if (grid_ == nullptr) return;
     if (event->matches(QKeySequence::Copy)) {
-        QGuiApplication::clipboard()->setText(to_qt(grid_->TextMatrix(grid_->Row(), grid_->Col())));
+        QApplication::clipboard()->setText(to_qt(grid_->TextMatrix(grid_->Row(), grid_->Col())));
     } else if (event->matches(QKeySequence::Paste)) {
         paste();
     } else if (!forward(*event)) {
@@ -219,47 +234,29 @@ bool GridView::event(QEvent* event) {
     return QTableView::event(event);
 }
 
-void GridView::type_in_editor(const QString& text) {
-    grid_->form().atender([&] {
-        const QPointer<QLineEdit> alive(editor_);
-        const auto filter = [this](char32_t ch) {
-            int code = static_cast<int>(ch);
-            grid_->KeyPress(code);
-            return static_cast<char32_t>(code);
-        };
-        QString accepted;
-        for (const auto ch : text.toUcs4()) {
-            const char32_t kept = ch < 0x20 ? 0 : filter(ch);
-            if (!alive || grid_ == nullptr) return;
-            if (kept != 0) accepted += QString::fromUcs4(&kept, 1);
-        }
-        if (accepted.isEmpty() || !grid_->EditActive()) return;
-        editor_->insert(accepted);
-        grid_->set_edit_text(to_std(editor_->text()));
-    });
+/// Keys, the clipboard, the middle button, dead keys: whatever changed the editor's text ends here.
+void GridView::edited() {
+    if (grid_ == nullptr || !grid_->EditActive() || entering_) return;
+    entering_ = true; // a refused text stays in sight while the message tells why
+    grid_->form().atender([this] { grid_->user_edit(to_std(editor_->text())); });
+    entering_ = false;
+    if (grid_ != nullptr) sync_editor();
 }
 
 bool GridView::editor_key(QKeyEvent& event) {
     auto e = translate(event);
     if (!e) return false;
-    const bool native = edits_natively(event);
+    const bool deletes_line = e->key == ui::Key::del && e->ctrl;
+    const bool native = edits_natively(event) && !deletes_line;
     const bool pastes = event.matches(QKeySequence::Paste);
     if (!native && !pastes && !types_character(*e)) {
         forward(event);
         return true;
     }
-    grid_->form().atender([&] { grid_->KeyDown(*e); });
+    grid_->form().atender([&] { e->handled = (grid_->KeyDown(*e), e->handled) || (native && !grid_->takes_key(*e)); });
     if (e->handled || grid_ == nullptr || !grid_->EditActive()) return true;
     if (native) return false;
-    if (!pastes) {
-        type_in_editor(QString::fromUcs4(&e->ch, 1));
-        return true;
-    }
-    const QString text = QGuiApplication::clipboard()->text();
-    if (text.contains('\n') || text.contains('\t'))
-        paste();
-    else
-        type_in_editor(text);
+    editor_->insert(pastes ? QApplication::clipboard()->text() : QString::fromUcs4(&e->ch, 1));
     return true;
 }
 
@@ -270,12 +267,6 @@ bool GridView::eventFilter(QObject* watched, QEvent* event) {
         claim_before_shortcuts(*static_cast<QKeyEvent*>(event), *this);
         return false;
     case QEvent::KeyPress: return editor_key(*static_cast<QKeyEvent*>(event));
-    case QEvent::InputMethod: {
-        const auto* input = static_cast<QInputMethodEvent*>(event);
-        if (input->commitString().isEmpty()) return false;
-        type_in_editor(input->commitString());
-        return true;
-    }
     case QEvent::FocusIn:
     case QEvent::FocusOut: viewport()->update(); return false;
     default: return false;

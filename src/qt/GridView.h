@@ -54,7 +54,8 @@ private:
     void place_editor();
     bool forward(QKeyEvent& event);
     bool editor_key(QKeyEvent& event);
-    void type_in_editor(const QString& text);
+    void edited();
+    void show_hint();
     void paste();
     ui::ctlPlanilla* grid_ = nullptr;
     GridModel* model_;
@@ -62,6 +63,7 @@ private:
     QAction* refused_mark_;
     std::vector<ui::Connection> links_;
     bool applying_widths_ = false;
+    bool entering_ = false; ///< the grid is looking at the editor's text
 };
 
 } // namespace quorvel::qt

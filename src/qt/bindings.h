@@ -34,10 +34,9 @@ protected:
     QLineEdit& edit_;
 
 private:
-    bool type(const QString& text);
     void edited();
     ui::TextBox& box_;
-    bool pulling_ = false;
+    bool entering_ = false; ///< the box is looking at the text
 };
 
 /// ctlCalendario on a DateBox: the text rules of a text box, and a calendar to pick from.

@@ -22,7 +22,7 @@ ComboBinding::ComboBinding(QComboBox& combo, ui::ComboBox& control)
     watch(combo);
     combo.setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     connect(&combo, &QComboBox::activated, this, [this](int index) {
-        list_.form().atender([&] { list_.SetListIndex(index); });
+        list_.form().atender([&] { list_.choose(index); });
         pull();
     });
 }

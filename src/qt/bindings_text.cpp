@@ -6,10 +6,10 @@
 #include <QClipboard>
 #include <QCursor>
 #include <QGuiApplication>
-#include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QSignalBlocker>
+#include <algorithm>
 
 namespace quorvel::qt {
 
@@ -17,8 +17,10 @@ TextBinding::TextBinding(QWidget& shown, QLineEdit& edit, ui::TextBox& control)
     : Binding(shown, control), edit_(edit), box_(control) {
     watch(edit);
     edit.setAcceptDrops(false);
-    connect(&edit, &QLineEdit::textChanged, this, [this] {
-        if (!pulling_) edited();
+    // Keys, the clipboard, the middle button, dead keys: whatever changed the text ends here.
+    connect(&edit, &QLineEdit::textChanged, this, [this] { edited(); });
+    follow(control.AllSelected, [this] {
+        if (edit_.hasFocus()) edit_.selectAll();
     });
 }
 
@@ -33,32 +35,22 @@ void TextBinding::focused() {
 
 void TextBinding::pull_state() {
     const QString text = to_qt(box_.Text());
-    if (edit_.text() != text) {
+    if (edit_.text() != text && !entering_) {
         const QSignalBlocker block(edit_);
+        const auto behind = edit_.text().size() - edit_.cursorPosition();
         edit_.setText(text);
-        if (!edit_.hasFocus()) edit_.home(false);
+        edit_.setCursorPosition(static_cast<int>(edit_.hasFocus() ? std::max(text.size() - behind, 0LL) : 0));
     }
     edit_.setReadOnly(box_.Locked());
     edit_.setAlignment((box_.RightAligned() ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
 }
 
 void TextBinding::edited() {
-    pulling_ = true;
+    if (detached()) return;
+    entering_ = true; // a refused text stays in sight while the message tells why
     box_.form().atender([this] { box_.user_edit(to_std(edit_.text())); });
-    pulling_ = false;
+    entering_ = false;
     pull();
-}
-
-bool TextBinding::type(const QString& text) {
-    if (box_.Locked()) return true;
-    box_.form().atender([&] {
-        pulling_ = true;
-        const bool typed = insert_filtered(edit_, text, [this](char32_t ch) { return box_.filter(ch); });
-        pulling_ = false;
-        if (typed) edited();
-    });
-    pulling_ = false;
-    return true;
 }
 
 bool TextBinding::key_pressed(QKeyEvent& event) {
@@ -68,23 +60,17 @@ bool TextBinding::key_pressed(QKeyEvent& event) {
     const bool native = edits_natively(event);
     if (!native && !types_character(*e) && !event.matches(QKeySequence::Paste))
         return Binding::key_pressed(event);
-    box_.form().atender([&] { box_.KeyDown(*e); });
-    if (e->handled) return true;
+    box_.form().atender([&] { e->handled = (box_.KeyDown(*e), e->handled) || (native && !box_.takes_key(*e)); });
+    if (e->handled || box_.Locked()) return e->handled || !native;
     if (native) return false;
-    if (event.matches(QKeySequence::Paste)) {
-        QString text = QGuiApplication::clipboard()->text().trimmed();
-        return type(text.replace("\r\n", " ").replace('\n', ' ').replace('\t', ' '));
-    }
-    return type(QString::fromUcs4(&e->ch, 1));
+    edit_.insert(event.matches(QKeySequence::Paste)
+                     ? QGuiApplication::clipboard()->text().trimmed().replace("\r\n", " ")
+                     : QString::fromUcs4(&e->ch, 1));
+    return true;
 }
 
 bool TextBinding::eventFilter(QObject* watched, QEvent* event) {
     if (detached()) return false;
-    if (event->type() == QEvent::InputMethod) {
-        // Dead keys arrive here; what they compose goes through the same rules as a typed character.
-        const auto* input = static_cast<QInputMethodEvent*>(event);
-        if (!input->commitString().isEmpty()) return type(input->commitString());
-    }
     // A long text is read from its beginning once the caret is elsewhere.
     if (event->type() == QEvent::FocusOut) edit_.home(false);
     return Binding::eventFilter(watched, event);

@@ -4,7 +4,6 @@
 
 #include <QAction>
 #include <QKeyEvent>
-#include <QLineEdit>
 #include <QString>
 #include <QStringList>
 #include <QWidget>
@@ -79,24 +78,14 @@ bool edits_natively(const QKeyEvent& event) {
     case Qt::Key_Right:
     case Qt::Key_Home:
     case Qt::Key_End:
-    case Qt::Key_Backspace:
-    case Qt::Key_Delete: return true;
+    case Qt::Key_Backspace: return true;
+    case Qt::Key_Delete:
+        return event.modifiers() != (Qt::ControlModifier | Qt::ShiftModifier); // that one is a command
     default: return false;
     }
 }
 
 bool types_character(const ui::KeyEvent& e) { return e.key == Key::character && !e.ctrl && !e.alt; }
-
-bool insert_filtered(QLineEdit& edit, const QString& text, const CharFilter& filter) {
-    QString accepted;
-    for (const auto ch : text.toUcs4()) {
-        const char32_t kept = ch < 0x20 ? 0 : filter(ch);
-        if (kept != 0) accepted += QString::fromUcs4(&kept, 1);
-    }
-    if (accepted.isEmpty()) return false;
-    edit.insert(accepted);
-    return true;
-}
 
 void claim_before_shortcuts(QKeyEvent& event, const QWidget& widget) {
     if (event.modifiers() & Qt::AltModifier) return;

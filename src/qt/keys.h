@@ -1,12 +1,10 @@
 #pragma once
 #include "platform/ui/keys.h"
 
-#include <functional>
 #include <optional>
 #include <string>
 
 class QKeyEvent;
-class QLineEdit;
 class QString;
 class QWidget;
 
@@ -25,10 +23,5 @@ void claim_before_shortcuts(QKeyEvent& event, const QWidget& widget);
 
 /// "ctrl+f5" as people read it: "Ctrl+F5".
 QString shortcut_text(const std::string& shortcut);
-
-/// One typed character to what goes into the text, 0 for nothing.
-using CharFilter = std::function<char32_t(char32_t)>;
-/// Inserts at the caret what the filter lets through. @return false when nothing was left
-bool insert_filtered(QLineEdit& edit, const QString& text, const CharFilter& filter);
 
 } // namespace quorvel::qt

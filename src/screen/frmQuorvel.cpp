@@ -132,6 +132,7 @@ void frmQuorvel::conectar_detalle() {
     ui::ctlPlanilla& g = grdDetalle;
     g.SetEnterColumns(CUENTA, GLOSA);
     g.KeyPress += [this](int& tecla) { atender([&] { tecla_detalle(*this, tecla); }); };
+    g.TextEntering += [this](ui::Entry& e) { atender([&] { texto_entra(*this, e); }); };
     g.ButtonClick += [this](int col) { atender([&] { boton_detalle(*this, col); }); };
     g.BeforeColEdit += [this](int col, bool& no) { atender([&] { antes_de_editar(*this, col, no); }); };
     g.BeforeColUpdate += [this](int col, const std::string& anterior, bool& no) {

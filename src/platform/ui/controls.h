@@ -1,5 +1,6 @@
 #pragma once
 #include "platform/ui/control.h"
+#include "platform/ui/entry.h"
 #include "text/fecha.h"
 
 #include <optional>
@@ -12,10 +13,13 @@ public:
     using Control::Control;
     [[nodiscard]] std::string_view kind() const override { return "TextBox"; }
     [[nodiscard]] const std::string& Text() const { return text_; }
-    /// Set from code: raises Change when the text differs, never LeftChanged.
+    /// Set from code: raises Change when the text differs, never LeftChanged. In a box that has the focus and
+    /// has not been typed into it is selected, as on entry.
     void SetText(std::string text);
-    /// The text became this by typing in a view (the view keeps its own caret).
-    void user_edit(std::string text);
+    /// The text of a view became this, by whatever way: what is new in it goes through the rules of the box.
+    void user_edit(const std::string& text);
+    /// A whole text replaces what is selected, or comes at the end.
+    void paste(const std::string& text);
     /// The next typed character replaces the whole text.
     void SelectAll();
     [[nodiscard]] bool all_selected() const { return selected_; }
@@ -25,10 +29,11 @@ public:
     [[nodiscard]] bool RightAligned() const { return right_; }
     void SetRightAligned(bool right) { right_ = right; }
     [[nodiscard]] const std::string& text_on_entry() const { return on_entry_; }
-    /// Runs a typed character through KeyPress and upper case. @return what goes into the text, 0 nothing.
-    [[nodiscard]] char32_t filter(char32_t ch);
+    /// Whether a key that changes the text without typing (Backspace, a control code) may do so.
+    [[nodiscard]] bool takes_key(const KeyEvent& e);
 
     Event<> Change;           ///< after every change of the text
+    Event<> AllSelected;      ///< a view selects its text
     Event<int&> KeyPress;     ///< setting the code to 0 discards the key
     Event<bool&> LeftChanged; ///< leaving with another text than on entry; true refuses to leave
 
@@ -38,9 +43,13 @@ protected:
     bool on_leave() override;
     /// Whether the kind of box takes this character at all.
     [[nodiscard]] virtual bool accepts(char32_t) const { return true; }
+    /// What the kind of box makes of a text that comes as a whole.
+    virtual void settle(Entry&) {}
 
 private:
     void edit(std::string text);
+    void enter(Entry e);
+    [[nodiscard]] char32_t filter(char32_t ch);
     std::string text_, on_entry_;
     bool edited_ = false, selected_ = false, locked_ = false, upper_ = false, right_ = false;
 };
@@ -54,7 +63,8 @@ public:
     [[nodiscard]] double Value() const;
 };
 
-/// Date box of the suite, "dd/mm/yyyy".
+/// Date box of the suite, "dd/mm/yyyy". Short forms count: "5/3/24", "050324", and "5/3" or "0503" in the
+/// clock's year.
 class ctlCalendario : public TextBox {
 public:
     using TextBox::TextBox;
@@ -70,12 +80,17 @@ public:
     [[nodiscard]] std::string MonthDayYear() const;
     /// A text that is no date keeps the focus ("Fecha no válida"); off by default.
     void SetRefusesInvalid(bool refuses) { refuses_ = refuses; }
+    /// Whose year a date without one is of; the machine's clock when none is set.
+    void SetClock(const Reloj& clock) { clock_ = &clock; }
 
 protected:
-    bool on_leave() override; ///< completes short forms ("5/3/24", "050324") first
+    bool on_leave() override; ///< completes short forms first
     [[nodiscard]] bool accepts(char32_t ch) const override;
+    void settle(Entry& e) override;
 
 private:
+    [[nodiscard]] std::optional<Fecha> understand(const std::string& typed) const;
+    const Reloj* clock_ = nullptr;
     bool refuses_ = false;
 };
 
@@ -92,14 +107,15 @@ public:
     [[nodiscard]] int ListIndex() const { return index_; }
     /// Selects an entry (-1 none); an entry always raises Click, selected before or not.
     void SetListIndex(int index);
-    /// The person picks an entry. @return false when the list is off or the focused control refuses to be
-    /// left
+    /// The person picks an entry with the pointer. @return false when the list is off or the focused control
+    /// refuses to be left
     bool choose(int index);
     /// The selected entry's text, empty when none is.
     [[nodiscard]] std::string Text() const;
     /// Selects the first entry with this text. @return false leaves the selection as it was.
     bool select_text(std::string_view text);
     Event<> Click;
+    Event<> Chosen; ///< after Click, when it was picked with the pointer
 
 protected:
     void on_key(KeyEvent& e) override; ///< arrows move; letters search code and name

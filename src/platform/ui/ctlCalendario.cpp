@@ -2,13 +2,14 @@
 #include "platform/ui/form.h"
 #include "text/letras_utf8.h"
 
+#include <algorithm>
 #include <cctype>
 
 namespace quorvel::ui {
 
 namespace {
 
-/// Digit groups of "5/3/24"; a text of six or eight digits is cut into day, month and year.
+/// Digit groups of "5/3/24"; a text of four, six or eight digits is cut into day, month and year.
 std::vector<std::string> groups(const std::string& text) {
     std::vector<std::string> parts(1);
     for (const char c : text) {
@@ -18,29 +19,31 @@ std::vector<std::string> groups(const std::string& text) {
             parts.back() += c;
     }
     const std::string& all = parts[0];
-    if (parts.size() == 1 && (all.size() == 6 || all.size() == 8))
-        return {all.substr(0, 2), all.substr(2, 2), all.substr(4)};
+    if (parts.size() == 1 && (all.size() == 4 || all.size() == 6 || all.size() == 8))
+        parts = {all.substr(0, 2), all.substr(2, 2), all.substr(4)};
+    if (parts.size() == 2) parts.emplace_back();
     return parts;
 }
 
-/// The date that a text means, its short forms included; two-digit years lie between 1950 and 2049.
-std::optional<Fecha> understand(const std::string& typed) {
-    auto parts = groups(recortar(typed));
-    if (parts.size() != 3) return std::nullopt;
-    for (const auto& p : parts) {
-        if (p.empty()) return std::nullopt;
-        for (const char c : p)
-            if (std::isdigit(static_cast<unsigned char>(c)) == 0) return std::nullopt;
-    }
-    if (parts[0].size() > 2 || parts[1].size() > 2) return std::nullopt;
-    if (parts[2].size() == 2) parts[2].insert(0, parts[2] < "50" ? "20" : "19");
-    if (parts[2].size() != 4) return std::nullopt;
-    for (const int i : {0, 1})
-        if (parts[static_cast<std::size_t>(i)].size() == 1) parts[static_cast<std::size_t>(i)].insert(0, "0");
-    return leer_fecha(parts[0] + "/" + parts[1] + "/" + parts[2]);
+bool digits(const std::string& text, std::size_t most) {
+    return !text.empty() && text.size() <= most &&
+           std::ranges::all_of(text, [](unsigned char c) { return std::isdigit(c) != 0; });
 }
 
 } // namespace
+
+/// Two-digit years lie between 1950 and 2049.
+std::optional<Fecha> ctlCalendario::understand(const std::string& typed) const {
+    auto parts = groups(recortar(typed));
+    if (parts.size() != 3) return std::nullopt;
+    if (parts[0].size() == 4) std::swap(parts[0], parts[2]); // "2024-03-05" of a spreadsheet
+    const std::string &day = parts[0], &month = parts[1];
+    std::string& year = parts[2];
+    if (year.empty()) year = std::to_string(anio(clock_ ? clock_->hoy() : RelojSistema().hoy()));
+    if (!digits(day, 2) || !digits(month, 2) || !digits(year, 4)) return std::nullopt;
+    if (year.size() == 2) year.insert(0, year < "50" ? "20" : "19");
+    return leer_fecha(day + "/" + month + "/" + year);
+}
 
 std::optional<Fecha> ctlCalendario::date() const { return understand(Text()); }
 
@@ -68,6 +71,19 @@ std::string ctlCalendario::MonthDayYear() const {
 
 bool ctlCalendario::accepts(char32_t ch) const {
     return (ch >= U'0' && ch <= U'9') || ch == U'/' || ch == U'-';
+}
+
+/// A date in another spelling comes in as one; a text with anything else in it does not.
+void ctlCalendario::settle(Entry& e) {
+    std::string text = recortar(reemplazar(e.whole(), ".", "/"));
+    text.resize(std::min(text.find(' '), text.size())); // a time of day
+    const bool strange = !std::ranges::all_of(text, [this](char c) { return accepts(static_cast<unsigned char>(c)); });
+    e.settled = true;
+    e.refused = strange;
+    if (strange) return form().critico("Fecha no válida");
+    const auto date = understand(text);
+    e.front = e.back = "";
+    e.text = date ? fecha_dmy(*date) : text;
 }
 
 bool ctlCalendario::on_leave() {

@@ -1,6 +1,7 @@
 #pragma once
 #include "platform/db/clsConexion.h"
 #include "platform/ui/control.h"
+#include "platform/ui/entry.h"
 
 namespace quorvel::ui {
 
@@ -70,19 +71,25 @@ public:
     /// The open edit has just been refused; the next change of its text takes the mark away.
     [[nodiscard]] bool refused() const { return refused_; }
     [[nodiscard]] const std::string& edit_text() const { return edit_; }
-    void set_edit_text(std::string text); ///< the view's editor changed (already filtered)
-    /// Runs a typed character through KeyPress. @return what goes into the text, 0 nothing
-    [[nodiscard]] char32_t filter(char32_t ch);
-    /// One typed character through KeyPress. Opens an edit when none is open. @return false when discarded
+    void set_edit_text(std::string text); ///< from code: no rules
+    /// The text of the view's editor became this, by whatever way: what is new in it goes through the rules.
+    void user_edit(const std::string& text);
+    /// One typed character. Opens an edit when none is open. @return false when discarded
     bool type(char32_t ch);
+    /// Whether a key that changes the text without typing (Backspace, a control code) may do so.
+    [[nodiscard]] bool takes_key(const KeyEvent& e);
     /// Closes the edit through BeforeColUpdate and AfterColUpdate; an unchanged text raises neither.
     bool commit_edit();
     void cancel_edit();        ///< Escape: the cell's old text comes back
     void cancel_pending_row(); ///< Escape again: the row being added is emptied; raises RowsChanged
     bool delete_row();         ///< BeforeDelete, then removes the current row; raises RowsChanged
     void press_button(int row, int col);
-    /// Text from the clipboard: lines and tabs fill cells, every character through the key rules.
+    /// Text from the clipboard: lines and tabs fill cells from the current one, until one does not take its
+    /// text; into an open edit it comes as one text.
     void paste(const std::string& text);
+    /// Why the cell has just not opened, for a view to show beside it; empty after the next key or move.
+    [[nodiscard]] const std::string& hint() const { return hint_; }
+    void SetHint(std::string text);
     /// Enter after this column goes to the next row; -1 = last column. Tab visits every column.
     void SetEnterColumns(int first, int last) {
         enter_first_ = first;
@@ -90,6 +97,7 @@ public:
     }
 
     Event<int&> KeyPress; ///< 0 discards the key
+    Event<Entry&> TextEntering; ///< before KeyPress is asked about its characters; of the current column
     Event<int> ButtonClick;
     Event<int, bool&> BeforeColEdit;
     Event<int, const std::string&, bool&> BeforeColUpdate; ///< column, old text, cancel
@@ -101,7 +109,8 @@ public:
     // What a view repaints.
     Event<int> RowPainted; ///< cells of this row changed
     Event<> Reset;         ///< number of rows or columns changed
-    Event<> EditChanged;   ///< an edit opened, closed or changed its text
+    Event<> EditChanged;   ///< an edit opened, closed, changed its text or kept it against a view
+    Event<> Hinted;
 
 protected:
     void on_key(KeyEvent& e) override;
@@ -126,8 +135,9 @@ private:
     bool finish_edit();
     bool go(int row, int col);
     bool remove_current();
+    [[nodiscard]] bool enter(Entry e);
+    [[nodiscard]] bool admit(Entry& e);
     void paste_block(const std::string& text);
-    void paste_cell(const std::string& text);
     void on_move_key(KeyEvent& e);
     void on_step_key(KeyEvent& e);
     void on_text_key(KeyEvent& e);
@@ -136,7 +146,7 @@ private:
     std::vector<Cells> rows_;
     Cells new_row_;
     clsConexion* db_ = nullptr;
-    std::string record_source_, edit_, old_text_;
+    std::string record_source_, edit_, old_text_, hint_;
     int row_ = 0, col_ = 0, edit_row_ = 0, edit_col_ = 0, enter_first_ = 0, enter_last_ = -1;
     bool locked_ = false, editing_ = false, pending_ = false, entered_ = false;
     bool opening_ = false, committing_ = false, proposed_ = false, refused_ = false;

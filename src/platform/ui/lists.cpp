@@ -42,7 +42,10 @@ void ListControl::SetListIndex(int index) {
 
 bool ListControl::choose(int index) {
     if (index < 0 || index >= ListCount() || !can_focus() || !SetFocus()) return false;
-    form().atender([&] { SetListIndex(index); });
+    form().atender([&] {
+        SetListIndex(index);
+        Chosen();
+    });
     return true;
 }
 
@@ -73,13 +76,16 @@ int ListControl::find_typed(int from) const {
 }
 
 void ListControl::type(char32_t ch) {
+    bool begins = typed_.empty();
     typed_ += utf8(ch);
     int found = find_typed(0);
     if (found < 0) { // a new word begins, or the same letter asks for the next entry
         typed_ = utf8(ch);
+        begins = true;
         found = ListCount() == 0 ? -1 : find_typed((std::max(index_, 0) + 1) % ListCount());
     }
-    if (found >= 0 && found != index_) SetListIndex(found);
+    // Typed anew the selected entry is chosen again; the letters that follow lead nowhere else.
+    if (found >= 0 && (found != index_ || begins)) SetListIndex(found);
 }
 
 void ListControl::on_key(KeyEvent& e) {

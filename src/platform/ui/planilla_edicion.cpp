@@ -11,6 +11,8 @@ namespace quorvel::ui {
 
 namespace {
 
+constexpr const char* ZERO = "0";
+
 /// Text in the form in which its column shows numbers.
 std::string in_format(const std::string& text, const std::string& pattern) {
     if (pattern.empty() || text.empty() || !numero_sql(text)) return text;
@@ -74,18 +76,52 @@ void ctlPlanilla::set_edit_text(std::string text) {
     EditChanged();
 }
 
-char32_t ctlPlanilla::filter(char32_t ch) {
-    if (locked_ || ch < 32) return 0;
-    int code = static_cast<int>(ch);
-    form().atender([&] { KeyPress(code); });
-    return code < 32 ? 0 : static_cast<char32_t>(code);
+/// What the rules leave of a text. @return false when it does not come in
+bool ctlPlanilla::admit(Entry& e) {
+    TextEntering(e);
+    if (e.refused || e.settled) return !e.refused;
+    std::string kept;
+    for (const char32_t ch : code_points(sin_controles(e.text))) {
+        int code = static_cast<int>(ch);
+        if (code >= 32) KeyPress(code);
+        if (code >= 32) kept += utf8(static_cast<char32_t>(code));
+    }
+    e.text = kept;
+    return !kept.empty();
+}
+
+/// The one door of what a person enters into a cell.
+bool ctlPlanilla::enter(Entry e) {
+    if (locked_ || !Enabled()) return false;
+    bool admitted = false;
+    form().atender([&] { admitted = admit(e); });
+    if (!admitted || !begin_edit(editing_)) return false;
+    set_edit_text(e.whole());
+    return true;
+}
+
+void ctlPlanilla::user_edit(const std::string& text) {
+    if (!editing_ || text == edit_) return;
+    const Entry e = entry_between(edit_, text);
+    if (e.text.empty()) return set_edit_text(text); // something was taken out
+    if (!enter(e)) EditChanged();
 }
 
 bool ctlPlanilla::type(char32_t ch) {
-    ch = filter(ch);
-    if (ch == 0 || !begin_edit(editing_)) return false;
-    set_edit_text((proposed_ ? std::string() : edit_) + utf8(ch));
-    return true;
+    return enter({editing_ && !proposed_ ? edit_ : std::string(), utf8(ch), {}, true});
+}
+
+bool ctlPlanilla::takes_key(const KeyEvent& e) {
+    int code = key_ascii(e);
+    if (code == 0) return true;
+    KeyPress(code);
+    return code != 0;
+}
+
+void ctlPlanilla::SetHint(std::string text) {
+    if (text.empty() && hint_.empty()) return;
+    hint_ = std::move(text);
+    Hinted();
 }
 
 bool ctlPlanilla::commit_edit() {
@@ -105,7 +141,7 @@ bool ctlPlanilla::finish_edit() {
     {
         const Flag committing(committing_);
         edit_ = in_format(edit_, Columns(col).NumberFormat);
-        if (edit_ == old_text_) {
+        if (edit_ == old_text_ || (edit_.empty() && old_text_ == ZERO && !Columns(col).NumberFormat.empty())) {
             close_edit();
             return true;
         }
@@ -145,6 +181,7 @@ void ctlPlanilla::set_current(int row, int col) {
     const int last_row = row_, last_col = col_;
     row_ = row;
     col_ = col;
+    SetHint("");
     RowPainted(last_row);
     if (row != last_row) RowPainted(row);
     RowColChange(last_row, last_col);
@@ -217,17 +254,8 @@ void ctlPlanilla::paste(const std::string& text) {
     if (locked_ || !Enabled()) return;
     std::string plain = reemplazar(text, "\r\n", "\n");
     while (plain.ends_with('\n')) plain.pop_back();
-    if (!editing_ && plain.find_first_of("\t\n") != std::string::npos)
-        paste_block(plain);
-    else
-        paste_cell(plain);
-}
-
-void ctlPlanilla::paste_cell(const std::string& text) {
-    std::string kept;
-    for (const char32_t c : code_points(sin_controles(text)))
-        if (const char32_t k = filter(c)) kept += utf8(k);
-    if (!kept.empty() && begin_edit(editing_)) set_edit_text(edit_ + kept);
+    if (!editing_ && plain.find_first_of("\t\n") != std::string::npos) return paste_block(plain);
+    (void)enter({editing_ && !proposed_ ? edit_ : std::string(), plain});
 }
 
 void ctlPlanilla::paste_block(const std::string& text) {
@@ -245,8 +273,8 @@ void ctlPlanilla::paste_block(const std::string& text) {
             if (!move_to(first_row + line, col)) return;
             if (cell.empty())
                 clear_cell();
-            else
-                paste_cell(cell);
+            else if (!enter({{}, cell}))
+                return;
             if (!commit_edit()) return;
         }
     }
@@ -254,6 +282,7 @@ void ctlPlanilla::paste_block(const std::string& text) {
 
 void ctlPlanilla::clear_cell() {
     if (locked_ || editing_ || stored(row_, col_).empty()) return;
+    SetHint("");
     if (begin_edit(false)) commit_edit();
 }
 

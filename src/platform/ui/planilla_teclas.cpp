@@ -7,6 +7,7 @@
 namespace quorvel::ui {
 
 void ctlPlanilla::on_key(KeyEvent& e) {
+    SetHint("");
     switch (e.key) {
     case Key::up:
     case Key::down:
@@ -36,6 +37,7 @@ void ctlPlanilla::on_key(KeyEvent& e) {
 
 void ctlPlanilla::on_text_key(KeyEvent& e) {
     if (e.key == Key::del) {
+        if (e.shift || e.alt) return;
         e.handled = true;
         if (e.ctrl)
             delete_row();
@@ -48,10 +50,7 @@ void ctlPlanilla::on_text_key(KeyEvent& e) {
         type(e.ch);
         return;
     }
-    int code = key_ascii(e);
-    if (code == 0) return;
-    KeyPress(code);
-    e.handled = code == 0;
+    e.handled = !takes_key(e);
     if (e.key != Key::backspace || e.handled) return;
     e.handled = true;
     if (!editing_) {

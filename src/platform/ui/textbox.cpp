@@ -9,8 +9,10 @@ namespace quorvel::ui {
 void TextBox::SetText(std::string text) {
     if (text == text_) return;
     text_ = std::move(text);
+    const bool untouched = has_focus() && !edited_;
     selected_ = false;
     Changed();
+    if (untouched) SelectAll();
     Change();
 }
 
@@ -20,14 +22,33 @@ void TextBox::edit(std::string text) {
     selected_ = false;
 }
 
-void TextBox::user_edit(std::string text) {
+/// The one door of what a person enters.
+void TextBox::enter(Entry e) {
     if (locked_ || !Enabled()) return;
-    form().atender([&] { edit(sin_controles(text)); }); // pasted tabs and line ends become blanks
+    form().atender([&] {
+        if (e.text.empty()) return edit(e.whole()); // something was taken out
+        if (!e.typed) settle(e);
+        if (!e.refused && !e.settled) {
+            std::string kept;
+            for (const char32_t ch : code_points(sin_controles(e.text)))
+                if (const char32_t k = filter(ch)) kept += utf8(k);
+            e.refused = kept.empty();
+            e.text = kept;
+        }
+        e.refused ? Changed() : edit(e.whole());
+    });
 }
+
+void TextBox::user_edit(const std::string& text) {
+    if (text != text_) enter(entry_between(text_, text));
+}
+
+void TextBox::paste(const std::string& text) { enter({selected_ ? std::string() : text_, text, {}}); }
 
 void TextBox::SelectAll() {
     selected_ = true;
     Changed();
+    AllSelected();
 }
 
 void TextBox::SetLocked(bool locked) {
@@ -36,8 +57,15 @@ void TextBox::SetLocked(bool locked) {
     Changed();
 }
 
+bool TextBox::takes_key(const KeyEvent& e) {
+    int code = e.key == Key::tab || e.key == Key::backtab ? 0 : key_ascii(e);
+    if (code == 0) return true;
+    KeyPress(code);
+    return code != 0;
+}
+
 char32_t TextBox::filter(char32_t ch) {
-    if (locked_ || ch < 32) return 0;
+    if (ch < 32) return 0;
     int code = static_cast<int>(ch);
     KeyPress(code);
     if (code < 32) return 0;
@@ -49,24 +77,19 @@ char32_t TextBox::filter(char32_t ch) {
 void TextBox::on_key(KeyEvent& e) {
     if (e.key == Key::character && !e.ctrl && !e.alt) {
         e.handled = true;
-        const char32_t ch = filter(e.ch);
-        if (ch != 0) edit((selected_ ? std::string() : text_) + utf8(ch));
-        return;
+        return enter({selected_ ? std::string() : text_, utf8(e.ch), {}, true});
     }
     if (e.key == Key::home || e.key == Key::end || e.key == Key::left || e.key == Key::right) {
         selected_ = false;
         e.handled = true;
         return;
     }
-    if (e.key == Key::del) {
+    if (e.key == Key::del && !(e.ctrl && e.shift)) {
         e.handled = true;
         if (selected_ && !locked_) edit({});
         return;
     }
-    int code = e.key == Key::tab || e.key == Key::backtab ? 0 : key_ascii(e);
-    if (code == 0) return;
-    KeyPress(code);
-    e.handled = code == 0;
+    e.handled = !takes_key(e);
     if (e.key == Key::backspace && !e.handled) {
         e.handled = true;
         if (locked_) return;

@@ -1,6 +1,8 @@
 #pragma once
+#include "platform/ui/entry.h"
 #include "voucher/comprobante.h"
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -30,6 +32,12 @@ void construir_columnas(frmQuorvel& f);
 void tecla_detalle(frmQuorvel& f, int& tecla);
 /// What a typed character becomes in a column, 0 when the column does not take it.
 [[nodiscard]] int tecla_aceptada(int columna, int tecla);
+/// TextEntering: a text that comes as a whole means something in its column or is refused; a sign makes a sum of
+/// an amount, and the mark is one letter.
+void texto_entra(frmQuorvel& f, ui::Entry& e);
+/// What a whole text means in a column, nothing when it means nothing there.
+[[nodiscard]] bool tasa_valida(const std::string& texto); ///< empty or a number without a sign
+[[nodiscard]] std::optional<std::string> texto_aceptado(int columna, const std::string& texto);
 void boton_detalle(frmQuorvel& f, int columna);
 void antes_de_editar(frmQuorvel& f, int columna, bool& cancelar);
 void antes_de_actualizar(frmQuorvel& f, int columna, const std::string& anterior, bool& cancelar);

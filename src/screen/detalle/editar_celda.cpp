@@ -6,6 +6,7 @@
 #include "text/letras_utf8.h"
 #include "text/numeros.h"
 #include "voucher/chart.h"
+#include "text/suma.h"
 
 namespace quorvel {
 
@@ -48,11 +49,11 @@ void auxiliar_dejado(frmQuorvel& f, const std::string&, bool& cancelar) {
 
 void monto_dejado(frmQuorvel& f, int columna, bool& cancelar) {
     const std::string monto = f.grdDetalle.Value(columna);
-    if (!numero_sql(monto)) return rechazar(f, cancelar, "Monto no válido"); // more digits than can be stored
+    const auto nuevo = monto.empty() ? Decimal() : monto_de_linea(monto);
+    if (!nuevo) return rechazar(f, cancelar, "Monto no válido");
     ui::Label& total = columna == DEBE ? f.lblTotalDebe : f.lblTotalhaber;
-    const Decimal nuevo = Decimal::leer(monto);
-    total.SetCaption((Decimal::leer(total.Caption()) - f.estado.valor_editado + nuevo).formato(PATRON));
-    if (!monto.empty()) f.grdDetalle.SetValue(columna, nuevo.formato(PATRON));
+    total.SetCaption((Decimal::leer(total.Caption()) - f.estado.valor_editado + *nuevo).formato(PATRON));
+    if (!monto.empty()) f.grdDetalle.SetValue(columna, nuevo->formato(PATRON));
 }
 
 void debe_dejado(frmQuorvel& f, const std::string&, bool& cancelar) { monto_dejado(f, DEBE, cancelar); }
@@ -78,10 +79,14 @@ void impuesto_dejado(frmQuorvel& f, const std::string&, bool& cancelar) {
     f.grdDetalle.SetValue(TASA, tasa_otro_impuesto(f));
 }
 
+void tasa_dejada(frmQuorvel& f, const std::string&, bool& cancelar) {
+    if (!tasa_valida(f.grdDetalle.Value(TASA))) rechazar(f, cancelar, "Tasa no válida");
+}
+
 using AlDejar = void (*)(frmQuorvel&, const std::string& anterior, bool& cancelar);
 constexpr AlDejar AL_DEJAR[COLUMNAS] = {nullptr,      cuenta_dejada,   auxiliar_dejado, debe_dejado,
                                         haber_dejado, glosa_dejada,    centro_dejado,   nullptr,
-                                        nullptr,      impuesto_dejado, nullptr};
+                                        nullptr,      impuesto_dejado, tasa_dejada};
 
 /// A line holds a debit or a credit, never both.
 void vaciar_otro_lado(frmQuorvel& f, int columna) {
@@ -124,6 +129,10 @@ bool ValidarOtroImpuesto(frmQuorvel& f, const std::string& codigo) {
     return true;
 }
 
+bool tasa_valida(const std::string& texto) {
+    return numero_sql(texto) && texto.find_first_of("+-") == std::string::npos;
+}
+
 std::string tasa_otro_impuesto(frmQuorvel& f) {
     return formato(f.maestros[Maestro::otros_impuestos].fields("tasa").Value.number(), "0.00");
 }
@@ -134,7 +143,10 @@ void antes_de_editar(frmQuorvel& f, int columna, bool& cancelar) {
     if (columna == CUENTA && g.Row() == g.Rows()) g.SetValue(SEC, std::to_string(g.Rows() + 1));
     if (columna < AUXILIAR || columna > GLOSA) return;
     const std::string cuenta = g.Value(CUENTA);
-    if (cuenta.empty()) return rechazar(f, cancelar, "");
+    if (cuenta.empty()) {
+        g.SetHint("Escriba primero la cuenta de la línea");
+        return rechazar(f, cancelar, "");
+    }
     const std::string requiere = requiere_auxiliar(f, cuenta);
     if (columna == AUXILIAR && requiere == "0") {
         rechazar(f, cancelar, "Cuenta no requiere auxiliar");
@@ -146,7 +158,8 @@ void antes_de_editar(frmQuorvel& f, int columna, bool& cancelar) {
     }
     if (columna == GLOSA && g.Value(DEBE).empty() && g.Value(HABER).empty()) {
         rechazar(f, cancelar, "");
-        return g.SetCol(DEBE);
+        g.SetCol(DEBE);
+        return g.SetHint("Escriba primero el monto de la línea");
     }
     if (columna == DEBE || columna == HABER) f.estado.valor_editado = Decimal::leer(g.Value(columna));
 }
