@@ -199,6 +199,23 @@ void op_cell(Conversacion& c, const Json& pedido, Json&) {
     if (g.EditActive()) g.commit_edit();
 }
 
+/// A text as a whole, as from the clipboard: into a box in place of what it holds, into the grid from the
+/// cell.
+void op_paste(Conversacion& c, const Json& pedido, Json&) {
+    const std::string que = texto(pedido, "text");
+    if (pedido.contains("row")) {
+        ui::ctlPlanilla& g = grilla(c, pedido);
+        if (g.Locked()) throw Rechazada("the grid is locked");
+        if (ir(g, pedido)) g.paste(que);
+        return;
+    }
+    auto& k = operable<ui::TextBox>(c, texto(pedido, "control"));
+    if (k.Locked()) throw Rechazada("the box is read-only");
+    if (!k.SetFocus()) return;
+    k.SelectAll();
+    k.paste(que);
+}
+
 void op_goto(Conversacion& c, const Json& pedido, Json&) { ir(grilla(c, pedido), pedido); }
 
 void op_cellbutton(Conversacion& c, const Json& pedido, Json&) {

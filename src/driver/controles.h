@@ -39,6 +39,7 @@ void op_click(Conversacion& c, const Json& pedido, Json& respuesta);
 void op_dblclick(Conversacion& c, const Json& pedido, Json& respuesta);
 void op_toolbar(Conversacion& c, const Json& pedido, Json& respuesta);
 void op_cell(Conversacion& c, const Json& pedido, Json& respuesta);
+void op_paste(Conversacion& c, const Json& pedido, Json& respuesta);
 void op_goto(Conversacion& c, const Json& pedido, Json& respuesta);
 void op_cellbutton(Conversacion& c, const Json& pedido, Json& respuesta);
 void op_pick(Conversacion& c, const Json& pedido, Json& respuesta);

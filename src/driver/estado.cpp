@@ -45,6 +45,7 @@ void planilla(const ui::ctlPlanilla& g, Json& j) {
     j["newrowpending"] = g.NewRowPending();
     j["pending"] = g.NewRowPending() ? Json(g.pending_cells()) : Json::array();
     if (g.EditActive()) j["edit"] = g.edit_text();
+    if (!g.hint().empty()) j["hint"] = g.hint();
 }
 
 void registro(const ui::ctlRegistro& r, Json& j) {
@@ -57,6 +58,7 @@ void registro(const ui::ctlRegistro& r, Json& j) {
     j["print"] = r.PrintEnabled();
     j["deleteline"] = r.DeleteLineEnabled();
     j["modify"] = r.ModifyEnabled();
+    if (!r.Notice().empty()) j["notice"] = r.Notice();
 }
 
 } // namespace

@@ -157,6 +157,7 @@ constexpr std::array OPERACIONES{
     Operacion{"dblclick", op_dblclick, Cuando::reposo},
     Operacion{"toolbar", op_toolbar, Cuando::reposo},
     Operacion{"cell", op_cell, Cuando::reposo},
+    Operacion{"paste", op_paste, Cuando::reposo},
     Operacion{"goto", op_goto, Cuando::reposo},
     Operacion{"cellbutton", op_cellbutton, Cuando::reposo},
     Operacion{"pick", op_pick, Cuando::reposo},

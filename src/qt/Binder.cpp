@@ -14,6 +14,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
 #include <algorithm>
@@ -40,6 +41,7 @@ struct Kind {
 const std::vector<Kind>& kinds() {
     static const std::vector<Kind> rows{
         {"TextBox", make<TextBinding, QLineEdit, ui::TextBox>},
+        {"TextBox", make<TapeBinding, QPlainTextEdit, ui::TextBox>},
         {"ctlEntrada", make<TextBinding, QLineEdit, ui::TextBox>},
         {"ctlCalendario", make<DateBinding, DateBox, ui::ctlCalendario>},
         {"ComboBox", make<ComboBinding, QComboBox, ui::ComboBox>},
@@ -67,7 +69,7 @@ bool needs_control(const QWidget* widget) {
     for (const QWidget* p = widget->parentWidget(); p != nullptr; p = p->parentWidget()) {
         if (dynamic_cast<const RegistroBar*>(p) || dynamic_cast<const DateBox*>(p) ||
             dynamic_cast<const QTableView*>(p) || dynamic_cast<const QComboBox*>(p) ||
-            dynamic_cast<const QListWidget*>(p))
+            dynamic_cast<const QListWidget*>(p) || dynamic_cast<const QPlainTextEdit*>(p))
             return false;
     }
     return true;
@@ -99,9 +101,9 @@ void Binder::bind(ui::Control& control, const std::vector<QWidget*>& named) {
         problems_.push_back("no widget for control " + control.name());
         return;
     }
-    const auto kind =
-        std::find_if(kinds().begin(), kinds().end(), [&](const Kind& k) { return k.name == control.kind(); });
-    auto binding = kind == kinds().end() ? nullptr : kind->make(**widget, control);
+    std::unique_ptr<Binding> binding;
+    for (const Kind& kind : kinds())
+        if (!binding && kind.name == control.kind()) binding = kind.make(**widget, control);
     if (!binding) {
         problems_.push_back("wrong class for " + control.name() + ": " +
                             (*widget)->metaObject()->className());

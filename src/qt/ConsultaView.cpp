@@ -142,7 +142,8 @@ ConsultaView::ConsultaView(QWidget* parent) : QTableView(parent), model_(new Con
     horizontalHeader()->setStretchLastSection(true);
     horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this] {
-        if (!fitting_ && horizontalHeader()->cursor().shape() == Qt::SplitHCursor) sized_by_hand_ = true;
+        if (!fitting_ && list_ != nullptr && horizontalHeader()->cursor().shape() == Qt::SplitHCursor)
+            keep_widths();
     });
 }
 
@@ -188,7 +189,9 @@ void ConsultaView::paintEvent(QPaintEvent* event) {
     if (list_ == nullptr || model_->rowCount() > 0) return;
     QPainter painter(viewport());
     painter.setPen(palette().color(QPalette::PlaceholderText));
-    painter.drawText(viewport()->rect(), Qt::AlignCenter, "Sin resultados");
+    const QString empty = property("empty_text").toString();
+    painter.drawText(viewport()->rect().adjusted(20, 0, -20, 0), Qt::AlignCenter | Qt::TextWordWrap,
+                     empty.isEmpty() || list_->missed() ? "Sin resultados" : empty);
 }
 
 /// Widths follow the first rows that came, later blocks do not make the columns jump; the longest columns
@@ -212,9 +215,24 @@ void ConsultaView::fit_columns() {
     };
     while (widest > NARROWEST && total() > fitted_width_) --widest;
     fitting_ = true;
+    const QStringList kept = widths().split('#', Qt::SkipEmptyParts);
     for (int i = 0; i < columns; ++i)
-        setColumnWidth(i, std::min(wanted[static_cast<std::size_t>(i)], widest));
+        setColumnWidth(i, kept.size() == columns ? std::max(kept[i].toInt(), 20)
+                                                 : std::min(wanted[static_cast<std::size_t>(i)], widest));
     fitting_ = false;
+}
+
+QString ConsultaView::widths() const {
+    const auto& all = list_->form().escritorio().list_widths;
+    const auto mine = all.find(list_->form().name());
+    return mine == all.end() ? QString() : to_qt(mine->second);
+}
+
+void ConsultaView::keep_widths() {
+    sized_by_hand_ = true;
+    QString text;
+    for (int i = 0; i < model_->columnCount(); ++i) text += QString::number(columnWidth(i)) + '#';
+    list_->form().escritorio().list_widths[list_->form().name()] = to_std(text);
 }
 
 void ConsultaView::resizeEvent(QResizeEvent* event) {

@@ -54,6 +54,8 @@ protected:
 private:
     void fit_columns();
     void show_typed();
+    [[nodiscard]] QString widths() const; ///< that a person gave this list before
+    void keep_widths();
     ui::ctlConsulta* list_ = nullptr;
     ConsultaModel* model_;
     QString help_; ///< of the line of help while nothing is searched

@@ -1,14 +1,15 @@
 #include "qt/GridView.h"
 
 #include "platform/ui/form.h"
+#include "qt/BalanceLabel.h"
 #include "qt/GridDelegate.h"
 #include "qt/GridModel.h"
 #include "qt/icons.h"
 #include "qt/keys.h"
 #include "qt/text.h"
 
-#include <QClipboard>
 #include <QApplication>
+#include <QClipboard>
 #include <QHeaderView>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
@@ -53,8 +54,12 @@ GridView::GridView(QWidget* parent)
     refused_mark_->setToolTip("Valor no aceptado: corríjalo o deje la celda con Esc");
     connect(editor_, &QLineEdit::textChanged, this, [this] { edited(); });
     connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this](int section, int, int size) {
-        if (grid_ != nullptr && !applying_widths_ && section < grid_->Cols() - 1)
-            grid_->Columns(section).Width = size;
+        if (grid_ != nullptr && !applying_widths_ && section < grid_->Cols() - 1) {
+            ui::ctlPlanilla::Column& column = grid_->Columns(section);
+            column.WidthChosen =
+                column.WidthChosen || horizontalHeader()->cursor().shape() == Qt::SplitHCursor;
+            column.Width = size;
+        }
         place_editor();
     });
 }
@@ -97,8 +102,12 @@ void GridView::sync_widths() {
             std::max(wanted > 0 ? wanted : columnWidth(i), horizontalHeader()->sectionSizeHint(i)));
     }
     const int excess = std::accumulate(widths.begin(), widths.end(), 0) - viewport()->width();
-    int& widest = *std::max_element(widths.begin(), widths.end());
-    if (excess > 0 && excess <= widest - least) widest -= excess;
+    int* widest = nullptr;
+    for (int i = 0; i < grid_->Cols(); ++i) {
+        int& width = widths[static_cast<std::size_t>(i)];
+        if (!grid_->Columns(i).WidthChosen && (widest == nullptr || width > *widest)) widest = &width;
+    }
+    if (widest != nullptr && excess > 0 && excess <= *widest - least) *widest -= excess;
     applying_widths_ = true;
     for (int i = 0; i < grid_->Cols(); ++i)
         if (columnWidth(i) != widths[static_cast<std::size_t>(i)])
@@ -140,7 +149,7 @@ void GridView::sync_editor() {
         editor_->setCursorPosition(static_cast<int>(std::max(text.size() - behind, 0LL)));
     }
     if (grid_->proposed()) editor_->selectAll();
-    refused_mark_->setVisible(grid_->refused());
+    mark_refusal();
     viewport()->update();
     const ui::ctlPlanilla::Column& column = grid_->Columns(grid_->Col());
     editor_->setAccessibleName(
@@ -155,6 +164,22 @@ void GridView::sync_editor() {
         grid_->proposed() ? editor_->selectAll() : editor_->end(false);
         if (grid_->has_focus()) editor_->setFocus(Qt::OtherFocusReason);
     }
+}
+
+/// The ground says it in every cell; the sign does where the text leaves it room.
+void GridView::mark_refusal() {
+    const bool refused = grid_->refused();
+    QPalette colours = palette();
+    const bool dark = colours.color(QPalette::Window).lightness() < 128;
+    if (refused) {
+        colours.setColor(QPalette::Base, BalanceLabel::colours(dark, false).ground);
+        colours.setColor(QPalette::Text, BalanceLabel::colours(dark, false).ink);
+    }
+    editor_->setPalette(colours);
+    const int room = columnWidth(grid_->Col()) - (button_rect(grid_->Row(), grid_->Col()).isValid() ? 19 : 0);
+    const int sign = editor_->fontMetrics().height() + 12;
+    refused_mark_->setVisible(refused &&
+                              editor_->fontMetrics().horizontalAdvance(editor_->text()) + sign < room);
 }
 
 /// Beside the cell that did not open; a person who looks at the paper hears it.
@@ -238,7 +263,7 @@ bool GridView::event(QEvent* event) {
 void GridView::edited() {
     if (grid_ == nullptr || !grid_->EditActive() || entering_) return;
     entering_ = true; // a refused text stays in sight while the message tells why
-    grid_->form().atender([this] { grid_->user_edit(to_std(editor_->text())); });
+    grid_->form().atender([this] { refused_ = !grid_->user_edit(to_std(editor_->text())); });
     entering_ = false;
     if (grid_ != nullptr) sync_editor();
 }
@@ -253,10 +278,11 @@ bool GridView::editor_key(QKeyEvent& event) {
         forward(event);
         return true;
     }
-    grid_->form().atender([&] { e->handled = (grid_->KeyDown(*e), e->handled) || (native && !grid_->takes_key(*e)); });
+    grid_->form().atender(
+        [&] { e->handled = (grid_->KeyDown(*e), e->handled) || (native && !grid_->takes_key(*e)); });
     if (e->handled || grid_ == nullptr || !grid_->EditActive()) return true;
     if (native) return false;
-    editor_->insert(pastes ? QApplication::clipboard()->text() : QString::fromUcs4(&e->ch, 1));
+    insert(*editor_, pastes ? QApplication::clipboard()->text() : QString::fromUcs4(&e->ch, 1), refused_);
     return true;
 }
 
@@ -322,6 +348,9 @@ void GridView::contextMenuEvent(QContextMenuEvent* event) {
     const int row = grid_->Row(), col = grid_->Col();
     if (grid_->Columns(col).Button && !grid_->Locked())
         menu->addAction("Buscar\tCtrl+Y", this, [this, row, col] { grid_->press_button(row, col); });
+    if (grid_->can_undo()) menu->addAction("Deshacer\tCtrl+Z", this, [this] { grid_->undo(); });
+    if (grid_->can_redo())
+        menu->addAction("Rehacer\t" + shortcut_text("ctrl+shift+z"), this, [this] { grid_->redo(); });
     for (const ui::Command& command : grid_->commands())
         menu->addAction(to_qt(command.caption) + '\t' + shortcut_text(command.shortcut), this, command.run);
     menu->popup(event->reason() == QContextMenuEvent::Mouse

@@ -55,6 +55,7 @@ private:
     bool forward(QKeyEvent& event);
     bool editor_key(QKeyEvent& event);
     void edited();
+    void mark_refusal();
     void show_hint();
     void paste();
     ui::ctlPlanilla* grid_ = nullptr;
@@ -63,6 +64,7 @@ private:
     QAction* refused_mark_;
     std::vector<ui::Connection> links_;
     bool applying_widths_ = false;
+    bool refused_ = false;  ///< the last change of the editor
     bool entering_ = false; ///< the grid is looking at the editor's text
 };
 

@@ -156,7 +156,8 @@ void QtEscritorio::open_with(const std::string& path) {
     // The path is an argument of its own: nothing in a file name is ever read as a command.
     const QString opener = QStandardPaths::findExecutable("xdg-open");
     if (!opener.isEmpty() && QProcess::startDetached(opener, {file})) return;
-    QDesktopServices::openUrl(QUrl::fromLocalFile(file));
+    if (QDesktopServices::openUrl(QUrl::fromLocalFile(file))) return;
+    message("No hay un programa para abrir " + path, ui::Icon::warning, ui::Buttons::ok);
 }
 
 void QtEscritorio::busy(bool on) {

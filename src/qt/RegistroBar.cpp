@@ -116,8 +116,12 @@ void RegistroBar::show_state(const ui::ctlRegistro& registro) {
                                 : reason.isEmpty() ? QString(FUNCTIONS[i].why_off)
                                                    : reason);
     }
-    notice_->setVisible(!registro.ModifyEnabled());
-    reason_->setText(reason.isEmpty() ? "Solo lectura" : QString::fromUtf8("Solo lectura  ·  ") + reason);
+    const QString notice = to_qt(registro.Notice());
+    notice_->setVisible(!registro.ModifyEnabled() || !notice.isEmpty());
+    sign_->setVisible(!registro.ModifyEnabled());
+    reason_->setText(registro.ModifyEnabled() ? notice
+                     : reason.isEmpty()       ? "Solo lectura"
+                                              : QString::fromUtf8("Solo lectura  ·  ") + reason);
     company_->setText(to_qt(registro.Company()));
     QString user = to_qt(registro.User());
     if (!registro.Program().empty()) user += QString::fromUtf8("  ·  ") + to_qt(registro.Program());

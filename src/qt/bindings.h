@@ -5,12 +5,14 @@
 #include "platform/ui/ctlRegistro.h"
 #include "qt/Binding.h"
 
+#include <QPoint>
 #include <memory>
 
 class QAbstractButton;
 class QComboBox;
 class QLineEdit;
 class QListWidget;
+class QPlainTextEdit;
 
 namespace quorvel::qt {
 
@@ -37,6 +39,21 @@ private:
     void edited();
     ui::TextBox& box_;
     bool entering_ = false; ///< the box is looking at the text
+    bool refused_ = false;  ///< what it made of the last one
+};
+
+/// TextBox on several lines, to be read and copied from: its last line is in sight.
+class TapeBinding : public Binding {
+public:
+    TapeBinding(QPlainTextEdit& edit, ui::TextBox& control);
+
+protected:
+    void pull_state() override;
+    bool key_pressed(QKeyEvent& event) override;
+
+private:
+    QPlainTextEdit& edit_;
+    ui::TextBox& box_;
 };
 
 /// ctlCalendario on a DateBox: the text rules of a text box, and a calendar to pick from.
@@ -75,6 +92,7 @@ protected:
     void pull_state() override;
 
 private:
+    void offer_commands(QPoint at);
     QListWidget& widget_;
     ui::ListBox& list_;
 };

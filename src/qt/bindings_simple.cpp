@@ -1,4 +1,5 @@
 #include "qt/bindings.h"
+#include "qt/keys.h"
 #include "qt/text.h"
 
 #include <QAbstractButton>
@@ -6,6 +7,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QListWidget>
+#include <QMenu>
 #include <QSignalBlocker>
 
 namespace quorvel::qt {
@@ -56,8 +58,20 @@ ListBinding::ListBinding(QListWidget& widget, ui::ListBox& control)
     connect(&widget, &QListWidget::itemClicked, this, [this](QListWidgetItem* item) {
         list_.form().atender([&] { list_.SetListIndex(widget_.row(item)); });
     });
+    widget.setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(&widget, &QListWidget::customContextMenuRequested, this,
+            [this](QPoint at) { offer_commands(at); });
     connect(&widget, &QListWidget::itemDoubleClicked, this,
             [this] { list_.form().atender([this] { list_.DblClick(); }); });
+}
+
+void ListBinding::offer_commands(QPoint at) {
+    if (detached() || list_.ListIndex() < 0 || list_.commands().empty()) return;
+    auto* menu = new QMenu(&widget_);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    for (const ui::Command& command : list_.commands())
+        menu->addAction(to_qt(command.caption) + '\t' + shortcut_text(command.shortcut), this, command.run);
+    menu->popup(widget_.viewport()->mapToGlobal(at));
 }
 
 void ListBinding::pull_state() {

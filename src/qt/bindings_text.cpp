@@ -8,6 +8,7 @@
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QSignalBlocker>
 #include <algorithm>
 
@@ -48,7 +49,7 @@ void TextBinding::pull_state() {
 void TextBinding::edited() {
     if (detached()) return;
     entering_ = true; // a refused text stays in sight while the message tells why
-    box_.form().atender([this] { box_.user_edit(to_std(edit_.text())); });
+    box_.form().atender([this] { refused_ = !box_.user_edit(to_std(edit_.text())); });
     entering_ = false;
     pull();
 }
@@ -60,12 +61,15 @@ bool TextBinding::key_pressed(QKeyEvent& event) {
     const bool native = edits_natively(event);
     if (!native && !types_character(*e) && !event.matches(QKeySequence::Paste))
         return Binding::key_pressed(event);
-    box_.form().atender([&] { e->handled = (box_.KeyDown(*e), e->handled) || (native && !box_.takes_key(*e)); });
+    box_.form().atender(
+        [&] { e->handled = (box_.KeyDown(*e), e->handled) || (native && !box_.takes_key(*e)); });
     if (e->handled || box_.Locked()) return e->handled || !native;
     if (native) return false;
-    edit_.insert(event.matches(QKeySequence::Paste)
-                     ? QGuiApplication::clipboard()->text().trimmed().replace("\r\n", " ")
-                     : QString::fromUcs4(&e->ch, 1));
+    const bool pastes = event.matches(QKeySequence::Paste);
+    insert(edit_,
+           pastes ? QGuiApplication::clipboard()->text().trimmed().replace("\r\n", " ")
+                  : QString::fromUcs4(&e->ch, 1),
+           refused_);
     return true;
 }
 
@@ -74,6 +78,26 @@ bool TextBinding::eventFilter(QObject* watched, QEvent* event) {
     // A long text is read from its beginning once the caret is elsewhere.
     if (event->type() == QEvent::FocusOut) edit_.home(false);
     return Binding::eventFilter(watched, event);
+}
+
+TapeBinding::TapeBinding(QPlainTextEdit& edit, ui::TextBox& control)
+    : Binding(edit, control), edit_(edit), box_(control) {
+    watch(edit);
+    edit.setReadOnly(true);
+    edit.setTabChangesFocus(true);
+}
+
+void TapeBinding::pull_state() {
+    const QString text = to_qt(box_.Text()).remove('\r').trimmed();
+    if (edit_.toPlainText() == text) return;
+    edit_.setPlainText(text);
+    edit_.moveCursor(QTextCursor::End);
+    edit_.ensureCursorVisible();
+}
+
+bool TapeBinding::key_pressed(QKeyEvent& event) {
+    return !event.matches(QKeySequence::Copy) && !event.matches(QKeySequence::SelectAll) &&
+           Binding::key_pressed(event);
 }
 
 DateBinding::DateBinding(DateBox& box, ui::ctlCalendario& control)

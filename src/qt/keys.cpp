@@ -4,6 +4,8 @@
 
 #include <QAction>
 #include <QKeyEvent>
+#include <QLineEdit>
+#include <QPointer>
 #include <QString>
 #include <QStringList>
 #include <QWidget>
@@ -86,6 +88,14 @@ bool edits_natively(const QKeyEvent& event) {
 }
 
 bool types_character(const ui::KeyEvent& e) { return e.key == Key::character && !e.ctrl && !e.alt; }
+
+void insert(QLineEdit& edit, const QString& text, const bool& refused) {
+    const int start = edit.selectionStart();
+    const auto length = edit.selectedText().size();
+    const QPointer<QLineEdit> alive(&edit);
+    edit.insert(text);
+    if (alive && refused && length > 0) edit.setSelection(start, static_cast<int>(length));
+}
 
 void claim_before_shortcuts(QKeyEvent& event, const QWidget& widget) {
     if (event.modifiers() & Qt::AltModifier) return;

@@ -5,6 +5,7 @@
 #include <string>
 
 class QKeyEvent;
+class QLineEdit;
 class QString;
 class QWidget;
 
@@ -20,6 +21,10 @@ bool types_character(const ui::KeyEvent& e);
 /// Accepts a ShortcutOverride: the stroke is the form's, but for Alt, which opens the menus, and for the keys
 /// of menus that the host has added to the window.
 void claim_before_shortcuts(QKeyEvent& event, const QWidget& widget);
+
+/// Inserts in place of what is selected. @param refused whether the rules kept the text as it was: then the
+/// selection is kept, too
+void insert(QLineEdit& edit, const QString& text, const bool& refused);
 
 /// "ctrl+f5" as people read it: "Ctrl+F5".
 QString shortcut_text(const std::string& shortcut);

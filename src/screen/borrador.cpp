@@ -30,7 +30,7 @@ Borrador::Borrador(frmQuorvel& f) : f_(f) {
 
 Borrador::Cambio::Cambio(frmQuorvel& f) : f_(f) {
     Borrador& b = *f.borrador;
-    if (b.reposo_++ == 0) b.retirar();
+    if (b.reposo_++ == 0) queda_ = b.retirar();
 }
 
 Borrador::Cambio::~Cambio() {
@@ -69,20 +69,25 @@ void Borrador::desistir() {
     partir();
 }
 
-void Borrador::retirar() {
-    if (campos_al_partir_.empty()) return;
+bool Borrador::retirar() {
+    if (campos_al_partir_.empty()) return false;
+    bool queda = f_.ctlRegistro1.ModifyEnabled();
     if (f_.ctlRegistro1.ModifyEnabled()) {
         const int reposo = std::exchange(reposo_, 0);
         (void)anotar();
         reposo_ = reposo;
-        if (archivo_ && !vale_la_pena(campos_de_pantalla(f_))) archivo_->borrar();
+        if (archivo_ && !vale_la_pena(campos_de_pantalla(f_))) {
+            archivo_->borrar();
+            queda = false;
+        }
     } else if (archivo_) {
         archivo_->borrar(); // it was annulled: nothing of it could be saved
     }
     campos_al_partir_.clear();
-    if (!std::exchange(archivo_, std::nullopt)) return;
+    if (!std::exchange(archivo_, std::nullopt)) return false;
     const auto todos = archivos_borrador(carpeta_borradores(f_), grupo_de(f_));
     for (std::size_t i = MAXIMO; i < todos.size(); ++i) descartar_borrador(todos[i]);
+    return queda;
 }
 
 void Borrador::campos_cambiados(const std::map<std::string, std::string>& campos, LoteBorrador& lote) const {

@@ -22,11 +22,14 @@ public:
     public:
         explicit Cambio(frmQuorvel& f);
         ~Cambio();
+        /// What was on the screen waits as a draft.
+        [[nodiscard]] bool queda() const { return queda_; }
         Cambio(const Cambio&) = delete;
         Cambio& operator=(const Cambio&) = delete;
 
     private:
         frmQuorvel& f_;
+        bool queda_ = false;
     };
     /// What is on the screen is saved.
     void grabado();
@@ -39,8 +42,8 @@ public:
     }
     /// It is stored all the same: what only obligar() had written goes.
     void desistir();
-    /// Before the screen goes away.
-    void retirar();
+    /// Before the screen goes away. @return true when a draft of it stays
+    bool retirar();
     /// Writes what became different. @return false when what is on the screen is not all on disk
     bool anotar();
 

@@ -166,7 +166,7 @@ Comprobante leer_pantalla(const frmQuorvel& f) {
 }
 
 void permitir_identidad(frmQuorvel& f, bool editable) {
-    ui::Control* const identidad[] = {&f.mskF_comp, &f.cmbDocumento, &f.txtNum_doc};
+    ui::Control* const identidad[] = {&f.mskF_comp, &f.cmbDocumento, &f.txtNum_doc, &f.cmbMoneda};
     for (ui::Control* control : identidad) {
         control->SetEnabled(editable);
         control->SetToolTip(editable ? "" : "De un comprobante grabado se cambia con Cortar");

@@ -15,7 +15,8 @@ class frmQuorvel;
 
 /// The voucher on the screen. While a saved voucher is shown, its key is the one that it was read with.
 [[nodiscard]] Comprobante leer_pantalla(const frmQuorvel& f);
-/// Date, document kind and number: open in a new voucher, fixed in a saved one.
+/// Date, document kind, number and currency, which only a new header is written with: open in a new voucher,
+/// fixed in a saved one.
 void permitir_identidad(frmQuorvel& f, bool editable);
 /// Shows a header that was read from the database; the lines follow by the grid's query.
 void mostrar_comprobante(frmQuorvel& f, const Comprobante& c);

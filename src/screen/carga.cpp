@@ -98,16 +98,20 @@ void frmQuorvel::Form_Activate() {
     estado.primera_activacion = false;
     construir_columnas(*this);
     restaurar_anchos(grdDetalle, servicios.carpeta);
+    restaurar_anchos_listas(escritorio(), servicios.carpeta);
     mskF_comp.SetDate(servicios.reloj.hoy());
 }
 
 void frmQuorvel::Form_Unload() {
     atender([this] {
-        borrador->retirar();
+        (void)borrador->retirar();
         if (glbdb) desbloquear_usuario(*this);
         if (glbdb && glbdbReport && ctlRegistro1.Flag(PERMISO_IMPRIMIR) && !misma_base(*glbdb, *glbdbReport))
             borrar_tablas_impresion(*glbdbReport);
-        if (!estado.primera_activacion) guardar_anchos(grdDetalle, servicios.carpeta);
+        if (!estado.primera_activacion) {
+            guardar_anchos(grdDetalle, servicios.carpeta);
+            guardar_anchos_listas(escritorio(), servicios.carpeta);
+        }
     });
     maestros = {}; // the host may close its sessions once the screen is gone
 }

@@ -1,12 +1,14 @@
 #include "screen/frmQuorvel.h"
 
 #include "screen/adjuntos/adjuntos.h"
+#include "screen/aviso.h"
 #include "screen/calculadora.h"
 #include "screen/campos.h"
 #include "screen/comandos/comandos.h"
 #include "screen/consultas/consultas.h"
 #include "screen/detalle/detalle.h"
 #include "screen/persona.h"
+#include "screen/recorrido.h"
 #include "text/numeros.h"
 #include "voucher/cargar.h"
 
@@ -103,13 +105,17 @@ void frmQuorvel::conectar_comandos() {
     };
     orden("Proponer la diferencia", "f7", proponer_diferencia);
     orden("Explicar la diferencia", "f9", explicar_diferencia);
-    orden("Ir al detalle", "f12", [](frmQuorvel& f) { f.grdDetalle.SetFocus(); });
+    orden("Ir al detalle", "f12", ir_al_detalle);
+    lstadjunto.AddCommand(
+        {"Guardar una copia", "ctrl+shift+g", [this] { atender([&] { adjunto_guardar_copia(*this); }); }});
     txtnumero.AddCommand({"Calculadora", "f11", [this] { txtnumero.SetFocus(); }});
 }
 
 void frmQuorvel::conectar_campos() {
     cmbDocumento.Click += [this] { atender([&] { proponer_numero_documento(*this); }); };
     cmblibro.Click += [this] { atender([&] { proponer_correlativo_libro(*this); }); };
+    cmblibro.Changed += [this] { fijar_paradas(*this); };
+    Settled += [this] { avisar_estado(*this); };
     txtrut_persona.LeftChanged += [this](bool&) { atender([&] { rut_dejado(*this); }); };
     txtrut_persona.KeyDown += [this](ui::KeyEvent& e) { tecla_persona(*this, e); };
     txtnumero.KeyDown += [this](ui::KeyEvent& e) {
@@ -122,8 +128,9 @@ void frmQuorvel::conectar_campos() {
     for (ui::TextBox* caja :
          {&txtCotizacion, &txtiva_activo_fijo, &txttasa_impuesto_otro, &txtnumero, &txtresultado1})
         caja->SetRightAligned(true);
-    ui::Control* const casi_fijos[] = {&txtCotizacion, &cmbMoneda, &cmbifrs, &chkApertura, &cmdrut_persona};
-    for (ui::Control* control : casi_fijos) control->SetEnterStop(false);
+    for (ui::ctlCalendario* caja : {&mskF_comp, &txtfecha_doc, &txtfecha_pago})
+        caja->SetClock(servicios.reloj);
+    fijar_paradas(*this);
     txtresultado1.SetLocked(true);
     txtresultado2.SetLocked(true);
 }
@@ -139,7 +146,7 @@ void frmQuorvel::conectar_detalle() {
         atender([&] { antes_de_actualizar(*this, col, anterior, no); });
     };
     g.AfterColUpdate += [this](int col) { atender([&] { despues_de_actualizar(*this, col); }); };
-    g.BeforeDelete += [this](bool&) { atender([&] { antes_de_borrar(*this); }); };
+    g.BeforeDelete += [this](bool& no) { atender([&] { antes_de_borrar(*this, no); }); };
     g.RowsChanged += [this] { RecalcularTotales(); };
     g.RowColChange += [this](int, int) { atender([&] { celda_movida(*this); }); };
 }

@@ -1,6 +1,7 @@
 #include "screen/adjuntos/adjuntos.h"
 #include "screen/borrador.h"
 #include "screen/campos.h"
+#include "screen/detalle/detalle.h"
 #include "screen/frmQuorvel.h"
 #include "screen/permisos.h"
 #include "screen/recargar_documentos.h"
@@ -47,6 +48,7 @@ void limpiar_para_nuevo(frmQuorvel& f) {
     const Borrador::Cambio cambio(f);
     desbloquear_usuario(f);
     EstadoPantalla& e = f.estado;
+    e.anterior_sin_grabar = cambio.queda();
     e.comprobante_cierre = e.cierre_generado = false;
     e.cargado.reset();
     e.cortado.reset();
@@ -63,6 +65,7 @@ void limpiar_para_nuevo(frmQuorvel& f) {
     f.chkApertura.SetValue(0);
     f.SetCaption("Comprobante Contable");
     f.grdDetalle.Clear();
+    f.grdDetalle.SetCol(CUENTA);
     vaciar_documento(f);
     fijar_totales(f, "0", "0");
     f.lblEstado.SetCaption("");
@@ -88,7 +91,6 @@ void permitir_cambios(frmQuorvel& f, bool modificar, bool borrar_linea, bool imp
     f.ctlRegistro1.SetToolTip(motivo);
     f.grdDetalle.SetToolTip(modificar ? f.estado.falta : motivo);
     ui::Control* const cambian[] = {&f.cmblibro,
-                                    &f.cmbMoneda,
                                     &f.cmbifrs,
                                     &f.chkApertura,
                                     &f.cmbdoc_libro,

@@ -1,4 +1,5 @@
 // What the driver itself promises: replies to anything, one at a time, and a clean end.
+#include "apoyo/vias.h"
 #include "apoyo/vias_papeles.h"
 #include "driver/dialogo.h"
 
@@ -215,6 +216,48 @@ TEST(Protocolo, a_paper_refuses_or_acts) {
                       {pulsa(via.boton), {dice(via.mensaje), foco(via.control)}},
                       {pulsa("cmdcancelar"), {forma("frmQuorvel")}}});
     conversar(d, {{consulta(pruebas::SIN_PAPELES), {campo("n", 0)}}});
+}
+
+TEST(Protocolo, every_way_in_passes_the_rules) {
+    const Empresa e(Motor::sqlite);
+    Dialogo d;
+    e.abrir(d);
+    const auto pega = [](const Via& v) {
+        Json j = en("paste", {{"control", v.control}, {"text", v.texto}});
+        return v.columna < 0 ? j : (j.update({{"row", 0}, {"col", v.columna}}), j);
+    };
+    for (const Via& v : vias())
+        for (const bool entero : {false, true}) {
+            if (entero && std::string(v.texto).find('\n') != std::string::npos) continue; // fills cells below
+            SCOPED_TRACE(std::string(v.control) + std::to_string(v.columna) + " " + v.texto);
+            const std::string dicho = entero ? v.dice_entero : v.dice_tecleado;
+            const std::string callado = dicho.empty() ? CALLADO : dice(dicho);
+            conversar(d, {{barra("New"), {}},
+                          {escribe("txtconcepto", ""), {}},
+                          {escribe("mskF_comp", "15/06/2024"), {}}});
+            conversar(d, {{celda(0, 1, "103001"), {}}, {celda(0, 2, "12"), {}}, {celda(0, 3, "700"), {}}});
+            std::string todo;
+            const auto pide = [&](const Json& pedido) { todo += d.linea(pedido.dump()); };
+            pide(entero          ? pega(v)
+                 : v.columna < 0 ? escribe(v.control, v.texto)
+                                 : celda(0, v.columna, v.texto));
+            if (entero && dicho.empty()) pide(en("key", {{"key", "tab"}}));
+            if (entero && !dicho.empty() && todo.find(callado) == std::string::npos)
+                pide(en("key", {{"key", "tab"}}));
+            EXPECT_NE(todo.find(callado), std::string::npos) << todo;
+            Json estado = d.pedir(mira(v.control)).at("value");
+            if (estado.value("editactive", false)) {
+                pide(en("key", {{"key", "escape"}}));
+                estado = d.pedir(mira(v.control)).at("value");
+            }
+            const Json fila = v.columna < 0 || !estado.at("rows").empty()
+                                  ? estado.value("rows", Json::array({Json()})).at(0)
+                                  : estado.at("pending");
+            const std::string queda =
+                v.columna < 0 ? estado.at("text") : fila.at(static_cast<std::size_t>(v.columna));
+            EXPECT_EQ(queda, entero ? v.entero : v.tecleado);
+            if (v.columna < 0) pide(escribe(v.control, "")); // else the box keeps the focus
+        }
 }
 
 TEST(Protocolo, widths_live_in_the_settings_and_printing_needs_a_report_database) {

@@ -4,6 +4,8 @@
 #include <QContextMenuEvent>
 #include <QLineEdit>
 #include <QMenu>
+#include <QPlainTextEdit>
+#include <QTextBlock>
 #include <QWheelEvent>
 
 namespace quorvel {
@@ -36,7 +38,7 @@ TEST_F(TecladoQt, ATenLineVoucherOnTheNumericPad) {
     p.teclado.escribir("CO");
     pad("++");
     p.teclado.escribir("Gastos de junio");
-    p.teclado.tecla(Qt::Key_F12); // past the document's fields
+    pad("+"); // past the document's fields, which a general voucher has no use for
     const int cabecera = p.teclado.pulsaciones() - antes;
     const char* const debe[] = {"501001+35000", "501002+128000", "501001+4500",  "501001+990",
                                 "501002+77310", "501001+12000",  "109001+24320", "501002+60000"};
@@ -85,6 +87,38 @@ TEST_F(TecladoQt, TheProposedAmountIsSelectedAndTypedOver) {
     EXPECT_EQ(p.f().lblTotalhaber.Caption(), "150.000");
 }
 
+TEST_F(TecladoQt, AKeyDoesWhatItNames) {
+    p.f().optsuma.press();
+    p.teclado.tecla(Qt::Key_F11);
+    p.f().txtnumero.SetText("");
+    pad("1000+500+");
+    EXPECT_EQ(p.f().txtresultado1.Text(), "1.500,00");
+    auto& cinta = *p.escritorio.window_of(p.f())->findChild<QPlainTextEdit*>("txtresultado2");
+    EXPECT_TRUE(cinta.cursorRect().intersects(cinta.viewport()->rect()));
+    EXPECT_EQ(cinta.textCursor().block().text(), "=1.500,00") << "the newest line of the tape is in sight";
+    p.teclado.tecla(Qt::Key_F12);
+    pad("101001+1000++301001+");
+    p.f().lstadjunto.AddItem("f.pdf");
+    p.f().lstadjunto.SetListIndex(0);
+    g.move_to(0, 5);
+    g.begin_edit();
+    for (const int preguntas : {1, 2}) { // with a cell open, and in a box
+        p.teclado.tecla(Qt::Key_Delete, Qt::ControlModifier | Qt::ShiftModifier);
+        EXPECT_EQ(p.mensajes, std::vector<std::string>(preguntas, "Esta seguro que desea eliminar f.pdf"));
+        EXPECT_EQ(g.Rows(), 2);
+        p.f().lstadjunto.Clear();
+        p.f().lstadjunto.AddItem("f.pdf");
+        p.f().lstadjunto.SetListIndex(0);
+        p.f().txtconcepto.SetFocus();
+    }
+    ASSERT_TRUE(g.SetFocus() && g.move_to(0, 7));
+    p.teclado.escribir("s");
+    p.teclado.tecla(Qt::Key_Backspace);
+    EXPECT_EQ(g.edit_text(), "S");
+    p.teclado.tecla(Qt::Key_Delete, Qt::ControlModifier);
+    EXPECT_EQ(g.Rows(), 1) << "in an open cell as well";
+}
+
 TEST_F(TecladoQt, TheContextMenuOffersWhatTheCellCanDo) {
     p.ir_a("grdDetalle");
     const auto abrir = [&] {
@@ -101,6 +135,9 @@ TEST_F(TecladoQt, TheContextMenuOffersWhatTheCellCanDo) {
     EXPECT_EQ(abrir(), "Buscar\tCtrl+Y;" + ordenes);
     g.move_to(0, 3);
     EXPECT_EQ(abrir(), ordenes);
+    g.move_to(0, 1);
+    g.type(U'1');
+    EXPECT_EQ(abrir(), "Buscar\tCtrl+Y;Deshacer\tCtrl+Z;" + ordenes);
 }
 
 TEST_F(TecladoQt, TheWheelChangesNoList) {

@@ -13,6 +13,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
+#include <QMouseEvent>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QToolButton>
@@ -193,7 +194,14 @@ TEST(Ventanas, WhatIsTypedInALookupCoversNoRow) {
     p.al_abrir = [&](qt::FormWindow& ventana) {
         auto* linea = ventana.findChild<QLabel*>("lbl_static_ayuda");
         ayuda = linea->text();
-        ventana.form().set_active(ventana.form().find("ctlConsulta1"));
+        auto& vista = *ventana.findChild<qt::ConsultaView*>();
+        ui::Control* const grupos = ventana.form().find("cmbGcuenta");
+        ventana.form().set_active(grupos);
+        const QPointF sobre(20, 10);
+        QMouseEvent clic(QEvent::MouseButtonPress, sobre, vista.viewport()->mapToGlobal(sobre),
+                         Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(vista.viewport(), &clic);
+        EXPECT_EQ(ventana.focusWidget(), &vista) << "a click hands the keys to the list";
         p.teclado.escribir("cap");
         buscado = linea->text();
         p.teclado.escribir("zz");
@@ -202,6 +210,7 @@ TEST(Ventanas, WhatIsTypedInALookupCoversNoRow) {
             tapan += parte->isVisible();
         p.teclado.tecla(Qt::Key_Home);
         EXPECT_EQ(linea->text(), ayuda);
+        ventana.form().set_active(grupos);
         p.teclado.tecla(Qt::Key_Escape);
     };
     p.teclado.tecla(Qt::Key_Y, Qt::ControlModifier);

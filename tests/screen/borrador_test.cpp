@@ -92,10 +92,12 @@ TEST_P(Borradores, NewSearchAndExitCostOneKey) {
     p.nuevo();
     medio_comprobante(p);
     const std::string escrito = todo(p);
+    EXPECT_EQ(p.f.ctlRegistro1.Notice(), "") << "what was there before had been saved";
     p.nuevo();
     EXPECT_EQ(p.f.grdDetalle.Rows(), 0);
+    EXPECT_EQ(p.f.ctlRegistro1.Notice(), "Lo anterior quedó sin grabar: Ctrl+R lo recupera");
     p.tecla("ctrl+r");
-    EXPECT_EQ(todo(p), escrito);
+    EXPECT_EQ(todo(p) + p.f.ctlRegistro1.Notice(), escrito);
     p.buscar("1");
     EXPECT_EQ(p.f.grdDetalle.Rows(), 2);
     p.tecla("ctrl+r");

@@ -52,30 +52,17 @@ TEST_F(Detalle, CellsThatAreRefused) {
     EXPECT_TRUE(p.celda(0, 5, std::string(60, 'x')));
     EXPECT_EQ(g.TextMatrix(0, 5), std::string(60, 'X'));
     EXPECT_TRUE(g.move_to(2, 1) || g.move_to(1, 1));
-    for (int col = 2; col <= 5; ++col) EXPECT_FALSE(p.celda(2, col, "1")) << "no account yet, column " << col;
-    EXPECT_EQ(p.mensajes(), Textos{});
-}
-
-TEST_F(Detalle, KeysThatAColumnTakes) {
-    ASSERT_TRUE(p.celda(0, 1, "1a0.1-0x01"));
-    EXPECT_EQ(g.TextMatrix(0, 1), "101001");
-    struct Caso {
-        int columna;
-        const char *teclas, *queda;
-    } const casos[] = {
-        {3, "1x2,3.4-", "1.234"}, {5, "año ñ", "AÑO Ñ"}, {7, "xsz", "S"},
-        {8, "a9-9", "99"},        {10, "3a1,5", "31,5"},
-    };
-    for (const Caso& c : casos) {
-        EXPECT_TRUE(p.celda(0, c.columna, c.teclas)) << c.columna;
-        EXPECT_EQ(g.TextMatrix(0, c.columna), c.queda);
+    for (int col = 2; col <= 5; ++col) {
+        EXPECT_FALSE(p.celda(2, col, "1")) << "no account yet, column " << col;
+        EXPECT_EQ(g.hint(), "Escriba primero la cuenta de la línea");
     }
-    g.move_to(0, 7);
-    p.tecla("backspace");
-    EXPECT_EQ(g.TextMatrix(0, 7), "S") << "the mark is replaced or cleared whole";
-    g.cancel_edit();
-    p.tecla("delete");
-    EXPECT_EQ(g.TextMatrix(0, 7), "");
+    EXPECT_EQ(p.mensajes(), Textos{});
+    g.paste("1.500\t\t");
+    EXPECT_EQ(g.NewRowPending(), 0);
+    p.nuevo();
+    p.tecla("f12");
+    p.tecla("1");
+    EXPECT_EQ(std::to_string(g.Col()) + g.edit_text(), "11") << "a new voucher begins at the account";
 }
 
 TEST_F(Detalle, AccountAuxiliaryAndGloss) {
@@ -129,21 +116,17 @@ TEST_F(Detalle, TotalsFollowTheRows) {
     g.commit_edit(); // walked over without a change
     EXPECT_EQ(p.totales(), "0|650");
     g.move_to(0, 1);
+    p.f.ctlRegistro1.SetDeleteLineEnabled(false);
+    p.tecla("ctrl+delete");
+    EXPECT_EQ(std::to_string(g.Rows()) + g.hint(), "2No tiene permiso para borrar líneas: pídalo a quien "
+                                                   "administra los usuarios");
+    p.f.ctlRegistro1.SetDeleteLineEnabled(true);
     p.f.ctlRegistro1.press(ui::ctlRegistro::Function::DeleteLine);
     EXPECT_EQ(g.Rows(), 1);
     EXPECT_EQ(p.totales(), "0|400");
     EXPECT_EQ(g.TextMatrix(0, 0), "2") << "the numbers of the other rows stay";
-}
-
-TEST_F(Detalle, ABlockFromASpreadsheetFillsRows) {
-    g.SetFocus();
-    g.move_to(0, 1);
-    g.paste("101001\t\t1.500\t\tCaja\r\n301001\t\t\t1.500\tCapital\r\n");
-    g.move_to(2, 1);
-    EXPECT_EQ(p.mensajes(), Textos{});
-    EXPECT_EQ(p.fila(0), "101001||1.500||CAJA");
-    EXPECT_EQ(p.fila(1), "301001|||1.500|CAPITAL");
-    EXPECT_EQ(p.totales(), "1.500|1.500");
+    p.tecla("ctrl+z");
+    EXPECT_EQ(p.fila(0).substr(0, 12) + p.totales(), "101001|||2500|650");
 }
 
 TEST_F(Detalle, Calculator) {

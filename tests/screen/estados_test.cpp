@@ -29,7 +29,7 @@ protected:
     /// Every field of the header can be written and chosen, or none, and then it says why. The calculator
     /// always works.
     void encabezado(bool escribir, const std::string& motivo) {
-        const std::set<std::string> identidad{"mskF_comp", "cmbDocumento", "txtNum_doc"};
+        const std::set<std::string> identidad{"mskF_comp", "cmbDocumento", "txtNum_doc", "cmbMoneda"};
         const std::set<std::string> siempre{"txtnumero", "optsuma", "optresta", "optporcentaje"};
         for (ui::Control* control : p.f.controls()) {
             if (identidad.contains(control->name()) || siempre.contains(control->name())) continue;
@@ -104,6 +104,11 @@ TEST_P(Estados, OnlyAProcessedVoucherOfAccountingMayBeChanged) {
     EXPECT_TRUE(p.celda(0, 3, "1500") && p.celda(1, 4, "1500"));
     p.guardar();
     EXPECT_EQ(p.mensajes(), Textos{GRABADO});
+    EXPECT_FALSE(p.f.cmbMoneda.Enabled()) << "only a new header is written with a currency";
+    EXPECT_EQ(p.f.ctlRegistro1.Notice(), "");
+    p.f.config.anio = 2025;
+    p.tecla("f11");
+    EXPECT_EQ(p.f.ctlRegistro1.Notice(), "El año 2024 está cerrado: lo que cambie no se puede grabar");
 }
 
 TEST_P(Estados, OldDataThatTypingWouldNotTakeIsKept) {

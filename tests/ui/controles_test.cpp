@@ -66,15 +66,21 @@ TEST_F(ControlesTest, ARefusedLeaveCancelsTheClick) {
 }
 
 TEST_F(ControlesTest, DatesInShortFormsAndImpossibleOnes) {
+    const RelojFijo reloj(std::chrono::year(2023) / 6 / 15);
+    f.fecha.SetClock(reloj);
     f.fecha.SetRefusesInvalid(true);
     f.Show();
+    f.fecha.SetFocus();
+    f.fecha.SetText("01/01/2020");
+    EXPECT_TRUE(f.fecha.all_selected()) << "typing replaces what code put there meanwhile";
     const struct {
         const char *tecleado, *queda;
-    } casos[] = {{"5/3/24", "05/03/2024"},    {"050324", "05/03/2024"},   {"05032024", "05/03/2024"},
-                 {"29-2-2024", "29/02/2024"}, {"1/1/50", "01/01/1950"},   {"31/12/49", "31/12/2049"},
-                 {"5a/3/2024", "05/03/2024"}, {"29/02/2023", nullptr},    {"31/04/2024", nullptr},
-                 {"00/01/2024", nullptr},     {"1/13/2024", nullptr},     {"5/3", nullptr},
-                 {"1/1/024", nullptr},        {"99999999999999", nullptr}};
+    } casos[] = {{"5/3/24", "05/03/2024"},    {"050324", "05/03/2024"}, {"05032024", "05/03/2024"},
+                 {"29-2-2024", "29/02/2024"}, {"1/1/50", "01/01/1950"}, {"31/12/49", "31/12/2049"},
+                 {"5a/3/2024", "05/03/2024"}, {"29/02/2023", nullptr},  {"31/04/2024", nullptr},
+                 {"00/01/2024", nullptr},     {"1/13/2024", nullptr},   {"5/3", "05/03/2023"},
+                 {"0503", "05/03/2023"},      {"2902", nullptr},        {"1/1/024", nullptr},
+                 {"99999999999999", nullptr}};
     for (const auto& c : casos) {
         f.fecha.SetFocus();
         f.fecha.SelectAll();
@@ -110,6 +116,9 @@ TEST_F(ControlesTest, ListsAreSearchedByCodeAndNameWithoutAccents) {
     f.lista.SetFocus();
     f.send_key(acento);
     EXPECT_EQ(f.lista.ListIndex(), 3);
+    f.clics = 0;
+    EXPECT_EQ(buscar("nandu"), 3);
+    EXPECT_EQ(f.clics, 1) << "typed anew it is chosen anew, once for the whole word";
     f.clics = 0;
     f.lista.SetListIndex(3);
     f.lista.SetListIndex(3);

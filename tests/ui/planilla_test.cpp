@@ -109,6 +109,12 @@ TEST_F(PlanillaTest, EscapeTakesBackTheCellThenTheRow) {
 
 TEST_F(PlanillaTest, AnUnchangedTextRaisesNothing) {
     h.g.AddItem("a\t1.234\tq\t");
+    h.g.SetTextMatrix(0, 3, "0");
+    h.g.Columns(3).NumberFormat = "#,##0";
+    h.g.move_to(0, 3);
+    h.teclas({"delete", "backspace", "enter"}); // an emptied nought is no change
+    h.g.SetTextMatrix(0, 3, "");
+    h.g.move_to(0, 0);
     h.teclas({"f2", "enter", "1", "2", "3", "4", "enter", "q", "tab", "tab"});
     EXPECT_EQ(h.tomar(), "");
     EXPECT_EQ(h.filas(), "a|1.234|q|;");
@@ -144,10 +150,38 @@ TEST_F(PlanillaTest, DeletingAsksAndTellsTheTotals) {
     h.teclas({"ctrl+delete"});
     EXPECT_EQ(h.filas() + h.tomar(), "a|||;b|||;c|||;");
     no = false;
+    h.teclas({"ctrl+shift+delete"}); // another command's stroke
+    EXPECT_EQ(h.filas(), "a|||;b|||;c|||;");
     h.teclas({"ctrl+delete"});
     EXPECT_EQ(h.filas() + h.tomar(), "a|||;c|||;R");
     h.teclas({"ctrl+delete", "ctrl+delete"}); // the last row, then nothing on the empty one
     EXPECT_EQ(h.filas() + h.tomar() + h.donde(), "a|||;R1,0");
+}
+
+TEST_F(PlanillaTest, StepsAreTakenBackAndDoneAgain) {
+    h.g.AddItem("a\t1\t\t");
+    h.teclas({"down", "b", "enter", "5", "enter", "enter"}); // a row of its own
+    h.g.move_to(0, 0);
+    h.g.paste("p\t2\nq\t3");
+    h.teclas({"ctrl+delete"});
+    const char* const estados[] = {"p|2||;", "p|2||;q|3||;", "a|1||;b|5||;", "a|1||;"};
+    h.tomar();
+    for (const char* estado : estados) {
+        EXPECT_EQ(h.filas(), estado);
+        h.teclas({"ctrl+z"});
+    }
+    EXPECT_EQ(h.tomar(), "RRR") << "the totals follow; the first row was there before";
+    for (const char* estado : {"a|1||;b|5||;", "p|2||;q|3||;", "p|2||;"}) {
+        h.teclas({"ctrl+shift+z"});
+        EXPECT_EQ(h.filas(), estado);
+    }
+    h.teclas({"down", "7", "ctrl+z", "ctrl+z"}); // the edit, then the row being added
+    EXPECT_EQ(h.filas() + std::to_string(h.g.NewRowPending()), "p|2||;0");
+    h.g.SetLocked(true);
+    EXPECT_FALSE(h.g.undo());
+    h.g.SetLocked(false);
+    h.g.Clear();
+    EXPECT_FALSE(h.g.can_undo()) << "another voucher";
 }
 
 TEST_F(PlanillaTest, ManyRowsAtOnceTellTheViewOnceAndLeaveTheRowBeingAddedLast) {

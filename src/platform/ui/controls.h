@@ -17,9 +17,10 @@ public:
     /// has not been typed into it is selected, as on entry.
     void SetText(std::string text);
     /// The text of a view became this, by whatever way: what is new in it goes through the rules of the box.
-    void user_edit(const std::string& text);
+    /// @return false when it was refused
+    bool user_edit(const std::string& text);
     /// A whole text replaces what is selected, or comes at the end.
-    void paste(const std::string& text);
+    bool paste(const std::string& text);
     /// The next typed character replaces the whole text.
     void SelectAll();
     [[nodiscard]] bool all_selected() const { return selected_; }
@@ -48,7 +49,7 @@ protected:
 
 private:
     void edit(std::string text);
-    void enter(Entry e);
+    bool enter(Entry e);
     [[nodiscard]] char32_t filter(char32_t ch);
     std::string text_, on_entry_;
     bool edited_ = false, selected_ = false, locked_ = false, upper_ = false, right_ = false;

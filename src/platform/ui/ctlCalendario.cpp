@@ -77,7 +77,8 @@ bool ctlCalendario::accepts(char32_t ch) const {
 void ctlCalendario::settle(Entry& e) {
     std::string text = recortar(reemplazar(e.whole(), ".", "/"));
     text.resize(std::min(text.find(' '), text.size())); // a time of day
-    const bool strange = !std::ranges::all_of(text, [this](char c) { return accepts(static_cast<unsigned char>(c)); });
+    const bool strange =
+        !std::ranges::all_of(text, [this](char c) { return accepts(static_cast<unsigned char>(c)); });
     e.settled = true;
     e.refused = strange;
     if (strange) return form().critico("Fecha no válida");

@@ -104,7 +104,11 @@ void ctlConsulta::cancel() {
 int ctlConsulta::find_folded(const std::string& wanted, std::size_t from) {
     while (folded_.size() < rows_.size()) {
         std::string text;
-        for (const auto& cell : rows_[folded_.size()]) text += "\n" + sin_acentos(cell);
+        for (const auto& cell : rows_[folded_.size()]) {
+            const std::string folded = sin_acentos(cell), plain = reemplazar(folded, ".", "");
+            text += "\n" + folded;
+            if (plain != folded) text += "\n" + plain; // a RUT or an amount typed without its points
+        }
         folded_.push_back(std::move(text));
     }
     for (; from < folded_.size(); ++from)
@@ -113,7 +117,7 @@ int ctlConsulta::find_folded(const std::string& wanted, std::size_t from) {
 }
 
 bool ctlConsulta::search(const std::string& typed) {
-    const std::string wanted = sin_acentos(typed);
+    const std::string wanted = sin_acentos(recortar(typed));
     if (wanted.empty()) return false;
     int found = -1;
     std::size_t from = 0;

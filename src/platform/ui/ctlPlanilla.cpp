@@ -43,7 +43,9 @@ void ctlPlanilla::store(int row, int col, std::string text) {
     }
     Cells& cells = row == Rows() ? new_row_ : rows_[static_cast<std::size_t>(row)];
     if (cells.size() <= static_cast<std::size_t>(col)) cells.resize(static_cast<std::size_t>(col) + 1);
-    cells[static_cast<std::size_t>(col)] = std::move(text);
+    std::string& cell = cells[static_cast<std::size_t>(col)];
+    if (row < Rows()) history_.note({History::Change::cell, row, col, {cell}});
+    cell = std::move(text);
     RowPainted(row);
 }
 
@@ -110,6 +112,7 @@ void ctlPlanilla::Load() {
     }
     close_edit();
     drop_pending();
+    history_.clear();
     rows_ = std::move(rows);
     const int last_row = row_;
     row_ = 0;
@@ -147,6 +150,7 @@ void ctlPlanilla::append(const std::string& text) {
 void ctlPlanilla::Clear() {
     close_edit();
     drop_pending();
+    history_.clear();
     rows_.clear();
     const int last_row = row_;
     row_ = 0;
@@ -163,6 +167,8 @@ void ctlPlanilla::RemoveRow(int row) {
     } else {
         if (editing_ && edit_row_ == row) close_edit();
         if (editing_ && edit_row_ > row) --edit_row_;
+        if (!history_.recording()) history_.clear(); // its rows are no longer where they were
+        history_.note({History::Change::removed, row, 0, std::move(rows_[static_cast<std::size_t>(row)])});
         rows_.erase(rows_.begin() + row);
         if (row_ > row || row_ > Rows()) --row_;
     }
@@ -192,6 +198,7 @@ void ctlPlanilla::settle_pending() {
     if (!pending_) return;
     if (entered_) {
         rows_.push_back(new_row_);
+        history_.note({History::Change::inserted, Rows() - 1, 0, {}});
         if (row_ >= Rows()) row_ = Rows() - 1;
     }
     drop_pending();

@@ -2,6 +2,7 @@
 #include "platform/db/clsConexion.h"
 #include "platform/ui/control.h"
 #include "platform/ui/entry.h"
+#include "platform/ui/history.h"
 
 namespace quorvel::ui {
 
@@ -17,6 +18,7 @@ public:
         int Width = 0;
         int Alignment = 0; ///< 1 right
         bool Button = false;
+        bool WidthChosen = false; ///< by a person: it does not give way to the others
     };
     ctlPlanilla(Form& form, std::string name);
     ~ctlPlanilla() override;
@@ -73,7 +75,8 @@ public:
     [[nodiscard]] const std::string& edit_text() const { return edit_; }
     void set_edit_text(std::string text); ///< from code: no rules
     /// The text of the view's editor became this, by whatever way: what is new in it goes through the rules.
-    void user_edit(const std::string& text);
+    /// @return false when it was refused
+    bool user_edit(const std::string& text);
     /// One typed character. Opens an edit when none is open. @return false when discarded
     bool type(char32_t ch);
     /// Whether a key that changes the text without typing (Backspace, a control code) may do so.
@@ -84,6 +87,12 @@ public:
     void cancel_pending_row(); ///< Escape again: the row being added is emptied; raises RowsChanged
     bool delete_row();         ///< BeforeDelete, then removes the current row; raises RowsChanged
     void press_button(int row, int col);
+    /// Takes the last step back: an open edit, the row being added, else what was done to the rows; raises
+    /// RowsChanged. @return false when there is none
+    bool undo();
+    bool redo();
+    [[nodiscard]] bool can_undo() const { return editing_ || pending_ || !history_.done.empty(); }
+    [[nodiscard]] bool can_redo() const { return !history_.undone.empty(); }
     /// Text from the clipboard: lines and tabs fill cells from the current one, until one does not take its
     /// text; into an open edit it comes as one text.
     void paste(const std::string& text);
@@ -96,7 +105,7 @@ public:
         enter_last_ = last;
     }
 
-    Event<int&> KeyPress; ///< 0 discards the key
+    Event<int&> KeyPress;       ///< 0 discards the key
     Event<Entry&> TextEntering; ///< before KeyPress is asked about its characters; of the current column
     Event<int> ButtonClick;
     Event<int, bool&> BeforeColEdit;
@@ -137,6 +146,8 @@ private:
     bool remove_current();
     [[nodiscard]] bool enter(Entry e);
     [[nodiscard]] bool admit(Entry& e);
+    bool replay(std::vector<History::Step>& from, std::vector<History::Step>& to);
+    [[nodiscard]] History::Change revert(History::Change change);
     void paste_block(const std::string& text);
     void on_move_key(KeyEvent& e);
     void on_step_key(KeyEvent& e);
@@ -145,6 +156,7 @@ private:
     std::vector<Column> columns_;
     std::vector<Cells> rows_;
     Cells new_row_;
+    History history_;
     clsConexion* db_ = nullptr;
     std::string record_source_, edit_, old_text_, hint_;
     int row_ = 0, col_ = 0, edit_row_ = 0, edit_col_ = 0, enter_first_ = 0, enter_last_ = -1;

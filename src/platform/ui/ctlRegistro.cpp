@@ -28,6 +28,10 @@ void ctlRegistro::SetPrinter(std::string text) {
     if (replace(printer_, std::move(text))) Changed();
 }
 
+void ctlRegistro::SetNotice(std::string text) {
+    if (replace(notice_, std::move(text))) Changed();
+}
+
 void ctlRegistro::SetFlag(int i, bool on) {
     if (replace(flags_.at(static_cast<std::size_t>(i)), on)) Changed();
 }

@@ -30,6 +30,9 @@ public:
     void SetDeleteLineEnabled(bool on);
     [[nodiscard]] bool ModifyEnabled() const { return modify_; }
     void SetModifyEnabled(bool on);
+    /// What a person should know about what is on the screen; empty for nothing.
+    [[nodiscard]] const std::string& Notice() const { return notice_; }
+    void SetNotice(std::string text);
     /// Save needs modify, Print print, DeleteLine both delete line and modify; the others are always on.
     [[nodiscard]] bool enabled(Function f) const;
 
@@ -42,7 +45,7 @@ public:
     Event<> New, Save, DeleteLine, Print, Search, Exit;
 
 private:
-    std::string company_, user_, program_, printer_;
+    std::string company_, user_, program_, printer_, notice_;
     std::array<bool, 5> flags_{};
     bool print_ = true, delete_line_ = true, modify_ = true;
 };

@@ -17,10 +17,10 @@ Entry entry_between(const std::string& before, const std::string& now) {
     while (front > 0 && within_character(now, front)) --front;
     while (back < common - front && before[before.size() - 1 - back] == now[now.size() - 1 - back]) ++back;
     while (back > 0 && within_character(now, now.size() - back)) --back;
-    Entry e{now.substr(0, front), now.substr(front, now.size() - front - back), now.substr(now.size() - back)};
-    const auto characters = std::count_if(e.text.begin(), e.text.end(), [](char c) {
-        return (static_cast<unsigned char>(c) & 0xC0) != 0x80;
-    });
+    Entry e{now.substr(0, front), now.substr(front, now.size() - front - back),
+            now.substr(now.size() - back)};
+    const auto characters = std::count_if(
+        e.text.begin(), e.text.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; });
     e.typed = characters == 1;
     return e;
 }

@@ -1,6 +1,7 @@
 #pragma once
 #include <cstddef>
 #include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -80,6 +81,8 @@ public:
     void forget(Form& form);
     /// A form whose owner goes while its procedures run lives on until they have ended.
     void keep(std::unique_ptr<Form> form);
+    /// Column widths that a person gave the list of a form, "80#200#", by the form's name.
+    std::map<std::string, std::string> list_widths;
 
 protected:
     virtual Answer on_message(const std::string& text, Icon icon, Buttons buttons,

@@ -100,11 +100,16 @@ bool ctlPlanilla::enter(Entry e) {
     return true;
 }
 
-void ctlPlanilla::user_edit(const std::string& text) {
-    if (!editing_ || text == edit_) return;
+bool ctlPlanilla::user_edit(const std::string& text) {
+    if (!editing_ || text == edit_) return editing_;
     const Entry e = entry_between(edit_, text);
-    if (e.text.empty()) return set_edit_text(text); // something was taken out
-    if (!enter(e)) EditChanged();
+    if (e.text.empty()) { // something was taken out
+        set_edit_text(text);
+        return true;
+    }
+    const bool came_in = enter(e);
+    if (!came_in) EditChanged();
+    return came_in;
 }
 
 bool ctlPlanilla::type(char32_t ch) {
@@ -125,6 +130,7 @@ void ctlPlanilla::SetHint(std::string text) {
 }
 
 bool ctlPlanilla::commit_edit() {
+    const History::Recording step(history_);
     bool done = false;
     form().atender([&] { done = finish_edit(); });
     return done;
@@ -141,7 +147,8 @@ bool ctlPlanilla::finish_edit() {
     {
         const Flag committing(committing_);
         edit_ = in_format(edit_, Columns(col).NumberFormat);
-        if (edit_ == old_text_ || (edit_.empty() && old_text_ == ZERO && !Columns(col).NumberFormat.empty())) {
+        if (edit_ == old_text_ ||
+            (edit_.empty() && old_text_ == ZERO && !Columns(col).NumberFormat.empty())) {
             close_edit();
             return true;
         }
@@ -164,7 +171,10 @@ bool ctlPlanilla::finish_edit() {
     return true;
 }
 
-bool ctlPlanilla::on_leave() { return finish_edit(); }
+bool ctlPlanilla::on_leave() {
+    const History::Recording step(history_);
+    return finish_edit();
+}
 
 void ctlPlanilla::cancel_edit() { close_edit(); }
 
@@ -201,6 +211,7 @@ void ctlPlanilla::SetCol(int col) {
 }
 
 bool ctlPlanilla::move_to(int row, int col) {
+    const History::Recording step(history_);
     bool moved = false;
     form().atender([&] { moved = go(row, col); });
     return moved;
@@ -225,6 +236,7 @@ bool ctlPlanilla::go(int row, int col) {
 }
 
 bool ctlPlanilla::delete_row() {
+    const History::Recording step(history_);
     bool done = false;
     form().atender([&] { done = remove_current(); });
     return done;
@@ -247,11 +259,14 @@ bool ctlPlanilla::remove_current() {
 
 void ctlPlanilla::press_button(int row, int col) {
     if (!can_focus() || col < 0 || col >= Cols() || !Columns(col).Button || !SetFocus()) return;
-    if (move_to(row, col)) form().atender([&] { ButtonClick(col); });
+    if (!move_to(row, col)) return;
+    const History::Recording step(history_);
+    form().atender([&] { ButtonClick(col); });
 }
 
 void ctlPlanilla::paste(const std::string& text) {
     if (locked_ || !Enabled()) return;
+    const History::Recording step(history_);
     std::string plain = reemplazar(text, "\r\n", "\n");
     while (plain.ends_with('\n')) plain.pop_back();
     if (!editing_ && plain.find_first_of("\t\n") != std::string::npos) return paste_block(plain);

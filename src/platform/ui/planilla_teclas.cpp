@@ -8,6 +8,12 @@ namespace quorvel::ui {
 
 void ctlPlanilla::on_key(KeyEvent& e) {
     SetHint("");
+    if (e.key == Key::character && e.ctrl && !e.alt && (e.ch == U'z' || e.ch == U'Z')) {
+        e.handled = true;
+        e.shift ? redo() : undo();
+        return;
+    }
+    const History::Recording step(history_);
     switch (e.key) {
     case Key::up:
     case Key::down:

@@ -23,8 +23,8 @@ void TextBox::edit(std::string text) {
 }
 
 /// The one door of what a person enters.
-void TextBox::enter(Entry e) {
-    if (locked_ || !Enabled()) return;
+bool TextBox::enter(Entry e) {
+    if (locked_ || !Enabled()) return false;
     form().atender([&] {
         if (e.text.empty()) return edit(e.whole()); // something was taken out
         if (!e.typed) settle(e);
@@ -37,13 +37,15 @@ void TextBox::enter(Entry e) {
         }
         e.refused ? Changed() : edit(e.whole());
     });
+    return !e.refused;
 }
 
-void TextBox::user_edit(const std::string& text) {
-    if (text != text_) enter(entry_between(text_, text));
+bool TextBox::user_edit(const std::string& text) {
+    selected_ = false;
+    return text == text_ || enter(entry_between(text_, text));
 }
 
-void TextBox::paste(const std::string& text) { enter({selected_ ? std::string() : text_, text, {}}); }
+bool TextBox::paste(const std::string& text) { return enter({selected_ ? std::string() : text_, text, {}}); }
 
 void TextBox::SelectAll() {
     selected_ = true;
@@ -77,7 +79,8 @@ char32_t TextBox::filter(char32_t ch) {
 void TextBox::on_key(KeyEvent& e) {
     if (e.key == Key::character && !e.ctrl && !e.alt) {
         e.handled = true;
-        return enter({selected_ ? std::string() : text_, utf8(e.ch), {}, true});
+        enter({selected_ ? std::string() : text_, utf8(e.ch), {}, true});
+        return;
     }
     if (e.key == Key::home || e.key == Key::end || e.key == Key::left || e.key == Key::right) {
         selected_ = false;

@@ -4,19 +4,9 @@
 #include "screen/maestro.h"
 #include "text/letras_utf8.h"
 
+#include <utility>
+
 namespace quorvel {
-
-namespace {
-
-void enter_avanza(ui::ComboBox& lista) {
-    lista.KeyDown += [&lista](ui::KeyEvent& e) {
-        if (e.key != ui::Key::enter) return;
-        e.handled = true;
-        lista.form().focus_next();
-    };
-}
-
-} // namespace
 
 FormaConsulta::FormaConsulta(ui::Escritorio& escritorio, std::string name, std::string caption,
                              std::vector<std::string> columnas)
@@ -30,27 +20,44 @@ FormaConsulta::FormaConsulta(ui::Escritorio& escritorio, std::string name, std::
     ctlConsulta1.Cancelled += [this] { Hide(); };
 }
 
-frmBuscaCentro::frmBuscaCentro(ui::Escritorio& escritorio)
-    : FormaConsulta(escritorio, "frmBuscaCentro", "Buscar Cuenta", {"centro", "n_centro"}) {
-    cmbGcuenta.Click += [this] { atender([this] { cmbGcuenta_Click(); }); };
-    enter_avanza(cmbGcuenta);
-    ctlConsulta1.NotFound += [this](const std::string& tecleado, bool& falta) {
-        atender([&] { buscar_en_otros_grupos(tecleado, falta); });
+void FormaConsulta::Form_KeyDown(ui::KeyEvent& e) {
+    if (e.key != ui::Key::escape) return;
+    e.handled = true;
+    Hide();
+}
+
+void FormaConsulta::agrupar(ui::ComboBox& grupos, std::function<bool(int, const std::string&)> puede_tener) {
+    puede_tener_ = std::move(puede_tener);
+    grupos.KeyDown += [this](ui::KeyEvent& e) {
+        if (e.key != ui::Key::enter) return;
+        e.handled = true;
+        focus_next();
+    };
+    grupos.Chosen += [this] { ctlConsulta1.SetFocus(); };
+    ctlConsulta1.NotFound += [this, &grupos](const std::string& tecleado, bool& falta) {
+        atender([&] { buscar_en_otros(grupos, tecleado, falta); });
     };
 }
 
-/// The group that shows the code or name becomes the chosen one. A code can only be in the group that begins
-/// as it does; for a name the others are read in their order, once for a word.
-void frmBuscaCentro::buscar_en_otros_grupos(const std::string& tecleado, bool& falta) {
-    const int aqui = cmbGcuenta.ListIndex();
-    const char primera = tecleado.front();
-    const bool codigo = primera >= '0' && primera <= '9';
-    for (int i = 0; falta && i < cmbGcuenta.ListCount(); ++i) {
-        if (i == aqui || (codigo && cmbGcuenta.List(i).front() != primera)) continue;
-        cmbGcuenta.SetListIndex(i);
+/// The group that has it becomes the chosen one; they are read in their order, once for a word.
+void FormaConsulta::buscar_en_otros(ui::ComboBox& grupos, const std::string& tecleado, bool& falta) {
+    const int aqui = grupos.ListIndex();
+    for (int i = 0; falta && i < grupos.ListCount(); ++i) {
+        if (i == aqui || !puede_tener_(i, tecleado)) continue;
+        grupos.SetListIndex(i);
         falta = !ctlConsulta1.search(tecleado);
     }
-    if (falta && cmbGcuenta.ListIndex() != aqui) cmbGcuenta.SetListIndex(aqui);
+    if (falta && grupos.ListIndex() != aqui) grupos.SetListIndex(aqui);
+}
+
+frmBuscaCentro::frmBuscaCentro(ui::Escritorio& escritorio)
+    : FormaConsulta(escritorio, "frmBuscaCentro", "Buscar Cuenta", {"centro", "n_centro"}) {
+    cmbGcuenta.Click += [this] { atender([this] { cmbGcuenta_Click(); }); };
+    // A code can only be in the group that begins as it does.
+    agrupar(cmbGcuenta, [this](int grupo, const std::string& tecleado) {
+        const bool codigo = tecleado.front() >= '0' && tecleado.front() <= '9';
+        return !codigo || cmbGcuenta.List(grupo).front() == tecleado.front();
+    });
 }
 
 void frmBuscaCentro::Form_Load() {
@@ -79,7 +86,7 @@ frmBuscaAuxiliar::frmBuscaAuxiliar(ui::Escritorio& escritorio)
     : FormaConsulta(escritorio, "frmBuscaAuxiliar", "Buscar Auxiliar", {"auxiliar", "n_auxiliar", "rut"}) {
     ctlConsulta1.SetLayout({2500});
     cmbtipoaux.Click += [this] { atender([this] { cmbtipoaux_Click(); }); };
-    enter_avanza(cmbtipoaux);
+    agrupar(cmbtipoaux, [](int, const std::string&) { return true; });
 }
 
 void frmBuscaAuxiliar::Form_Load() {

@@ -13,6 +13,16 @@ public:
     clsConexion* glbdb = nullptr;
     std::string glbSQL, glbCodigo, glbNombre;
     ui::ctlConsulta ctlConsulta1{*this, "ctlConsulta1"};
+
+protected:
+    void Form_KeyDown(ui::KeyEvent& e) override; ///< Escape closes from wherever the focus is
+    /// A list that groups the rows: Enter goes on, a group picked with the pointer hands the keys to the
+    /// rows, and what no row of the group has is searched in the others.
+    void agrupar(ui::ComboBox& grupos, std::function<bool(int, const std::string&)> puede_tener);
+
+private:
+    void buscar_en_otros(ui::ComboBox& grupos, const std::string& tecleado, bool& falta);
+    std::function<bool(int, const std::string&)> puede_tener_;
 };
 
 /// Accounts, or cost centres when glbTipo is "centro", of one group and of the group's code length.
@@ -27,7 +37,6 @@ protected:
 
 private:
     void cmbGcuenta_Click();
-    void buscar_en_otros_grupos(const std::string& tecleado, bool& falta);
 };
 
 /// Auxiliaries of one type.

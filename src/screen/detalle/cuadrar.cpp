@@ -24,8 +24,11 @@ void CuadrarLinea(frmQuorvel& f) {
     }
 }
 
-void antes_de_borrar(frmQuorvel& f) {
-    const ui::ctlPlanilla& g = f.grdDetalle;
+void antes_de_borrar(frmQuorvel& f, bool& cancelar) {
+    ui::ctlPlanilla& g = f.grdDetalle;
+    cancelar = !f.ctlRegistro1.enabled(ui::ctlRegistro::Function::DeleteLine);
+    if (cancelar)
+        return g.SetHint("No tiene permiso para borrar líneas: pídalo a quien administra los usuarios");
     f.lblTotalDebe.SetCaption((total(f.lblTotalDebe) - Decimal::leer(g.Value(DEBE))).formato(PATRON));
     f.lblTotalhaber.SetCaption((total(f.lblTotalhaber) - Decimal::leer(g.Value(HABER))).formato(PATRON));
 }

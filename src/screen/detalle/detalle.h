@@ -32,8 +32,8 @@ void construir_columnas(frmQuorvel& f);
 void tecla_detalle(frmQuorvel& f, int& tecla);
 /// What a typed character becomes in a column, 0 when the column does not take it.
 [[nodiscard]] int tecla_aceptada(int columna, int tecla);
-/// TextEntering: a text that comes as a whole means something in its column or is refused; a sign makes a sum of
-/// an amount, and the mark is one letter.
+/// TextEntering: a text that comes as a whole means something in its column or is refused; a sign makes a sum
+/// of an amount, and the mark is one letter.
 void texto_entra(frmQuorvel& f, ui::Entry& e);
 /// What a whole text means in a column, nothing when it means nothing there.
 [[nodiscard]] bool tasa_valida(const std::string& texto); ///< empty or a number without a sign
@@ -42,7 +42,8 @@ void boton_detalle(frmQuorvel& f, int columna);
 void antes_de_editar(frmQuorvel& f, int columna, bool& cancelar);
 void antes_de_actualizar(frmQuorvel& f, int columna, const std::string& anterior, bool& cancelar);
 void despues_de_actualizar(frmQuorvel& f, int columna);
-void antes_de_borrar(frmQuorvel& f);
+/// Without the permission to delete lines the row stays.
+void antes_de_borrar(frmQuorvel& f, bool& cancelar);
 void celda_movida(frmQuorvel& f);
 /// Fills the side that is missing on a line whose amounts are both empty.
 void CuadrarLinea(frmQuorvel& f);

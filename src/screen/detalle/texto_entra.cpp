@@ -1,5 +1,5 @@
-// Texts that come into a cell as a whole: pasted, dropped, composed. Letter by letter they would lose what makes
-// another amount or code of them: a sign, a decimal mark, a letter.
+// Texts that come into a cell as a whole: pasted, dropped, composed. Letter by letter they would lose what
+// makes another amount or code of them: a sign, a decimal mark, a letter.
 #include "screen/detalle/detalle.h"
 #include "screen/frmQuorvel.h"
 #include "text/letras_utf8.h"
