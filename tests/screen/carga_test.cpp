@@ -85,13 +85,17 @@ TEST(Carga, ColumnWidthsAreKeptAndGarbageIsPassedOver) {
     EXPECT_EQ(p.f.grdDetalle.Columns(0).Width, 100);
     EXPECT_EQ(p.f.grdDetalle.Columns(5).Width, glosa);
     p.f.grdDetalle.Columns(5).Width = 400;
+    p.escritorio.list_widths["frmBuscaCentro"] = "80#300#";
     p.f.Unload();
+    p.escritorio.list_widths.clear();
     const std::string ini = leer_archivo(p.carpeta + "/NIVO.ini");
     EXPECT_NE(ini.find("; del cliente\r\n[nivo]\r\nbase=/datos/\r\n"), std::string::npos) << ini;
     EXPECT_NE(ini.find("#400#"), std::string::npos) << ini;
     EXPECT_FALSE(fs::exists(p.carpeta + "/nivo.ini")) << "one settings file whatever its case";
     p.abrir();
     EXPECT_EQ(p.f.grdDetalle.Columns(5).Width, 400);
+    EXPECT_TRUE(p.f.grdDetalle.Columns(5).WidthChosen && !p.f.grdDetalle.Columns(6).WidthChosen);
+    EXPECT_EQ(p.escritorio.list_widths["frmBuscaCentro"], "80#300#");
 }
 
 TEST(Carga, DatesAndNamesOfTheHeader) {
@@ -161,6 +165,27 @@ TEST(Consultas, TypingFindsAcrossGroupsFirstMatchFirst) {
         ASSERT_TRUE(elegida) << c.tecleado;
         EXPECT_EQ(elegida->codigo, c.codigo) << c.tecleado;
     }
+    apoyo::ejecutar(*p.db, "update ctxaux_cod set tipo='PR' where tipo='CL'"); // the first type has nobody
+    for (const auto& [tecleado, codigo] :
+         {std::pair{"roble", "000013"}, {"76418", "000013"}, {"76.418", "000013"}, {"soto", "000012"}}) {
+        p.escritorio.al_abrir([&, t = tecleado](ui::Form& f) {
+            auto& tipos = dynamic_cast<ui::ComboBox&>(*f.find("cmbtipoaux"));
+            EXPECT_EQ(tipos.ListIndex(), 0);
+            EXPECT_TRUE(tipos.choose(0));
+            EXPECT_TRUE(f.find("ctlConsulta1")->has_focus()) << "picked with the pointer";
+            teclear(f, t);
+            auto enter = ui::parse_key("enter");
+            f.send_key(*enter);
+        });
+        const auto elegido = elegir_auxiliar(p.escritorio, *p.db);
+        EXPECT_EQ(elegido ? elegido->codigo : "", codigo) << tecleado;
+    }
+    p.escritorio.al_abrir([&](ui::Form& f) {
+        f.set_active(f.find("cmbtipoaux"));
+        auto escape = ui::parse_key("escape");
+        f.send_key(*escape);
+    });
+    EXPECT_FALSE(elegir_auxiliar(p.escritorio, *p.db));
     p.escritorio.al_abrir([&](ui::Form& f) {
         auto& lista = dynamic_cast<ui::ctlConsulta&>(*f.find("ctlConsulta1"));
         teclear(f, "banzzz");
