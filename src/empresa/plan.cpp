@@ -1,7 +1,7 @@
 #include "empresa/plan.h"
 
 #include "empresa/configuracion_anual.h"
-#include "empresa/tabla_csv.h"
+#include "platform/files/tabla_csv.h"
 #include "platform/db/literal.h"
 #include "text/letras_utf8.h"
 

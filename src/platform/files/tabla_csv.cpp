@@ -1,4 +1,4 @@
-#include "empresa/tabla_csv.h"
+#include "platform/files/tabla_csv.h"
 
 #include "platform/files/codepage.h"
 #include "text/letras_utf8.h"
@@ -21,15 +21,14 @@ char separador(std::string_view bytes) {
 }
 
 /// One character after the other; a quote opens only at a cell's beginning.
-std::vector<FilaCsv> separar(std::string_view texto, char separa) {
-    std::vector<FilaCsv> filas;
+void separar(std::string_view texto, char separa, TablaCsv& tabla) {
     FilaCsv fila{1, {""}};
-    int linea = 1;
+    int linea = 1, cita = 1;
     bool citada = false;
     const auto cerrar = [&] {
         const bool en_blanco =
             std::ranges::all_of(fila.celdas, [](const std::string& c) { return recortar(c).empty(); });
-        if (!en_blanco) filas.push_back(std::move(fila));
+        if (!en_blanco) tabla.filas.push_back(std::move(fila));
         fila = {linea, {""}};
     };
     for (std::size_t i = 0; i < texto.size(); ++i) {
@@ -44,6 +43,7 @@ std::vector<FilaCsv> separar(std::string_view texto, char separa) {
                 citada = false;
         } else if (c == '"' && fila.celdas.back().empty()) {
             citada = true;
+            cita = linea;
         } else if (c == separa) {
             fila.celdas.emplace_back();
         } else if (c == '\n') {
@@ -53,7 +53,7 @@ std::vector<FilaCsv> separar(std::string_view texto, char separa) {
         }
     }
     cerrar();
-    return filas;
+    if (citada) tabla.comilla_abierta = cita;
 }
 
 } // namespace
@@ -77,7 +77,7 @@ TablaCsv leer_tabla_csv(std::string_view bytes) {
         }
         texto = std::move(leido.text);
     }
-    tabla.filas = separar(texto, separador(texto));
+    separar(texto, separador(texto), tabla);
     if (tabla.filas.empty()) return tabla;
     for (const std::string& titulo : tabla.filas.front().celdas)
         tabla.titulos.push_back(sin_acentos(recortar(titulo)));

@@ -1,0 +1,141 @@
+#include "registro/en_libros.h"
+
+#include "assistants/libros.h"
+#include "platform/db/literal.h"
+#include "registro/leer.h"
+#include "text/letras_utf8.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <map>
+
+namespace quorvel::registro {
+namespace {
+
+/// Header and lines together: a voucher's rows follow each other.
+constexpr const char* CAMPOS =
+    "select c.f_comp, c.documento, c.num_docum, c.subsistema, c.libro, c.doc_libro, c.rut_persona, c.num_ref,"
+    " c.nombre, c.fecha_factura, c.monto_neto, c.monto_exento, d.centro, d.debe_nacional, d.haber_nacional"
+    " from ctcquorvel c, ctdquorvel d where d.empresa=c.empresa and d.f_comp=c.f_comp and"
+    " d.documento=c.documento and d.num_docum=c.num_docum and c.estado='P'";
+
+int libro_de(const std::string& texto) {
+    const auto i = std::ranges::find(TEXTOS_LIBRO, texto);
+    return static_cast<int>(i - TEXTOS_LIBRO.begin());
+}
+
+/// The configured accounts that tell a line's part in its document.
+struct CuentasLibro {
+    const std::string &iva, &otros, &factura, &boleta;
+    int signo; ///< of a debit on the VAT account
+};
+CuentasLibro cuentas_de(const Configuracion& k, int libro) {
+    if (libro == VENTAS) return {k.iva, k.otros_impuestos, k.factura_cobrar, k.boleta_cobrar, -1};
+    return {k.iva_compra, k.otros_impuestos_compra, k.factura_pagar, k.boleta_pagar, 1};
+}
+
+class Lectura {
+public:
+    Lectura(int empresa, const Configuracion& k) : empresa_(empresa), k_(k) {}
+    void leer(clsConexion& db, const std::string& condicion) {
+        for (const auto rs = db.NewRecord(CAMPOS + condicion); !rs->eof(); rs->MoveNext()) {
+            const auto texto = [&](std::size_t i) { return recortar_fin(rs->at(i).text()); };
+            const Clave clave{empresa_, texto(3), rs->at(0).date().value_or(Fecha{}), texto(1), texto(2)};
+            const auto [lugar, nuevo] = lugares_.try_emplace(
+                fecha_iso(clave.f_comp) + clave.documento + "|" + clave.num_docum, leidos_.size());
+            if (nuevo) leidos_.push_back(cabecera(*rs, clave));
+            sumar(leidos_[lugar->second], texto(12), rs->at(13).integer() - rs->at(14).integer());
+        }
+    }
+    std::vector<EnLibros> resultado() { return std::move(leidos_); }
+
+private:
+    static EnLibros cabecera(Recordset& rs, const Clave& clave) {
+        EnLibros e;
+        e.clave = clave;
+        e.libro = libro_de(recortar_fin(rs.at(4).text()));
+        e.doc_libro = recortar_fin(rs.at(5).text());
+        e.rut = rut_mostrado(rs.at(6).text());
+        e.folio = folio_limpio(rs.at(7).text());
+        e.nombre = recortar(rs.at(8).text());
+        e.fecha = rs.at(9).date();
+        e.neto = rs.at(10).integer();
+        e.exento = rs.at(11).integer();
+        return e;
+    }
+    void sumar(EnLibros& e, const std::string& cuenta, std::int64_t debe) const {
+        const CuentasLibro c = cuentas_de(k_, e.libro);
+        const std::int64_t signo = es_nota_credito(e.doc_libro) ? -c.signo : c.signo;
+        if (cuenta == c.factura || cuenta == c.boleta)
+            e.total -= signo * debe;
+        else if (cuenta == c.iva)
+            e.iva += signo * debe;
+        else if (cuenta == c.otros)
+            e.otro += signo * debe;
+    }
+
+    int empresa_;
+    const Configuracion& k_;
+    std::vector<EnLibros> leidos_;
+    std::map<std::string, std::size_t> lugares_;
+};
+
+/// Folios as typed with zeros in front, up to the length that the tax authority's have.
+void agregar_formas(std::string& lista, std::string folio) {
+    constexpr std::size_t LARGO_FOLIO = 10;
+    do lista += (lista.empty() ? "" : ",") + sql_texto(folio);
+    while ((folio.insert(0, "0")).size() <= LARGO_FOLIO);
+}
+
+std::string condicion_empresa(int empresa) { return " and c.empresa=" + sql_numero(empresa); }
+
+} // namespace
+
+std::string texto(const Clave& k) { return k.documento + "-" + k.num_docum + " del " + fecha_dmy(k.f_comp); }
+
+std::string identidad(int libro, const std::string& doc_libro, const std::string& rut,
+                      const std::string& folio) {
+    return std::to_string(libro) + "|" + doc_libro + "|" + rut + "|" + folio;
+}
+
+std::string formas_de_rut(const std::string& rut) {
+    const std::string liso = reemplazar(rut, ".", "");
+    std::string formas = sql_texto(rut);
+    for (const std::string& f : {liso, reemplazar(liso, "-", ""), minusculas(liso)})
+        if (formas.find(sql_texto(f)) == std::string::npos) formas += "," + sql_texto(f);
+    return formas;
+}
+
+std::vector<EnLibros> documentos_del_mes(clsConexion& db, int empresa, const Configuracion& k, int libro,
+                                         Mes m) {
+    Lectura l(empresa, k);
+    l.leer(db, condicion_empresa(empresa) +
+                   " and c.libro=" + sql_texto(TEXTOS_LIBRO.at(static_cast<std::size_t>(libro))) +
+                   " and year(c.f_comp)=" + sql_numero(m.anio) + " and month(c.f_comp)=" + sql_numero(m.mes));
+    return l.resultado();
+}
+
+std::vector<EnLibros> documentos_buscados(clsConexion& db, int empresa, const Configuracion& k,
+                                          std::vector<Buscado> buscados) {
+    constexpr std::size_t POR_BLOQUE = 200;
+    std::ranges::sort(buscados, {}, [](const Buscado& b) { return std::pair(b.rut, b.folio); });
+    Lectura l(empresa, k);
+    for (std::size_t desde = 0; desde < buscados.size();) {
+        std::string condicion;
+        std::size_t hasta = desde;
+        for (; hasta < buscados.size() && hasta < desde + POR_BLOQUE;) {
+            const std::string& rut = buscados[hasta].rut;
+            std::string folios;
+            for (; hasta < buscados.size() && buscados[hasta].rut == rut && hasta < desde + POR_BLOQUE;
+                 ++hasta)
+                agregar_formas(folios, buscados[hasta].folio);
+            condicion += std::string(condicion.empty() ? "" : " or ") + "(c.num_ref in (" + folios +
+                         ") and c.rut_persona in (" + formas_de_rut(rut) + "))";
+        }
+        l.leer(db, condicion_empresa(empresa) + " and (" + condicion + ")");
+        desde = hasta;
+    }
+    return l.resultado();
+}
+
+} // namespace quorvel::registro
