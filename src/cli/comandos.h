@@ -34,5 +34,6 @@ void agregar_check(CLI::App& app);
 void agregar_export(CLI::App& app);
 void agregar_print(CLI::App& app);
 void agregar_report(CLI::App& app);
+void agregar_register(CLI::App& app);
 
 } // namespace quorvel

@@ -113,6 +113,7 @@ int principal(int argc, char** argv) {
     agregar_export(app);
     agregar_print(app);
     agregar_report(app);
+    agregar_register(app);
     auto* driver = app.add_subcommand("driver", "Conduce las pantallas por líneas JSON, sin ventanas");
     try {
         app.parse(argc, argv);
@@ -121,7 +122,7 @@ int principal(int argc, char** argv) {
         const bool de_un_comando = dynamic_cast<const CLI::RuntimeError*>(&e) != nullptr;
         return codigo == 0 || de_un_comando ? codigo : MAL_USO;
     }
-    for (const char* comando : {"db", "import", "check", "export", "print", "report"})
+    for (const char* comando : {"db", "import", "check", "export", "print", "report", "register"})
         if (app.got_subcommand(comando)) return BIEN;
     if (driver->parsed()) {
         OpcionesDriver opciones;
