@@ -135,6 +135,14 @@ void op_sql(Conversacion& c, const Json& p, Json& respuesta) {
     respuesta["value"] = std::move(filas);
 }
 
+void op_register(Conversacion& c, const Json& p, Json&) {
+    Objeto& o = c.objeto(p);
+    frmQuorvel& pantalla = o.objeto->pantalla();
+    if (!pantalla.visible() || !c.alcanzable(pantalla)) throw Rechazada("the voucher screen is not in front");
+    if (!o.registro) o.registro = std::make_unique<frmRegistro>(pantalla);
+    o.registro->abrir();
+}
+
 void op_quit(Conversacion& c, const Json&, Json&) { c.terminar(); }
 
 /// When an operation can be asked for: the host's at any time, the person's only while no question and no
@@ -166,6 +174,7 @@ constexpr std::array OPERACIONES{
     Operacion{"file", op_file, Cuando::siempre},
     Operacion{"state", op_state, Cuando::siempre},
     Operacion{"sql", op_sql, Cuando::siempre},
+    Operacion{"register", op_register, Cuando::reposo},
     Operacion{"quit", op_quit, Cuando::siempre},
 };
 

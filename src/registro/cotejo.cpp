@@ -25,12 +25,11 @@ Indice indice_de(const Libros& libros) {
     return i;
 }
 
-/// The parts as the books would hold them; a header that says nothing of its amounts is taken at its word
-/// for what the lines leave over.
+/// What differs and by how much; what the lines leave over without a header's word may be split as in the
+/// register.
 std::string diferencias(const Composicion& c, const EnLibros& e) {
-    const bool callada = e.neto == 0 && e.exento == 0;
-    const std::int64_t exento = callada ? c.exento : e.exento;
-    const std::int64_t neto = callada ? e.total - e.iva - e.otro - exento - c.costo : e.neto;
+    const std::int64_t exento = e.deducido ? c.exento : e.exento;
+    const std::int64_t neto = e.deducido ? e.neto + e.exento - c.exento - c.costo : e.neto;
     struct Par {
         const char* que;
         std::int64_t registro, libros;

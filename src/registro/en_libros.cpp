@@ -6,8 +6,7 @@
 #include "text/letras_utf8.h"
 
 #include <algorithm>
-#include <cstdlib>
-#include <map>
+#include <unordered_map>
 
 namespace quorvel::registro {
 namespace {
@@ -38,24 +37,40 @@ class Lectura {
 public:
     Lectura(int empresa, const Configuracion& k) : empresa_(empresa), k_(k) {}
     void leer(clsConexion& db, const std::string& condicion) {
+        std::string antes;
+        std::size_t lugar = 0;
         for (const auto rs = db.NewRecord(CAMPOS + condicion); !rs->eof(); rs->MoveNext()) {
-            const auto texto = [&](std::size_t i) { return recortar_fin(rs->at(i).text()); };
-            const Clave clave{empresa_, texto(3), rs->at(0).date().value_or(Fecha{}), texto(1), texto(2)};
-            const auto [lugar, nuevo] = lugares_.try_emplace(
-                fecha_iso(clave.f_comp) + clave.documento + "|" + clave.num_docum, leidos_.size());
-            if (nuevo) leidos_.push_back(cabecera(*rs, clave));
-            sumar(leidos_[lugar->second], texto(12), rs->at(13).integer() - rs->at(14).integer());
+            std::string llave = rs->at(0).text() + "|" + rs->at(1).text() + "|" + rs->at(2).text();
+            if (llave != antes) { // an engine may hand over a voucher's lines apart
+                const auto [i, nuevo] = lugares_.try_emplace(llave, leidos_.size());
+                if (nuevo) leidos_.push_back(cabecera(*rs));
+                lugar = i->second;
+                antes = std::move(llave);
+            }
+            sumar(leidos_[lugar], recortar_fin(rs->at(12).text()),
+                  rs->at(13).integer() - rs->at(14).integer());
         }
     }
-    std::vector<EnLibros> resultado() { return std::move(leidos_); }
+    std::vector<EnLibros> resultado() {
+        for (EnLibros& e : leidos_) {
+            e.deducido = e.neto == 0 && e.exento == 0;
+            if (!e.deducido) continue;
+            const bool exenta = e.doc_libro.find("EXENTA") != std::string::npos;
+            (exenta ? e.exento : e.neto) = e.total - e.iva - e.otro;
+        }
+        return std::move(leidos_);
+    }
 
 private:
-    static EnLibros cabecera(Recordset& rs, const Clave& clave) {
+    EnLibros cabecera(Recordset& rs) {
+        const auto texto = [&](std::size_t i) { return recortar_fin(rs.at(i).text()); };
         EnLibros e;
-        e.clave = clave;
-        e.libro = libro_de(recortar_fin(rs.at(4).text()));
-        e.doc_libro = recortar_fin(rs.at(5).text());
-        e.rut = rut_mostrado(rs.at(6).text());
+        e.clave = {empresa_, texto(3), rs.at(0).date().value_or(Fecha{}), texto(1), texto(2)};
+        e.libro = libro_de(texto(4));
+        e.doc_libro = texto(5);
+        const auto [rut, nuevo] = ruts_.try_emplace(rs.at(6).text());
+        if (nuevo) rut->second = rut_mostrado(rut->first);
+        e.rut = rut->second;
         e.folio = folio_limpio(rs.at(7).text());
         e.nombre = recortar(rs.at(8).text());
         e.fecha = rs.at(9).date();
@@ -77,7 +92,8 @@ private:
     int empresa_;
     const Configuracion& k_;
     std::vector<EnLibros> leidos_;
-    std::map<std::string, std::size_t> lugares_;
+    std::unordered_map<std::string, std::size_t> lugares_; ///< of a voucher among those read
+    std::unordered_map<std::string, std::string> ruts_;    ///< as stored and as shown
 };
 
 /// Folios as typed with zeros in front, up to the length that the tax authority's have.

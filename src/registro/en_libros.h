@@ -12,8 +12,9 @@ struct EnLibros {
     int libro = 0;
     std::string doc_libro, rut, folio, nombre;
     std::optional<Fecha> fecha;
-    std::int64_t neto = 0, exento = 0;         ///< both 0 where the header says nothing of them
+    std::int64_t neto = 0, exento = 0;
     std::int64_t iva = 0, otro = 0, total = 0; ///< of the lines on the configured accounts
+    bool deducido = false; ///< the header gives no amounts: the net is what the lines leave over
 };
 /// "002-45 del 20/03/2024"
 [[nodiscard]] std::string texto(const Clave& clave);

@@ -1,6 +1,9 @@
 // The assistants, asked for and answered line by line.
 #include "apoyo/vias_asistente.h"
 #include "driver/dialogo.h"
+#include "registro/archivo.h"
+
+#include <fstream>
 
 using namespace quorvel;
 using namespace quorvel::apoyo;
@@ -205,6 +208,28 @@ TEST_P(AsistentesDriver, each_dialog_by_keys_alone_and_by_clicks_alone) {
         }
         EXPECT_EQ(renglones(d), r.por_clics);
     }
+}
+
+TEST_P(AsistentesDriver, a_register_of_purchases_from_the_file_to_the_vouchers) {
+    const Empresa e(GetParam());
+    const std::string ruta = carpeta_nueva() + "/rcv_202406.csv";
+    std::ofstream(ruta) << pruebas::COMPRAS_REGISTRO << "\n"
+                        << pruebas::compra_de(1, "76418352-5", "12", 1000, {}, "03/06/2024");
+    Dialogo d;
+    conversar(d, {{e.crear(), {}}, {en("register"), {FALLA}}, {llama("ShowForm"), {}}});
+    conversar(
+        d, {{en("register"), {espera("form"), forma("frmRegistro"), foco("cmdArchivo")}},
+            {pulsa("cmdArchivo"), {espera("openfile")}},
+            {archivo(ruta), {foco("grdRegistro")}},
+            {mira("grdRegistro"), {R"(["","nuevo","COMPRAS","F. ELECTRONICA","76.418.352-5")"}},
+            {en("key", {{"key", "space"}}), {}},
+            {pulsa("cmdContabilizar"), {forma("frmContrapartes")}},
+            {en("cell", {{"control", "grdContrapartes"}, {"row", 0}, {"col", 4}, {"text", "501001"}}), {}},
+            {pulsa("cmdaceptar"), {pregunta("¿Contabilizar 1 documento por 1.190?")}},
+            {responde("yes"), {dice("Quedó contabilizado 1 documento", "information"), forma("frmRegistro")}},
+            {mira("grdRegistro"), {R"(["","contabilizado")"}},
+            {pulsa("cmdVer"), {forma("frmQuorvel")}},
+            {mira("txtnum_ref"), {campo("text", "12")}}});
 }
 
 } // namespace

@@ -7,6 +7,7 @@
 #include "dbtools/esquema.h"
 #include "interchange/archivo_comprobante.h"
 #include "oficina/salida.h"
+#include "registro/archivo.h"
 #include "text/letras_utf8.h"
 #include "text/numeros.h"
 
@@ -115,6 +116,50 @@ TEST_P(Oficina_, LoImportadoEsLoQueGrabaLaPantalla) {
         "3|201001|000013|0|119000|factura|101001||9|024|31.50");
     EXPECT_EQ(sql("select ultimo_emitido from adxemp_doc order by documento"), "30;7");
     EXPECT_EQ(sql("select bloqueo_usuario from ctcquorvel where usuario=0 order by f_comp"), "2;1");
+}
+
+TEST_P(Oficina_, UnRegistroSeCotejaYSeContabiliza) {
+    using namespace pruebas;
+    const std::string roble = "76418352-5", nombre = "RCV_COMPRA_REGISTRO_76111222-8_202403.csv";
+    const auto registro = [&](const std::string& lineas) {
+        escribir(nombre, std::string(COMPRAS_REGISTRO) + "\n" + lineas);
+    };
+    escribir("anterior.csv", apoyo::compra("7"));
+    ASSERT_EQ(correr("import anterior.csv").codigo, BIEN);
+    registro(compra_de(1, roble, "97", 100000, {{"Tipo Doc", "30"}}) + compra_de(2, roble, "98", 1000) +
+             compra_de(3, roble, "99", 1000));
+    const Corrida cotejo = correr("register " + nombre);
+    EXPECT_EQ(cotejo.codigo, BIEN) << cotejo.error; // what is new is no problem
+    EXPECT_TRUE(contiene(cotejo.salida, "COMPRAS FACTURA: 1 en el registro, 1 en libros, diferencia 0\n"))
+        << cotejo.salida;
+    EXPECT_TRUE(contiene(cotejo.salida, "Mes 03/2024: 2 nuevo, 1 contabilizado\n")) << cotejo.salida;
+    const Corrida ensayo = correr("register --book --dry-run " + nombre);
+    EXPECT_EQ(ensayo.codigo, BIEN) << ensayo.error;
+    EXPECT_EQ(cuantos(), "1/3");
+    const Corrida c = correr("register --book --json " + nombre);
+    EXPECT_EQ(c.codigo, BIEN) << c.salida;
+    const auto j = nlohmann::json::parse(c.salida);
+    EXPECT_EQ(j["contabilizados"], 2);
+    EXPECT_EQ(j["filas"][1]["comprobante"], "002-8 del 10/03/2024");
+    EXPECT_EQ(j["prueba"][1]["diferencia"]["neto"], 0);
+    EXPECT_EQ(cuantos(), "3/9");
+    registro(compra_de(1, roble, "98", 900) + compra_de(2, "77777777-7", "5", 10));
+    const Corrida mal = correr("register --book " + nombre);
+    EXPECT_EQ(mal.codigo, RECHAZADO);
+    EXPECT_TRUE(contiene(mal.error, nombre + ":2: difiere: 33 factura electrónica 98 de 76.418.352-5: neto "
+                                             "900 en el registro, 1.000 en libros (-100)"))
+        << mal.error;
+    EXPECT_TRUE(contiene(
+        mal.error,
+        nombre + ":3: nuevo: 33 factura electrónica 5 de 77.777.777-7: Falta cuenta para la contraparte\n"))
+        << mal.error;
+    EXPECT_TRUE(
+        contiene(mal.error, "002-9 del 10/03/2024: falta en el registro: F. ELECTRONICA 99 de 76.418.352-5"))
+        << mal.error;
+    EXPECT_EQ(correr("register nada.csv").codigo, SIN_DATOS);
+    EXPECT_EQ(correr("register anterior.csv").codigo, SIN_DATOS); // another kind of file
+    EXPECT_EQ(correr("register --month 13/2024 " + nombre).codigo, MAL_USO);
+    EXPECT_EQ(cuantos(), "3/9");
 }
 
 TEST_P(Oficina_, TodosLosProblemasConArchivoLineaYCampo) {

@@ -35,7 +35,7 @@ TEST(Accesibilidad, EveryControlHasAName) {
     p.teclado.escribir("1"); // the cell editor is there
     EXPECT_EQ(nameless(*p.escritorio.window_of(p.f())), "");
     EXPECT_EQ(p.grilla().editor().accessibleName(), QString::fromUtf8("Cuenta, línea 1"));
-    for (const auto& forma : pruebas::todas_las_formas(p.escritorio)) {
+    for (const auto& forma : pruebas::todas_las_formas(p)) {
         const qt::FormWindow ventana(*forma, nullptr);
         EXPECT_EQ(nameless(ventana), "") << forma->name();
     }

@@ -15,6 +15,8 @@
 #include "screen/papeles/frmImprimir.h"
 #include "screen/papeles/frmcheque.h"
 #include "screen/papeles/frmfactura.h"
+#include "screen/registro/frmContrapartes.h"
+#include "screen/registro/frmRegistro.h"
 
 #include <gtest/gtest.h>
 
@@ -85,7 +87,10 @@ struct Pantalla {
 };
 
 /// One of every form beside the voucher screen.
-inline std::vector<std::unique_ptr<ui::Form>> todas_las_formas(ui::Escritorio& e) {
+inline std::vector<std::unique_ptr<ui::Form>> todas_las_formas(Pantalla& p) {
+    static std::unique_ptr<registro::Bandeja> bandeja; // the last form's own
+    ui::Escritorio& e = p.escritorio;
+    bandeja = std::make_unique<registro::Bandeja>(*p.f().glbdb, 1, 1, Fecha{});
     std::vector<std::unique_ptr<ui::Form>> formas;
     formas.push_back(std::make_unique<frmBuscaCentro>(e));
     formas.push_back(std::make_unique<frmBuscaAuxiliar>(e));
@@ -98,6 +103,8 @@ inline std::vector<std::unique_ptr<ui::Form>> todas_las_formas(ui::Escritorio& e
     formas.push_back(std::make_unique<frmImprimir>(e));
     formas.push_back(std::make_unique<frmcheque>(e, EntradaCheque{}));
     formas.push_back(std::make_unique<frmfactura>(e, EntradaFactura{}));
+    formas.push_back(std::make_unique<frmRegistro>(p.f()));
+    formas.push_back(std::make_unique<frmContrapartes>(p.f(), *bandeja, std::vector<registro::Desconocida>{}));
     return formas;
 }
 

@@ -30,7 +30,7 @@ TEST(Ventanas, FontsAreThere) { EXPECT_FALSE(QFontDatabase::families().isEmpty()
 // Goal: every layout fits its form. Method: open each form's window and list what does not match.
 TEST(Ventanas, EveryFormBindsWithoutProblems) {
     Pantalla p;
-    const auto formas = todas_las_formas(p.escritorio);
+    const auto formas = todas_las_formas(p);
     EXPECT_EQ(p.escritorio.window_of(p.f())->problems(), std::vector<std::string>{});
     for (const auto& forma : formas) {
         qt::FormWindow ventana(*forma, nullptr);

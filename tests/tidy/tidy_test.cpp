@@ -209,12 +209,14 @@ const std::map<std::string, std::string> EDGES{
     {"platform/ui", "text platform/db platform/files"},
     {"voucher", "text platform/db"},
     {"assistants", "text platform/db voucher"},
+    {"registro", "text platform/db platform/files voucher assistants"},
     {"yearend", "text platform/db voucher"},
     {"interchange", "text platform/db platform/files voucher"},
     {"libros", "text platform/db voucher"},
     {"empresa", "text platform/db platform/files"},
     {"screen",
-     "text platform/db platform/files platform/report platform/ui voucher assistants yearend interchange"},
+     "text platform/db platform/files platform/report platform/ui voucher assistants yearend interchange "
+     "registro"},
     {"host", "text platform/db screen"},
     {"driver", "text platform/report platform/ui screen host"},
     {"dbtools", "text platform/db platform/db/sqlite platform/files voucher"},
@@ -224,9 +226,10 @@ const std::map<std::string, std::string> EDGES{
     {"app",
      "text platform/db platform/files platform/report voucher screen host libros empresa dbtools demo qt"},
     {"demo_run", "platform/ui voucher screen qt app dbtools demo"},
-    {"cli",
-     "text platform/db platform/files platform/report voucher interchange screen driver qt app dbtools demo "
-     "oficina demo_run"},
+    {"cli", "text platform/db platform/files platform/report voucher assistants registro interchange screen "
+            "driver qt "
+            "app dbtools demo "
+            "oficina demo_run"},
 };
 
 std::string folder_of(const std::string& path) {
