@@ -81,7 +81,7 @@ void grabar_como_pantalla(registro::Bandeja& b, clsConexion& db, const Configura
     o.numero_propuesto = proponer_numero(db, 1, c.documento, anio(*c.f_comp));
     c.num_docum = std::to_string(o.numero_propuesto);
     c.nro_correlativo = std::to_string(proponer_correlativo(db, 1, c.libro, anio(*c.f_comp), mes(*c.f_comp)));
-    if (const auto r = ValidarComprobante({c, k, m, db, apoyo::HOY, true, false, ""}))
+    if (const auto r = ValidarComprobante({c, k, m, db, apoyo::HOY, true, false}))
         std::fprintf(stderr, "%s\n", r->mensaje.c_str()), std::exit(1);
     const auto r = GrabarComprobante(db, c, o);
     if (!r.error.empty()) std::fprintf(stderr, "%s\n", r.error.c_str()), std::exit(1);
@@ -111,8 +111,10 @@ void medir(const std::string& motor, const std::string& conexion, int comprobant
     const Configuracion k = leer_configuracion(*db, 1, apoyo::HOY);
     Maestros maestros;
     std::size_t siguiente = 0;
-    const auto tomar = [&] {
-        while (b.filas()[siguiente].estado != registro::Estado::nuevo) ++siguiente;
+    const auto tomar = [&] { // a new document of a known counterpart
+        while (b.propuesta(b.filas()[siguiente]).cuenta.empty() ||
+               b.filas()[siguiente].estado != registro::Estado::nuevo)
+            ++siguiente;
         return siguiente++;
     };
     const Par p = alternar(

@@ -53,7 +53,8 @@ void Anfitrion::agregar_menus(QMenuBar& barra) {
     opcion(libros, "&Gráfico de totales por mes…", QKeySequence("Ctrl+4"),
            [this] { ver_libro(Libro::mensual); });
     libros->addSeparator();
-    opcion(libros, "Re&gistro de compras y ventas…", QKeySequence("Ctrl+5"), [this] { ver_registro(); });
+    opcion(libros, "Re&gistro de compras y ventas…", QKeySequence("Ctrl+5"),
+           [this] { abrir_registro(sesion_.pantalla()); });
     QMenu* empresa = barra.addMenu("&Empresa");
     opcion(empresa, "&Recuperar lo último sin grabar\tCtrl+R", {},
            [this] { sesion_.pantalla().atender([this] { recuperar(sesion_.pantalla()); }); });
@@ -85,11 +86,6 @@ void Anfitrion::ver_libro(Libro libro) {
     } catch (const std::exception& e) {
         avisar_problema(ventana(), to_qt(e.what()));
     }
-}
-
-void Anfitrion::ver_registro() {
-    if (!registro_) registro_ = std::make_unique<frmRegistro>(sesion_.pantalla());
-    registro_->abrir();
 }
 
 void Anfitrion::configurar() {

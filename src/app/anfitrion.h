@@ -1,7 +1,6 @@
 #pragma once
 #include "app/libros/VentanaLibros.h"
 #include "app/sesion_app.h"
-#include "screen/registro/frmRegistro.h"
 #include "voucher/comprobante.h"
 
 #include <QObject>
@@ -39,7 +38,6 @@ public:
 private:
     void agregar_menus(QMenuBar& barra);
     void decir_lo_que_falta();
-    void ver_registro();
     void configurar();
     void dejar(FinPantalla como);
     [[nodiscard]] QWidget* ventana() const;
@@ -49,7 +47,6 @@ private:
     Eleccion_inicial eleccion_;
     Fecha hoy_;
     QPointer<VentanaLibros> libros_;
-    std::unique_ptr<frmRegistro> registro_;
     FinPantalla final_ = FinPantalla::salir;
     LoQueHabia habia_;
 };

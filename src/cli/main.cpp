@@ -9,8 +9,10 @@
 #include "cli/comandos.h"
 #include "dbtools/base.h"
 #include "demo/demo.h"
+#include "demo/registro_demo.h"
 #include "demo_run/demo_run.h"
 #include "driver/driver.h"
+#include "interchange/archivo_comprobante.h"
 #include "oficina/salida.h"
 #include "qt/report/QtReportPrinter.h"
 
@@ -30,6 +32,13 @@ Tema leer_tema(const std::string& nombre) {
     return Tema::sistema;
 }
 
+/// The demonstration company, and beside it a register of its present month.
+void sembrar_demo(const std::filesystem::path& base) {
+    crear_demo("sqlite:" + base.string());
+    const RegistroDemo r = registro_demo(*abrir_sesion("sqlite:" + base.string()), RelojSistema{}.hoy());
+    escribir_archivo(base.parent_path() / r.nombre, r.bytes);
+}
+
 int elegir_y_trabajar() {
     const auto carpeta = carpeta_personal();
     std::error_code ignorado;
@@ -39,7 +48,7 @@ int elegir_y_trabajar() {
     const auto demo = carpeta / "demo.db";
     if (leer_recientes(recientes).empty()) {
         try {
-            if (!std::filesystem::exists(demo)) crear_demo("sqlite:" + demo.string());
+            if (!std::filesystem::exists(demo)) sembrar_demo(demo);
             anotar_reciente(recientes, "sqlite:" + demo.string());
         } catch (const std::exception& e) {
             std::cerr << e.what() << '\n';

@@ -36,7 +36,8 @@ int demo_run(const fs::path& carpeta) {
         Mecanografo mecanografo(teclado);
         Fotografo fotografo(carpeta, teclado);
         Estudio estudio{f, *ventana, mecanografo, fotografo};
-        for (const auto escena : {escena_compra, escena_asistentes, escena_factura, escena_cierre})
+        for (const auto escena :
+             {escena_compra, escena_asistentes, escena_factura, escena_registro, escena_cierre})
             escena(estudio);
         f.Unload();
         escena_anfitrion(fotografo, teclado, eleccion, carpeta);

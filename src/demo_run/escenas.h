@@ -28,6 +28,8 @@ void escena_asistentes(Estudio& e);
 void escena_factura(Estudio& e);
 /// The closing entry of the year, not saved.
 void escena_cierre(Estudio& e);
+/// The present month's register held against the books and booked, with a supplier that nobody knew.
+void escena_registro(Estudio& e);
 /// The windows of the host application. @param carpeta for a database of its own
 void escena_anfitrion(const Fotografo& fotografo, Teclado& teclado, const Eleccion_inicial& eleccion,
                       const std::filesystem::path& carpeta);

@@ -3,7 +3,6 @@
 #include "host/objeto_host.h"
 #include "platform/ui/control.h"
 #include "platform/ui/escritorio.h"
-#include "screen/registro/frmRegistro.h"
 
 #include <functional>
 #include <map>
@@ -38,7 +37,6 @@ struct Objeto {
     std::unique_ptr<Reloj> reloj;
     std::unique_ptr<ReportPrinter> impresor;
     std::unique_ptr<ObjetoHost> objeto;
-    std::unique_ptr<frmRegistro> registro; ///< made when it is first asked for
 };
 
 /// Reads requests, carries them out and writes replies. It is the desktop of the forms too: where a person

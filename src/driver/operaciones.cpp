@@ -1,6 +1,7 @@
 #include "driver/controles.h"
 #include "platform/report/definition.h"
 #include "platform/ui/keys.h"
+#include "screen/abrir.h"
 #include "screen/frmQuorvel.h"
 #include "text/letras_utf8.h"
 
@@ -135,12 +136,20 @@ void op_sql(Conversacion& c, const Json& p, Json& respuesta) {
     respuesta["value"] = std::move(filas);
 }
 
-void op_register(Conversacion& c, const Json& p, Json&) {
-    Objeto& o = c.objeto(p);
+/// The voucher screen, when a person could reach it.
+frmQuorvel& pantalla_alcanzable(const Conversacion& c, Objeto& o) {
     frmQuorvel& pantalla = o.objeto->pantalla();
     if (!pantalla.visible() || !c.alcanzable(pantalla)) throw Rechazada("the voucher screen is not in front");
-    if (!o.registro) o.registro = std::make_unique<frmRegistro>(pantalla);
-    o.registro->abrir();
+    return pantalla;
+}
+
+void op_register(Conversacion& c, const Json& p, Json&) {
+    abrir_registro(pantalla_alcanzable(c, c.objeto(p)));
+}
+
+void op_drop(Conversacion& c, const Json& p, Json&) {
+    const std::string ruta = texto(p, "path");
+    pantalla_alcanzable(c, c.objeto(p)).drop_file(ruta);
 }
 
 void op_quit(Conversacion& c, const Json&, Json&) { c.terminar(); }
@@ -174,6 +183,7 @@ constexpr std::array OPERACIONES{
     Operacion{"file", op_file, Cuando::siempre},
     Operacion{"state", op_state, Cuando::siempre},
     Operacion{"sql", op_sql, Cuando::siempre},
+    Operacion{"drop", op_drop, Cuando::reposo},
     Operacion{"register", op_register, Cuando::reposo},
     Operacion{"quit", op_quit, Cuando::siempre},
 };

@@ -7,8 +7,11 @@
 #include "qt/text.h"
 
 #include <QCloseEvent>
+#include <QDropEvent>
 #include <QKeyEvent>
 #include <QMenuBar>
+#include <QMimeData>
+#include <QUrl>
 #include <QVBoxLayout>
 
 namespace quorvel::qt {
@@ -20,6 +23,7 @@ FormWindow::FormWindow(ui::Form& form, QWidget* owner)
     setObjectName(to_qt(form.name()));
     setWindowTitle(to_qt(form.Caption()));
     setWindowIcon(program_icon());
+    setAcceptDrops(form.takes_files());
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     auto* bar = new QMenuBar(this);
@@ -82,6 +86,24 @@ void FormWindow::changeEvent(QEvent* event) {
     if (event->type() != QEvent::ActivationChange || !isActiveWindow() || retired_) return;
     form_.escritorio().bring_to_top(form_); // of two screens the person turns to this one
     focus_active();
+}
+
+void FormWindow::dragEnterEvent(QDragEnterEvent* event) {
+    if (event->mimeData()->hasUrls()) event->acceptProposedAction();
+}
+
+void FormWindow::dropEvent(QDropEvent* event) {
+    event->acceptProposedAction();
+    for (const QUrl& url : event->mimeData()->urls()) {
+        if (!url.isLocalFile()) continue;
+        // The program that the file comes from waits for the end of this event, not for what the form asks.
+        QMetaObject::invokeMethod(
+            this,
+            [this, path = to_std(url.toLocalFile())] {
+                if (!retired_) form_.drop_file(path);
+            },
+            Qt::QueuedConnection);
+    }
 }
 
 } // namespace quorvel::qt

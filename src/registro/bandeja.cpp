@@ -3,7 +3,7 @@
 #include "assistants/auxiliares.h"
 #include "assistants/libros.h"
 #include "platform/db/literal.h"
-#include "registro/clases.h"
+#include "registro/dte.h"
 #include "text/letras_utf8.h"
 
 #include <algorithm>
@@ -38,7 +38,7 @@ Bandeja::Bandeja(clsConexion& db, int empresa, int usuario, Fecha hoy)
     : base_(preparar(db, empresa, usuario, hoy)), rut_empresa_(rut_de_empresa(db, empresa)) {}
 
 void Bandeja::agregar(const std::string& nombre, std::string_view bytes) {
-    Archivo a = leer_registro(nombre, bytes);
+    Archivo a = es_xml(bytes) ? leer_dte(nombre, bytes, rut_empresa_) : leer_registro(nombre, bytes);
     std::erase_if(archivos_, [&](const Archivo& otro) { return otro.nombre == a.nombre; });
     if (archivos_.empty() || mes_.anio == 0) mes_ = a.mes;
     archivos_.push_back(std::move(a));
@@ -57,7 +57,8 @@ void Bandeja::vaciar() {
 std::vector<int> Bandeja::completos() const {
     std::vector<int> libros;
     for (const Archivo& a : archivos_)
-        if (a.situacion == Situacion::registro && std::ranges::find(libros, a.libro) == libros.end())
+        if (a.mes_completo && a.situacion == Situacion::registro &&
+            std::ranges::find(libros, a.libro) == libros.end())
             libros.push_back(a.libro);
     return libros;
 }
@@ -65,8 +66,11 @@ std::vector<int> Bandeja::completos() const {
 void Bandeja::cotejar() {
     base_.config = leer_configuracion(base_.db, base_.empresa, base_.hoy);
     std::set<std::string> marcadas;
-    for (std::size_t i = 0; i < filas_.size(); ++i)
+    std::map<std::string, std::string> rechazos;
+    for (std::size_t i = 0; i < filas_.size(); ++i) {
         if (marcas_[i]) marcadas.insert(lugar(filas_[i]));
+        if (marcable(i)) rechazos[lugar(filas_[i])] = filas_[i].detalle;
+    }
     std::vector<Documento> documentos;
     for (const Archivo& a : archivos_)
         documentos.insert(documentos.end(), a.documentos.begin(), a.documentos.end());
@@ -79,8 +83,11 @@ void Bandeja::cotejar() {
             d != dadas_.end() && f.estado == Estado::nuevo)
             completar_con(propuestas_[llave_propuesta(f)], d->second);
     marcas_.assign(filas_.size(), false);
-    for (std::size_t i = 0; i < filas_.size(); ++i)
-        marcas_[i] = marcable(i) && marcadas.contains(lugar(filas_[i]));
+    for (std::size_t i = 0; i < filas_.size(); ++i) {
+        if (!marcable(i)) continue;
+        marcas_[i] = marcadas.contains(lugar(filas_[i]));
+        filas_[i].detalle = rechazos[lugar(filas_[i])];
+    }
     for (const int libro : {COMPRAS, VENTAS})
         habituales_[libro] = documento_habitual(base_.db, base_.empresa, libro);
 }
@@ -96,7 +103,7 @@ std::vector<std::string> Bandeja::avisos() const {
         if (!a.rut.empty() && !rut_empresa_.empty() && a.rut != rut_empresa_)
             lista.push_back("El archivo " + a.nombre + " es de " + a.rut + " y esta empresa es " +
                             rut_empresa_);
-        if (a.mes != mes_ && a.mes.anio != 0)
+        if (a.mes_completo && a.mes != mes_ && a.mes.anio != 0)
             lista.push_back("El archivo " + a.nombre + " es del mes " + texto(a.mes));
     }
     return lista;

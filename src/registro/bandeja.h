@@ -26,10 +26,12 @@ struct Balance {
 class Bandeja {
 public:
     Bandeja(clsConexion& db, int empresa, int usuario, Fecha hoy);
-    /// Adds a file; one of the same name takes the other's place. @throws ErrorRegistro
+    /// Adds a file, of the register or of electronic documents; one of the same name takes the other's place.
+    /// @throws ErrorRegistro
     void agregar(const std::string& nombre, std::string_view bytes);
     void vaciar();
-    /// Holds the files against the books as they are now; marks stay. @throws ErrorSesion
+    /// Holds the files against the books as they are now; marks stay, and so do the reasons why the checks
+    /// refused what is still new. @throws ErrorSesion
     void cotejar();
     /// Month of the register: what is registered counts in it.
     void poner_mes(Mes mes) { mes_ = mes; }

@@ -7,6 +7,7 @@
 #include "text/letras_utf8.h"
 #include "text/numeros.h"
 #include "voucher/grabar.h"
+#include "voucher/listas.h"
 #include "voucher/numeracion.h"
 #include "voucher/validar.h"
 
@@ -92,7 +93,7 @@ void poner_impuestos(Comprobante& c, const Fila& f, const Contabilidad& k) {
 }
 
 std::string rechazo_de(const Contabilidad& k, Maestros& maestros, const Comprobante& c) {
-    const EntradaValidacion e{c, k.config, maestros, k.db, k.hoy, true, false, fecha_dmy(*c.f_comp)};
+    const EntradaValidacion e{c, k.config, maestros, k.db, k.hoy, true, false};
     const auto rechazo = ValidarComprobante(e);
     return rechazo ? rechazo->mensaje : std::string();
 }
@@ -108,9 +109,9 @@ Contabilidad preparar(clsConexion& db, int empresa, int usuario, Fecha hoy) {
                    .documento = {},
                    .moneda = {},
                    .impuestos = {}};
-    const auto moneda = db.NewRecord("select * from admmonedas ");
+    const auto moneda = db.NewRecord(CONSULTA_MONEDAS);
     if (!moneda->eof()) c.moneda = recortar(primeros(moneda->fields("moneda").Value.text(), 2));
-    for (const auto rs = db.NewRecord("SELECT a.* from ctmotroimp a "); !rs->eof(); rs->MoveNext()) {
+    for (const auto rs = db.NewRecord(CONSULTA_IMPUESTOS); !rs->eof(); rs->MoveNext()) {
         const std::string codigo = recortar_fin(rs->fields("otro_impuesto").Value.text());
         c.impuestos.try_emplace(std::to_string(val_entero(codigo)), codigo);
     }
@@ -123,8 +124,7 @@ std::string documento_habitual(clsConexion& db, int empresa, int libro) {
                      " and libro=" + sql_texto(TEXTOS_LIBRO.at(static_cast<std::size_t>(libro))) +
                      " order by year(f_comp) desc, month(f_comp) desc, nro_correlativo desc");
     if (!ultimo->eof()) return recortar_fin(ultimo->at(0).text());
-    const auto primero = db.NewRecord("SELECT a.* from admdocumen a, adxdoc_sub b where b.subsistema='01' and"
-                                      " a.documento=b.documento order by a.documento");
+    const auto primero = db.NewRecord(CONSULTA_DOCUMENTOS);
     return primero->eof() ? "" : recortar_fin(primero->fields("documento").Value.text());
 }
 

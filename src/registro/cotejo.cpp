@@ -67,13 +67,14 @@ std::string impedimento(const Fila& f, Mes mes) {
 
 void juzgar(Fila& f, const Indice& libros, Mes mes) {
     const auto hallados = libros.find(registro::identidad(f.doc.libro, f.doc_libro, f.doc.rut, f.doc.folio));
-    if (f.doc_libro.empty() || es_resumen(f.doc) || hallados == libros.end()) {
+    const bool esta = !f.doc_libro.empty() && !es_resumen(f.doc) && hallados != libros.end();
+    if (esta) f.clave = hallados->second.front()->clave;
+    if (!esta || !f.doc.problema.empty()) {
         f.detalle = impedimento(f, mes);
         f.estado = f.detalle.empty() ? Estado::nuevo : Estado::no_contabilizable;
         return;
     }
     const auto& vouchers = hallados->second;
-    f.clave = vouchers.front()->clave;
     if (vouchers.size() > 1) {
         f.estado = Estado::repetido;
         f.detalle = "Está en " + std::to_string(vouchers.size()) + " comprobantes:";
@@ -81,7 +82,7 @@ void juzgar(Fila& f, const Indice& libros, Mes mes) {
             f.detalle += (e == vouchers.front() ? " " : ", ") + texto(e->clave);
         return;
     }
-    f.detalle = f.doc.problema.empty() ? diferencias(f.c, *vouchers.front()) : f.doc.problema;
+    f.detalle = diferencias(f.c, *vouchers.front());
     f.estado = f.detalle.empty() ? Estado::contabilizado : Estado::difiere;
 }
 
@@ -106,6 +107,12 @@ const char* texto(Estado e) {
     static constexpr const char* TEXTOS[ESTADOS_FILA] = {
         "nuevo", "contabilizado", "difiere", "repetido", "no contabilizable", "falta en el registro"};
     return TEXTOS[static_cast<std::size_t>(e)];
+}
+
+bool se_puede_llenar(const Fila& f) {
+    const bool sin_comprobante = f.estado == Estado::nuevo || f.estado == Estado::no_contabilizable;
+    return sin_comprobante && !f.doc_libro.empty() && !es_resumen(f.doc) && f.doc.problema.empty() &&
+           f.doc.fecha;
 }
 
 Libros leer_libros(clsConexion& db, int empresa, const Configuracion& k,

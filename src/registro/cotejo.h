@@ -20,6 +20,9 @@ struct Fila {
     std::optional<Clave> clave; ///< its voucher
 };
 
+/// Whether the voucher screen can be filled with it, for a person to correct.
+[[nodiscard]] bool se_puede_llenar(const Fila& f);
+
 /// What the books say in a month.
 struct Libros {
     std::vector<EnLibros> del_mes; ///< of the month, every document of the books looked at

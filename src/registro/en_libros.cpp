@@ -4,6 +4,7 @@
 #include "platform/db/literal.h"
 #include "registro/leer.h"
 #include "text/letras_utf8.h"
+#include "text/numeros.h"
 
 #include <algorithm>
 #include <unordered_map>
@@ -11,12 +12,22 @@
 namespace quorvel::registro {
 namespace {
 
-/// Header and lines together: a voucher's rows follow each other.
-constexpr const char* CAMPOS =
+/// Headers of valid vouchers, the lines with them. The outer join keeps an engine without statistics from
+/// starting at the lines.
+constexpr const char* LINEAS_DE =
     "select c.f_comp, c.documento, c.num_docum, c.subsistema, c.libro, c.doc_libro, c.rut_persona, c.num_ref,"
-    " c.nombre, c.fecha_factura, c.monto_neto, c.monto_exento, d.centro, d.debe_nacional, d.haber_nacional"
-    " from ctcquorvel c, ctdquorvel d where d.empresa=c.empresa and d.f_comp=c.f_comp and"
-    " d.documento=c.documento and d.num_docum=c.num_docum and c.estado='P'";
+    " c.nombre, c.fecha_factura, c.monto_neto, c.monto_exento, d.centro, d.debe_nacional, d.haber_nacional "
+    "from (";
+constexpr const char* UNIDAS =
+    ") c left join ctdquorvel d on d.empresa=c.empresa and d.f_comp=c.f_comp and d.documento=c.documento and"
+    " d.num_docum=c.num_docum";
+
+std::string cabeceras(int empresa) {
+    return "select empresa, f_comp, documento, num_docum, subsistema, libro, doc_libro, rut_persona, "
+           "num_ref, nombre,"
+           " fecha_factura, monto_neto, monto_exento from ctcquorvel where empresa=" +
+           sql_numero(empresa) + " and estado='P'";
+}
 
 int libro_de(const std::string& texto) {
     const auto i = std::ranges::find(TEXTOS_LIBRO, texto);
@@ -36,10 +47,10 @@ CuentasLibro cuentas_de(const Configuracion& k, int libro) {
 class Lectura {
 public:
     Lectura(int empresa, const Configuracion& k) : empresa_(empresa), k_(k) {}
-    void leer(clsConexion& db, const std::string& condicion) {
+    void leer(clsConexion& db, const std::string& cabeceras) {
         std::string antes;
         std::size_t lugar = 0;
-        for (const auto rs = db.NewRecord(CAMPOS + condicion); !rs->eof(); rs->MoveNext()) {
+        for (const auto rs = db.NewRecord(LINEAS_DE + cabeceras + UNIDAS); !rs->eof(); rs->MoveNext()) {
             std::string llave = rs->at(0).text() + "|" + rs->at(1).text() + "|" + rs->at(2).text();
             if (llave != antes) { // an engine may hand over a voucher's lines apart
                 const auto [i, nuevo] = lugares_.try_emplace(llave, leidos_.size());
@@ -103,8 +114,6 @@ void agregar_formas(std::string& lista, std::string folio) {
     while ((folio.insert(0, "0")).size() <= LARGO_FOLIO);
 }
 
-std::string condicion_empresa(int empresa) { return " and c.empresa=" + sql_numero(empresa); }
-
 } // namespace
 
 std::string texto(const Clave& k) { return k.documento + "-" + k.num_docum + " del " + fecha_dmy(k.f_comp); }
@@ -122,34 +131,46 @@ std::string formas_de_rut(const std::string& rut) {
     return formas;
 }
 
+std::optional<Clave> comprobante_del_conjunto(clsConexion& db, const std::string& conjunto) {
+    const auto rs =
+        db.NewRecord("select top 1 empresa, subsistema, f_comp, documento, num_docum from ctcquorvel"
+                     " where comprobante_adjunto=" +
+                     sql_numero(val_entero(conjunto)));
+    if (rs->eof()) return std::nullopt;
+    const auto texto = [&](std::size_t i) { return recortar_fin(rs->at(i).text()); };
+    return Clave{static_cast<int>(rs->at(0).integer()), texto(1), rs->at(2).date().value_or(Fecha{}),
+                 texto(3), texto(4)};
+}
+
 std::vector<EnLibros> documentos_del_mes(clsConexion& db, int empresa, const Configuracion& k, int libro,
                                          Mes m) {
     Lectura l(empresa, k);
-    l.leer(db, condicion_empresa(empresa) +
-                   " and c.libro=" + sql_texto(TEXTOS_LIBRO.at(static_cast<std::size_t>(libro))) +
-                   " and year(c.f_comp)=" + sql_numero(m.anio) + " and month(c.f_comp)=" + sql_numero(m.mes));
+    l.leer(db, cabeceras(empresa) +
+                   " and libro=" + sql_texto(TEXTOS_LIBRO.at(static_cast<std::size_t>(libro))) +
+                   " and year(f_comp)=" + sql_numero(m.anio) + " and month(f_comp)=" + sql_numero(m.mes));
     return l.resultado();
 }
 
 std::vector<EnLibros> documentos_buscados(clsConexion& db, int empresa, const Configuracion& k,
                                           std::vector<Buscado> buscados) {
-    constexpr std::size_t POR_BLOQUE = 200;
-    std::ranges::sort(buscados, {}, [](const Buscado& b) { return std::pair(b.rut, b.folio); });
+    constexpr std::size_t RUTS = 60, FOLIOS = 400; // of one statement
+    const auto llave = [](const Buscado& b) { return std::pair(b.rut, b.folio); };
+    std::ranges::sort(buscados, {}, llave);
+    const auto repetidos = std::ranges::unique(buscados, {}, llave); // a voucher's lines come once
+    buscados.erase(repetidos.begin(), repetidos.end());
     Lectura l(empresa, k);
-    for (std::size_t desde = 0; desde < buscados.size();) {
-        std::string condicion;
-        std::size_t hasta = desde;
-        for (; hasta < buscados.size() && hasta < desde + POR_BLOQUE;) {
-            const std::string& rut = buscados[hasta].rut;
-            std::string folios;
-            for (; hasta < buscados.size() && buscados[hasta].rut == rut && hasta < desde + POR_BLOQUE;
-                 ++hasta)
-                agregar_formas(folios, buscados[hasta].folio);
-            condicion += std::string(condicion.empty() ? "" : " or ") + "(c.num_ref in (" + folios +
-                         ") and c.rut_persona in (" + formas_de_rut(rut) + "))";
+    for (auto b = buscados.begin(); b != buscados.end();) {
+        std::string sql;
+        std::size_t ruts = 0, folios = 0;
+        for (; b != buscados.end() && ruts < RUTS && folios < FOLIOS; ++ruts) {
+            const std::string& rut = b->rut;
+            std::string lista;
+            for (; b != buscados.end() && b->rut == rut && folios < FOLIOS; ++b, ++folios)
+                agregar_formas(lista, b->folio);
+            sql += (ruts > 0 ? " union all " : "") + cabeceras(empresa) + " and num_ref in (" + lista +
+                   ") and rut_persona in (" + formas_de_rut(rut) + ")";
         }
-        l.leer(db, condicion_empresa(empresa) + " and (" + condicion + ")");
-        desde = hasta;
+        l.leer(db, sql);
     }
     return l.resultado();
 }

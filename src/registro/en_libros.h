@@ -36,6 +36,9 @@ struct Buscado {
 [[nodiscard]] std::vector<EnLibros> documentos_buscados(clsConexion& db, int empresa, const Configuracion& k,
                                                         std::vector<Buscado> buscados);
 
+/// The voucher that an attachment set belongs to; nothing when it was never saved. @throws ErrorSesion
+[[nodiscard]] std::optional<Clave> comprobante_del_conjunto(clsConexion& db, const std::string& conjunto);
+
 /// Forms in which a RUT may stand in the database, as texts for a statement: 'a','b'.
 [[nodiscard]] std::string formas_de_rut(const std::string& rut);
 

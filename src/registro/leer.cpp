@@ -159,9 +159,8 @@ std::string valor_de(std::string_view celda) {
 }
 
 std::optional<std::int64_t> monto_de(const std::string& v) {
-    constexpr std::size_t CIFRAS = 15;
     const std::string_view sin_signo = std::string_view(v).substr(v.starts_with('-') ? 1 : 0);
-    if (!digitos(sin_signo) || sin_signo.size() > CIFRAS) return std::nullopt;
+    if (!digitos(sin_signo) || sin_signo.size() > CIFRAS_MONTO) return std::nullopt;
     return std::stoll(v);
 }
 
@@ -184,7 +183,7 @@ public:
     }
 
 private:
-    void falla(D& d, const std::string& que) {
+    static void falla(D& d, const std::string& que) {
         if (d.problema.empty()) d.problema = que;
     }
 
@@ -246,9 +245,12 @@ private:
         const auto conocido = ultimos_.find(llave);
         if (d.nro.empty() && d.total == 0 && conocido != ultimos_.end()) {
             D& base = a_.documentos[conocido->second];
+            if (base.otros.size() + d.otros.size() > IMPUESTOS_DOCUMENTO)
+                return falla(base, "El documento tiene demasiados impuestos");
             base.otros.insert(base.otros.end(), d.otros.begin(), d.otros.end());
             return falla(base, d.problema);
         }
+        if (a_.documentos.size() == DOCUMENTOS_ARCHIVO) throw ErrorRegistro(DEMASIADOS_DOCUMENTOS);
         if (d.nro.empty() && d.total == 0 && !d.otros.empty())
             falla(d, "Línea de otro impuesto sin el documento al que pertenece");
         ultimos_[llave] = a_.documentos.size();

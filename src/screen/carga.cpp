@@ -11,6 +11,7 @@
 #include "screen/papeles/preparar.h"
 #include "screen/permisos.h"
 #include "screen/recargar_documentos.h"
+#include "screen/registro/frmRegistro.h"
 #include "text/letras_utf8.h"
 #include "voucher/listas.h"
 
@@ -67,6 +68,7 @@ void recargar_documentos(frmQuorvel& f) {
 
 void frmQuorvel::Form_Load() {
     atender([this] {
+        registro.reset(); // its session may be another one now
         estado = {};
         estado.carga_fallida = true; // until its end is reached
         llenar(cmbdoc_libro, DOCUMENTOS_LIBRO);

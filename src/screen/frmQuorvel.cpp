@@ -9,6 +9,8 @@
 #include "screen/detalle/detalle.h"
 #include "screen/persona.h"
 #include "screen/recorrido.h"
+#include "screen/registro/documento_electronico.h"
+#include "screen/registro/frmRegistro.h"
 #include "text/numeros.h"
 #include "voucher/cargar.h"
 
@@ -41,6 +43,8 @@ frmQuorvel::frmQuorvel(Servicios s) : Form(s.escritorio, "frmQuorvel", "Comproba
 }
 
 frmQuorvel::~frmQuorvel() = default;
+
+void frmQuorvel::Form_FileDropped(const std::string& archivo) { recibir_documento(*this, archivo); }
 
 void frmQuorvel::SetglbTipoImpresora(const std::string& tipo) {
     Load();

@@ -11,6 +11,8 @@
 
 namespace quorvel {
 
+class frmRegistro;
+
 /// The voucher screen: named controls and one-line event procedures. What each does lives in comandos/,
 /// detalle/, consultas/ and the steps beside this file.
 class frmQuorvel : public ui::Form {
@@ -79,6 +81,7 @@ public:
         lblgstrcomprobante_adjunto{*this, "lblgstrcomprobante_adjunto"};
     RptReporte rptReporte{"Presentación Preliminar"};
     std::unique_ptr<Borrador> borrador;
+    std::unique_ptr<frmRegistro> registro; ///< made when it is first asked for
 
     ui::MenuItem mnuComprobante{*this, "mnuComprobante", "Comprobante"};
     ui::MenuItem mnuAnular{*this, "mnuAnular", "Anular Comprobante", &mnuComprobante, "ctrl+f9"};
@@ -105,6 +108,7 @@ public:
     ui::MenuItem mnudescuadrado{*this, "mnudescuadrado", "Comprobantes descuadrados", &mnuImprimir, "ctrl+d"};
 
     // Public operations.
+    [[nodiscard]] bool takes_files() const override { return true; }
     [[nodiscard]] std::string formato(double dblvalor, std::string_view strformato, bool bcero = false) const;
     [[nodiscard]] double valnumerobase(std::string_view strnumero) const;
     [[nodiscard]] double valnumeroformato(std::string_view strnumero) const;
@@ -119,6 +123,7 @@ protected:
     void Form_Load() override;
     void Form_Activate() override;
     void Form_Unload() override;
+    void Form_FileDropped(const std::string& archivo) override;
     void Form_KeyDown(ui::KeyEvent& e) override;
 
 private:

@@ -104,7 +104,8 @@ inline std::vector<std::unique_ptr<ui::Form>> todas_las_formas(Pantalla& p) {
     formas.push_back(std::make_unique<frmcheque>(e, EntradaCheque{}));
     formas.push_back(std::make_unique<frmfactura>(e, EntradaFactura{}));
     formas.push_back(std::make_unique<frmRegistro>(p.f()));
-    formas.push_back(std::make_unique<frmContrapartes>(p.f(), *bandeja, std::vector<registro::Desconocida>{}));
+    formas.push_back(
+        std::make_unique<frmContrapartes>(p.f(), *bandeja, std::vector<registro::Desconocida>{}));
     return formas;
 }
 

@@ -71,4 +71,22 @@ inline std::string compra_de(int nro, const std::string& rut, const std::string&
     return linea(COMPRAS_REGISTRO, c);
 }
 
+/// An electronic invoice. @param cambios replaced in its text: {what, by what}
+inline std::string factura_electronica(const Campos& cambios = {}) {
+    std::string xml =
+        "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>\n<DTE xmlns=\"http://www.sii.cl/SiiDte\"><Documento "
+        "ID=\"F1\">"
+        "<Encabezado><IdDoc><TipoDTE>33</TipoDTE><Folio>0077</Folio><FchEmis>2024-03-10</FchEmis></IdDoc>"
+        "<Emisor><RUTEmisor>76418352-5</RUTEmisor><RznSoc>Ferretería El Roble &amp; Cía.</RznSoc></Emisor>"
+        "<Receptor><RUTRecep>76111222-8</RUTRecep><RznSocRecep>Empresa de Prueba</RznSocRecep></Receptor>"
+        "<Totales><MntNeto>1000</MntNeto><MntExe>50</MntExe><TasaIVA>19</TasaIVA><IVA>190</IVA>"
+        "<ImptoReten><TipoImp>24</TipoImp><TasaImp>31.5</TasaImp><MontoImp>315</MontoImp></ImptoReten>"
+        "<MntTotal>1555</MntTotal></Totales></Encabezado><Detalle><NroLinDet>1</NroLinDet></Detalle></"
+        "Documento></DTE>";
+    for (const auto& [que, por] : cambios)
+        for (std::size_t i = 0; (i = xml.find(que, i)) != std::string::npos; i += por.size())
+            xml.replace(i, que.size(), por);
+    return xml;
+}
+
 } // namespace quorvel::pruebas

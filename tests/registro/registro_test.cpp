@@ -7,6 +7,7 @@
 #include "registro/archivo.h"
 #include "registro/bandeja.h"
 #include "registro/clases.h"
+#include "registro/dte.h"
 #include "text/letras_utf8.h"
 #include "voucher/grabar.h"
 
@@ -175,6 +176,70 @@ TEST(Lectura, NoLineIsLostWhateverIsWrongWithIt) {
                          "5: La línea está incompleta: le faltan campos\n"
                          "6: La línea tiene más campos que columnas el archivo\n"
                          "7: Línea de otro impuesto sin el documento al que pertenece\n");
+}
+
+TEST(Dte, ADocumentIsReadWhateverItsNamespaceAndEncoding) {
+    const std::string recta = factura_electronica(), latina = factura_electronica({{"í", "\xED"}});
+    const std::string con_prefijo =
+        factura_electronica({{"<", "<s:"}, {"<s:/", "</s:"}, {"<s:?", "<?"}, {"xmlns=", "xmlns:s="}});
+    for (const std::string& xml : {recta, latina, con_prefijo, "\xEF\xBB\xBF \n" + recta}) {
+        const Archivo a = leer_dte("/x/f.xml", xml, "76.111.222-8");
+        ASSERT_EQ(a.documentos.size(), 1U);
+        const Documento& d = a.documentos[0];
+        EXPECT_EQ(d.problema, "");
+        EXPECT_EQ(d.tipo + " " + d.folio + " " + d.rut + " " + d.nombre + " " + fecha_dmy(*d.fecha),
+                  "33 77 76.418.352-5 Ferretería El Roble & Cía. 10/03/2024");
+        EXPECT_EQ(d.libro, COMPRAS);
+        EXPECT_EQ(componer(d), (Composicion{1000, 50, 190, 0, 315, 1555, 0}));
+    }
+    const std::string cuerpo = recta.substr(recta.find("<DTE"));
+    const Archivo varios =
+        leer_dte("e.xml",
+                 "<EnvioDTE><SetDTE><Caratula/>" + cuerpo +
+                     factura_electronica({{"<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>\n", ""},
+                                          {"RUTEmisor>76418352-5", "RUTEmisor>76111222-8"},
+                                          {"RUTRecep>76111222-8", "RUTRecep>76418352-5"},
+                                          {">33<", ">34<"}}) +
+                     "</SetDTE></EnvioDTE>",
+                 "76.111.222-8");
+    ASSERT_EQ(varios.documentos.size(), 2U);
+    EXPECT_EQ(varios.documentos[1].libro, VENTAS);
+    EXPECT_EQ(varios.documentos[1].rut + varios.documentos[1].nombre, "76.418.352-5Empresa de Prueba");
+    EXPECT_EQ(leer_dte("c.xml", factura_electronica({{">33<", ">46<"}}), "76.418.352-5").documentos[0].libro,
+              COMPRAS); // issued by the buyer
+}
+
+TEST(Dte, WhatIsNoInvoiceIsRefusedAndWhatIsWrongIsTold) {
+    const auto negativa = [](const std::string& xml) -> std::string {
+        try {
+            return leer_dte("f.xml", xml, "76.111.222-8").documentos.at(0).problema;
+        } catch (const ErrorRegistro& e) {
+            return e.what();
+        }
+    };
+    std::string hondo = "<DTE>", entero = factura_electronica();
+    for (int i = 0; i < 100000; ++i) hondo += "<a>";
+    const std::pair<std::string, const char*> casos[] = {
+        {factura_electronica({{"76111222-8", "12345678-5"}}),
+         "El documento no es de esta empresa (76.111.222-8): lo emitió 76.418.352-5 para 12.345.678-5"},
+        {factura_electronica({{"76418352-5", "76418352-6"}}), "RUTEmisor: el RUT no es válido (76418352-6)"},
+        {factura_electronica({{">190<", ">180<"}}), "El IVA no es el 19 % del neto"},
+        {factura_electronica({{">1000<", ">1.000<"}}), "MntNeto: \"1.000\" no es un monto en pesos"},
+        {factura_electronica({{"2024-03-10", "10-03-2024"}}), "La fecha de emisión no es una fecha"},
+        {factura_electronica({{"<Folio>0077</Folio>", ""}}), "El documento no dice su tipo o su folio"},
+        {factura_electronica({{"?>", "?><!DOCTYPE x [<!ENTITY a \"b\">]>"}}),
+         "El XML trae definiciones propias (DOCTYPE o entidades): no se lee"},
+        {hondo, "El XML tiene demasiados niveles, byte 122"},
+        {entero.substr(0, entero.size() - 20), "El XML está cortado o mal formado, byte"},
+        {"<factura><DTE/></factura>", "El XML no es una factura electrónica (DTE)"},
+        {"<DTE></DTE>", "El XML no trae ningún documento"},
+        {factura_electronica({{"Roble", "Ro\x81le"}}), "El XML tiene letras dañadas, byte"},
+        {std::string("<\0D\0T\0E\0>\0", 10), "El XML está en una codificación que no se lee (UTF-16)"},
+        {"", "El XML no es una factura electrónica (DTE)"},
+        {std::string(BYTES_DTE + 1, '<'), DTE_ENORME}};
+    for (const auto& [xml, dice] : casos) EXPECT_EQ(negativa(xml).substr(0, std::string(dice).size()), dice);
+    EXPECT_TRUE(es_documento_electronico(entero.substr(0, 100)));
+    EXPECT_FALSE(es_documento_electronico("<html><DTE/>"));
 }
 
 TEST(Sumas, AmountsBesideOrWithinTheOthers) {

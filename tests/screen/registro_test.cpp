@@ -184,3 +184,65 @@ TEST_P(RegistroPantalla, MarksFiltersCausesAndCancel) {
                                 "Quedó contabilizado 1 documento; los demás siguen marcados",
                                 "El mes se escribe MM/AAAA"}));
 }
+
+TEST_P(RegistroPantalla, AnElectronicInvoiceFillsANewVoucherAndIsComparedWithASavedOne) {
+    conocido();
+    const auto escribir = [&](const std::string& nombre, const std::string& bytes) {
+        std::ofstream(p.carpeta + "/" + nombre, std::ios::binary) << bytes;
+        return p.carpeta + "/" + nombre;
+    };
+    const std::string ruta = escribir("f.xml", factura_electronica());
+    p.nuevo();
+    p.f.drop_file(ruta);
+    EXPECT_EQ(p.mensajes(), std::vector<std::string>{});
+    EXPECT_EQ(p.fila(0) + " " + p.fila(3),
+              "501002||1.050|0|Materiales, factura 77 109002||315|0|Materiales, factura 77");
+    EXPECT_EQ(p.f.cmbcodigo_otro_impuesto.Text().substr(0, 3) + " " + p.f.txttasa_impuesto_otro.Text() + " " +
+                  p.f.cmbdoc_libro.Text(),
+              "024 31,5 F. ELECTRONICA");
+    EXPECT_EQ(p.f.lstadjunto.ListCount(), 1);
+    p.guardar();
+    EXPECT_EQ(p.mensajes(), std::vector<std::string>{"Comprobante Ingresado y Mayorizado"});
+    p.f.drop_file(ruta);
+    p.f.drop_file(
+        escribir("g.xml", factura_electronica({{"<MntExe>50<", "<MntExe>60<"}, {">1555<", ">1565<"}})));
+    p.f.drop_file(escribir("h.xml", factura_electronica({{"0077", "78"}})));
+    p.f.drop_file(escribir("i.xml", factura_electronica({{"76111222-8", "12345678-5"}})));
+    EXPECT_EQ(
+        p.mensajes(),
+        (std::vector<std::string>{
+            "El documento coincide con el comprobante",
+            "El documento difiere del comprobante: exento 60 en el registro, 50 en libros (10); total 1.565 "
+            "en el registro, 1.555 en libros (10)",
+            "El documento es F. ELECTRONICA 78 de 76.418.352-5 y el comprobante es de F. ELECTRONICA 77 de "
+            "76.418.352-5",
+            "El documento no es de esta empresa (76.111.222-8): lo emitió 76.418.352-5 para 12.345.678-5"}));
+    p.nuevo();
+    p.escritorio.elegir_archivo(ruta); // by the button: it is there already, and where
+    p.pulsar("cmdadjunto_agregar");
+    p.f.drop_file(escribir("copia.xml", factura_electronica({{"0077", "79"}})));
+    EXPECT_EQ(p.f.txtnum_ref.Text(), "79");
+    p.guardar();
+    apoyo::ejecutar(*p.db,
+                    "update ctcquorvel set num_ref='80' where num_ref='79'"); // the file itself is known
+    p.nuevo();
+    p.f.drop_file(p.carpeta + "/copia.xml");
+    EXPECT_EQ(p.mensajes(),
+              (std::vector<std::string>{
+                  "F. ELECTRONICA 77 de 76.418.352-5 ya está en el comprobante 002-2 del 10/03/2024",
+                  "Comprobante Ingresado y Mayorizado",
+                  "El mismo archivo ya está adjunto al comprobante 002-3 del 10/03/2024"}));
+    EXPECT_EQ(p.f.lstadjunto.ListCount(), 0);
+    p.escritorio.elegir_archivo(escribir("otro.xml", "<planilla/>")); // any other file is only attached
+    p.pulsar("cmdadjunto_agregar");
+    EXPECT_EQ(p.f.lstadjunto.ListCount(), 1);
+    const std::string una = factura_electronica({{"0077", "90"}}).substr(factura_electronica().find("<DTE"));
+    p.escritorio.al_abrir([&](ui::Form& f) {
+        EXPECT_EQ(f.name(), "frmRegistro");
+        f.close_by_user();
+    });
+    p.f.drop_file(escribir(
+        "varias.xml", "<EnvioDTE>" + una + factura_electronica().substr(factura_electronica().find("<DTE")) +
+                          "</EnvioDTE>"));
+    EXPECT_EQ(p.f.registro->grdRegistro.Rows(), 2);
+}

@@ -59,6 +59,12 @@ public:
     [[nodiscard]] bool visible() const { return visible_; }
     /// The person closes the window: Form_QueryClose, which unloads unless a form says otherwise.
     void close_by_user();
+    /// Whether the window takes files that a person drops on it.
+    [[nodiscard]] virtual bool takes_files() const { return false; }
+    /// The person drops a file on the window.
+    void drop_file(const std::string& path) {
+        atender([&] { Form_FileDropped(path); });
+    }
     /// The form has become the top one (shown, or what covered it closed).
     void activate();
     /// Called by Escritorio: leaves without a choice, with all that its own procedures wait for.
@@ -105,6 +111,7 @@ protected:
     virtual void Form_Activate() {}
     virtual void Form_Unload() {}
     virtual void Form_QueryClose() { Unload(); }
+    virtual void Form_FileDropped(const std::string&) {}
     virtual void Form_KeyDown(KeyEvent&) {} ///< keys that the focused control did not handle
 
 private:

@@ -1,6 +1,7 @@
 #include "screen/adjuntos/adjuntos.h"
 
 #include "screen/frmQuorvel.h"
+#include "screen/registro/documento_electronico.h"
 #include "voucher/cargar.h"
 
 #include <algorithm>
@@ -68,15 +69,18 @@ void quitar_copias(frmQuorvel& f, const Comprobante& c, const ResultadoGrabar& r
 
 void adjunto_agregar(frmQuorvel& f) {
     const auto elegido = f.escritorio().ask_file({"Adjuntar archivo", "*", "", false});
-    if (!elegido) return;
-    if (!bare_name(std::filesystem::path(*elegido).filename().string()))
+    if (elegido && !atender_adjunto(f, *elegido)) adjuntar_archivo(f, *elegido);
+}
+
+void adjuntar_archivo(frmQuorvel& f, const std::string& archivo) {
+    if (!bare_name(std::filesystem::path(archivo).filename().string()))
         return f.critico("Nombre de archivo no válido");
     const Attachments carpeta = carpeta_adjuntos(f);
     if (!reclamar_carpeta(f, carpeta)) return;
-    if (carpeta.would_replace(f.gstrcomprobante_adjunto, *elegido) &&
+    if (carpeta.would_replace(f.gstrcomprobante_adjunto, archivo) &&
         !f.pregunta("Ya existe un archivo adjunto con ese nombre y otro contenido, ¿desea reemplazarlo?"))
         return;
-    if (const auto nombre = carpeta.add(f.gstrcomprobante_adjunto, *elegido)) f.lstadjunto.AddItem(*nombre);
+    if (const auto nombre = carpeta.add(f.gstrcomprobante_adjunto, archivo)) f.lstadjunto.AddItem(*nombre);
 }
 
 void adjunto_eliminar(frmQuorvel& f) {

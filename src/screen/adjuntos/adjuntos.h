@@ -16,6 +16,8 @@ void fijar_conjunto(frmQuorvel& f, const std::string& conjunto);
 /// Once a save has copied the files of another voucher's set away, only one of both places keeps them: the
 /// stored one, or the old one when it failed. What a stored row names stays.
 void quitar_copias(frmQuorvel& f, const Comprobante& c, const ResultadoGrabar& r);
+/// Copies a file into the voucher's set and lists it; silent at the first failure.
+void adjuntar_archivo(frmQuorvel& f, const std::string& archivo);
 // The panel's buttons; each ends silently at the first failure and leaves the list as it was.
 void adjunto_agregar(frmQuorvel& f);
 void adjunto_eliminar(frmQuorvel& f);

@@ -3,12 +3,12 @@
 #include "interchange/archivo_comprobante.h"
 #include "screen/abrir.h"
 #include "screen/frmQuorvel.h"
-#include "screen/listas.h"
 #include "screen/maestro.h"
 #include "screen/papeles/ocupado.h"
 #include "screen/registro/frmContrapartes.h"
 #include "screen/registro/llenar.h"
 #include "screen/registro/renglones.h"
+#include "voucher/listas.h"
 
 #include <algorithm>
 
@@ -73,6 +73,8 @@ void frmRegistro::conectar() {
         causa_ = nullptr;
         atender([this] { mostrar_filas(); });
     };
+    grdRegistro.AddCommand(
+        {"Marcar o desmarcar", "ctrl+m", [this] { atender([this] { alternar_marca(); }); }});
     grdRegistro.KeyDown += [this](ui::KeyEvent& e) { atender([&] { grdRegistro_KeyDown(e); }); };
     grdRegistro.RowColChange += [this](int, int) { mostrar_detalle(); };
     grdPrueba.KeyDown += [this](ui::KeyEvent& e) { atender([&] { grdPrueba_KeyDown(e); }); };
@@ -125,8 +127,11 @@ void frmRegistro::Form_Activate() {
 
 void frmRegistro::cmdArchivo_Click() {
     const auto archivo = escritorio().ask_file({"Abrir registro de compras y ventas", "*.csv", "", false});
-    if (!archivo) return;
-    bandeja().agregar(*archivo, leer_archivo(*archivo));
+    if (archivo) agregar(*archivo);
+}
+
+void frmRegistro::agregar(const std::string& archivo) {
+    bandeja().agregar(archivo, leer_archivo(archivo));
     cotejar();
     std::string avisos;
     for (const std::string& a : bandeja().avisos()) avisos += (avisos.empty() ? "" : "\r\n") + a;
@@ -199,7 +204,7 @@ const Fila* frmRegistro::fila_actual() const {
 void frmRegistro::mostrar_detalle() {
     const Fila* f = fila_actual();
     lblDetalle.SetCaption(f == nullptr ? "" : detalle_fila(*bandeja_, *f));
-    cmdVer.SetEnabled(f != nullptr && (f->clave || f->estado == Estado::nuevo));
+    cmdVer.SetEnabled(f != nullptr && (f->clave || se_puede_llenar(*f)));
 }
 
 void frmRegistro::mostrar_marca(int renglon) {
@@ -253,16 +258,10 @@ void frmRegistro::cmdContabilizar_Click() {
     }
     const std::string texto = texto_balance(hecho);
     if (hecho.error.empty())
-        cotejar_tras(hecho);
+        cotejar();
     else
         mostrar_filas();
     hecho.error.empty() && hecho.rechazados == 0 ? informacion(texto) : exclamacion(texto);
-}
-
-/// What was refused keeps saying why: the books are looked at again for the rest.
-void frmRegistro::cotejar_tras(const Balance& hecho) {
-    if (hecho.rechazados > 0) return mostrar_filas();
-    cotejar();
 }
 
 void frmRegistro::cmdVer_Click() {
@@ -272,7 +271,7 @@ void frmRegistro::cmdVer_Click() {
         al_salir_ = [this, clave = *f->clave] {
             if (!abrir_comprobante(pantalla_, clave)) pantalla_.critico("El comprobante ya no existe");
         };
-    } else if (f->estado == Estado::nuevo) {
+    } else if (se_puede_llenar(*f)) {
         al_salir_ = [this, c = bandeja().comprobante(*f)] { llenar_nuevo(pantalla_, c); };
     } else {
         return exclamacion(f->detalle);
@@ -323,6 +322,18 @@ void frmRegistro::Form_KeyDown(ui::KeyEvent& e) {
     if (causa_ == nullptr) return Hide();
     causa_ = nullptr; // back from the causes of a difference to the whole list
     atender([this] { mostrar_filas(); });
+}
+
+void abrir_registro(frmQuorvel& f) {
+    if (!f.registro) f.registro = std::make_unique<frmRegistro>(f);
+    f.registro->abrir();
+}
+
+void abrir_registro(frmQuorvel& f, const std::string& archivo) {
+    if (!f.registro) f.registro = std::make_unique<frmRegistro>(f);
+    f.registro->Load();
+    f.registro->agregar(archivo);
+    f.registro->abrir();
 }
 
 } // namespace quorvel

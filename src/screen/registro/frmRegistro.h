@@ -19,6 +19,9 @@ public:
     ~frmRegistro() override;
     /// Shows it until it is left; then what was chosen comes to the voucher screen.
     void abrir();
+    [[nodiscard]] bool takes_files() const override { return true; }
+    /// Adds a file and shows what became of it. @throws ErrorRegistro, ErrorArchivo
+    void agregar(const std::string& archivo);
 
     ui::CommandButton cmdArchivo{*this, "cmdArchivo", "Abrir archivo…"},
         cmdQuitar{*this, "cmdQuitar", "Quitar archivos"};
@@ -49,6 +52,7 @@ protected:
     void Form_Load() override;
     void Form_Activate() override;
     void Form_QueryClose() override { Hide(); }
+    void Form_FileDropped(const std::string& archivo) override { agregar(archivo); }
     void Form_KeyDown(ui::KeyEvent& e) override;
 
 private:
@@ -57,7 +61,6 @@ private:
     void cotejar();
     void mostrar_filas();
     void mostrar_prueba();
-    void cotejar_tras(const registro::Balance& hecho);
     void mostrar_resumen();
     void mostrar_detalle();
     void mostrar_marca(int renglon);
