@@ -7,6 +7,7 @@
 #include <QMessageBox>
 #include <QPainter>
 #include <QTimer>
+#include <algorithm>
 
 namespace quorvel {
 
@@ -60,8 +61,8 @@ void Fotografo::foto(QWidget& ventana, const std::string& nombre) const {
 
 void Fotografo::mirar() {
     QWidget* modal = QApplication::activeModalWidget();
-    if (modal == nullptr || modal == visto_) return;
-    visto_ = modal;
+    if (modal == nullptr || std::ranges::find(en_visita_, modal) != en_visita_.end()) return;
+    en_visita_.push_back(modal);
     const auto* caja = qobject_cast<QMessageBox*>(modal);
     if (caja != nullptr) mensajes_.push_back(qt::to_std(caja->text()));
     Visita visita{{}, caja != nullptr ? Qt::Key_Return : Qt::Key_Escape, {}};
@@ -73,7 +74,7 @@ void Fotografo::mirar() {
     if (!visita.nombre.empty())
         guardar(caja != nullptr ? con_su_ventana(*modal) : modal->grab(), visita.nombre);
     teclado_.tecla(visita.salida);
-    visto_ = nullptr;
+    std::erase(en_visita_, modal);
 }
 
 ImpresorConFotos::ImpresorConFotos(std::filesystem::path carpeta)

@@ -36,7 +36,7 @@ private:
     Teclado& teclado_;
     std::deque<Visita> visitas_;
     std::vector<std::string> mensajes_;
-    QWidget* visto_ = nullptr;
+    std::vector<QWidget*> en_visita_; ///< a window may open another, and comes to the top again
 };
 
 /// Printouts as PDF files, and a picture of each one's first page.

@@ -9,6 +9,7 @@
 #include "text/letras_utf8.h"
 #include "text/numeros.h"
 
+#include <algorithm>
 #include <array>
 
 namespace quorvel {
@@ -59,7 +60,11 @@ frmContrapartes::frmContrapartes(frmQuorvel& pantalla, registro::Bandeja& bandej
     };
     grdContrapartes.AfterColUpdate += [this](int) { mostrar_nombre(); };
     grdContrapartes.BeforeDelete += [](bool& no) { no = true; };
-    grdContrapartes.RowColChange += [this](int, int) { atender([this] { mostrar_nombre(); }); };
+    grdContrapartes.RowColChange += [this](int, int) {
+        if (grdContrapartes.Row() >= grdContrapartes.Rows()) // nothing is added here
+            return grdContrapartes.SetRow(std::max(grdContrapartes.Rows() - 1, 0));
+        atender([this] { mostrar_nombre(); });
+    };
     grdContrapartes.ButtonClick += [this](int col) { atender([&] { grdContrapartes_ButtonClick(col); }); };
     grdContrapartes.KeyPress += [this](int& tecla) {
         if (tecla != CTRL_Y || !con_consulta(grdContrapartes.Col())) return;

@@ -77,19 +77,14 @@ void preparar_columnas_registro(ui::ctlPlanilla& grilla) {
 }
 
 void preparar_columnas_prueba(ui::ctlPlanilla& grilla) {
-    static constexpr std::array<Diseno, 13> COLUMNAS{{{"Libro", 76, 0},
-                                                      {"Documento", 122, 0},
-                                                      {"Doc. registro", 84, 1},
-                                                      {"Doc. libros", 76, 1},
-                                                      {"Neto registro", 94, 1},
-                                                      {"Neto libros", 94, 1},
-                                                      {"Exento registro", 98, 1},
-                                                      {"Exento libros", 88, 1},
-                                                      {"IVA registro", 86, 1},
-                                                      {"IVA libros", 86, 1},
-                                                      {"Otro registro", 86, 1},
-                                                      {"Otro libros", 80, 1},
-                                                      {"Diferencia", 160, 0}}};
+    static constexpr std::array<Diseno, 8> COLUMNAS{{{"Libro", 76, 0},
+                                                     {"Documento", 130, 0},
+                                                     {"Cantidad", 80, 1},
+                                                     {"Neto", 190, 1},
+                                                     {"Exento", 140, 1},
+                                                     {"IVA", 170, 1},
+                                                     {"Otro imp.", 150, 1},
+                                                     {"Diferencia", 250, 0}}};
     preparar(grilla, COLUMNAS);
 }
 
@@ -102,10 +97,12 @@ std::string renglon_registro(const Bandeja& b, std::size_t fila) {
 }
 
 std::string renglon_prueba(const LineaPrueba& l) {
-    const Montos &r = l.registro, &k = l.libros;
-    return fila_texto({libro_de(l.libro), l.clase, pesos(r.cantidad), pesos(k.cantidad), pesos(r.neto),
-                       pesos(k.neto), pesos(r.exento), pesos(k.exento), pesos(r.iva), pesos(k.iva),
-                       pesos(r.otro), pesos(k.otro), diferencia_de(l)});
+    std::vector<std::string> celdas{libro_de(l.libro), l.clase};
+    for (const auto columna :
+         {&Montos::cantidad, &Montos::neto, &Montos::exento, &Montos::iva, &Montos::otro})
+        celdas.push_back(pesos(l.registro.*columna) + " / " + pesos(l.libros.*columna));
+    celdas.push_back(diferencia_de(l));
+    return fila_texto(celdas);
 }
 
 std::string resumen_bandeja(const Bandeja& b) {
