@@ -111,7 +111,7 @@ Contabilidad preparar(clsConexion& db, int empresa, int usuario, Fecha hoy) {
                    .impuestos = {}};
     const auto moneda = db.NewRecord(CONSULTA_MONEDAS);
     if (!moneda->eof()) c.moneda = recortar(primeros(moneda->fields("moneda").Value.text(), 2));
-    for (const auto rs = db.NewRecord(CONSULTA_IMPUESTOS); !rs->eof(); rs->MoveNext()) {
+    for (const auto rs = db.NewRecord("select * from ctmotroimp"); !rs->eof(); rs->MoveNext()) {
         const std::string codigo = recortar_fin(rs->fields("otro_impuesto").Value.text());
         c.impuestos.try_emplace(std::to_string(val_entero(codigo)), codigo);
     }

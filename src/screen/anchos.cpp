@@ -51,7 +51,7 @@ void restaurar_anchos_listas(ui::Escritorio& escritorio, const std::filesystem::
 }
 
 void guardar_anchos_listas(const ui::Escritorio& escritorio, const std::filesystem::path& carpeta) {
-    const SettingsFile ajustes(carpeta, "NIVO.ini");
+    const SettingsFile ajustes(carpeta);
     for (const char* forma : LISTAS)
         if (const auto anchos = escritorio.list_widths.find(forma); anchos != escritorio.list_widths.end())
             (void)ajustes.set("NIVO", clave(forma), anchos->second);

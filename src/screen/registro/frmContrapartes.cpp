@@ -8,6 +8,7 @@
 #include "screen/papeles/ocupado.h"
 #include "text/letras_utf8.h"
 #include "text/numeros.h"
+#include "voucher/chart.h"
 
 #include <algorithm>
 #include <array>
@@ -122,15 +123,15 @@ void frmContrapartes::leer() {
 }
 
 bool frmContrapartes::requiere_auxiliar(const std::string& cuenta) {
-    return buscar_codigo(*pantalla_.maestros.rsCuentas, "centro", cuenta) &&
-           campo(*pantalla_.maestros.rsCuentas, "req_auxiliar") == "1";
+    return buscar_codigo(pantalla_.maestros[Maestro::cuentas], "centro", cuenta) &&
+           exige_auxiliar(pantalla_.maestros[Maestro::cuentas].fields("req_auxiliar").Value);
 }
 
 void frmContrapartes::mostrar_nombre() {
     const std::string cuenta = grdContrapartes.TextMatrix(grdContrapartes.Row(), CUENTA);
     std::string t;
-    if (!cuenta.empty() && buscar_codigo(*pantalla_.maestros.rsCuentas, "centro", cuenta))
-        t = cuenta + " " + campo(*pantalla_.maestros.rsCuentas, "n_centro") +
+    if (!cuenta.empty() && buscar_codigo(pantalla_.maestros[Maestro::cuentas], "centro", cuenta))
+        t = cuenta + " " + campo(pantalla_.maestros[Maestro::cuentas], "n_centro") +
             (requiere_auxiliar(cuenta) ? ", pide auxiliar" : "");
     lblNombre.SetCaption(t);
 }
@@ -143,12 +144,14 @@ void frmContrapartes::grdContrapartes_BeforeColUpdate(int col, bool& cancel) {
         cancel = true;
         critico(mensaje);
     };
-    if (col == CUENTA && !buscar_codigo(*m.rsCuentas, "centro", valor)) return rechazar("Cuenta no válida");
-    if (col == CENTRO && !buscar_codigo(*m.rsCentros, "centro", valor))
+    if (col == CUENTA && !buscar_codigo(m[Maestro::cuentas], "centro", valor))
+        return rechazar("Cuenta no válida");
+    if (col == CENTRO && !buscar_codigo(m[Maestro::centros], "centro", valor))
         return rechazar("Centro de costo no válida");
     if (col != AUXILIAR) return;
     grdContrapartes.set_edit_text(codigo_seis(valor));
-    if (!buscar_codigo(*m.rsAuxiliares, "auxiliar", codigo_seis(valor))) rechazar("Auxiliar no válido");
+    if (!buscar_codigo(m[Maestro::auxiliares], "auxiliar", codigo_seis(valor)))
+        rechazar("Auxiliar no válido");
 }
 
 void frmContrapartes::grdContrapartes_ButtonClick(int col) {
