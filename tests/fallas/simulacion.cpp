@@ -323,6 +323,8 @@ std::string Simulacion::guardar(Ventana& v) {
 }
 
 ClavePlana Simulacion::al_azar_guardado() {
+    const ClavePlana& de_otra = ventanas_[azar_() % ventanas_.size()].clave; // what overlaps is what fails
+    if (al_azar(3) == 0 && modelo_.comprobantes.contains(de_otra)) return de_otra;
     auto elegido = modelo_.comprobantes.begin();
     std::advance(elegido, al_azar(static_cast<int>(modelo_.comprobantes.size())));
     return elegido->first;
@@ -436,7 +438,10 @@ std::string Simulacion::cheque(Ventana& v) {
 
 std::string Simulacion::generar_cierre(Ventana& v) {
     const PeriodoPlano& p = modelo_.periodo;
-    if (p.cierre && modelo_.comprobantes.contains(*p.cierre) && al_azar(2) == 0) (void)abrir(v, *p.cierre);
+    if (p.cierre && modelo_.comprobantes.contains(*p.cierre) && al_azar(2) == 0) {
+        (void)abrir(v, *p.cierre);
+        (void)v.p->mensajes(); // it may be read-only
+    }
     const bool rehace = v.es_cierre && p.cierre && v.estado == "P" && !v.solo_lectura;
     if (rehace) return ""; // would add the same lines again
     v.p->escritorio.responder(ui::Answer::yes);
