@@ -140,10 +140,15 @@ TEST(Host, MembersByNameAndWhatTheyRefuse) {
 
     ASSERT_EQ(h.llamar("ShowForm"), S_OK);
     EXPECT_EQ(h.objeto->descripcion_error(), "");
-    EXPECT_EQ(h.poner("glbEmpresa", std::int64_t{2}), S_OK);
-    EXPECT_EQ(h.llamar("ShowForm"), RPC_E_SERVERCALL_RETRYLATER) << "open with another company";
+    const std::pair<const char*, Variant> otras[] = {
+        {"glbEmpresa", std::int64_t{2}}, {"glbUsuario", std::int64_t{2}}, {"glbdb", h.reporte.get()}};
+    for (const auto& [miembro, otra] : otras) {
+        EXPECT_EQ(h.poner(miembro, otra), S_OK);
+        EXPECT_EQ(h.llamar("ShowForm"), RPC_E_SERVERCALL_RETRYLATER) << miembro << " of an open screen";
+        h.sesion();
+    }
     EXPECT_EQ(h.pantalla().glbEmpresa, 1);
-    h.sesion();
+    EXPECT_EQ(h.llamar("ShowForm"), S_OK);
     const auto escrito = [&] {
         const frmQuorvel& f = h.pantalla();
         return f.mskF_comp.Text() + f.txtconcepto.Text() + f.txtnro_correlativo.Text() + f.txtnumero.Text();
@@ -163,4 +168,7 @@ TEST(Host, MembersByNameAndWhatTheyRefuse) {
     EXPECT_EQ(h.mensajes().size(), 1U);
     h.pantalla().mnucompra.press();
     EXPECT_EQ(h.mensajes().size(), 1U) << "a master that cannot be opened, told again";
+    h.escritorio.al_abrir([&](ui::Form&) { h.objeto.reset(); });
+    EXPECT_TRUE(h.pantalla().cmdrut_persona.press());
+    EXPECT_EQ(h.escritorio.top(), nullptr) << "gone with its list";
 }

@@ -192,7 +192,8 @@ TEST_F(ControlesTest, AModalFormComesBackToTheOneBelow) {
     f.aceptar.Click += [&] { encima.ShowModal(); };
     e.al_abrir([&](Form& forma) {
         EXPECT_EQ(forma.name() + e.top()->name(), "frmEncimafrmEncima");
-        EXPECT_EQ(f.activaciones, 1);
+        e.bring_to_top(f);
+        EXPECT_EQ(f.activaciones, 1) << "a modal form stays on top";
         encima.caja.SetText("escrito");
         encima.aceptar.press();
     });
@@ -204,11 +205,31 @@ TEST_F(ControlesTest, AModalFormComesBackToTheOneBelow) {
         Ficha otra(e, "frmOtra");
         otra.Show();
         EXPECT_EQ(e.top(), &otra);
+        e.bring_to_top(f);
+        EXPECT_EQ(f.activaciones, 3);
+        e.bring_to_top(otra);
     } // destroyed while shown
     EXPECT_EQ(e.top(), &f);
-    EXPECT_EQ(f.activaciones, 3);
+    EXPECT_EQ(f.activaciones, 4);
     f.aceptar.Click += []() { throw std::runtime_error("motor caído"); };
     e.al_abrir([&](Form&) { encima.Unload(); });
     EXPECT_TRUE(f.aceptar.press());
     EXPECT_EQ(e.tomar_mensajes(), Textos{"motor caído"}) << "shown once, and the form lives on";
+}
+
+TEST_F(ControlesTest, AFormDoesNotGoUnderItsProcedure) {
+    f.Show();
+    Ficha encima(e, "frmEncima");
+    bool seguia = false, respuesta = true;
+    f.aceptar.Click += [&] {
+        encima.ShowModal();
+        seguia = f.loaded();
+        respuesta = f.pregunta("¿Otra?");
+    };
+    e.al_abrir([&](Form&) { f.close_by_user(); });
+    EXPECT_TRUE(f.aceptar.press());
+    EXPECT_TRUE(seguia && !encima.visible()) << "what it waits for goes first";
+    EXPECT_FALSE(respuesta);
+    EXPECT_EQ(e.tomar_mensajes(), Textos{}) << "and nothing more is asked";
+    EXPECT_FALSE(f.loaded());
 }
