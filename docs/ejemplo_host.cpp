@@ -1,6 +1,6 @@
 // A host of Quorvel in ten lines: open the sessions, fill in who works where, show the voucher screen and
 // take it away again. ShowForm returns at once: a real host runs its Qt event loop before UnloadForm. When
-// that answers E_PENDING, a person had a dialog open, which is being closed: it is called again from the event
+// that answers E_PENDING, a person had a dialog open, which closes now: it is called again from the event
 // loop before the sessions are closed. src/host/objeto_host.h says what each call answers when.
 // Build, after ./run:
 //   ninja -C build-release quorvel_shared
