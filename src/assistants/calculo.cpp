@@ -5,8 +5,6 @@
 #include "text/numeros.h"
 #include "voucher/iva.h"
 
-#include <regex>
-
 namespace quorvel {
 namespace {
 
@@ -40,15 +38,14 @@ Importes bruto_del_liquido(Importes i) {
 double LeerNumero(std::string_view texto) { return valnumeroformato(texto); }
 
 bool monto_escrito(std::string_view texto) {
-    static const std::regex forma("[-+]?(\\d{1,15}|[1-9]\\d{0,2}(\\.\\d{3}){1,4})(,\\d{1,6})?");
-    const std::string t = recortar(texto);
-    return t.empty() || std::regex_match(t, forma);
+    constexpr std::int64_t MAYOR = 999'999'999'999'999; // what arithmetic on doubles keeps exact
+    const Decimal monto = Decimal::leer(texto);
+    return recortar(texto).empty() || (monto_sql(texto) && monto >= -MAYOR && monto <= MAYOR);
 }
 
 bool tasa_escrita(std::string_view texto) {
-    static const std::regex forma("\\d{1,3}([.,]\\d{1,6})?");
-    const std::string t = recortar(texto);
-    return t.empty() || std::regex_match(t, forma);
+    const std::string tasa = reemplazar(recortar(texto), ".", ",");
+    return tasa.empty() || (numero_sql(tasa) && tasa.find_first_of("+-") == std::string::npos);
 }
 
 std::string mostrar_monto(double v) { return formato(v, "#,##0"); }

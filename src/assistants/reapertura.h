@@ -23,7 +23,6 @@ struct Propuesta {
 /// Splits a document's total again. The other tax is that of its line, so that an amount typed without or
 /// against its rate comes back; it takes away where the total is smaller than net, VAT and exempt amount.
 /// @return nothing when it has neither net nor exempt amount. @throws ErrorSesion
-[[nodiscard]] std::optional<Propuesta>
-    proponer_reapertura(clsConexion & db, const DocumentoAnterior& d);
+[[nodiscard]] std::optional<Propuesta> proponer_reapertura(clsConexion& db, const DocumentoAnterior& d);
 
 } // namespace quorvel

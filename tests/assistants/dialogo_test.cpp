@@ -48,11 +48,6 @@ TEST_P(Asistentes, EventosDelDialogo) {
         EXPECT_TRUE(d.find("txtauxiliar")->Enabled());
         escribir(d, "txtauxiliar", "12");
         EXPECT_EQ(texto(d, "txtauxiliar") + texto(d, "lblauxiliar"), "000012JUAN PEREZ SOTO");
-        escribir(d, "txtauxiliar", "99");
-        EXPECT_EQ(texto(d, "txtauxiliar"), "000012") << "out of use";
-        escribir(d, "txtCuenta", "501009");
-        EXPECT_EQ(texto(d, "txtCuenta"), "103001");
-        EXPECT_EQ(p.mensajes(), "Auxiliar no válido / Cuenta no válida");
         escribir(d, "txtCuenta", "501001");
         EXPECT_FALSE(d.find("txtauxiliar")->Enabled());
         EXPECT_EQ(texto(d, "txtauxiliar"), "");
@@ -153,6 +148,33 @@ TEST_P(Asistentes, SeReabreSobreUnComprobanteGuardado) {
     });
     pulsar(p.f, "cmdasistente");
     EXPECT_EQ(p.f.lblTotalDebe.Caption(), "119.001");
+}
+
+TEST_P(Asistentes, ElOtroImpuestoVaPorSuCodigo) {
+    cabecera("COMPRAS", "FACTURA");
+    elegir(p.f, "cmbcodigo_otro_impuesto", "024 LICORES");
+    ejecutar(*p.db, "insert into ctmotroimp(otro_impuesto,descripcion,tasa) values ('001','NUEVO',5)");
+    p.e.al_abrir([&](ui::Form& d) {
+        EXPECT_EQ(texto(d, "cmbcodigo_otro_impuesto") + " " + texto(d, "txttasa_impuesto_otro"),
+                  "024 LICORES 31,5");
+        escribir(d, "txtCuenta", "501002");
+        escribir(d, "txtNeto", "100000");
+        escribir(d, "txtotro", "700"); // of a part of the goods only
+        EXPECT_EQ(texto(d, "lblLineas"),
+                  "501002  COMPRAS\n109001  IVA CREDITO\n201001  PROVEEDORES  ·  000013"
+                  "\n109002  OTROS IMP. COMPRA");
+        EXPECT_EQ(texto(d, "lblLineasDebe") + texto(d, "lbllado"), "100.000\n19.000\n\n700Cuenta al Debe");
+        pulsar(d, "cmdaceptar");
+    });
+    pulsar(p.f, "cmdasistente");
+    EXPECT_EQ(p.f.cmbcodigo_otro_impuesto.Text() + " " + p.f.lblCuenta.Caption(), "024 LICORES COMPRAS");
+    ejecutar(*p.db, "delete from ctmotroimp where otro_impuesto='024'");
+    p.e.al_abrir([&](ui::Form& d) {
+        EXPECT_EQ(texto(d, "txtotro") + " " + texto(d, "txttotal"), "700 119.700");
+        pulsar(d, "cmdaceptar");
+    });
+    pulsar(p.f, "cmdasistente");
+    EXPECT_EQ(p.f.cmbcodigo_otro_impuesto.Text(), "024 LICORES") << "no longer in the table";
 }
 
 TEST_P(Asistentes, ReaperturaReparteElTotal) {

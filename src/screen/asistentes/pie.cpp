@@ -28,9 +28,11 @@ void PieLineas::mostrar(const SesionAsistente& s, std::span<const Exigencia> exi
     } else {
         for (const Linea& l : lineas()) {
             const char* const fin = cuentas.empty() ? "" : "\n";
-            cuentas += fin +
-                       (l.centro.empty() ? SIN_CUENTA : l.centro + "  " + nombre((*s.maestros)[Maestro::cuentas], l.centro)) +
-                       (l.auxiliar.empty() ? "" : "  ·  " + l.auxiliar);
+            cuentas +=
+                fin +
+                (l.centro.empty() ? SIN_CUENTA
+                                  : l.centro + "  " + nombre((*s.maestros)[Maestro::cuentas], l.centro)) +
+                (l.auxiliar.empty() ? "" : "  ·  " + l.auxiliar);
             debe += fin + lado(l.debe);
             haber += fin + lado(l.haber);
         }
