@@ -139,16 +139,26 @@ ui::Answer QtEscritorio::on_message(const std::string& text, ui::Icon icon, ui::
     return box.clickedButton() == yes ? ui::Answer::yes : ui::Answer::no;
 }
 
-std::optional<std::string> QtEscritorio::on_ask_file(const ui::FileRequest& request) {
+QStringList QtEscritorio::choose(const ui::FileRequest& request, Choose what) {
     const Nested nested(*this);
     FileQuestion question{.title = to_qt(request.title),
                           .proposed = to_qt(request.name),
-                          .what = request.save ? Choose::save : Choose::file,
+                          .what = what,
                           .before = [this](QDialog& dialog) { on_call_off([&dialog] { dialog.reject(); }); }};
     if (!request.filter.empty() && request.filter != "*") question.filters << to_qt(request.filter);
     question.filters << "Todos los archivos (*)";
-    const QString file = qt::choose_file(owner_window(), question);
-    return file.isEmpty() ? std::nullopt : std::optional(to_std(file));
+    return qt::choose_files(owner_window(), question);
+}
+
+std::optional<std::string> QtEscritorio::on_ask_file(const ui::FileRequest& request) {
+    const QStringList files = choose(request, request.save ? Choose::save : Choose::file);
+    return files.isEmpty() ? std::nullopt : std::optional(to_std(files.front()));
+}
+
+std::vector<std::string> QtEscritorio::on_ask_files(const ui::FileRequest& request) {
+    std::vector<std::string> files;
+    for (const QString& file : choose(request, Choose::files)) files.push_back(to_std(file));
+    return files;
 }
 
 void QtEscritorio::open_with(const std::string& path) {

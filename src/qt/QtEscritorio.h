@@ -1,5 +1,6 @@
 #pragma once
 #include "platform/ui/escritorio.h"
+#include "qt/file_dialog.h"
 
 #include <QObject>
 #include <QPointer>
@@ -33,6 +34,7 @@ protected:
     ui::Answer on_message(const std::string& text, ui::Icon icon, ui::Buttons buttons,
                           const std::string& title) override;
     std::optional<std::string> on_ask_file(const ui::FileRequest& request) override;
+    std::vector<std::string> on_ask_files(const ui::FileRequest& request) override;
     bool on_progress(const std::string& what, long done, long total) override;
     void on_open(ui::Form& form, bool modal) override;
     void on_close(ui::Form& form) override;
@@ -48,6 +50,7 @@ private:
     struct Nested;
     /// The window of the form whose procedure opens something now, else the one that has the keys.
     [[nodiscard]] FormWindow* owner_window() const;
+    [[nodiscard]] QStringList choose(const ui::FileRequest& request, Choose what);
     void activate_top();
     void purge();
     std::vector<Open> windows_;

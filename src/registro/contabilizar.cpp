@@ -89,7 +89,10 @@ void poner_impuestos(Comprobante& c, const Fila& f, const Contabilidad& k) {
     }
     c.activo_fijo = f.doc.iva_activo_fijo != 0 || f.doc.neto_activo_fijo != 0 ? 1 : 0;
     c.iva_activo_fijo = mostrado(f.doc.iva_activo_fijo);
-    if (f.c.costo != 0) c.codigo_no_recuperable = f.doc.codigo_no_recuperable;
+    const bool conocido = std::ranges::any_of(NO_RECUPERABLES, [&](const std::string& entrada) {
+        return recortar(primeros(entrada, 2)) == f.doc.codigo_no_recuperable;
+    });
+    if (f.c.costo != 0 && conocido) c.codigo_no_recuperable = f.doc.codigo_no_recuperable;
 }
 
 std::string rechazo_de(const Contabilidad& k, Maestros& maestros, const Comprobante& c) {

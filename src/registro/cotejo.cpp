@@ -58,6 +58,8 @@ std::string impedimento(const Fila& f, Mes mes) {
         return "Los montos no suman el total: diferencia " +
                mostrar_monto(static_cast<double>(f.c.diferencia));
     if (f.c.total == 0) return "Documento sin monto";
+    if (std::min({f.c.neto, f.c.exento, f.c.iva, f.c.total}) < 0)
+        return "Documento con montos negativos: ingréselo en la pantalla";
     if (mes.desde(*d.fecha) < 0) return "La fecha es posterior al mes del registro";
     if (d.libro == COMPRAS && f.c.iva != 0 && mes.desde(*d.fecha) > MESES_CREDITO)
         return "Fuera del plazo del crédito fiscal: es de más de " + std::to_string(MESES_CREDITO) +

@@ -310,7 +310,9 @@ TEST_P(Registro_, EachDocumentHasItsState) {
           compra_de(7, ROBLE, "91", 10, {{"Tipo Doc", "43"}}) +
           compra_de(8, ROBLE, "92", 10, {{"Monto Total", "15"}}) +
           compra_de(9, ROBLE, "93", 10, {}, "30/11/2023") + compra_de(10, ROBLE, "94", 10, {}, "01/01/2024") +
-          compra_de(11, ROBLE, "95", 10, {}, "01/04/2024"));
+          compra_de(11, ROBLE, "95", 10, {}, "01/04/2024") +
+          compra_de(12, ROBLE, "96", 10,
+                    {{"Monto Neto", "-10"}, {"Monto IVA Recuperable", "-2"}, {"Monto Total", "-12"}}));
     EXPECT_EQ(en_texto(bandeja.filas()),
               "contabilizado 77\n"
               "difiere 4999 neto 90.000 en el registro, 100.000 en libros (-10.000); IVA 17.100 en el "
@@ -327,7 +329,8 @@ TEST_P(Registro_, EachDocumentHasItsState) {
                   "no contabilizable 92 Los montos no suman el total: diferencia 3\n"
                   "no contabilizable 93 Fuera del plazo del crédito fiscal: es de más de 2 meses antes\n"
                   "nuevo 94\n"
-                  "no contabilizable 95 La fecha es posterior al mes del registro\n");
+                  "no contabilizable 95 La fecha es posterior al mes del registro\n"
+                  "no contabilizable 96 Documento con montos negativos: ingréselo en la pantalla\n");
     // the last voucher of the kind proposes; a counterpart that was never booked lacks its account
     EXPECT_EQ(texto(*bandeja.propuesta(bandeja.filas()[3]).de), "002-50 del 20/03/2024");
     EXPECT_EQ(bandeja.le_falta(bandeja.filas()[3]), "");

@@ -44,6 +44,23 @@ std::optional<std::string> Escritorio::ask_file(const FileRequest& request) {
     return std::nullopt;
 }
 
+std::vector<std::string> Escritorio::ask_files(const FileRequest& request) {
+    std::vector<std::string> files;
+    {
+        const Waiting wait(*this, nullptr);
+        if (!wait.off()) files = on_ask_files(request);
+    }
+    const auto engines = std::ranges::find_if(files, [](const std::string& f) { return engine_file(f); });
+    if (engines == files.end()) return files;
+    message(engine_file_text(*engines), Icon::critical, Buttons::ok);
+    return {};
+}
+
+std::vector<std::string> Escritorio::on_ask_files(const FileRequest& request) {
+    auto file = on_ask_file(request);
+    return file ? std::vector{std::move(*file)} : std::vector<std::string>{};
+}
+
 bool Escritorio::progress(const std::string& what, long done, long total) {
     const Waiting wait(*this, nullptr);
     return !wait.off() && on_progress(what, done, total) && !wait.off();

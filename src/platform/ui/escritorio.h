@@ -37,6 +37,8 @@ public:
     /// @return nothing when cancelled or called off, or for a file of an open database, which the person is
     /// told
     [[nodiscard]] std::optional<std::string> ask_file(const FileRequest& request);
+    /// The same for files to open, as many as the person picks.
+    [[nodiscard]] std::vector<std::string> ask_files(const FileRequest& request);
     /// Opens a file with an application of the person's choice.
     virtual void open_with(const std::string& path) = 0;
     virtual void busy(bool on) = 0;
@@ -88,6 +90,8 @@ protected:
     virtual Answer on_message(const std::string& text, Icon icon, Buttons buttons,
                               const std::string& title) = 0;
     virtual std::optional<std::string> on_ask_file(const FileRequest& request) = 0;
+    /// One file where the desktop offers no more.
+    virtual std::vector<std::string> on_ask_files(const FileRequest& request);
     virtual bool on_progress(const std::string& what, long done, long total) = 0;
     virtual void on_open(Form&, bool modal) = 0;
     virtual void on_close(Form&) = 0;

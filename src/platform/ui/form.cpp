@@ -1,5 +1,6 @@
 #include "platform/ui/form.h"
 
+#include "platform/files/engine_files.h"
 #include "platform/ui/flag.h"
 #include "text/letras_utf8.h"
 
@@ -101,6 +102,11 @@ void Form::settle() {
     escritorio_.later([this, alive] {
         if (!alive.expired() && unload_wanted_) dismiss();
     });
+}
+
+void Form::drop_file(const std::string& path) {
+    if (engine_file(path)) return critico(engine_file_text(path));
+    atender([&] { Form_FileDropped(path); });
 }
 
 void Form::close_by_user() {

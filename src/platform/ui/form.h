@@ -62,9 +62,7 @@ public:
     /// Whether the window takes files that a person drops on it.
     [[nodiscard]] virtual bool takes_files() const { return false; }
     /// The person drops a file on the window.
-    void drop_file(const std::string& path) {
-        atender([&] { Form_FileDropped(path); });
-    }
+    void drop_file(const std::string& path);
     /// The form has become the top one (shown, or what covered it closed).
     void activate();
     /// Called by Escritorio: leaves without a choice, with all that its own procedures wait for.

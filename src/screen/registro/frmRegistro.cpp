@@ -126,12 +126,20 @@ void frmRegistro::Form_Activate() {
 }
 
 void frmRegistro::cmdArchivo_Click() {
-    const auto archivo = escritorio().ask_file({"Abrir registro de compras y ventas", "*.csv", "", false});
-    if (archivo) agregar(*archivo);
+    for (const std::string& archivo :
+         escritorio().ask_files({"Abrir registro de compras y ventas", "*.csv", "", false}))
+        atender(
+            [&] { bandeja().agregar(archivo, leer_archivo(archivo)); }); // one that is none keeps no other
+    mostrar_agregados();
 }
 
 void frmRegistro::agregar(const std::string& archivo) {
     bandeja().agregar(archivo, leer_archivo(archivo));
+    mostrar_agregados();
+}
+
+void frmRegistro::mostrar_agregados() {
+    if (bandeja().archivos().empty()) return;
     cotejar();
     std::string avisos;
     for (const std::string& a : bandeja().avisos()) avisos += (avisos.empty() ? "" : "\r\n") + a;
@@ -325,8 +333,10 @@ void frmRegistro::Form_KeyDown(ui::KeyEvent& e) {
 }
 
 void abrir_registro(frmQuorvel& f) {
-    if (!f.registro) f.registro = std::make_unique<frmRegistro>(f);
-    f.registro->abrir();
+    f.atender([&] { // the screen stays while its inbox is open
+        if (!f.registro) f.registro = std::make_unique<frmRegistro>(f);
+        f.registro->abrir();
+    });
 }
 
 void abrir_registro(frmQuorvel& f, const std::string& archivo) {

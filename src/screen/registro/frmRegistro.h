@@ -59,6 +59,7 @@ private:
     void preparar_columnas();
     void conectar();
     void cotejar();
+    void mostrar_agregados();
     void mostrar_filas();
     void mostrar_prueba();
     void mostrar_resumen();
