@@ -1,0 +1,13 @@
+# Included by a copy of the tree whose sources hold their changes (cambios.py).
+function(quorvel_mutantes)
+    target_sources(quorvel_text PRIVATE ${QUORVEL_MUTANTES}/mutante.cpp)
+    foreach(folder ${QUORVEL_MUTANTES_CARPETAS})
+        target_include_directories(quorvel_${folder} PRIVATE ${QUORVEL_MUTANTES})
+        target_compile_options(quorvel_${folder} PRIVATE -w -Wno-narrowing -fdiagnostics-column-unit=byte)
+    endforeach()
+    target_include_directories(quorvel_text PRIVATE ${QUORVEL_MUTANTES})
+    foreach(program ${QUORVEL_MUTANTES_PROGRAMAS})
+        target_sources(${program}_test PRIVATE ${QUORVEL_MUTANTES}/oyente.cpp)
+    endforeach()
+endfunction()
+cmake_language(DEFER CALL quorvel_mutantes)
