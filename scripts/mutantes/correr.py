@@ -3,7 +3,7 @@
 
 The changes of a run are built once, into a copy of the tree (build-mutantes/arbol). Each test is run once to
 learn which changes it reaches; then each change is switched on and the tests that reach it run, those that
-noticed a neighbour first, then the fastest, until one fails. Tests on PostgreSQL stay out: the rules are the
+noticed a neighbour first, then the fastest, until one fails or ENOUGH seconds are spent. Tests on PostgreSQL stay out: the rules are the
 same on both engines. Survivors and the table go into docs/tests.md, changes that cannot alter anything are
 listed with the reason in equivalentes.txt.
 
@@ -35,6 +35,7 @@ PROGRAMS = ["text", "voucher", "assistants", "yearend", "interchange", "empresa"
             "host", "driver"]
 LEFT_OUT = "*postgres*"
 BATCHES = (0.3, 2.0)  # seconds of tests tried together before the next, larger lot
+ENOUGH = 20  # seconds of tests after which a change counts as unnoticed, though slower ones might notice
 MEMORY = pathlib.Path("/dev/shm")
 
 
@@ -197,8 +198,11 @@ class Trial:
     def lots(self, path, number):
         with self.lock:
             tests = sorted(self.reach[number], key=lambda t: (-self.noticed_by[path, t], self.seconds[t]))
-        limits, lot, total = list(BATCHES), [], 0.0
+        limits, lot, total, spent = list(BATCHES), [], 0.0, 0.0
         for t in tests:
+            spent += self.seconds[t]
+            if spent > ENOUGH:
+                break
             lot.append(t)
             total += self.seconds[t] + 0.02
             if limits and total > limits[0]:

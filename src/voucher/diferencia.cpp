@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <functional>
+#include <numeric>
 #include <set>
 
 namespace quorvel {
@@ -32,14 +34,8 @@ bool lado_equivocado(const Celda& c) { return c.sobra() && 2 * c.monto == std::a
 
 bool cifras_cambiadas(const Celda& c) {
     const std::string a = std::to_string(c.monto), b = std::to_string(c.correcto);
-    if (c.correcto <= 0 || a.size() != b.size()) return false;
-    const auto primera = std::mismatch(a.begin(), a.end(), b.begin());
-    if (primera.first == a.end()) return false;
-    const auto ultima = std::mismatch(a.rbegin(), a.rend(), b.rbegin());
-    const auto i = primera.first - a.begin(), j = a.rend() - ultima.first - 1;
-    std::string cambiada = a;
-    std::swap(cambiada[static_cast<std::size_t>(i)], cambiada[static_cast<std::size_t>(j)]);
-    return cambiada == b;
+    if (c.correcto <= 0 || !std::ranges::is_permutation(a, b)) return false;
+    return std::inner_product(a.begin(), a.end(), b.begin(), 0, std::plus(), std::not_equal_to()) == 2;
 }
 
 bool cero_de_mas(const Celda& c) { return c.correcto > 0 && c.monto == 10 * c.correcto; }

@@ -196,6 +196,7 @@ TEST_P(Asistentes, ReaperturaReparteElTotal) {
     EXPECT_EQ(propuesta(100000, 0, "119.700", "31,5", 700), "100.000 19.000 700 119.700")
         << "typed against the rate";
     EXPECT_EQ(propuesta(100000, 0, "118.300", "", 700), "100.000 19.000 -700 118.300");
+    EXPECT_EQ(propuesta(150, 0, "179", ""), "150 29 0 178") << "a peso is rounding, no other tax";
 }
 
 TEST_P(Asistentes, GeneraAuxiliar) {
@@ -231,6 +232,7 @@ TEST_P(Asistentes, CodigosDeAuxiliar) {
         generar_auxiliar(*p.db, rut, "x");
         return filas(*p.db, std::string("select auxiliar from ctxaux_cod where rut='") + rut + "'");
     };
+    EXPECT_TRUE(auxiliares_de_rut(*p.db, "22.222.222-2").empty()) << "inactive";
     ejecutar(*p.db, "delete from ctxaux_cod");
     EXPECT_EQ(creado("1-9"), "000001");
     ejecutar(*p.db, "insert into ctxaux_cod(auxiliar,n_auxiliar,activo,rut) values ('000041','x','1','2-7')");

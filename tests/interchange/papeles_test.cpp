@@ -134,6 +134,9 @@ TEST_P(Papeles, NeverTouchTheVouchersOfTheMainDatabase) {
     borrar_tablas_impresion(*reporte);
     EXPECT_FALSE(es_tabla_impresion(*reporte));
     EXPECT_THROW(preparar(*db, *reporte, impresion()), std::runtime_error);
+    std::filesystem::create_symlink(carpeta, carpeta + "/otra");
+    EXPECT_TRUE(misma_base(*reporte, *abrir_sesion_informes(carpeta + "/otra/print.db")));
+    EXPECT_FALSE(misma_base(*reporte, *abrir_sesion_informes(carpeta_nueva() + "/print.db")));
 }
 
 TEST(Informe, StandsBesideTheReportDatabase) {

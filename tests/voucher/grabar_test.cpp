@@ -72,6 +72,13 @@ protected:
 std::string como(const ::testing::TestParamInfo<Motor>& m) { return nombre(m.param); }
 INSTANTIATE_TEST_SUITE_P(Motores, Grabar, ::testing::ValuesIn(MOTORES), como);
 
+/// Each makes another voucher of a stored one.
+constexpr void (*CAMBIOS[])(Comprobante&) = {
+    [](Comprobante& c) { c.adjuntos.pop_back(); },  [](Comprobante& c) { c.lineas[1].glosa = "i"; },
+    [](Comprobante& c) { c.lineas[0].debe = "1"; }, [](Comprobante& c) { c.lineas[2].haber = "1"; },
+    [](Comprobante& c) { c.concepto = "c"; },       [](Comprobante& c) { c.usuario = 2; },
+};
+
 TEST_P(Grabar, SavedLoadedAndSavedAgain) {
     Comprobante c = compra();
     c.cotizacion = "1.950,5";
@@ -93,6 +100,16 @@ TEST_P(Grabar, SavedLoadedAndSavedAgain) {
     EXPECT_EQ(leido->total_debe, "119.000");
     EXPECT_EQ(leido->rut_persona, "76.418.352-5");
     EXPECT_EQ(leer_adjuntos(*db, "1"), c.adjuntos);
+    const auto grabado = [&](const Comprobante& o, Fecha hoy) {
+        const auto r = grabado_sin_respuesta(*db, o, hoy);
+        return r ? r->comprobante_adjunto : "no";
+    };
+    EXPECT_EQ(grabado(c, HOY) + grabado(c, fecha(2024, 6, 16)), "1no");
+    for (std::size_t i = 0; i < std::size(CAMBIOS); ++i) {
+        Comprobante otro = c;
+        CAMBIOS[i](otro);
+        EXPECT_EQ(grabado(otro, HOY), "no") << i;
+    }
     leido->lineas = c.lineas;
     leido->lineas.pop_back();
     leido->lineas[0].debe = "", leido->lineas[0].haber = "19.000";
@@ -127,6 +144,14 @@ TEST_P(Grabar, NumbersAreProposedAndRecorded) {
     EXPECT_EQ(ultimo(), "0");
     ASSERT_EQ(grabar(compra("14"), {.nuevo = true, .numero_propuesto = 13}), "");
     EXPECT_EQ(ultimo(), "14");
+    const std::string antes = todo();
+    EXPECT_EQ(grabar(compra("15"), {.nuevo = true, .registrar_cierre = true, .anio = 2030}),
+              "Problemas al grabar datos de cirre anual")
+        << "no such year";
+    Comprobante medios = compra("15");
+    medios.lineas[0].debe = medios.lineas[1].debe = "0,5", medios.lineas[2].haber = "1";
+    EXPECT_EQ(nuevo(medios), "Comprobante descuadrado") << "in whole pesos";
+    EXPECT_EQ(todo(), antes);
     Comprobante sin_fila = compra("1");
     sin_fila.documento = "006"; // no row to record it in
     EXPECT_EQ(nuevo(sin_fila), "");
@@ -262,6 +287,9 @@ TEST_P(Grabar, AnnulledVoucherLeavesTheBalances) {
     EXPECT_EQ(anular(c), "Comprobante no válido");
     EXPECT_EQ(grabar(c, {}), "Problemas para actualizar cabecera") << "must not come to life again";
     ASSERT_EQ(nuevo(compra("2")), "");
+    ejecutar(*db, "update ctcquorvel set estado='T' where num_docum='2'");
+    EXPECT_EQ(anular(compra("2")), "Comprobante no válido");
+    ejecutar(*db, "update ctcquorvel set estado='P' where num_docum='2'");
     ejecutar(*db, "update ctmcentros set g_cuenta='8' where centro='201001'");
     EXPECT_EQ(anular(compra("2")), "Problemas al buscar grupo de cuenta ");
     EXPECT_EQ(rows("select debe3 from ctmsdcenth where centro='501002'"), "400000");
@@ -315,6 +343,11 @@ TEST_P(Grabar, CutVoucherKeepsChequeInvoiceAndAttachments) {
         "2024-04-02|9|77|CHILE|2024-03-21|D'Alba|1|0|6");
     EXPECT_EQ(rows("select f_comp, num_docum from ftcfactura"), "2024-04-02|9");
     EXPECT_EQ(leer_adjuntos(*db, "6"), c.adjuntos);
+    Comprobante socio = compra("2");
+    ASSERT_EQ(nuevo(socio), "");
+    ejecutar(*db, "update ctcquorvel set comprobante_adjunto=6 where num_docum='2'");
+    ASSERT_EQ(eliminar(socio), "");
+    EXPECT_EQ(leer_adjuntos(*db, "6"), c.adjuntos) << "they are another voucher's too";
     ejecutar(*db, "update ctcquorvel set comprobante_adjunto=0");
     ASSERT_EQ(eliminar(*cortado), "");
     EXPECT_EQ(rows("select count(*) as n from ctdcomprad where comprobante_adjunto=0"), "1");
@@ -323,8 +356,9 @@ TEST_P(Grabar, CutVoucherKeepsChequeInvoiceAndAttachments) {
 TEST_P(Grabar, SearchListsAndSubsystems) {
     ASSERT_EQ(nuevo(compra()), "");
     Comprobante dos = compra("2");
-    dos.usuario = 2, dos.subsistema = "02", dos.doc_libro = "";
+    dos.usuario = 2, dos.subsistema = "02", dos.doc_libro = "", dos.nombre = "";
     ASSERT_EQ(nuevo(dos), "");
+    EXPECT_EQ(nombre_de_rut(*db, dos.rut_persona), compra().nombre) << "the later one has none";
     EXPECT_EQ(filas(*db, consulta_busqueda(1, 2, 1)).find("|002|2|") != std::string::npos, true);
     const auto rs = db->NewRecord(consulta_busqueda(1, 2, 2));
     ASSERT_FALSE(rs->eof());
