@@ -32,10 +32,9 @@ template <class F> std::string por_letra(std::string_view texto, F&& cambiar) {
     return salida;
 }
 
-bool solo_ascii(std::string_view t) {
-    return std::none_of(t.begin(), t.end(),
-                        [](char c) { return (static_cast<unsigned char>(c) & 0x80U) != 0; });
-}
+bool es_ascii(char c) { return (static_cast<unsigned char>(c) & 0x80U) == 0; }
+bool solo_ascii(std::string_view t) { return std::ranges::all_of(t, es_ascii); }
+char minuscula(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c; }
 
 std::string transformar(std::string_view texto, int opciones) {
     const std::string valido = por_letra(texto, [](utf8proc_int32_t l) { return l; });
@@ -70,8 +69,7 @@ std::string mayusculas(std::string_view texto) { return por_letra(texto, utf8pro
 std::string minusculas(std::string_view texto) {
     if (!solo_ascii(texto)) return por_letra(texto, utf8proc_tolower);
     std::string salida(texto);
-    for (char& c : salida)
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c + ('a' - 'A'));
+    std::ranges::transform(salida, salida.begin(), minuscula);
     return salida;
 }
 
@@ -126,7 +124,10 @@ std::string reemplazar(std::string_view texto, std::string_view que, std::string
 }
 
 bool igual_sin_caso(std::string_view a, std::string_view b) {
-    return a == b || minusculas(a) == minusculas(b);
+    const auto [i, j] = std::mismatch(a.begin(), a.end(), b.begin(), b.end(),
+                                      [](char x, char y) { return minuscula(x) == minuscula(y); });
+    if (i == a.end() || j == b.end()) return i == a.end() && j == b.end();
+    return (!es_ascii(*i) || !es_ascii(*j)) && minusculas(a) == minusculas(b);
 }
 
 } // namespace quorvel
