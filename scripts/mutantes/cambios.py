@@ -48,7 +48,8 @@ class File:
         self.root, self.path = root, path
         self.source = (root / path).read_bytes()
         self.changes: list[Change] = []
-        self.constants: dict[str, tuple[int, int, str]] = {}  # constexpr variables: range, what replaces the word
+        # constexpr variables: the word's range, what replaces it, the end of the variable
+        self.constants: dict[str, tuple[int, int, str, int]] = {}
         unit = parse(root, path)
         self.macros = [(c.extent.start.offset, c.extent.end.offset) for c in unit.cursor.get_children()
                        if c.kind == K.MACRO_INSTANTIATION and self.own(c)]
@@ -57,6 +58,7 @@ class File:
         for cursor in unit.cursor.get_children():
             if self.own(cursor):
                 self.visit(cursor, None, "", False)
+        self.every = list(self.changes)  # also those that do not compile
 
     def own(self, cursor):
         file = cursor.extent.start.file

@@ -72,7 +72,7 @@ def sources(what):
 
 class Run:
     def __init__(self, what):
-        self.files = {}
+        self.files, self.names = {}, {}
         number = 0
         for path in sources(what):
             file = File(ROOT, path.relative_to(ROOT))
@@ -84,7 +84,18 @@ class Run:
         self.folders = sorted({p.split("/")[1] for p in self.files})
 
     def name(self, file, change):
-        """What a change is called in the lists: no line number, so that it stays its name."""
+        """What a change is called in the lists: no line number, so that it stays its name. The second of a
+        name in a file has a 2 behind it."""
+        if not self.names.get(file.path):
+            seen = self.names[file.path] = {}
+            counts = collections.Counter()
+            for c in sorted(file.every, key=lambda c: (c.start, c.number)):
+                plain = self.plain_name(file, c)
+                counts[plain] += 1
+                seen[c.number] = plain if counts[plain] == 1 else f"{plain} ({counts[plain]})"
+        return self.names[file.path][change.number]
+
+    def plain_name(self, file, change):
         def short(text):
             return re.sub(r"\s+", " ", text).strip()[:110]
         old = short(file.text(change.start, change.end))
@@ -280,6 +291,7 @@ def try_all(run_, again):
             done += 1
             if done % 100 == 0:
                 print(f"  {done} of {len(pairs)}, {time.time() - begin:.0f} s", flush=True)
+                keep(list(outcome.values()), again)
     return [outcome[n] for n in sorted(outcome)]
 
 

@@ -2,6 +2,7 @@
 
 #include "dbtools/esquema.h"
 
+#include <map>
 #include <stdexcept>
 
 namespace quorvel {
@@ -122,11 +123,18 @@ std::unique_ptr<clsConexion> crear_base(Motor motor) {
     return abrir_sesion(conexion);
 }
 
-std::unique_ptr<clsConexion> crear_empresa(Motor motor) {
-    auto db = crear_base(motor);
-    sembrar_empresa(*db);
-    return db;
+std::string conexion_empresa(Motor motor) {
+    static std::map<Motor, std::string> modelos;
+    std::string& modelo = modelos[motor];
+    if (modelo.empty()) {
+        modelo = conexion_nueva(motor);
+        crear_esquema(modelo);
+        sembrar_empresa(*abrir_sesion(modelo));
+    }
+    return copia_de(modelo);
 }
+
+std::unique_ptr<clsConexion> crear_empresa(Motor motor) { return abrir_sesion(conexion_empresa(motor)); }
 
 } // namespace apoyo
 } // namespace quorvel

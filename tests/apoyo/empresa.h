@@ -20,7 +20,9 @@ void sembrar_empresa(clsConexion& db);
 namespace apoyo {
 /// A session on a database of its own with the tables and no rows.
 [[nodiscard]] std::unique_ptr<clsConexion> crear_base(Motor motor);
-/// The same with the small company.
+/// Connection text of a database of its own with the small company: a copy of one that is made once.
+[[nodiscard]] std::string conexion_empresa(Motor motor);
+/// A session on such a database.
 [[nodiscard]] std::unique_ptr<clsConexion> crear_empresa(Motor motor);
 } // namespace apoyo
 

@@ -1,6 +1,5 @@
 #include "apoyo/pantalla.h"
 
-#include "dbtools/esquema.h"
 #include "platform/ui/ctlConsulta.h"
 #include "platform/ui/utf8.h"
 #include "text/letras_utf8.h"
@@ -13,16 +12,11 @@
 namespace quorvel::pruebas {
 
 namespace {
-std::string empresa_nueva(apoyo::Motor motor) {
-    const std::string conexion = apoyo::conexion_nueva(motor);
-    crear_esquema(conexion);
-    sembrar_empresa(*abrir_sesion(conexion));
-    return conexion;
-}
 constexpr Fecha HOY{std::chrono::year(2024), std::chrono::month(6), std::chrono::day(15)};
 } // namespace
 
-Pantalla::Pantalla(apoyo::Motor motor) : Pantalla(empresa_nueva(motor), apoyo::carpeta_nueva(), 1) {}
+Pantalla::Pantalla(apoyo::Motor motor)
+    : Pantalla(apoyo::conexion_empresa(motor), apoyo::carpeta_nueva(), 1) {}
 Pantalla::Pantalla(const Pantalla& otra, int usuario)
     : Pantalla(otra.conexion, apoyo::carpeta_nueva(), usuario) {}
 

@@ -75,7 +75,7 @@ Servidor::~Servidor() {
 
 std::string Servidor::nueva(const std::string& modelo) {
     const std::string nombre = "prueba" + std::to_string(++bases_);
-    (void)administrar("create database " + nombre + " template " + modelo);
+    (void)administrar("create database " + nombre + " template " + modelo + " strategy file_copy");
     return conexion(nombre);
 }
 

@@ -98,9 +98,7 @@ INSTANTIATE_TEST_SUITE_P(Motores, Caida, ::testing::ValuesIn(apoyo::MOTORES),
                          [](const auto& m) { return apoyo::nombre(m.param); });
 
 TEST_P(Caida, TheNextProgramHasEverything) {
-    const std::string conexion = apoyo::conexion_nueva(GetParam()), carpeta = apoyo::carpeta_nueva();
-    crear_esquema(conexion);
-    sembrar_empresa(*abrir_sesion(conexion));
+    const std::string conexion = apoyo::conexion_empresa(GetParam()), carpeta = apoyo::carpeta_nueva();
     std::string escrito;
     {
         Programa p(conexion, carpeta), otra(conexion, carpeta); // two windows of the same user

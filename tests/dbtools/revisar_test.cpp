@@ -18,9 +18,7 @@ using apoyo::Motor;
 class Herramientas : public testing::TestWithParam<Motor> {
 protected:
     void SetUp() override {
-        conexion = apoyo::conexion_nueva(GetParam());
-        crear_esquema(conexion);
-        sembrar_empresa(*abrir_sesion(conexion));
+        conexion = apoyo::conexion_empresa(GetParam());
         ejecutar("insert into ctcquorvel(empresa,f_comp,documento,num_docum,t_debe,t_haber,libro)"
                  " values (1,'2024-05-03','001','7',500,500,'CONTABLES')");
         ejecutar("insert into "

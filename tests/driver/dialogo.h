@@ -1,6 +1,5 @@
 #pragma once
 #include "apoyo/empresa.h"
-#include "dbtools/esquema.h"
 #include "driver/driver.h"
 
 #include <ext/stdio_filebuf.h>
@@ -136,11 +135,7 @@ inline void conversar(Dialogo& d, const std::vector<Turno>& turnos) {
 
 /// The small company on an engine, for one or more drivers.
 struct Empresa {
-    explicit Empresa(Motor motor) : conexion(conexion_nueva(motor)) {
-        crear_esquema(conexion);
-        db = abrir_sesion(conexion);
-        sembrar_empresa(*db);
-    }
+    explicit Empresa(Motor motor) : conexion(conexion_empresa(motor)), db(abrir_sesion(conexion)) {}
     [[nodiscard]] Json crear(int usuario = 1, const char* clase = "clsQuorvel",
                              const char* hoy = "15/06/2024") const {
         const std::string carpeta = carpeta_nueva();

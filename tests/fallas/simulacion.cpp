@@ -1,6 +1,5 @@
 #include "fallas/simulacion.h"
 
-#include "dbtools/esquema.h"
 #include "platform/db/literal.h"
 #include "platform/ui/ctlConsulta.h"
 #include "screen/borrador.h"
@@ -70,10 +69,8 @@ ClavePlana Simulacion::Ventana::clave_escrita() const {
 }
 
 Simulacion::Simulacion(apoyo::Motor motor, unsigned semilla) : azar_(semilla) {
-    escena_ = {apoyo::conexion_nueva(motor), apoyo::carpeta_nueva()};
-    crear_esquema(escena_.conexion);
+    escena_ = {apoyo::conexion_empresa(motor), apoyo::carpeta_nueva()};
     db_ = abrir_sesion(escena_.conexion);
-    sembrar_empresa(*db_);
     apoyo::ejecutar(*db_, "insert into ctmsdcenth(empresa,anio,centro,debe6) values (1,2024,'101001',0)");
     std::string carpeta;
     for (const int usuario : {1, 1, 2}) { // two windows of one user, in one folder with its drafts

@@ -4,7 +4,6 @@
 #include "apoyo/falla.h"
 #include "apoyo/pantalla.h"
 #include "apoyo/pg.h"
-#include "dbtools/esquema.h"
 #include "interchange/archivo_comprobante.h"
 #include "oficina/salida.h"
 #include "registro/archivo.h"
@@ -31,11 +30,9 @@ struct Corrida {
 
 class Oficina_ : public testing::TestWithParam<apoyo::Motor> {
 protected:
-    Oficina_() : carpeta(apoyo::carpeta_nueva()), conexion(apoyo::conexion_nueva(GetParam())) {
-        crear_esquema(conexion);
-        db = abrir_sesion(conexion);
-        sembrar_empresa(*db);
-    }
+    Oficina_()
+        : carpeta(apoyo::carpeta_nueva()), conexion(apoyo::conexion_empresa(GetParam())),
+          db(abrir_sesion(conexion)) {}
     /// @param orden the command and its arguments; the database is added
     Corrida correr(const std::string& orden) const {
         const std::string error = carpeta + "/.error";
@@ -382,9 +379,7 @@ INSTANTIATE_TEST_SUITE_P(Motores, Oficina_, testing::ValuesIn(apoyo::MOTORES),
 /// The server goes away while the files are being saved: nothing of them stays.
 TEST(OficinaServidor, UnServidorPerdidoNoDejaNada) {
     const std::string carpeta = apoyo::carpeta_nueva(),
-                      conexion = apoyo::conexion_nueva(apoyo::Motor::postgres);
-    crear_esquema(conexion);
-    sembrar_empresa(*abrir_sesion(conexion));
+                      conexion = apoyo::conexion_empresa(apoyo::Motor::postgres);
     std::string archivos;
     for (int i = 0; i < 8; ++i) {
         const std::string nombre = carpeta + "/" + std::to_string(i) + ".csv";

@@ -3,7 +3,6 @@
 #include "apoyo/comprobante.h"
 #include "apoyo/sesion_vigilada.h"
 #include "apoyo/sesiones.h"
-#include "dbtools/esquema.h"
 #include "voucher/bloqueo.h"
 #include "voucher/cargar.h"
 #include "voucher/chart.h"
@@ -25,13 +24,8 @@ constexpr const char* TOTALES =
 
 class Grabar : public ::testing::TestWithParam<Motor> {
 protected:
-    const std::string conexion = conexion_nueva(GetParam());
-    std::unique_ptr<clsConexion> db;
-    void SetUp() override {
-        crear_esquema(conexion);
-        db = abrir_sesion(conexion);
-        sembrar_empresa(*db);
-    }
+    const std::string conexion = conexion_empresa(GetParam());
+    std::unique_ptr<clsConexion> db = abrir_sesion(conexion);
     std::string rows(const std::string& sql) { return filas(*db, sql); }
     /// Of the voucher as it is stored now.
     std::string huella(const Comprobante& c) {
