@@ -35,7 +35,7 @@ RESULTS = ROOT / "build-mutantes/resultados.json"
 FOLDERS = ["text", "voucher", "assistants", "yearend", "interchange", "empresa"]
 PROGRAMS = ["text", "voucher", "assistants", "yearend", "interchange", "empresa", "libros", "report", "screen",
             "host", "driver"]
-LEFT_OUT = "*postgres*"
+LEFT_OUT = "*ostgres*:*Servidor*"
 BATCHES = (0.3, 2.0)  # seconds of tests tried together before the next, larger lot
 ENOUGH = 8  # seconds of tests after which a change counts as unnoticed, though slower ones might notice
 MEMORY = pathlib.Path("/dev/shm")

@@ -148,7 +148,7 @@ TEST(Intercambio, ExportedVoucherComesBackAsANewOne) {
     EXPECT_EQ(p.sql("select num_docum,t_debe from ctcquorvel order by num_docum"), "1|1234567;77|1234567");
 }
 
-TEST(Intercambio, AWrongReportDatabaseLosesNothing) {
+TEST(IntercambioServidor, AWrongReportDatabaseLosesNothing) {
     using apoyo::Motor;
     const auto aparte = apoyo::crear_base(Motor::postgres);
     const auto vacia = abrir_sesion(apoyo::conexion_nueva(Motor::postgres));

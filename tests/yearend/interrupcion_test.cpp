@@ -56,7 +56,7 @@ std::string cerrar(clsConexion& db) {
 
 constexpr const char* CERRADO = "Cierre Anual de 2024 Completado con éxito";
 
-TEST(ConexionPerdida, LaSegundaVezSeCompleta) {
+TEST(ServidorPerdido, LaSegundaVezSeCompleta) {
     const auto db = crear_empresa(Motor::postgres);
     ejecutar(*db, "update ctmconfigu set f_comp_cierre=#12/31/2024#,documento_cierre='001',"
                   "num_docum_cierre='1',elaborado='Ana'");
