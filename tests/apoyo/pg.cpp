@@ -5,17 +5,12 @@
 namespace quorvel::apoyo {
 namespace {
 
-/// What the tests ask of a server: it need not survive a power cut.
-std::string opciones_servidor = SIN_DURAR;
-
 Servidor& servidor() {
-    static Servidor uno(opciones_servidor);
+    static Servidor uno;
     return uno;
 }
 
 } // namespace
-
-void pg_opciones(const std::string& opciones) { opciones_servidor = opciones; }
 
 std::string pg_conexion_nueva() { return servidor().nueva(); }
 

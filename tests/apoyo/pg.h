@@ -3,8 +3,6 @@
 
 namespace quorvel::apoyo {
 
-/// Options of the server that is about to start, instead of those that need not survive a power cut.
-void pg_opciones(const std::string& opciones);
 /// A fresh database on a PostgreSQL server of this process' own (temporary folder, loopback, stopped at
 /// exit).
 /// @return its "postgresql://…" text @throws std::runtime_error when the server cannot be started
