@@ -21,7 +21,8 @@ void contrapartes(Estudio& e, QWidget& w) {
 void bandeja(Estudio& e, QWidget& w, const std::string& archivo) {
     dynamic_cast<qt::FormWindow&>(w).form().drop_file(archivo);
     e.m.t.tecla(Qt::Key_A, Qt::ControlModifier);
-    for (int i = 0; i < 13; ++i) e.m.t.tecla(Qt::Key_Down); // to a new one, which says where its account is from
+    // to a new one, which says where its account is from
+    for (int i = 0; i < 13; ++i) e.m.t.tecla(Qt::Key_Down);
     e.fotografo.foto(w, "registro");
     e.fotografo.planear({{}, Qt::Key_F8, [&e](QWidget& otra) { contrapartes(e, otra); }});
     e.m.t.tecla(Qt::Key_F8);

@@ -108,7 +108,7 @@ TEST_P(Demo, no_queda_una_cuenta_con_saldo_imposible) {
     EXPECT_EQ(activo, "");
 }
 
-TEST(DemoEntreMotores, los_mismos_comprobantes) {
+TEST(DemoServidor, los_mismos_comprobantes) {
     std::vector<std::string> sumas;
     for (const Motor motor : apoyo::MOTORES) {
         const std::string conexion = apoyo::conexion_nueva(motor);

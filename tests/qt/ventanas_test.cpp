@@ -49,7 +49,7 @@ TEST(Ventanas, BinderNamesWhatDoesNotFit) {
         ui::Label cmdOK{*this, "cmdok"};
     } rara(e);
     const auto problemas = qt::FormWindow(rara, nullptr).problems();
-    ASSERT_EQ(problemas.size(), 5u);
+    ASSERT_EQ(problemas.size(), 6u);
     EXPECT_EQ(problemas[0], "no widget for control falta");
     EXPECT_EQ(problemas[1], "wrong class for cmdok: QPushButton");
 }
