@@ -1,8 +1,8 @@
 #include "empresa/plan.h"
 
 #include "empresa/configuracion_anual.h"
-#include "platform/files/tabla_csv.h"
 #include "platform/db/literal.h"
+#include "platform/files/tabla_csv.h"
 #include "text/letras_utf8.h"
 
 #include <algorithm>

@@ -5,8 +5,8 @@
 #include "screen/maestro.h"
 #include "text/letras_utf8.h"
 #include "text/numeros.h"
-#include "voucher/chart.h"
 #include "text/suma.h"
+#include "voucher/chart.h"
 
 namespace quorvel {
 
