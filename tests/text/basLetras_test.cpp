@@ -19,6 +19,14 @@ TEST(Letras, WholeNumbersInWords) {
         {"20", "veinte"},
         {"21", "veintiuna"},
         {"35", "treinta y cinco"},
+        {"30040050", "treinta millones cuarenta mil cincuenta"},
+        {"60070080", "sesenta millones setenta mil ochenta"},
+        {"90012013", "noventa millones doce mil trece"},
+        {"200300400", "doscientos millones trescientos mil cuatrocientos"},
+        {"500600800", "quinientos millones seiscientos mil ochocientos"},
+        {"900014018", "novecientos millones catorce mil dieciocho"},
+        {"46057068", "cuarenta y seis millones cincuenta y siete mil sesenta y ocho"},
+        {"79083094", "setenta y nueve millones ochenta y tres mil noventa y cuatro"},
         {"100", "cien"},
         {"101", "ciento una"},
         {"115", "ciento quince"},
@@ -70,7 +78,7 @@ TEST(Letras, AmountsWithDecimalsUnitsAndWidth) {
 }
 
 TEST(Letras, RefusesWhatItCannotSay) {
-    for (const char* malo : {"abc", "12a", "1.2.3", "--1", "1,a5", "-"})
+    for (const char* malo : {"abc", "12a", "1:", "1.2.3", "--1", "1,a5", "-"})
         EXPECT_THROW((void)Letras(malo), std::invalid_argument) << malo;
     EXPECT_THROW((void)Letras("1.000.000.000.000"), std::out_of_range);
     EXPECT_THROW((void)NumeroALetras("99999999999999999999999999"), std::out_of_range);

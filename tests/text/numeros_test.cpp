@@ -65,7 +65,8 @@ TEST(Numeros, Readings) {
     constexpr auto MAX = std::numeric_limits<std::int64_t>::max();
     EXPECT_EQ(val_entero("12A"), 12);
     EXPECT_EQ(val_entero(""), 0);
-    EXPECT_EQ(val_entero(" -8x"), -8);
+    EXPECT_EQ(val_entero("\t-8x"), -8);
+    EXPECT_EQ(val_entero("\r+8:"), 8);
     EXPECT_EQ(val_entero("9223372036854775807"), MAX);
     EXPECT_EQ(val_entero("999999999999999999999999999999"), MAX);
     EXPECT_EQ(val_entero("-999999999999999999999999999999"), std::numeric_limits<std::int64_t>::min());
