@@ -133,6 +133,10 @@ TEST_P(AsistentesDriver, a_refused_text_is_told_once_and_nothing_else_happens) {
 std::string renglones(Dialogo& d) {
     std::string t;
     const Json grilla = d.pedir(mira("grdDetalle"));
+    if (!grilla.contains("value")) {
+        d.pedir(en("cancel"));
+        return "the dialog is still open";
+    }
     for (const Json& r : grilla["value"]["rows"])
         for (int c = 1; c < 5; ++c) t += (c > 1 ? "|" : t.empty() ? "" : ";") + r[c].get<std::string>();
     return t;
