@@ -126,7 +126,7 @@ private:
         EXPECT_EQ(fallo(e), !p.objeto->descripcion_error().empty()) << p.objeto->descripcion_error();
         EXPECT_NE(e, E_FAIL) << p.objeto->descripcion_error();
         if (!quita || fallo(e)) return;
-        EXPECT_FALSE(p.objeto->pantalla().visible());
+        EXPECT_FALSE(p.objeto->pantalla().visible() || p.objeto->pantalla().running());
         abrir_sesiones(p);
         p.objeto->set_glbdb(p.db.get());
         p.objeto->set_glbdbReport(p.reporte.get());
