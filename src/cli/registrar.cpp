@@ -123,17 +123,6 @@ Balance contabilizar(Bandeja& b, bool grabar) {
     return hecho;
 }
 
-std::string resumen(const Bandeja& b) {
-    std::array<std::size_t, ESTADOS_FILA> cuantas{};
-    for (const Fila& f : b.filas()) ++cuantas.at(static_cast<std::size_t>(f.estado));
-    std::string t;
-    for (std::size_t i = 0; i < cuantas.size(); ++i)
-        if (cuantas.at(i) != 0)
-            t += (t.empty() ? "" : ", ") + std::to_string(cuantas.at(i)) + " " +
-                 nombre(static_cast<Estado>(i));
-    return t.empty() ? "sin documentos" : t;
-}
-
 Respuesta registrar(const OpcionesRegistro& o) {
     Oficina oficina = abrir_oficina(o);
     Bandeja b(*oficina.db, o.empresa, o.usuario, RelojSistema{}.hoy());
@@ -162,7 +151,7 @@ Respuesta registrar(const OpcionesRegistro& o) {
         r.frase += frase_de(l);
     }
     for (const std::string& aviso : b.avisos()) r.frase += aviso + "\n";
-    r.frase += "Mes " + registro::texto(b.mes()) + ": " + resumen(b);
+    r.frase += "Mes " + registro::texto(b.mes()) + ": " + b.resumen();
     if (o.contabilizar)
         r.frase += "; " + cantidad(hecho.contabilizados, "documento", "documentos") +
                    (grabar ? " en la base ahora" : " sin observaciones; no se grabó nada");

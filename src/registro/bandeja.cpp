@@ -7,6 +7,7 @@
 #include "text/letras_utf8.h"
 
 #include <algorithm>
+#include <array>
 #include <set>
 
 namespace quorvel::registro {
@@ -210,6 +211,17 @@ Balance Bandeja::contabilizar(const std::function<bool(long, long)>& avance, boo
         b.error = e.what();
     }
     return b;
+}
+
+std::string Bandeja::resumen() const {
+    std::array<std::size_t, ESTADOS_FILA> cuantas{};
+    for (const Fila& f : filas_) ++cuantas.at(static_cast<std::size_t>(f.estado));
+    std::string t;
+    for (std::size_t i = 0; i < cuantas.size(); ++i)
+        if (cuantas.at(i) != 0)
+            t += (t.empty() ? "" : ", ") + std::string(texto(static_cast<Estado>(i))) + ": " +
+                 std::to_string(cuantas.at(i));
+    return t.empty() ? "sin documentos" : t;
 }
 
 } // namespace quorvel::registro

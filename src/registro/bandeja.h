@@ -43,6 +43,8 @@ public:
     [[nodiscard]] const std::vector<Archivo>& archivos() const { return archivos_; }
     [[nodiscard]] const std::vector<Fila>& filas() const { return filas_; }
     [[nodiscard]] const std::vector<LineaPrueba>& prueba() const { return prueba_; }
+    /// "nuevo: 2, contabilizado: 1": states with how many rows each has, or "sin documentos".
+    [[nodiscard]] std::string resumen() const;
     /// What a person should know of the files: another company's, another month's. One line each.
     [[nodiscard]] std::vector<std::string> avisos() const;
     [[nodiscard]] const Propuesta& propuesta(const Fila& f) const;

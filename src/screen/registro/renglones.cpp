@@ -3,6 +3,7 @@
 #include "assistants/libros.h"
 #include "registro/clases.h"
 #include "screen/campos.h"
+#include "text/letras_utf8.h"
 #include "text/numeros.h"
 
 #include <array>
@@ -106,14 +107,7 @@ std::string renglon_prueba(const LineaPrueba& l) {
 }
 
 std::string resumen_bandeja(const Bandeja& b) {
-    std::array<std::size_t, ESTADOS_FILA> cuantas{};
-    for (const Fila& f : b.filas()) ++cuantas.at(static_cast<std::size_t>(f.estado));
-    std::string t;
-    for (std::size_t i = 0; i < cuantas.size(); ++i)
-        if (cuantas.at(i) != 0)
-            t +=
-                (t.empty() ? "" : ", ") + std::to_string(cuantas.at(i)) + " " + texto(static_cast<Estado>(i));
-    if (t.empty()) t = "Sin documentos";
+    const std::string t = mayusculas(primeros(b.resumen(), 1)) + b.resumen().substr(1);
     return b.marcados() == 0
                ? t
                : t + ". Marcados: " + std::to_string(b.marcados()) + " por " + pesos(suma_marcada(b));
