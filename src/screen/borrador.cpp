@@ -2,8 +2,8 @@
 
 #include "screen/borrador_campos.h"
 #include "screen/frmQuorvel.h"
+#include "text/fnv.h"
 
-#include <functional>
 #include <utility>
 
 namespace quorvel {
@@ -17,8 +17,6 @@ std::string unir(const std::vector<std::string>& celdas) {
     for (std::size_t i = 0; i < celdas.size(); ++i) fila += (i ? "\t" : "") + celdas[i];
     return fila;
 }
-
-std::size_t huella(const std::string& texto) { return std::hash<std::string>{}(texto); }
 
 } // namespace
 
@@ -49,7 +47,7 @@ void Borrador::partir() {
     archivo_.reset();
     campos_ = campos_al_partir_ = campos_de_pantalla(f_);
     filas_.clear();
-    for (int i = 0; i < f_.grdDetalle.Rows(); ++i) filas_.push_back(huella(fila(i)));
+    for (int i = 0; i < f_.grdDetalle.Rows(); ++i) filas_.push_back(fnv1a(fila(i)));
     pendiente_.clear();
     tocadas_.clear();
     revueltas_ = obligado_ = de_mas_ = false;
@@ -101,7 +99,7 @@ void Borrador::campos_cambiados(const std::map<std::string, std::string>& campos
 void Borrador::todas_las_filas(LoteBorrador& lote) {
     const auto n = static_cast<std::size_t>(f_.grdDetalle.Rows());
     filas_nuevas_.clear();
-    for (std::size_t i = 0; i < n; ++i) filas_nuevas_.push_back(huella(fila(static_cast<int>(i))));
+    for (std::size_t i = 0; i < n; ++i) filas_nuevas_.push_back(fnv1a(fila(static_cast<int>(i))));
     std::size_t desde = 0, iguales = 0;
     while (desde < n && desde < filas_.size() && filas_nuevas_[desde] == filas_[desde]) ++desde;
     while (iguales < n - desde && iguales < filas_.size() - desde &&
@@ -120,7 +118,7 @@ void Borrador::filas_cambiadas(LoteBorrador& lote) {
     for (auto i = tocadas_.begin(); i != tocadas_.end();) {
         const bool guardada = *i >= 0 && static_cast<std::size_t>(*i) < filas_.size();
         const std::string texto = guardada ? fila(*i) : std::string();
-        if (guardada && huella(texto) != filas_[static_cast<std::size_t>(*i)]) {
+        if (guardada && fnv1a(texto) != filas_[static_cast<std::size_t>(*i)]) {
             lote.filas(static_cast<std::size_t>(*i), 1, {texto});
             ++i;
         } else {
@@ -177,9 +175,9 @@ bool Borrador::anotar() {
     if (revueltas_ || static_cast<std::size_t>(f_.grdDetalle.Rows()) < filas_.size()) {
         filas_ = filas_nuevas_;
     } else {
-        for (const int i : tocadas_) filas_[static_cast<std::size_t>(i)] = huella(fila(i));
+        for (const int i : tocadas_) filas_[static_cast<std::size_t>(i)] = fnv1a(fila(i));
         for (int i = static_cast<int>(filas_.size()); i < f_.grdDetalle.Rows(); ++i)
-            filas_.push_back(huella(fila(i)));
+            filas_.push_back(fnv1a(fila(i)));
     }
     tocadas_.clear();
     revueltas_ = false;

@@ -59,7 +59,7 @@ private:
     frmQuorvel& f_;
     std::optional<ArchivoBorrador> archivo_;
     std::map<std::string, std::string> campos_, campos_al_partir_; ///< as written; as they were at the start
-    std::vector<std::size_t> filas_, filas_nuevas_;                ///< fingerprints as written; to be written
+    std::vector<std::uint64_t> filas_, filas_nuevas_;              ///< fingerprints as written; to be written
     std::string pendiente_;
     std::set<int> tocadas_;
     bool revueltas_ = false;                 ///< rows were removed or replaced

@@ -1,5 +1,7 @@
 #include "screen/borrador_archivo.h"
 
+#include "text/fnv.h"
+
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
@@ -8,7 +10,6 @@
 #include <algorithm>
 #include <cerrno>
 #include <charconv>
-#include <cstdint>
 #include <ctime>
 #include <fstream>
 #include <iterator>
@@ -27,12 +28,7 @@ std::string hexa(std::uint64_t n, int digitos) {
     return texto;
 }
 
-std::uint64_t huella(std::string_view texto) { // FNV-1a
-    std::uint64_t h = 14695981039346656037ULL;
-    for (const char c : texto) h = (h ^ static_cast<unsigned char>(c)) * 1099511628211ULL;
-    return h;
-}
-std::string suma(std::string_view texto) { return hexa(huella(texto), 16); }
+std::string suma(std::string_view texto) { return hexa(fnv1a(texto), 16); }
 
 void escapar(std::string& a, std::string_view texto) {
     for (const char c : texto) switch (c) {

@@ -1,6 +1,7 @@
 #include "voucher/huella.h"
 
 #include "platform/db/literal.h"
+#include "text/fnv.h"
 #include "text/letras_utf8.h"
 #include "text/numeros.h"
 #include "voucher/cargar.h"
@@ -10,7 +11,6 @@
 #include <algorithm>
 #include <array>
 #include <cstdlib>
-#include <functional>
 
 namespace quorvel {
 namespace {
@@ -55,7 +55,7 @@ public:
         agregar(std::string(digitos));
     }
     void agregar_adjunto(const std::string& nombre) { agregar('/' + nombre); } // no cell of a line
-    [[nodiscard]] std::string huella() const { return std::to_string(std::hash<std::string>{}(texto_)); }
+    [[nodiscard]] std::string huella() const { return std::to_string(fnv1a(texto_)); }
 
 private:
     std::string texto_;
