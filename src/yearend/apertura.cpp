@@ -35,13 +35,13 @@ std::string saldos_por_documento(clsConexion& db, const std::string& donde) {
         "select a.centro,a.auxiliar,sum(a.debe_nacional) as debe, sum(a.haber_nacional) as haber, d.num_ref "
         "as ref1  ,a.num_ref  as ref2 into temporal " +
             donde + " group by a.centro,a.auxiliar, a.num_ref, d.num_ref",
-        "update temporal set auxiliar='' where auxiliar is null",
-        "update temporal set ref2='' where ref2 is null",
         "update temporal set ref2=ref1 where len(auxiliar)>0 and len(ref2)=0 and len(ref1)>0 "};
     for (const std::string& sql : pasos)
         if (db.executesql(sql) < 1) throw ErrorSesion(db.last_error(), sql);
-    return "select centro,auxiliar,sum(debe) as debe, sum(haber) as haber,ref2  from temporal  group by "
-           "centro, auxiliar, ref2 order by centro, auxiliar, ref2 ";
+    return "select centro,coalesce(auxiliar,''),sum(debe) as debe, sum(haber) as haber,coalesce(ref2,'')  "
+           "from "
+           "temporal  group by centro, coalesce(auxiliar,''), coalesce(ref2,'') order by centro, "
+           "coalesce(auxiliar,''), coalesce(ref2,'') ";
 }
 
 Rechazo critico(std::string mensaje) {
