@@ -43,31 +43,37 @@ constexpr std::array COLUMNAS{"concepto",
 /// Collects values in the one form that both engines give back.
 class Rasgos {
 public:
-    void agregar(std::string valor) {
-        std::ranges::replace(valor, '\0', ' '); // as a literal writes it
-        texto_ += recortar_fin(valor) + '\0';
+    void agregar(std::string_view valor) {
+        if (valor.find('\0') != std::string_view::npos) { // as a literal writes it
+            std::string escrito(valor);
+            std::ranges::replace(escrito, '\0', ' ');
+            return agregar(escrito);
+        }
+        while (valor.ends_with(' ')) valor.remove_suffix(1);
+        huella_ = fnv1a(FIN, fnv1a(valor, huella_));
     }
     void agregar(std::optional<Fecha> fecha) { agregar(fecha ? fecha_iso(*fecha) : std::string()); }
     /// One engine keeps a rate as text, the other in binary.
     void agregar_tasa(const std::string& sql) {
         char digitos[32];
         std::snprintf(digitos, sizeof digitos, "%.15g", std::strtod(sql.c_str(), nullptr));
-        agregar(std::string(digitos));
+        agregar(std::string_view(digitos));
     }
     void agregar_adjunto(const std::string& nombre) { agregar('/' + nombre); } // no cell of a line
-    [[nodiscard]] std::string huella() const { return std::to_string(fnv1a(texto_)); }
+    [[nodiscard]] std::string huella() const { return std::to_string(huella_); }
 
 private:
-    std::string texto_;
+    static constexpr std::string_view FIN{"\0", 1};
+    std::uint64_t huella_ = fnv1a({});
 };
 
 void agregar_linea(Rasgos& r, const Linea& l) {
     const auto debe = entero_sql(l.debe), haber = entero_sql(l.haber);
     if (!debe || !haber) throw PasoFallido(PASO_DETALLE);
-    for (const std::string& celda :
-         {l.centro, l.auxiliar, *debe, *haber, glosa_guardada(l.glosa), l.centro2, l.conciliado, l.num_ref,
-          l.codigo_otro_impuesto, tasa_guardada(l.tasa_impuesto_otro)})
-        r.agregar(celda);
+    const std::string glosa = glosa_guardada(l.glosa), tasa = tasa_guardada(l.tasa_impuesto_otro);
+    for (const std::string* celda : {&l.centro, &l.auxiliar, &*debe, &*haber, &glosa, &l.centro2,
+                                     &l.conciliado, &l.num_ref, &l.codigo_otro_impuesto, &tasa})
+        r.agregar(*celda);
 }
 
 } // namespace

@@ -1,6 +1,8 @@
 #include "platform/files/engine_files.h"
 
+#include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/sysmacros.h>
 
 #include <mutex>
 #include <set>
@@ -29,9 +31,10 @@ bool open(const std::string& file) {
 } // namespace
 
 std::optional<FileId> file_id(const std::filesystem::path& file) {
-    struct stat there {};
-    if (::stat(file.c_str(), &there) != 0) return std::nullopt;
-    return FileId{there.st_dev, there.st_ino};
+    // its times are not asked for: where they were read, the next write to the file has to store them anew
+    struct statx there {};
+    if (::statx(AT_FDCWD, file.c_str(), 0, STATX_INO, &there) != 0) return std::nullopt;
+    return FileId{makedev(there.stx_dev_major, there.stx_dev_minor), there.stx_ino};
 }
 
 void engine_opened(FileId file) {
