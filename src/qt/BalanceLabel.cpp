@@ -23,6 +23,7 @@ void BalanceLabel::show_totals(double debit, double credit) {
     } else {
         setText(state_ == State::balanced ? QString::fromUtf8("✓  Cuadrado") : "Sin montos");
     }
+    update(); // the text repaints itself only within the margins, the ground fills them too
     setAccessibleName(text());
     setToolTip(state_ == State::off ? "Explicar la diferencia (F9)" : QString());
     setCursor(state_ == State::off ? Qt::PointingHandCursor : Qt::ArrowCursor);

@@ -7,6 +7,7 @@
 #include "qt/BalanceLabel.h"
 #include "qt/RegistroBar.h"
 
+#include <QScreen>
 #include <cmath>
 
 namespace quorvel {
@@ -102,6 +103,8 @@ TEST(Accesibilidad, TheFocusIsSeenOnEveryControl) {
 
 TEST(Accesibilidad, TheBalanceIsSaidInWords) {
     qt::BalanceLabel etiqueta;
+    etiqueta.resize(300, 24);
+    etiqueta.show();
     const struct {
         double debe, haber;
         const char *texto, *ayuda;
@@ -116,6 +119,10 @@ TEST(Accesibilidad, TheBalanceIsSaidInWords) {
         EXPECT_EQ(etiqueta.text().toStdString(), c.texto);
         EXPECT_EQ(etiqueta.accessibleName().toStdString(), c.texto);
         EXPECT_EQ(etiqueta.toolTip().toStdString(), c.ayuda);
+        QCoreApplication::processEvents();
+        const QImage vista = etiqueta.screen()->grabWindow(etiqueta.winId()).toImage();
+        EXPECT_EQ(vista.pixelColor(6, 3), vista.pixelColor(20, 3))
+            << "no strip of the state before: " << c.texto;
     }
 }
 
