@@ -72,7 +72,7 @@ double pico_mb() {
     return 0;
 }
 
-void sumar(Base& base, const Tarea& t) {
+void sumar(dbtools::Base& base, const Tarea& t) {
     if (base.motor() == "sqlite") base.ejecutar("pragma automatic_index=off; pragma temp_store=memory");
     (void)base.consultar(t.sumas);
 }
@@ -81,7 +81,7 @@ void sumar(Base& base, const Tarea& t) {
 int hacer(const std::string& que, const std::string& conexion) {
     for (const Tarea& t : TAREAS)
         if (que == "sum:" + std::string(t.que))
-            sumar(*abrir_base(conexion, Abrir::existente), t);
+            sumar(*dbtools::abrir_base(conexion, dbtools::Abrir::existente), t);
         else if (que == t.que)
             t.hacer(*abrir_sesion(conexion));
     if (que == "nothing") (void)abrir_sesion(conexion);
@@ -101,7 +101,7 @@ int main(int argc, char** argv) {
         std::fprintf(stderr, "%s: generating %d vouchers\n", apoyo::nombre(motor).c_str(), comprobantes);
         generar(conexion, comprobantes);
         const auto db = abrir_sesion(conexion);
-        const auto base = abrir_base(conexion, Abrir::existente);
+        const auto base = dbtools::abrir_base(conexion, dbtools::Abrir::existente);
         const double solo = memoria(conexion, "nothing");
         for (const Tarea& t : TAREAS) {
             const Par p = alternar(

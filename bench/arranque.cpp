@@ -57,7 +57,7 @@ int main(int argc, char** argv) {
     const std::string yo = std::filesystem::read_symlink("/proc/self/exe");
     for (const auto motor : apoyo::MOTORES) {
         std::string chica = apoyo::conexion_nueva(motor), grande = apoyo::conexion_nueva(motor);
-        for (const std::string& c : {chica, grande}) crear_demo(c, apoyo::HOY);
+        for (const std::string& c : {chica, grande}) demo::crear_demo(c, apoyo::HOY);
         agrandar_maestros(grande, CUENTAS, AUXILIARES);
         const std::string que = apoyo::nombre(motor) + ": screen ready, 500000 auxiliaries / demonstration";
         const Par p = alternar(

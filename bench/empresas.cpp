@@ -27,7 +27,7 @@ constexpr const char* SALDOS =
 } // namespace
 
 void multiplicar(const std::string& conexion, int empresas, int comprobantes, int usuario, int usuarios) {
-    const auto base = abrir_base(conexion, Abrir::existente);
+    const auto base = dbtools::abrir_base(conexion, dbtools::Abrir::existente);
     base->ejecutar("set synchronous_commit=off");
     base->ejecutar(COPIAS);
     for (int e = 2; e <= empresas; ++e)

@@ -127,9 +127,9 @@ struct Diferencias {
     int sobrescritos = 0; ///< later saves that a colleague's save of an older reading took back
 };
 Diferencias comparar(const std::string& conexion, std::map<std::string, Hecho> hechos) {
-    Diferencias d{revisar(conexion)};
+    Diferencias d{dbtools::revisar(conexion)};
     const auto filas =
-        abrir_base(conexion, Abrir::existente)
+        dbtools::abrir_base(conexion, dbtools::Abrir::existente)
             ->consultar("select concepto, estado, t_debe, (select count(*) from ctdquorvel d where "
                         "d.empresa=c.empresa and d.f_comp=c.f_comp and d.documento=c.documento and "
                         "d.num_docum=c.num_docum) from ctcquorvel c where concepto like '" +

@@ -91,28 +91,28 @@ constexpr const char* LINEAS =
 } // namespace
 
 void generar(const std::string& conexion, int comprobantes) {
-    crear_esquema(conexion);
+    dbtools::crear_esquema(conexion);
     sembrar_empresa(*abrir_sesion(conexion));
-    const auto base = abrir_base(conexion, Abrir::existente);
+    const auto base = dbtools::abrir_base(conexion, dbtools::Abrir::existente);
     const Palabras& p = base->motor() == "sqlite" ? SQLITE : POSTGRES;
     base->ejecutar(p.antes);
     for (const char* indice :
          {"numero", "correlativo", "contraparte", "nombre", "referencia", "bloqueo", "adjunto"})
         base->ejecutar(std::string("drop index ctcquorvel_") + indice); // made again over all rows at once
     base->ejecutar("drop index ctdquorvel_sumas");
-    Lote lote(*base);
+    dbtools::Lote lote(*base);
     base->ejecutar(escribir(CUENTAS, p, 500));
     base->ejecutar(escribir(AUXILIARES, p, 50000));
     base->ejecutar(escribir(CABECERAS, p, comprobantes));
     base->ejecutar(escribir(LINEAS, p, comprobantes));
     lote.confirmar();
-    (void)afinar(conexion);
+    (void)dbtools::afinar(conexion);
     base->ejecutar(p.despues);
 }
 
 Generado generado(const std::string& conexion, int numero) {
     const auto filas =
-        abrir_base(conexion, Abrir::existente)
+        dbtools::abrir_base(conexion, dbtools::Abrir::existente)
             ->consultar("select documento,num_docum,f_comp,rut_persona,num_ref from ctcquorvel "
                         "where comprobante_adjunto=" +
                         std::to_string(numero));

@@ -10,7 +10,7 @@ namespace quorvel::bench {
 
 std::string base_con_comprobante(int lineas) {
     const std::string conexion = "sqlite:" + apoyo::carpeta_nueva() + "/largo.db";
-    crear_esquema(conexion);
+    dbtools::crear_esquema(conexion);
     sembrar_empresa(*abrir_sesion(conexion));
     const std::string sql =
         "insert into ctcquorvel(empresa,f_comp,documento,num_docum,moneda,t_debe,t_haber,libro) values "
@@ -18,12 +18,13 @@ std::string base_con_comprobante(int lineas) {
         "with recursive s(n) as (select 1 union all select n+1 from s where n<2*%N) insert into "
         "ctdquorvel(empresa,f_comp,documento,num_docum,secuencia,centro,debe_nacional,haber_nacional,glosa) "
         "select 1,'2024-03-20','001','1',n,'101001',(n%2)*1000,(1-n%2)*1000,'linea' from s";
-    abrir_base(conexion, Abrir::existente)->ejecutar(reemplazar(sql, "%N", std::to_string(lineas / 2)));
+    dbtools::abrir_base(conexion, dbtools::Abrir::existente)
+        ->ejecutar(reemplazar(sql, "%N", std::to_string(lineas / 2)));
     return conexion;
 }
 
 void agrandar_maestros(const std::string& conexion, int cuentas, int auxiliares) {
-    const auto base = abrir_base(conexion, Abrir::existente);
+    const auto base = dbtools::abrir_base(conexion, dbtools::Abrir::existente);
     const bool sqlite = base->motor() == "sqlite";
     const auto serie = [&](int n) {
         return sqlite ? "(with recursive s(n) as (select 1 union all select n+1 from s where n<" +

@@ -24,9 +24,9 @@ const char* const SUMA =
 
 void medir(const std::string& motor, const std::string& conexion) {
     const auto db = abrir_sesion(conexion);
-    const auto base = abrir_base(conexion, Abrir::existente);
-    const PedidoLibro anio{1, apoyo::fecha(2024, 1, 1), apoyo::fecha(2024, 12, 31)};
-    PedidoLibro norma = anio;
+    const auto base = dbtools::abrir_base(conexion, dbtools::Abrir::existente);
+    const libros::PedidoLibro anio{1, apoyo::fecha(2024, 1, 1), apoyo::fecha(2024, 12, 31)};
+    libros::PedidoLibro norma = anio;
     norma.norma = "1";
     const auto contra_motor = [&](const char* que, auto hacer) {
         const Par p = alternar(
@@ -35,25 +35,26 @@ void medir(const std::string& motor, const std::string& conexion) {
     };
     std::string cuenta;
     std::int64_t mayor = 0;
-    for (const CuentaMayor& c : leer_mayor(*db, anio))
+    for (const libros::CuentaMayor& c : libros::leer_mayor(*db, anio))
         if (c.debe > mayor) {
             mayor = c.debe;
             cuenta = c.centro;
         }
-    contra_motor("balance of the year", [&] { (void)leer_balance(*db, anio); });
-    contra_motor("balance of the year, one norm", [&] { (void)leer_balance(*db, norma); });
-    contra_motor("accounts of the ledger", [&] { (void)leer_mayor(*db, anio); });
-    contra_motor("monthly totals", [&] { (void)leer_totales_mensuales(*db, 1, 2024); });
-    const std::optional<Posicion> lugares[] = {{},
-                                               Posicion{apoyo::fecha(2024, 6, 30), "001", "1", 0},
-                                               Posicion{apoyo::fecha(2024, 12, 30), "001", "1", 0}};
+    contra_motor("balance of the year", [&] { (void)libros::leer_balance(*db, anio); });
+    contra_motor("balance of the year, one norm", [&] { (void)libros::leer_balance(*db, norma); });
+    contra_motor("accounts of the ledger", [&] { (void)libros::leer_mayor(*db, anio); });
+    contra_motor("monthly totals", [&] { (void)libros::leer_totales_mensuales(*db, 1, 2024); });
+    const std::optional<libros::Posicion> lugares[] = {
+        {},
+        libros::Posicion{apoyo::fecha(2024, 6, 30), "001", "1", 0},
+        libros::Posicion{apoyo::fecha(2024, 12, 30), "001", "1", 0}};
     const char* const nombres[] = {"beginning", "middle", "end"};
     for (int i = 0; i < 3; ++i) {
-        std::optional<Movimiento> despues;
-        if (lugares[i]) despues = Movimiento{*lugares[i], "", "", "", 0, 0, 0};
+        std::optional<libros::Movimiento> despues;
+        if (lugares[i]) despues = libros::Movimiento{*lugares[i], "", "", "", 0, 0, 0};
         const Par p = alternar(
-            5, [&](int) { (void)leer_diario(*db, anio, lugares[i]); },
-            [&](int) { (void)leer_movimientos(*db, anio, {cuenta}, 0, despues); });
+            5, [&](int) { (void)libros::leer_diario(*db, anio, lugares[i]); },
+            [&](int) { (void)libros::leer_movimientos(*db, anio, {cuenta}, 0, despues); });
         fila(motor + " page of 500 rows, " + nombres[i],
              texto("journal %.1f ms, account %.1f ms", p.uno * 1e3, p.otro * 1e3), "");
     }

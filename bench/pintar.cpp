@@ -73,7 +73,7 @@ public:
 private:
     qt::GridView& grilla() { return *escritorio_.window_of(f_)->findChild<qt::GridView*>("grdDetalle"); }
     Pinturas pinturas;
-    Teclado teclado_;
+    app::Teclado teclado_;
     std::string carpeta_ = apoyo::carpeta_nueva();
     std::unique_ptr<clsConexion> db_, reporte_ = abrir_sesion_informes(carpeta_ + "/print.db");
     qt::QtEscritorio escritorio_;
@@ -105,7 +105,7 @@ int main(int argc, char** argv) {
     }
     const std::string chica = apoyo::conexion_nueva(apoyo::Motor::sqlite),
                       grande = apoyo::conexion_nueva(apoyo::Motor::sqlite);
-    for (const std::string& c : {chica, grande}) crear_demo(c, apoyo::HOY);
+    for (const std::string& c : {chica, grande}) demo::crear_demo(c, apoyo::HOY);
     agrandar_maestros(grande, 50000, 500000);
     const Par p = alternar(
         11, [&](int) { Ventana v(chica); }, [&](int) { Ventana v(grande); });

@@ -36,7 +36,7 @@ double cpu(pid_t proceso) {
     return pulsos / static_cast<double>(sysconf(_SC_CLK_TCK));
 }
 
-Vigia::Vigia(const std::string& conexion) : base_(abrir_base(conexion, Abrir::existente)) {}
+Vigia::Vigia(const std::string& conexion) : base_(dbtools::abrir_base(conexion, dbtools::Abrir::existente)) {}
 
 void Vigia::mirar() {
     const auto filas = base_->consultar(ESPERAN);

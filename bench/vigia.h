@@ -31,7 +31,7 @@ public:
     [[nodiscard]] const Esperas& esperas() const { return esperas_; }
 
 private:
-    std::unique_ptr<Base> base_;
+    std::unique_ptr<dbtools::Base> base_;
     Esperas esperas_;
 };
 

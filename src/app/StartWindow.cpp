@@ -23,7 +23,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-namespace quorvel {
+namespace quorvel::app {
 
 using qt::to_qt;
 using qt::to_std;
@@ -211,7 +211,7 @@ void StartWindow::choose(std::string connection) {
     bool ready = false;
     try {
         if (connection.empty()) throw std::runtime_error("Abra una base de datos o cree una.");
-        const std::string normal = normalizar_conexion(connection);
+        const std::string normal = dbtools::normalizar_conexion(connection);
         const auto db = abrir_sesion(normal);
         for (const auto& row : leer_usuarios(*db))
             users_->addItem(to_qt(std::to_string(row.codigo) + "  " + row.nombre), row.codigo);
@@ -283,7 +283,7 @@ void StartWindow::create_database() {
     const QString file = ask_new_file("Crear base de datos", "contabilidad.db");
     if (file.isEmpty()) return;
     try {
-        crear_esquema("sqlite:" + to_std(file));
+        dbtools::crear_esquema("sqlite:" + to_std(file));
         choose("sqlite:" + to_std(file));
         create_company();
     } catch (const std::exception& e) {
@@ -296,7 +296,7 @@ void StartWindow::create_demo() {
     if (file.isEmpty()) return;
     QApplication::setOverrideCursor(Qt::WaitCursor);
     try {
-        crear_demo("sqlite:" + to_std(file));
+        demo::crear_demo("sqlite:" + to_std(file));
         choose("sqlite:" + to_std(file));
     } catch (const std::exception& e) {
         show_problem(e.what());
@@ -339,7 +339,7 @@ void StartWindow::show_books() {
     try {
         VentanaLibros window(connection_, company(), company_name(), RelojSistema{}.hoy(), this);
         window.setModal(true);
-        window.abrir(Libro::balance);
+        window.abrir(libros::Libro::balance);
         window.exec();
     } catch (const std::exception& e) {
         show_problem(e.what());
@@ -351,4 +351,4 @@ Eleccion_inicial StartWindow::eleccion() const {
     return {connection_, folder_ / "print.db", company(), users_->currentData().toInt()};
 }
 
-} // namespace quorvel
+} // namespace quorvel::app

@@ -9,7 +9,7 @@ class QLineEdit;
 class QListWidget;
 class QPushButton;
 
-namespace quorvel {
+namespace quorvel::app {
 
 /// Opening window: which database, which company, who works; from here companies are created, configured and
 /// looked at.
@@ -55,4 +55,4 @@ private:
     QPushButton *start_, *forget_, *new_company_, *configure_, *books_;
 };
 
-} // namespace quorvel
+} // namespace quorvel::app

@@ -13,7 +13,7 @@
 #include <QMenuBar>
 #include <set>
 
-namespace quorvel {
+namespace quorvel::app {
 
 namespace fs = std::filesystem;
 using qt::to_qt;
@@ -47,11 +47,12 @@ void Anfitrion::agregar_menus(QMenuBar& barra) {
         });
     };
     QMenu* libros = barra.addMenu("&Libros");
-    opcion(libros, "Libro &diario…", QKeySequence("Ctrl+1"), [this] { ver_libro(Libro::diario); });
-    opcion(libros, "Libro &mayor…", QKeySequence("Ctrl+2"), [this] { ver_libro(Libro::mayor); });
-    opcion(libros, "&Balance de 8 columnas…", QKeySequence("Ctrl+3"), [this] { ver_libro(Libro::balance); });
+    opcion(libros, "Libro &diario…", QKeySequence("Ctrl+1"), [this] { ver_libro(libros::Libro::diario); });
+    opcion(libros, "Libro &mayor…", QKeySequence("Ctrl+2"), [this] { ver_libro(libros::Libro::mayor); });
+    opcion(libros, "&Balance de 8 columnas…", QKeySequence("Ctrl+3"),
+           [this] { ver_libro(libros::Libro::balance); });
     opcion(libros, "&Gráfico de totales por mes…", QKeySequence("Ctrl+4"),
-           [this] { ver_libro(Libro::mensual); });
+           [this] { ver_libro(libros::Libro::mensual); });
     libros->addSeparator();
     opcion(libros, "Re&gistro de compras y ventas…", QKeySequence("Ctrl+5"),
            [this] { abrir_registro(sesion_.pantalla()); });
@@ -77,7 +78,7 @@ void Anfitrion::ofrecer_borradores() {
     });
 }
 
-void Anfitrion::ver_libro(Libro libro) {
+void Anfitrion::ver_libro(libros::Libro libro) {
     try {
         if (!libros_)
             libros_ = new VentanaLibros(eleccion_.conexion, eleccion_.empresa,
@@ -130,7 +131,7 @@ FinPantalla una_pantalla(const Eleccion_inicial& eleccion, std::optional<LoQueHa
     qt::QtEscritorio escritorio;
     qt::QtReportPrinter impresor;
     const RelojSistema reloj;
-    SesionApp sesion(eleccion, escritorio, impresor, reloj, carpeta_personal());
+    SesionApp sesion(eleccion, escritorio, impresor, reloj, dbtools::carpeta_personal());
     sesion.mostrar();
     frmQuorvel& f = sesion.pantalla();
     const auto cerrar = f.Closed.connect([] { QApplication::quit(); });
@@ -160,4 +161,4 @@ FinPantalla trabajar(const Eleccion_inicial& eleccion) {
     }
 }
 
-} // namespace quorvel
+} // namespace quorvel::app

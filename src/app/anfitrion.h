@@ -8,7 +8,7 @@
 
 class QMenuBar;
 
-namespace quorvel {
+namespace quorvel::app {
 
 /// How the voucher screen was left.
 enum class FinPantalla { salir, otra_empresa, reabrir, error };
@@ -33,7 +33,7 @@ public:
     [[nodiscard]] const LoQueHabia& lo_que_habia() const { return habia_; }
     /// Brings it back onto a screen that was opened again.
     void reponer(const LoQueHabia& habia);
-    void ver_libro(Libro libro);
+    void ver_libro(libros::Libro libro);
 
 private:
     void agregar_menus(QMenuBar& barra);
@@ -54,4 +54,4 @@ private:
 /// Shows the voucher screen until it is left; a changed configuration opens it again with what was on it.
 [[nodiscard]] FinPantalla trabajar(const Eleccion_inicial& eleccion);
 
-} // namespace quorvel
+} // namespace quorvel::app

@@ -6,7 +6,7 @@
 #include <QScrollArea>
 #include <QStyledItemDelegate>
 
-namespace quorvel {
+namespace quorvel::app {
 
 namespace {
 
@@ -44,4 +44,4 @@ void acortar_renglones(QListWidget& lista) {
     lista.setResizeMode(QListView::Adjust);
 }
 
-} // namespace quorvel
+} // namespace quorvel::app

@@ -3,7 +3,7 @@
 #include <QMessageBox>
 #include <QPushButton>
 
-namespace quorvel {
+namespace quorvel::app {
 
 namespace {
 constexpr const char* TITULO = "Mensaje";
@@ -20,4 +20,4 @@ bool preguntar(QWidget* owner, const QString& texto) {
     return caja.clickedButton() == si;
 }
 
-} // namespace quorvel
+} // namespace quorvel::app

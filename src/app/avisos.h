@@ -3,7 +3,7 @@
 
 class QWidget;
 
-namespace quorvel {
+namespace quorvel::app {
 
 // Boxes of the host application's own windows, titled as those of the screens.
 
@@ -12,4 +12,4 @@ void avisar_problema(QWidget* owner, const QString& texto);
 /// Yes or no; no is proposed. @return true for yes
 [[nodiscard]] bool preguntar(QWidget* owner, const QString& texto);
 
-} // namespace quorvel
+} // namespace quorvel::app

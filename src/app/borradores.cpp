@@ -13,7 +13,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-namespace quorvel {
+namespace quorvel::app {
 
 using qt::to_qt;
 
@@ -84,4 +84,4 @@ std::optional<std::filesystem::path> elegir_borrador(const std::vector<BorradorL
     return qt::to_std(lista->currentItem()->data(Qt::UserRole).toString());
 }
 
-} // namespace quorvel
+} // namespace quorvel::app

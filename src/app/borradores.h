@@ -3,11 +3,11 @@
 
 class QWidget;
 
-namespace quorvel {
+namespace quorvel::app {
 
 /// Shows drafts and lets one be taken back or thrown away. Nothing is asked when there is none.
 /// @return nothing: later
 [[nodiscard]] std::optional<std::filesystem::path> elegir_borrador(const std::vector<BorradorLibre>& libres,
                                                                    QWidget* owner);
 
-} // namespace quorvel
+} // namespace quorvel::app

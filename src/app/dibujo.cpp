@@ -9,7 +9,7 @@
 #include <QStyleOption>
 #include <QTextCharFormat>
 
-namespace quorvel {
+namespace quorvel::app {
 
 namespace {
 
@@ -219,4 +219,4 @@ int Dibujo::pixelMetric(PixelMetric metric, const QStyleOption* option, const QW
     return QProxyStyle::pixelMetric(metric, option, widget);
 }
 
-} // namespace quorvel
+} // namespace quorvel::app

@@ -1,7 +1,7 @@
 #pragma once
 #include <QProxyStyle>
 
-namespace quorvel {
+namespace quorvel::app {
 
 /// How the program draws what its base style draws too faintly: groups as cards, flat headers with room
 /// around their captions, edges that are seen on a dark ground, and a focus that is seen on every control.
@@ -31,4 +31,4 @@ public:
     int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override;
 };
 
-} // namespace quorvel
+} // namespace quorvel::app

@@ -6,7 +6,7 @@
 #include <QApplication>
 #include <QFont>
 
-namespace quorvel {
+namespace quorvel::app {
 
 namespace {
 
@@ -62,4 +62,4 @@ void aplicar_estilo(QApplication& aplicacion, Tema tema) {
     QApplication::setFont(letra);
 }
 
-} // namespace quorvel
+} // namespace quorvel::app

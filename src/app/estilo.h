@@ -3,7 +3,7 @@
 
 class QApplication;
 
-namespace quorvel {
+namespace quorvel::app {
 
 enum class Tema { sistema, claro, oscuro };
 /// The colours of the light or the dark look.
@@ -11,4 +11,4 @@ enum class Tema { sistema, claro, oscuro };
 /// Look of the whole program: one style on every system, the colours of the palette and nothing else.
 void aplicar_estilo(QApplication& aplicacion, Tema tema);
 
-} // namespace quorvel
+} // namespace quorvel::app

@@ -5,7 +5,7 @@
 #include <QLocale>
 #include <QTranslator>
 
-namespace quorvel {
+namespace quorvel::app {
 
 namespace {
 
@@ -38,4 +38,4 @@ void hablar_castellano(QApplication& aplicacion) {
     QCoreApplication::installTranslator(new Faltantes(&aplicacion));
 }
 
-} // namespace quorvel
+} // namespace quorvel::app

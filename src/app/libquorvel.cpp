@@ -32,7 +32,7 @@ extern "C" quorvel::ObjetoHost* quorvel_create(const char* class_name) {
     static Plataforma* const plataforma = new Plataforma;
     try {
         return quorvel::crear_objeto(class_name, {plataforma->escritorio, plataforma->reloj,
-                                                  plataforma->impresor, quorvel::carpeta_personal()})
+                                                  plataforma->impresor, quorvel::dbtools::carpeta_personal()})
             .release();
     } catch (...) {
         return nullptr;

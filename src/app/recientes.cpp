@@ -4,7 +4,7 @@
 #include <fstream>
 #include <regex>
 
-namespace quorvel {
+namespace quorvel::app {
 
 namespace {
 constexpr std::size_t MAXIMO = 12;
@@ -49,4 +49,4 @@ void olvidar_reciente(const std::filesystem::path& archivo, const std::string& c
     escribir_recientes(archivo, lista);
 }
 
-} // namespace quorvel
+} // namespace quorvel::app

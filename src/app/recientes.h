@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-namespace quorvel {
+namespace quorvel::app {
 
 /// Databases that were opened before, the last one first; a text file, one connection a line.
 [[nodiscard]] std::vector<std::string> leer_recientes(const std::filesystem::path& archivo);
@@ -13,4 +13,4 @@ void anotar_reciente(const std::filesystem::path& archivo, const std::string& co
 void olvidar_reciente(const std::filesystem::path& archivo, const std::string& conexion);
 [[nodiscard]] std::string sin_clave(const std::string& conexion);
 
-} // namespace quorvel
+} // namespace quorvel::app

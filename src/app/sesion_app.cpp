@@ -6,7 +6,7 @@
 #include <stdexcept>
 #include <utility>
 
-namespace quorvel {
+namespace quorvel::app {
 
 namespace fs = std::filesystem;
 
@@ -40,7 +40,7 @@ SesionApp::SesionApp(const Eleccion_inicial& e, ui::Escritorio& escritorio, Repo
     fs::create_directories(e.reporte.parent_path(), ignorado);
     db_ = abrir_sesion(e.conexion);
     reporte_ = abrir_sesion_informes(e.reporte.string());
-    report::instalar_definiciones(e.reporte.parent_path(), carpeta_datos() / "reports");
+    report::instalar_definiciones(e.reporte.parent_path(), dbtools::carpeta_datos() / "reports");
     auto empresa = db_->NewRecord("select * from admempresa where empresa=" + std::to_string(e.empresa));
     if (empresa->eof()) throw std::runtime_error("No existe la empresa " + std::to_string(e.empresa));
     auto usuario = db_->NewRecord("select * from admusuario where usuario=" + std::to_string(e.usuario));
@@ -63,4 +63,4 @@ void SesionApp::mostrar() {
     if (clase == nullptr || clase->ShowForm() != S_OK) throw std::runtime_error(objeto_->descripcion_error());
 }
 
-} // namespace quorvel
+} // namespace quorvel::app

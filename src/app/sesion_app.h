@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-namespace quorvel {
+namespace quorvel::app {
 
 /// What a person chooses before the voucher screen opens.
 struct Eleccion_inicial {
@@ -42,4 +42,4 @@ private:
     std::unique_ptr<ObjetoHost> objeto_;
 };
 
-} // namespace quorvel
+} // namespace quorvel::app

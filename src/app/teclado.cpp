@@ -7,7 +7,7 @@
 #include <QPointer>
 #include <QWidget>
 
-namespace quorvel {
+namespace quorvel::app {
 
 QWidget* Teclado::destino() {
     QWidget* window = QApplication::activeModalWidget();
@@ -37,4 +37,4 @@ void Teclado::escribir(const std::string& text) {
     }
 }
 
-} // namespace quorvel
+} // namespace quorvel::app

@@ -5,7 +5,7 @@
 
 class QWidget;
 
-namespace quorvel {
+namespace quorvel::app {
 
 /// Plays key strokes to whatever window has them, as a person's keyboard would.
 class Teclado {
@@ -20,4 +20,4 @@ private:
     int count_ = 0;
 };
 
-} // namespace quorvel
+} // namespace quorvel::app

@@ -3,7 +3,7 @@
 #include <CLI/CLI.hpp>
 #include <regex>
 
-namespace quorvel {
+namespace quorvel::cli {
 
 namespace {
 
@@ -45,4 +45,4 @@ void hablar_castellano(CLI::App& ordenes) {
     ordenes.failure_message(en_castellano);
 }
 
-} // namespace quorvel
+} // namespace quorvel::cli

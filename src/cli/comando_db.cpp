@@ -15,24 +15,25 @@
 #include <iostream>
 #include <memory>
 
-namespace quorvel {
+namespace quorvel::cli {
 namespace {
 
 struct Opciones {
     std::string conexion, respaldo, adjuntos;
     bool demo = false, reemplazar = false;
-    UsuarioNuevo usuario;
+    dbtools::UsuarioNuevo usuario;
     /// Where the program itself keeps the attached files, unless told otherwise.
     [[nodiscard]] std::filesystem::path base_adjuntos() const {
-        return adjuntos.empty() ? attachment_base(carpeta_personal()) : std::filesystem::path(adjuntos);
+        return adjuntos.empty() ? attachment_base(dbtools::carpeta_personal())
+                                : std::filesystem::path(adjuntos);
     }
 };
 
 int crear(const Opciones& o) {
     if (o.demo)
-        crear_demo(o.conexion);
+        demo::crear_demo(o.conexion);
     else
-        crear_esquema(o.conexion);
+        dbtools::crear_esquema(o.conexion);
     std::cout << "Base de datos creada" << (o.demo ? " con la empresa de demostración" : "") << "\n";
     return 0;
 }
@@ -42,25 +43,25 @@ void mostrar(const std::vector<std::string>& hallazgos) {
 }
 
 int comprobar(const std::string& conexion, const std::filesystem::path& adjuntos) {
-    const std::vector<std::string> hallazgos = revisar(conexion, adjuntos);
+    const std::vector<std::string> hallazgos = dbtools::revisar(conexion, adjuntos);
     mostrar(hallazgos);
     if (hallazgos.empty()) std::cout << "Base de datos sin observaciones\n";
-    return hallazgos.empty() ? BIEN : RECHAZADO;
+    return hallazgos.empty() ? oficina::BIEN : oficina::RECHAZADO;
 }
 
 int comprobar(const Opciones& o) { return comprobar(o.conexion, o.adjuntos); }
 
 int mejorar(const Opciones& o) {
-    const int creados = afinar(o.conexion);
+    const int creados = dbtools::afinar(o.conexion);
     std::cout << (creados == 0 ? "No falta ningún índice" : "Índices creados: " + std::to_string(creados))
               << "\n";
     return 0;
 }
 
 int poner_usuario(const Opciones& o) {
-    const int codigo = agregar_usuario(o.conexion, o.usuario);
+    const int codigo = dbtools::agregar_usuario(o.conexion, o.usuario);
     std::cout << "Usuario " << codigo << ": " << sin_controles(o.usuario.nombre) << "\n";
-    return BIEN;
+    return oficina::BIEN;
 }
 
 std::string adjuntos(std::size_t n) {
@@ -68,23 +69,25 @@ std::string adjuntos(std::size_t n) {
 }
 
 int hacer_respaldo(const Opciones& o) {
-    const Respaldado hecho = respaldar(o.conexion, o.respaldo, o.base_adjuntos(), avance_en_terminal());
+    const dbtools::Respaldado hecho =
+        dbtools::respaldar(o.conexion, o.respaldo, o.base_adjuntos(), dbtools::avance_en_terminal());
     std::cout << "Respaldo en " << o.respaldo << ": la base de datos y " << adjuntos(hecho.adjuntos) << "\n";
     mostrar(hecho.faltan);
-    if (hecho.faltan.empty()) return BIEN;
+    if (hecho.faltan.empty()) return oficina::BIEN;
     std::cout << "Se buscaron en " << o.base_adjuntos().string() << "; --adjuntos indica otra carpeta\n";
-    return RECHAZADO;
+    return oficina::RECHAZADO;
 }
 
 int poner_respaldo(const Opciones& o) {
-    const std::vector<std::string> diferencias = verificar(o.respaldo, avance_en_terminal());
+    const std::vector<std::string> diferencias =
+        dbtools::verificar(o.respaldo, dbtools::avance_en_terminal());
     mostrar(diferencias);
     if (!diferencias.empty()) {
         std::cout << "El respaldo no está como se hizo; no se restauró nada\n";
-        return RECHAZADO;
+        return oficina::RECHAZADO;
     }
-    const Restaurado hecho =
-        restaurar(o.respaldo, o.conexion, o.base_adjuntos(), o.reemplazar, avance_en_terminal());
+    const dbtools::Restaurado hecho = dbtools::restaurar(o.respaldo, o.conexion, o.base_adjuntos(),
+                                                         o.reemplazar, dbtools::avance_en_terminal());
     std::cout << "Base de datos restaurada, con " << adjuntos(hecho.adjuntos) << "\n";
     if (!hecho.anteriores.empty())
         std::cout << "Los adjuntos que había quedaron en " << hecho.anteriores.string() << "\n";
@@ -122,7 +125,7 @@ void agregar(CLI::App& db, const char* nombre, const char* ayuda, int (*accion)(
     auto opciones = std::make_shared<Opciones>();
     for (const Opcion opcion : lleva) opcion(*comando, *opciones);
     comando->callback([opciones, accion] {
-        int codigo = SIN_DATOS;
+        int codigo = oficina::SIN_DATOS;
         try {
             codigo = accion(*opciones);
         } catch (const std::exception& e) {
@@ -149,4 +152,4 @@ void agregar_comando_db(CLI::App& app) {
             {con_respaldo, con_conexion, con_adjuntos, con_reemplazar});
 }
 
-} // namespace quorvel
+} // namespace quorvel::cli

@@ -9,19 +9,19 @@ namespace CLI {
 class App;
 }
 
-namespace quorvel {
+namespace quorvel::cli {
 
 /// What a command hands back: people read the sentence and the problems, programs the object.
 struct Respuesta {
     std::string frase{};
-    std::vector<Problema> problemas{};
+    std::vector<oficina::Problema> problemas{};
     nlohmann::json datos = nlohmann::json::object();
     bool frase_es_documento = false; ///< a report: its text is printed as it is
 };
 /// Database, company and user, the same in every command.
-void agregar_oficina(CLI::App& comando, OpcionesOficina& o);
+void agregar_oficina(CLI::App& comando, oficina::OpcionesOficina& o);
 /// Runs the command when its name stands on the line, prints what it answers and sets the exit code.
-void al_ejecutar(CLI::App& comando, const OpcionesOficina& o, std::function<Respuesta()> trabajo);
+void al_ejecutar(CLI::App& comando, const oficina::OpcionesOficina& o, std::function<Respuesta()> trabajo);
 /// A wrong combination of options. @throws always
 [[noreturn]] void mal_uso(const std::string& mensaje);
 /// "1 comprobante", "12 comprobantes"
@@ -36,4 +36,4 @@ void agregar_print(CLI::App& app);
 void agregar_report(CLI::App& app);
 void agregar_register(CLI::App& app);
 
-} // namespace quorvel
+} // namespace quorvel::cli

@@ -4,7 +4,7 @@
 #include "interchange/archivo_comprobante.h"
 #include "platform/files/engine_files.h"
 
-namespace quorvel {
+namespace quorvel::cli {
 
 namespace fs = std::filesystem;
 
@@ -25,7 +25,7 @@ Entrega::Entrega(const fs::path& carpeta, std::string extension, bool reemplazar
       espera_(creada(carpeta_)) {}
 
 fs::path Entrega::lugar(const Clave& clave) {
-    const std::string base = nombre_de_archivo(clave);
+    const std::string base = oficina::nombre_de_archivo(clave);
     std::string nombre = base;
     for (int i = 2; usados_.contains(nombre); ++i) nombre = base + "-" + std::to_string(i);
     return lugar(nombre + extension_);
@@ -50,7 +50,7 @@ void Entrega::entregar() {
     }
 }
 
-Respuesta para_cada_uno(const char* que, const Elegidos& elegidos,
+Respuesta para_cada_uno(const char* que, const oficina::Elegidos& elegidos,
                         const std::function<void(const Clave&)>& trabajo) {
     Respuesta r;
     if (elegidos.claves.empty()) {
@@ -58,13 +58,13 @@ Respuesta para_cada_uno(const char* que, const Elegidos& elegidos,
         r.frase_es_documento = true;
         return r;
     }
-    BarraAvance barra(que, static_cast<long>(elegidos.claves.size()));
+    dbtools::BarraAvance barra(que, static_cast<long>(elegidos.claves.size()));
     long hechas = 0;
     for (const Clave& k : elegidos.claves) {
         try {
             trabajo(k);
         } catch (const ErrorArchivo& e) {
-            r.problemas.push_back({nombre_de_comprobante(k), 0, "", e.what()});
+            r.problemas.push_back({oficina::nombre_de_comprobante(k), 0, "", e.what()});
         }
         barra.mostrar(++hechas);
     }
@@ -75,4 +75,4 @@ Respuesta para_cada_uno(const char* que, const Elegidos& elegidos,
     return r;
 }
 
-} // namespace quorvel
+} // namespace quorvel::cli

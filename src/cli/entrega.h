@@ -4,7 +4,7 @@
 
 #include <set>
 
-namespace quorvel {
+namespace quorvel::cli {
 
 /// Files for a folder that wait in a folder of their own until all of them are there.
 class Entrega {
@@ -23,14 +23,14 @@ private:
     std::filesystem::path carpeta_;
     std::string extension_;
     bool reemplazar_;
-    CarpetaTemporal espera_;
+    oficina::CarpetaTemporal espera_;
     std::vector<std::string> nombres_;
     std::set<std::string> usados_;
 };
 
 /// Runs the work for every chosen voucher; what it refuses with ErrorArchivo is a problem of that voucher.
 /// @return how many there were, or why there is none
-[[nodiscard]] Respuesta para_cada_uno(const char* que, const Elegidos& elegidos,
+[[nodiscard]] Respuesta para_cada_uno(const char* que, const oficina::Elegidos& elegidos,
                                       const std::function<void(const Clave&)>& trabajo);
 
-} // namespace quorvel
+} // namespace quorvel::cli

@@ -6,12 +6,12 @@
 #include <CLI/CLI.hpp>
 #include <memory>
 
-namespace quorvel {
+namespace quorvel::cli {
 
 namespace {
 
-struct Opciones : OpcionesOficina {
-    Seleccion cuales;
+struct Opciones : oficina::OpcionesOficina {
+    oficina::Seleccion cuales;
     std::string carpeta;
     bool reemplazar = false;
 };
@@ -23,10 +23,10 @@ std::string moneda(clsConexion& db, const std::string& codigo) {
 }
 
 Respuesta exportar(const Opciones& o) {
-    const Oficina oficina = abrir_oficina(o);
+    const oficina::Oficina oficina = oficina::abrir_oficina(o);
     Entrega entrega(o.carpeta, ".csv", o.reemplazar);
-    Respuesta r = para_cada_uno("Exportando", elegir(oficina, o.cuales), [&](const Clave& k) {
-        const Comprobante c = leer_comprobante(*oficina.db, k);
+    Respuesta r = para_cada_uno("Exportando", oficina::elegir(oficina, o.cuales), [&](const Clave& k) {
+        const Comprobante c = oficina::leer_comprobante(*oficina.db, k);
         const std::string bytes =
             bytes_de_comprobante(c, oficina.leyenda_empresa(), moneda(*oficina.db, c.moneda));
         escribir_archivo(entrega.lugar(k), bytes);
@@ -44,10 +44,10 @@ void agregar_export(CLI::App& app) {
     CLI::App* comando = app.add_subcommand("export", "Escribe comprobantes grabados, un archivo cada uno");
     const auto o = std::make_shared<Opciones>();
     agregar_oficina(*comando, *o);
-    agregar_seleccion(*comando, o->cuales);
+    oficina::agregar_seleccion(*comando, o->cuales);
     comando->add_option("--out", o->carpeta, "Carpeta de los archivos")->required();
     comando->add_flag("--overwrite", o->reemplazar, "Reemplaza los archivos que ya existan");
     al_ejecutar(*comando, *o, [o] { return exportar(*o); });
 }
 
-} // namespace quorvel
+} // namespace quorvel::cli

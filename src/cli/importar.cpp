@@ -6,18 +6,18 @@
 #include <CLI/CLI.hpp>
 #include <memory>
 
-namespace quorvel {
+namespace quorvel::cli {
 
 namespace {
 
-struct Opciones : OpcionesOficina {
+struct Opciones : oficina::OpcionesOficina {
     std::vector<std::string> archivos;
     bool simular = false, renumerar = false;
 };
 
-nlohmann::json datos_de(const LoteArchivos& lote) {
+nlohmann::json datos_de(const oficina::LoteArchivos& lote) {
     nlohmann::json lista = nlohmann::json::array();
-    for (const EnLote& e : lote.comprobantes()) {
+    for (const oficina::EnLote& e : lote.comprobantes()) {
         nlohmann::json c{{"archivo", e.archivo},
                          {"f_comp", fecha_dmy(e.clave.f_comp)},
                          {"documento", e.clave.documento},
@@ -30,17 +30,17 @@ nlohmann::json datos_de(const LoteArchivos& lote) {
     return {{"comprobantes", lista}};
 }
 
-std::string renumerados(const LoteArchivos& lote) {
+std::string renumerados(const oficina::LoteArchivos& lote) {
     std::string texto;
-    for (const EnLote& e : lote.comprobantes())
+    for (const oficina::EnLote& e : lote.comprobantes())
         if (!e.numero_archivo.empty())
             texto += e.archivo + ": número " + e.numero_archivo + " pasa a " + e.clave.num_docum + "\n";
     return texto;
 }
 
 Respuesta importar(const Opciones& o, bool grabar) {
-    Oficina oficina = abrir_oficina(o);
-    LoteArchivos lote(oficina, RelojSistema{}.hoy(), o.renumerar);
+    oficina::Oficina oficina = oficina::abrir_oficina(o);
+    oficina::LoteArchivos lote(oficina, RelojSistema{}.hoy(), o.renumerar);
     lote.revisar(o.archivos);
     if (lote.problemas().empty() && grabar) lote.grabar();
     Respuesta r{.frase = "", .problemas = lote.problemas(), .datos = datos_de(lote)};
@@ -58,7 +58,8 @@ Respuesta importar(const Opciones& o, bool grabar) {
 
 Respuesta revisar_base(const std::string& conexion) {
     Respuesta r;
-    for (const std::string& hallazgo : revisar(conexion)) r.problemas.push_back({"", 0, "", hallazgo});
+    for (const std::string& hallazgo : dbtools::revisar(conexion))
+        r.problemas.push_back({"", 0, "", hallazgo});
     r.frase = r.problemas.empty() ? "Base de datos sin observaciones"
                                   : cantidad(r.problemas.size(), "observación", "observaciones");
     return r;
@@ -85,4 +86,4 @@ void agregar_check(CLI::App& app) {
                 [o] { return o->archivos.empty() ? revisar_base(o->conexion) : importar(*o, false); });
 }
 
-} // namespace quorvel
+} // namespace quorvel::cli

@@ -11,14 +11,14 @@
 #include <QGuiApplication>
 #include <memory>
 
-namespace quorvel {
+namespace quorvel::cli {
 
 namespace fs = std::filesystem;
 
 namespace {
 
-struct Opciones : OpcionesOficina {
-    Seleccion cuales;
+struct Opciones : oficina::OpcionesOficina {
+    oficina::Seleccion cuales;
     std::string carpeta, archivo;
     bool reemplazar = false;
 };
@@ -26,21 +26,23 @@ struct Opciones : OpcionesOficina {
 /// Stages vouchers in a report database of its own, so that an open screen keeps its staging rows.
 class Imprenta {
 public:
-    explicit Imprenta(const Oficina& oficina)
+    explicit Imprenta(const oficina::Oficina& oficina)
         : oficina_(oficina), reporte_(abrir_sesion_informes((espera_.ruta() / "print.db").string())),
           config_(leer_configuracion(*oficina.db, oficina.empresa, reloj_.hoy())) {
         crear_tablas_impresion(*reporte_);
         maestros_.reabrir(*oficina.db, false);
         // the person's own papers first
-        const fs::path propias = carpeta_personal();
+        const fs::path propias = dbtools::carpeta_personal();
         if (fs::exists(propias / "ctcQuorvel.rpt"))
             (void)report::instalar_definiciones(espera_.ruta(), propias);
-        (void)report::instalar_definiciones(espera_.ruta(), carpeta_datos() / "reports");
+        (void)report::instalar_definiciones(espera_.ruta(), dbtools::carpeta_datos() / "reports");
     }
     report::Layout componer(const Clave& k) {
         const auto c =
             leer_cabecera(*oficina_.db, k.empresa, k.f_comp, k.documento, k.num_docum, k.subsistema);
-        if (!c) throw std::runtime_error("Otra persona eliminó el comprobante " + nombre_de_comprobante(k));
+        if (!c)
+            throw std::runtime_error("Otra persona eliminó el comprobante " +
+                                     oficina::nombre_de_comprobante(k));
         ImpresionComprobante i{.clave = k,
                                .empresa = oficina_.leyenda_empresa(),
                                .usuario = oficina_.leyenda_usuario(),
@@ -63,8 +65,8 @@ private:
             oficina_.db->NewRecord("select * from admdocumen where documento=" + sql_texto(codigo));
         return rs->eof() ? codigo : codigo + " " + rs->fields("n_documento").Value.text();
     }
-    const Oficina& oficina_;
-    CarpetaTemporal espera_;
+    const oficina::Oficina& oficina_;
+    oficina::CarpetaTemporal espera_;
     RelojSistema reloj_;
     std::unique_ptr<clsConexion> reporte_;
     Configuracion config_;
@@ -78,7 +80,7 @@ void juntar(report::Layout& todas, report::Layout otra) {
 
 Respuesta imprimir(const Opciones& o) {
     if (o.carpeta.empty() == o.archivo.empty()) mal_uso("Indique --out CARPETA o --pdf ARCHIVO");
-    const Oficina oficina = abrir_oficina(o);
+    const oficina::Oficina oficina = abrir_oficina(o);
     if (!permisos(oficina.permiso)[PERMISO_IMPRIMIR])
         throw std::runtime_error("El usuario " + oficina.leyenda_usuario() + " no tiene permiso de imprimir");
     const auto aplicacion = qt::aplicacion_sin_ventanas();
@@ -87,10 +89,10 @@ Respuesta imprimir(const Opciones& o) {
     Entrega entrega(o.archivo.empty() ? fs::path(o.carpeta) : fs::absolute(unico).parent_path(), ".pdf",
                     o.reemplazar);
     report::Layout todas;
-    Respuesta r = para_cada_uno("Imprimiendo", elegir(oficina, o.cuales), [&](const Clave& k) {
+    Respuesta r = para_cada_uno("Imprimiendo", oficina::elegir(oficina, o.cuales), [&](const Clave& k) {
         report::Layout hoja = imprenta.componer(k);
         if (o.archivo.empty())
-            qt::write_pdf(hoja, entrega.lugar(k), nombre_de_comprobante(k));
+            qt::write_pdf(hoja, entrega.lugar(k), oficina::nombre_de_comprobante(k));
         else
             juntar(todas, std::move(hoja));
     });
@@ -108,11 +110,11 @@ void agregar_print(CLI::App& app) {
     CLI::App* comando = app.add_subcommand("print", "Imprime comprobantes grabados en archivos PDF");
     const auto o = std::make_shared<Opciones>();
     agregar_oficina(*comando, *o);
-    agregar_seleccion(*comando, o->cuales);
+    oficina::agregar_seleccion(*comando, o->cuales);
     comando->add_option("--out", o->carpeta, "Carpeta, un archivo por comprobante");
     comando->add_option("--pdf", o->archivo, "Un solo archivo con todos");
     comando->add_flag("--overwrite", o->reemplazar, "Reemplaza los archivos que ya existan");
     al_ejecutar(*comando, *o, [o] { return imprimir(*o); });
 }
 
-} // namespace quorvel
+} // namespace quorvel::cli

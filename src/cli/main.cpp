@@ -22,43 +22,44 @@
 #include <cstdio>
 #include <iostream>
 
-namespace quorvel {
+namespace quorvel::cli {
 
 namespace {
 
-Tema leer_tema(const std::string& nombre) {
-    if (nombre == "claro") return Tema::claro;
-    if (nombre == "oscuro") return Tema::oscuro;
-    return Tema::sistema;
+app::Tema leer_tema(const std::string& nombre) {
+    if (nombre == "claro") return app::Tema::claro;
+    if (nombre == "oscuro") return app::Tema::oscuro;
+    return app::Tema::sistema;
 }
 
 /// The demonstration company, and beside it a register of its present month.
 void sembrar_demo(const std::filesystem::path& base) {
-    crear_demo("sqlite:" + base.string());
-    const RegistroDemo r = registro_demo(*abrir_sesion("sqlite:" + base.string()), RelojSistema{}.hoy());
+    demo::crear_demo("sqlite:" + base.string());
+    const demo::RegistroDemo r =
+        demo::registro_demo(*abrir_sesion("sqlite:" + base.string()), RelojSistema{}.hoy());
     escribir_archivo(base.parent_path() / r.nombre, r.bytes);
 }
 
 int elegir_y_trabajar() {
-    const auto carpeta = carpeta_personal();
+    const auto carpeta = dbtools::carpeta_personal();
     std::error_code ignorado;
     std::filesystem::create_directories(carpeta, ignorado);
     const auto recientes = carpeta / "recientes.txt";
     // The first start has something to show: the demonstration company.
     const auto demo = carpeta / "demo.db";
-    if (leer_recientes(recientes).empty()) {
+    if (app::leer_recientes(recientes).empty()) {
         try {
             if (!std::filesystem::exists(demo)) sembrar_demo(demo);
-            anotar_reciente(recientes, "sqlite:" + demo.string());
+            app::anotar_reciente(recientes, "sqlite:" + demo.string());
         } catch (const std::exception& e) {
             std::cerr << e.what() << '\n';
         }
     }
     while (true) {
-        StartWindow inicio(carpeta);
+        app::StartWindow inicio(carpeta);
         if (inicio.exec() != QDialog::Accepted) return 0;
         inicio.hide();
-        if (trabajar(inicio.eleccion()) == FinPantalla::salir) return 0;
+        if (trabajar(inicio.eleccion()) == app::FinPantalla::salir) return 0;
     }
 }
 
@@ -78,24 +79,24 @@ int con_ventanas(int argc, char** argv, const Opciones& opciones, const CLI::App
             std::cerr
                 << "No hay una pantalla donde abrir ventanas. quorvel --help muestra las órdenes que no la "
                    "necesitan\n";
-            return SIN_DATOS;
+            return oficina::SIN_DATOS;
         }
         qputenv("QT_QPA_PLATFORM", "offscreen");
     }
     QApplication aplicacion(argc, argv);
     QApplication::setApplicationName("quorvel");
     QApplication::setQuitOnLastWindowClosed(false);
-    hablar_castellano(aplicacion);
-    aplicar_estilo(aplicacion, leer_tema(opciones.tema));
-    if (app.got_subcommand("demo-run")) return demo_run(opciones.salida);
+    app::hablar_castellano(aplicacion);
+    app::aplicar_estilo(aplicacion, leer_tema(opciones.tema));
+    if (app.got_subcommand("demo-run")) return demo_run::demo_run(opciones.salida);
     if (app.got_subcommand("show")) {
         const std::filesystem::path reporte = opciones.reporte.empty()
-                                                  ? carpeta_personal() / "print.db"
+                                                  ? dbtools::carpeta_personal() / "print.db"
                                                   : std::filesystem::path(opciones.reporte);
-        const FinPantalla fin =
-            trabajar({normalizar_conexion(opciones.conexion), reporte, opciones.empresa, opciones.usuario});
-        if (fin == FinPantalla::otra_empresa) return elegir_y_trabajar();
-        return fin == FinPantalla::error ? SIN_DATOS : BIEN;
+        const app::FinPantalla fin = app::trabajar(
+            {dbtools::normalizar_conexion(opciones.conexion), reporte, opciones.empresa, opciones.usuario});
+        if (fin == app::FinPantalla::otra_empresa) return elegir_y_trabajar();
+        return fin == app::FinPantalla::error ? oficina::SIN_DATOS : oficina::BIEN;
     }
     return elegir_y_trabajar();
 }
@@ -129,13 +130,13 @@ int principal(int argc, char** argv) {
     } catch (const CLI::Error& e) {
         const int codigo = app.exit(e);
         const bool de_un_comando = dynamic_cast<const CLI::RuntimeError*>(&e) != nullptr;
-        return codigo == 0 || de_un_comando ? codigo : MAL_USO;
+        return codigo == 0 || de_un_comando ? codigo : oficina::MAL_USO;
     }
     for (const char* comando : {"db", "import", "check", "export", "print", "report", "register"})
-        if (app.got_subcommand(comando)) return BIEN;
+        if (app.got_subcommand(comando)) return oficina::BIEN;
     if (driver->parsed()) {
         OpcionesDriver opciones;
-        opciones.definiciones = carpeta_datos() / "reports";
+        opciones.definiciones = dbtools::carpeta_datos() / "reports";
         opciones.impresor = [](const std::filesystem::path& carpeta,
                                std::function<void(const std::string&)> impreso) {
             auto impresor = std::make_unique<qt::PdfReportPrinter>(carpeta);
@@ -149,6 +150,6 @@ int principal(int argc, char** argv) {
 
 } // namespace
 
-} // namespace quorvel
+} // namespace quorvel::cli
 
-int main(int argc, char** argv) { return quorvel::principal(argc, argv); }
+int main(int argc, char** argv) { return quorvel::cli::principal(argc, argv); }

@@ -10,14 +10,14 @@
 #include <CLI/CLI.hpp>
 #include <memory>
 
-namespace quorvel {
+namespace quorvel::cli {
 
 namespace {
 
 using namespace registro;
 using nlohmann::json;
 
-struct OpcionesRegistro : OpcionesOficina {
+struct OpcionesRegistro : oficina::OpcionesOficina {
     std::vector<std::string> archivos;
     std::string mes, documento;
     bool contabilizar = false, simular = false;
@@ -81,7 +81,7 @@ std::string frase_de(const LineaPrueba& l) {
 }
 
 /// What a person has to look at: all but what is booked and what is new.
-Problema problema_de(const Fila& f) {
+oficina::Problema problema_de(const Fila& f) {
     const std::string documento = nombre_clase(f.doc.tipo) + " " + f.doc.folio + " de " + f.doc.rut;
     const bool falta = f.estado == Estado::falta;
     return {falta ? registro::texto(*f.clave) : f.doc.archivo, f.doc.linea, nombre(f.estado),
@@ -95,8 +95,8 @@ bool es_problema(const Fila& f) {
 }
 
 /// The files that can be read. @return what is wrong with the others
-std::vector<Problema> leer(Bandeja& b, const std::vector<std::string>& archivos) {
-    std::vector<Problema> problemas;
+std::vector<oficina::Problema> leer(Bandeja& b, const std::vector<std::string>& archivos) {
+    std::vector<oficina::Problema> problemas;
     for (const std::string& archivo : archivos) try {
             b.agregar(archivo, leer_archivo(archivo));
         } catch (const ErrorArchivo& e) {
@@ -108,7 +108,7 @@ std::vector<Problema> leer(Bandeja& b, const std::vector<std::string>& archivos)
 }
 
 Balance contabilizar(Bandeja& b, bool grabar) {
-    BarraAvance barra("Contabilizando", static_cast<long>(b.marcar_nuevos()));
+    dbtools::BarraAvance barra("Contabilizando", static_cast<long>(b.marcar_nuevos()));
     const Balance hecho = b.contabilizar(
         [&](long hechos, long) {
             barra.mostrar(hechos);
@@ -124,7 +124,7 @@ Balance contabilizar(Bandeja& b, bool grabar) {
 }
 
 Respuesta registrar(const OpcionesRegistro& o) {
-    Oficina oficina = abrir_oficina(o);
+    oficina::Oficina oficina = oficina::abrir_oficina(o);
     Bandeja b(*oficina.db, o.empresa, o.usuario, RelojSistema{}.hoy());
     if (!o.mes.empty() && leer_mes(o.mes).anio == 0) mal_uso("El mes se escribe MM/AAAA");
     Respuesta r{.frase = "", .problemas = leer(b, o.archivos)};
@@ -174,4 +174,4 @@ void agregar_register(CLI::App& app) {
     al_ejecutar(*comando, *o, [o] { return registrar(*o); });
 }
 
-} // namespace quorvel
+} // namespace quorvel::cli

@@ -13,49 +13,49 @@
 #include <memory>
 #include <sstream>
 
-namespace quorvel {
+namespace quorvel::cli {
 
 namespace {
 
-struct Opciones : OpcionesOficina {
+struct Opciones : oficina::OpcionesOficina {
     std::string libro, desde, hasta, norma, cuenta, forma = "text", archivo;
     bool por_auxiliar = false, sin_cierre = false;
 };
 
 struct NombreLibro {
     const char* nombre;
-    Libro libro;
+    libros::Libro libro;
 };
-constexpr NombreLibro LIBROS[] = {{"journal", Libro::diario},
-                                  {"ledger", Libro::mayor},
-                                  {"balance", Libro::balance},
-                                  {"monthly", Libro::mensual}};
+constexpr NombreLibro LIBROS[] = {{"journal", libros::Libro::diario},
+                                  {"ledger", libros::Libro::mayor},
+                                  {"balance", libros::Libro::balance},
+                                  {"monthly", libros::Libro::mensual}};
 
 /// The whole accounting year unless the line says otherwise.
-PedidoLibro pedido(const Oficina& oficina, const Opciones& o, Libro libro) {
+libros::PedidoLibro pedido(const oficina::Oficina& oficina, const Opciones& o, libros::Libro libro) {
     const auto k = leer_configuracion(*oficina.db, oficina.empresa, RelojSistema{}.hoy());
-    const auto desde = leer_fecha_opcion(o.desde), hasta = leer_fecha_opcion(o.hasta);
+    const auto desde = oficina::leer_fecha_opcion(o.desde), hasta = oficina::leer_fecha_opcion(o.hasta);
     const int elegido = desde ? anio(*desde) : hasta ? anio(*hasta) : k.anio;
     const std::chrono::year ano{elegido};
-    PedidoLibro p{.empresa = oficina.empresa,
-                  .desde = desde.value_or(ano / std::chrono::January / 1),
-                  .hasta = hasta.value_or(ano / std::chrono::December / 31),
-                  .norma = o.norma,
-                  .sin_cierre = o.sin_cierre,
-                  .cuenta = o.cuenta,
-                  .por_auxiliar = o.por_auxiliar};
-    if (const auto r = revisar_pedido(p, libro)) mal_uso(r->mensaje);
+    libros::PedidoLibro p{.empresa = oficina.empresa,
+                          .desde = desde.value_or(ano / std::chrono::January / 1),
+                          .hasta = hasta.value_or(ano / std::chrono::December / 31),
+                          .norma = o.norma,
+                          .sin_cierre = o.sin_cierre,
+                          .cuenta = o.cuenta,
+                          .por_auxiliar = o.por_auxiliar};
+    if (const auto r = libros::revisar_pedido(p, libro)) mal_uso(r->mensaje);
     return p;
 }
 
-std::string en_csv(clsConexion& db, Libro libro, const PedidoLibro& p) {
+std::string en_csv(clsConexion& db, libros::Libro libro, const libros::PedidoLibro& p) {
     std::ostringstream csv;
-    (void)escribir_libro_csv(db, libro, p, csv);
+    (void)libros::escribir_libro_csv(db, libro, p, csv);
     return std::move(csv).str();
 }
 
-TablaTexto en_tabla(const std::string& csv) {
-    TablaTexto tabla;
+oficina::TablaTexto en_tabla(const std::string& csv) {
+    oficina::TablaTexto tabla;
     std::istringstream lineas(csv);
     for (std::string linea; std::getline(lineas, linea);) tabla.agregar(linea);
     return tabla;
@@ -64,16 +64,16 @@ TablaTexto en_tabla(const std::string& csv) {
 Respuesta reportar(const Opciones& o, const NombreLibro& nombre) {
     const bool pdf = o.forma == "pdf";
     if (pdf && o.archivo.empty()) mal_uso("Indique el archivo del PDF con --out");
-    const Libro libro = nombre.libro;
-    const std::string titulo = titulo_libro(libro);
-    const Oficina oficina = abrir_oficina(o);
-    const PedidoLibro p = pedido(oficina, o, libro);
+    const libros::Libro libro = nombre.libro;
+    const std::string titulo = libros::titulo_libro(libro);
+    const oficina::Oficina oficina = oficina::abrir_oficina(o);
+    const libros::PedidoLibro p = pedido(oficina, o, libro);
     const std::string desde = fecha_dmy(p.desde), hasta = fecha_dmy(p.hasta);
     Respuesta r{.frase_es_documento = true};
     r.datos = {{"libro", nombre.nombre}, {"desde", desde}, {"hasta", hasta}};
     if (pdf) {
         const auto aplicacion = qt::aplicacion_sin_ventanas();
-        escribir_libro_pdf(*oficina.db, libro, p, carpeta_datos() / "reports", o.archivo);
+        app::escribir_libro_pdf(*oficina.db, libro, p, dbtools::carpeta_datos() / "reports", o.archivo);
     } else if (o.json) {
         r.datos["filas"] = en_tabla(en_csv(*oficina.db, libro, p)).json();
     } else if (o.forma == "csv") {
@@ -97,7 +97,8 @@ void agregar_report(CLI::App& app) {
     std::string ayuda;
     for (const NombreLibro& l : LIBROS) {
         libros[l.nombre] = &l;
-        ayuda += (ayuda.empty() ? "" : ", ") + std::string(l.nombre) + " (" + titulo_libro(l.libro) + ")";
+        ayuda +=
+            (ayuda.empty() ? "" : ", ") + std::string(l.nombre) + " (" + libros::titulo_libro(l.libro) + ")";
     }
     comando->add_option("LIBRO", o->libro, ayuda)
         ->required()
@@ -115,4 +116,4 @@ void agregar_report(CLI::App& app) {
     al_ejecutar(*comando, *o, [o, libros] { return reportar(*o, *libros.at(o->libro)); });
 }
 
-} // namespace quorvel
+} // namespace quorvel::cli

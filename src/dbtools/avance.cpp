@@ -6,7 +6,7 @@
 #include <cstdio>
 #include <memory>
 
-namespace quorvel {
+namespace quorvel::dbtools {
 
 BarraAvance::BarraAvance(std::string que, long total)
     : que_(std::move(que)), total_(std::max(1L, total)), terminal_(isatty(STDERR_FILENO) == 1) {}
@@ -39,4 +39,4 @@ Avance avance_en_terminal() {
     };
 }
 
-} // namespace quorvel
+} // namespace quorvel::dbtools

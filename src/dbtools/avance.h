@@ -2,7 +2,7 @@
 #include <functional>
 #include <string>
 
-namespace quorvel {
+namespace quorvel::dbtools {
 
 /// A bar on the terminal's last line; nothing at all where the error output is no terminal.
 class BarraAvance {
@@ -25,4 +25,4 @@ using Avance = std::function<void(const std::string& que, long hechas, long tota
 /// A bar for each part in turn.
 [[nodiscard]] Avance avance_en_terminal();
 
-} // namespace quorvel
+} // namespace quorvel::dbtools

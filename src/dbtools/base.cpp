@@ -11,7 +11,7 @@
 
 #include <filesystem>
 
-namespace quorvel {
+namespace quorvel::dbtools {
 namespace {
 
 bool empieza(const std::string& texto, std::string_view con) { return texto.rfind(con, 0) == 0; }
@@ -169,4 +169,4 @@ std::unique_ptr<Base> abrir_base(const std::string& conexion, Abrir modo) {
     return std::make_unique<BasePostgres>(completa);
 }
 
-} // namespace quorvel
+} // namespace quorvel::dbtools

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-namespace quorvel {
+namespace quorvel::dbtools {
 
 /// A connection for the tools that look after the database itself: the engine's own SQL, whole scripts, rows
 /// of texts. The vouchers' statements never pass here.
@@ -61,4 +61,4 @@ private:
     bool abierto_ = true;
 };
 
-} // namespace quorvel
+} // namespace quorvel::dbtools

@@ -14,7 +14,7 @@
 #include <memory>
 #include <stdexcept>
 
-namespace quorvel {
+namespace quorvel::dbtools {
 
 namespace fs = std::filesystem;
 
@@ -151,4 +151,4 @@ std::vector<std::string> comparar(const Contenido& lista, const Contenido& prese
     return diferencias;
 }
 
-} // namespace quorvel
+} // namespace quorvel::dbtools

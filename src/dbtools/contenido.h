@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-namespace quorvel {
+namespace quorvel::dbtools {
 
 /// The list of what a backup holds, a file of its folder that "sha256sum -c" reads.
 constexpr const char* LISTA_CONTENIDO = "contenido.sha256";
@@ -28,4 +28,4 @@ void escribir_contenido(const std::filesystem::path& carpeta, const Contenido& c
 /// Waits until everything written to a folder's file system is on the disk. @throws std::runtime_error
 void sincronizar(const std::filesystem::path& carpeta);
 
-} // namespace quorvel
+} // namespace quorvel::dbtools

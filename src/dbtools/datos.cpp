@@ -6,7 +6,7 @@
 #include <sstream>
 #include <stdexcept>
 
-namespace quorvel {
+namespace quorvel::dbtools {
 
 namespace fs = std::filesystem;
 
@@ -56,4 +56,4 @@ std::vector<std::vector<std::string>> leer_tabla(const std::string& nombre) {
     return filas;
 }
 
-} // namespace quorvel
+} // namespace quorvel::dbtools

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-namespace quorvel {
+namespace quorvel::dbtools {
 
 /// The program's data folder: the environment's QUORVEL_DATA, else share/quorvel beside the program's bin,
 /// else the source tree's. @throws std::runtime_error when there is none
@@ -17,4 +17,4 @@ namespace quorvel {
 /// begin with "#" are skipped.
 [[nodiscard]] std::vector<std::vector<std::string>> leer_tabla(const std::string& nombre);
 
-} // namespace quorvel
+} // namespace quorvel::dbtools

@@ -7,7 +7,7 @@
 #include <filesystem>
 #include <system_error>
 
-namespace quorvel {
+namespace quorvel::dbtools {
 
 void crear_esquema(Base& base) {
     for (const auto& columna : base.columnas())
@@ -36,4 +36,4 @@ void crear_esquema(const std::string& conexion) {
     en_transaccion(conexion, [](Base& base) { crear_esquema(base); });
 }
 
-} // namespace quorvel
+} // namespace quorvel::dbtools

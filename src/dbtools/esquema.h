@@ -2,7 +2,7 @@
 #include <functional>
 #include <string>
 
-namespace quorvel {
+namespace quorvel::dbtools {
 
 class Base;
 
@@ -18,4 +18,4 @@ void crear_esquema(Base& base);
 /// came into being for it goes away again.
 void en_transaccion(const std::string& conexion, const std::function<void(Base&)>& trabajo);
 
-} // namespace quorvel
+} // namespace quorvel::dbtools

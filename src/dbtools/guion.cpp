@@ -5,7 +5,7 @@
 #include <regex>
 #include <sstream>
 
-namespace quorvel {
+namespace quorvel::dbtools {
 namespace {
 
 std::string sin_comentarios(const std::string& guion) {
@@ -86,4 +86,4 @@ Esquema leer_esquema(const std::string& guion) {
     return esquema;
 }
 
-} // namespace quorvel
+} // namespace quorvel::dbtools

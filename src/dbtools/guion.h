@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-namespace quorvel {
+namespace quorvel::dbtools {
 
 /// What a schema script creates, read from the script itself so that nothing is written down twice.
 struct Tabla {
@@ -25,4 +25,4 @@ struct Esquema {
 /// Reads "create table" and "create [unique] index" statements.
 [[nodiscard]] Esquema leer_esquema(const std::string& guion);
 
-} // namespace quorvel
+} // namespace quorvel::dbtools

@@ -11,7 +11,7 @@
 #include <cstring>
 #include <stdexcept>
 
-namespace quorvel {
+namespace quorvel::dbtools {
 
 namespace {
 
@@ -83,4 +83,4 @@ void ejecutar_programa(const std::vector<std::string>& orden, const std::vector<
     if (esperar(hijo) != 0) throw std::runtime_error(dicho.empty() ? orden[0] + ": no terminó bien" : dicho);
 }
 
-} // namespace quorvel
+} // namespace quorvel::dbtools

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-namespace quorvel {
+namespace quorvel::dbtools {
 
 /// Hears each line that a program says, as it comes. @return whether it tells why the program fails
 using Oyente = std::function<bool(const std::string& linea)>;
@@ -16,4 +16,4 @@ using Oyente = std::function<bool(const std::string& linea)>;
 void ejecutar_programa(const std::vector<std::string>& orden, const std::vector<std::string>& ambiente,
                        const std::string& paquete, const Oyente& oye);
 
-} // namespace quorvel
+} // namespace quorvel::dbtools

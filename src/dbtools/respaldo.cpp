@@ -8,7 +8,7 @@
 
 #include <stdexcept>
 
-namespace quorvel {
+namespace quorvel::dbtools {
 
 namespace fs = std::filesystem;
 
@@ -162,4 +162,4 @@ Restaurado restaurar(const fs::path& respaldo, const std::string& conexion, cons
     return hecho;
 }
 
-} // namespace quorvel
+} // namespace quorvel::dbtools

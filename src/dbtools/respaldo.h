@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-namespace quorvel {
+namespace quorvel::dbtools {
 
 // A backup is a folder: the database in one file ("base.db", "base.dump"), the attached files in
 // "adjunto/SET/NAME", whatever the database's name, and the list of both ("contenido.sha256").
@@ -39,4 +39,4 @@ struct Restaurado {
                                    const std::filesystem::path& adjuntos, bool reemplazar,
                                    const Avance& avance);
 
-} // namespace quorvel
+} // namespace quorvel::dbtools

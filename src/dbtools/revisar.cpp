@@ -10,7 +10,7 @@
 #include <map>
 #include <set>
 
-namespace quorvel {
+namespace quorvel::dbtools {
 namespace {
 
 /// One contradiction to look for. A row is empresa, f_comp, documento, num_docum and one detail, or, when the
@@ -228,4 +228,4 @@ int afinar(const std::string& conexion) {
     return creados;
 }
 
-} // namespace quorvel
+} // namespace quorvel::dbtools

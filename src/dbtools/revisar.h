@@ -4,8 +4,10 @@
 #include <vector>
 
 namespace quorvel {
-
 class Attachments;
+}
+namespace quorvel::dbtools {
+
 class Base;
 
 /// What a database lacks (tables, columns, indexes) and which of its data contradict each other, one sentence
@@ -24,4 +26,4 @@ class Base;
 /// @throws ErrorSesion naming the index that the data refuse
 int afinar(const std::string& conexion);
 
-} // namespace quorvel
+} // namespace quorvel::dbtools

@@ -7,7 +7,7 @@
 
 #include <stdexcept>
 
-namespace quorvel {
+namespace quorvel::dbtools {
 
 int agregar_usuario(const std::string& conexion, const UsuarioNuevo& usuario) {
     const std::string nombre = recortar(sin_controles(usuario.nombre));
@@ -24,4 +24,4 @@ int agregar_usuario(const std::string& conexion, const UsuarioNuevo& usuario) {
     return codigo;
 }
 
-} // namespace quorvel
+} // namespace quorvel::dbtools

@@ -1,7 +1,7 @@
 #pragma once
 #include <string>
 
-namespace quorvel {
+namespace quorvel::dbtools {
 
 /// Somebody who is to work in a database.
 struct UsuarioNuevo {
@@ -14,4 +14,4 @@ struct UsuarioNuevo {
 /// @throws std::exception with the text for the person
 [[nodiscard]] int agregar_usuario(const std::string& conexion, const UsuarioNuevo& usuario);
 
-} // namespace quorvel
+} // namespace quorvel::dbtools

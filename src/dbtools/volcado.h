@@ -6,7 +6,7 @@
 #include <memory>
 #include <string>
 
-namespace quorvel {
+namespace quorvel::dbtools {
 
 /// A database that is about to be written over.
 class Destino {
@@ -35,4 +35,4 @@ extern const Volcado VOLCADO_SQLITE, VOLCADO_POSTGRES;
 constexpr const char* CON_TABLAS = "La base de datos ya tiene tablas; con --reemplazar se reemplazan";
 constexpr const char* EN_USO = "Otros programas tienen abierta la base de datos: ciérrelos y repita";
 
-} // namespace quorvel
+} // namespace quorvel::dbtools

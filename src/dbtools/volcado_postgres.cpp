@@ -8,7 +8,7 @@
 #include <set>
 #include <thread>
 
-namespace quorvel {
+namespace quorvel::dbtools {
 
 namespace fs = std::filesystem;
 
@@ -133,4 +133,4 @@ const Volcado& volcado_de(const std::string& conexion) {
     return normalizar_conexion(conexion).starts_with("sqlite:") ? VOLCADO_SQLITE : VOLCADO_POSTGRES;
 }
 
-} // namespace quorvel
+} // namespace quorvel::dbtools

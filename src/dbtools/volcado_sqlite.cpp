@@ -5,7 +5,7 @@
 
 #include <sqlite3.h>
 
-namespace quorvel {
+namespace quorvel::dbtools {
 
 namespace fs = std::filesystem;
 
@@ -152,4 +152,4 @@ std::unique_ptr<Destino> destino(const std::string& conexion, bool reemplazar) {
 
 const Volcado VOLCADO_SQLITE{"base.db", sacar, destino};
 
-} // namespace quorvel
+} // namespace quorvel::dbtools

@@ -6,7 +6,7 @@
 #include "platform/db/clsConexion.h"
 #include "platform/db/literal.h"
 
-namespace quorvel {
+namespace quorvel::demo {
 namespace {
 
 using namespace std::chrono;
@@ -14,7 +14,7 @@ using namespace std::chrono;
 constexpr const char* GANANCIA = "302001";
 constexpr const char* PERDIDA = "302002";
 
-void configurar(Base& base, int anio) {
+void configurar(dbtools::Base& base, int anio) {
     const std::string a = std::to_string(anio);
     base.ejecutar(
         "insert into ctmconfigu(empresa,anio,f_digi_inicial,f_digi_final,factura_cobrar,boleta_cobrar,"
@@ -58,7 +58,7 @@ LineaDemo linea_por(const DiarioDemo::Clave& clave, std::int64_t saldo) {
 }
 
 /// Settles the result accounts of a year and records it in the year's configuration.
-void cerrar(Base& base, DiarioDemo& diario, const MaestrosDemo& m, int anio) {
+void cerrar(dbtools::Base& base, DiarioDemo& diario, const MaestrosDemo& m, int anio) {
     AsientoDemo a = asiento_anual(year{anio} / 12 / 31, "CIERRE ANUAL DEL AÑO " + std::to_string(anio));
     for (const auto& [clave, saldo] : diario.saldos())
         if (saldo != 0 && de_resultado(m, std::get<0>(clave))) a.lineas.push_back(linea_por(clave, -saldo));
@@ -82,13 +82,13 @@ void abrir(DiarioDemo& diario, const MaestrosDemo& m, int anio) {
     diario.asentar(a, 1);
 }
 
-void numerar(Base& base, const DiarioDemo& diario, Fecha hoy) {
+void numerar(dbtools::Base& base, const DiarioDemo& diario, Fecha hoy) {
     for (const auto& [documento, numero] : diario.ultimos(anio(hoy)))
         base.ejecutar("update adxemp_doc set ultimo_emitido='" + std::to_string(numero) + "', f_u_emision='" +
                       fecha_iso(hoy) + "' where empresa=1 and documento=" + sql_texto(documento));
 }
 
-void sembrar(Base& base, Fecha hoy) {
+void sembrar(dbtools::Base& base, Fecha hoy) {
     if (base.consultar("select count(*) from admempresa")[0][0] != "0")
         throw ErrorSesion("La base de datos ya contiene una empresa", {});
     const MaestrosDemo m = sembrar_maestros(base);
@@ -109,14 +109,14 @@ void sembrar(Base& base, Fecha hoy) {
 } // namespace
 
 void crear_demo(const std::string& conexion, Fecha hoy) {
-    en_transaccion(conexion, [&](Base& base) {
+    dbtools::en_transaccion(conexion, [&](dbtools::Base& base) {
         bool con_tablas = false;
         for (const auto& columna : base.columnas()) con_tablas = con_tablas || columna[0] == "ctcquorvel";
-        if (!con_tablas) crear_esquema(base);
+        if (!con_tablas) dbtools::crear_esquema(base);
         sembrar(base, hoy);
     });
 }
 
 void crear_demo(const std::string& conexion) { crear_demo(conexion, RelojSistema{}.hoy()); }
 
-} // namespace quorvel
+} // namespace quorvel::demo

@@ -3,7 +3,7 @@
 
 #include <string>
 
-namespace quorvel {
+namespace quorvel::demo {
 
 /// Fills a database that has no company with a demonstration company: a whole closed year and the present
 /// year up to today. Creates the tables first where they are missing; all or nothing.
@@ -12,4 +12,4 @@ void crear_demo(const std::string& conexion);
 /// The same as of a given day; equal days give equal databases.
 void crear_demo(const std::string& conexion, Fecha hoy);
 
-} // namespace quorvel
+} // namespace quorvel::demo

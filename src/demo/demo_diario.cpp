@@ -3,7 +3,7 @@
 #include "dbtools/base.h"
 #include "platform/db/literal.h"
 
-namespace quorvel {
+namespace quorvel::demo {
 namespace {
 
 std::string fecha_sql(Fecha f) { return "'" + fecha_iso(f) + "'"; }
@@ -159,4 +159,4 @@ void DiarioDemo::terminar() {
                        valores_de_meses(meses) + ")");
 }
 
-} // namespace quorvel
+} // namespace quorvel::demo

@@ -10,9 +10,10 @@
 #include <utility>
 #include <vector>
 
-namespace quorvel {
-
+namespace quorvel::dbtools {
 class Base;
+}
+namespace quorvel::demo {
 
 /// One line and one voucher of the demonstration company, before they have numbers.
 struct LineaDemo {
@@ -40,7 +41,7 @@ class DiarioDemo {
 public:
     /// Account, auxiliary and referenced document; what is open on each.
     using Clave = std::tuple<std::string, std::string, std::string>;
-    explicit DiarioDemo(Base& base) : base_(base) {}
+    explicit DiarioDemo(dbtools::Base& base) : base_(base) {}
     /// @return the number given to the voucher
     std::string asentar(const AsientoDemo& asiento, int usuario);
     /// Debit less credit of everything written so far.
@@ -58,7 +59,7 @@ private:
     void acumular(const AsientoDemo& asiento, const LineaDemo& linea);
     void escribir_cabecera(const AsientoDemo& a, const std::string& numero, int correlativo, int usuario);
     void escribir_linea(const AsientoDemo& a, const std::string& numero, int secuencia, const LineaDemo& l);
-    Base& base_;
+    dbtools::Base& base_;
     std::map<std::pair<int, std::string>, int> numeros_;            // year, document kind
     std::map<std::tuple<int, int, std::string>, int> correlativos_; // year, month, book
     std::map<Clave, std::int64_t> saldos_;
@@ -67,4 +68,4 @@ private:
     int adjuntos_ = 0;
 };
 
-} // namespace quorvel
+} // namespace quorvel::demo

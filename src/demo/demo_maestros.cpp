@@ -7,25 +7,25 @@
 #include <algorithm>
 #include <stdexcept>
 
-namespace quorvel {
+namespace quorvel::demo {
 namespace {
 
 using Fila = std::vector<std::string>;
 
-void insertar(Base& base, const std::string& destino, const Fila& valores) {
+void insertar(dbtools::Base& base, const std::string& destino, const Fila& valores) {
     std::string texto;
     for (const std::string& valor : valores) texto += (texto.empty() ? "" : ",") + sql_texto(valor);
     base.ejecutar("insert into " + destino + " values (" + texto + ")");
 }
 
-void sembrar_cuentas(Base& base, MaestrosDemo& m) {
-    for (const Fila& f : leer_tabla("demo/grupos.csv")) {
+void sembrar_cuentas(dbtools::Base& base, MaestrosDemo& m) {
+    for (const Fila& f : dbtools::leer_tabla("demo/grupos.csv")) {
         insertar(base, f[0] + "(g_cuenta,n_g_cuenta,transitorio,formato_centro,num_nivel,longitud)",
                  {f[1], f[2], f[3], "9.99.999", "3", "6"});
         if (f[0] == "ctmgcuenta") m.transitorio[f[1]] = f[3];
     }
     const auto plan = [&](const std::string& tabla, const std::string& archivo) {
-        for (const Fila& f : leer_tabla(archivo)) {
+        for (const Fila& f : dbtools::leer_tabla(archivo)) {
             const std::string imputable = f[0].size() == 6 ? "1" : "0"; // titles take no entries
             insertar(base, tabla + "(centro,n_centro,g_cuenta,activo,req_auxiliar)",
                      {f[0], f[1], f[0].substr(0, 1), imputable, f.size() > 2 ? f[2] : "0"});
@@ -35,9 +35,9 @@ void sembrar_cuentas(Base& base, MaestrosDemo& m) {
     plan("ctmcentroc", "demo/centros_costo.csv");
 }
 
-void sembrar_auxiliares(Base& base, MaestrosDemo& m) {
+void sembrar_auxiliares(dbtools::Base& base, MaestrosDemo& m) {
     int persona = 3; // the first three are the users
-    for (const Fila& f : leer_tabla("demo/auxiliares.csv")) {
+    for (const Fila& f : dbtools::leer_tabla("demo/auxiliares.csv")) {
         insertar(base, "ctxaux_cod(auxiliar,n_auxiliar,tipo,activo,rut)", {f[0], f[3], f[1], "1", f[2]});
         m.auxiliares.push_back({f[0], f[1], f[2], f[3]});
         if (f[1] != "CL") continue;
@@ -49,8 +49,8 @@ void sembrar_auxiliares(Base& base, MaestrosDemo& m) {
     }
 }
 
-void sembrar_codigos(Base& base, MaestrosDemo& m) {
-    for (const Fila& f : leer_tabla("demo/codigos.csv")) {
+void sembrar_codigos(dbtools::Base& base, MaestrosDemo& m) {
+    for (const Fila& f : dbtools::leer_tabla("demo/codigos.csv")) {
         if (f[0] == "admsubsist") insertar(base, "admsubsist(subsistema,n_subsistema)", {f[1], f[2]});
         if (f[0] == "admmonedas") insertar(base, "admmonedas(moneda,n_moneda)", {f[1], f[2]});
         if (f[0] == "ctmtipoaux")
@@ -86,7 +86,7 @@ const AuxiliarDemo& MaestrosDemo::auxiliar(const std::string& codigo) const {
     throw std::runtime_error("Auxiliar desconocido en los datos de demostración: " + codigo);
 }
 
-MaestrosDemo sembrar_maestros(Base& base) {
+MaestrosDemo sembrar_maestros(dbtools::Base& base) {
     MaestrosDemo m;
     insertar(base, "admempresa(empresa,n_empresa,rut,direccion,giro)",
              {"1", "Comercial Los Aromos Ltda.", "76.854.320-8", "Av. Irarrázaval 2841, Ñuñoa",
@@ -94,9 +94,9 @@ MaestrosDemo sembrar_maestros(Base& base) {
     sembrar_cuentas(base, m);
     sembrar_auxiliares(base, m);
     sembrar_codigos(base, m);
-    for (const Fila& f : leer_tabla("demo/gastos.csv"))
+    for (const Fila& f : dbtools::leer_tabla("demo/gastos.csv"))
         m.gastos.push_back({f[0], f[1], f[2], std::stoi(f[3]), std::stoi(f[4]), f[5], std::stoi(f[6]), f[7]});
     return m;
 }
 
-} // namespace quorvel
+} // namespace quorvel::demo

@@ -3,9 +3,10 @@
 #include <string>
 #include <vector>
 
-namespace quorvel {
-
+namespace quorvel::dbtools {
 class Base;
+}
+namespace quorvel::demo {
 
 struct AuxiliarDemo {
     std::string codigo, tipo, rut, nombre;
@@ -28,6 +29,6 @@ struct MaestrosDemo {
 };
 
 /// Writes the masters of the data folder (chart, cost centres, auxiliaries, codes, the company, its users).
-[[nodiscard]] MaestrosDemo sembrar_maestros(Base& base);
+[[nodiscard]] MaestrosDemo sembrar_maestros(dbtools::Base& base);
 
-} // namespace quorvel
+} // namespace quorvel::demo

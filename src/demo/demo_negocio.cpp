@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-namespace quorvel {
+namespace quorvel::demo {
 namespace {
 
 using namespace std::chrono;
@@ -370,4 +370,4 @@ void NegocioDemo::mes_de(year_month mes, Fecha hasta) {
     ++meses_;
 }
 
-} // namespace quorvel
+} // namespace quorvel::demo

@@ -4,7 +4,7 @@
 
 #include <random>
 
-namespace quorvel {
+namespace quorvel::demo {
 
 /// What the demonstration company does in a month. Equal histories give equal vouchers: the dice are its own.
 class NegocioDemo {
@@ -51,4 +51,4 @@ private:
     int meses_ = 0;
 };
 
-} // namespace quorvel
+} // namespace quorvel::demo

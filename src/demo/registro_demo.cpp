@@ -6,7 +6,7 @@
 
 #include <vector>
 
-namespace quorvel {
+namespace quorvel::demo {
 namespace {
 
 constexpr const char* TITULOS =
@@ -97,4 +97,4 @@ RegistroDemo registro_demo(clsConexion& db, Fecha mes) {
     return r;
 }
 
-} // namespace quorvel
+} // namespace quorvel::demo

@@ -4,7 +4,7 @@
 
 #include <string>
 
-namespace quorvel {
+namespace quorvel::demo {
 
 /// A month's purchases as the tax authority would tell them to the demonstration company: most as they are
 /// booked, one missing, one with another amount, and documents that nobody has entered yet.
@@ -14,4 +14,4 @@ struct RegistroDemo {
 /// @param mes any day of the month @throws ErrorSesion
 [[nodiscard]] RegistroDemo registro_demo(clsConexion& db, Fecha mes);
 
-} // namespace quorvel
+} // namespace quorvel::demo

@@ -9,7 +9,7 @@
 #include <QTimer>
 #include <algorithm>
 
-namespace quorvel {
+namespace quorvel::demo_run {
 
 namespace {
 
@@ -38,7 +38,7 @@ std::string nombre_de(const std::string& definicion) {
 
 } // namespace
 
-Fotografo::Fotografo(std::filesystem::path carpeta, Teclado& teclado)
+Fotografo::Fotografo(std::filesystem::path carpeta, app::Teclado& teclado)
     : carpeta_(std::move(carpeta)), teclado_(teclado) {
     esperar();
 }
@@ -97,4 +97,4 @@ bool ImpresorConFotos::run(const ReportJob& job) {
     return true;
 }
 
-} // namespace quorvel
+} // namespace quorvel::demo_run

@@ -7,12 +7,12 @@
 #include <filesystem>
 #include <functional>
 
-namespace quorvel {
+namespace quorvel::demo_run {
 
 /// Answers the modal windows that the keys bring up, and takes the pictures of the manual.
 class Fotografo : public QObject {
 public:
-    Fotografo(std::filesystem::path carpeta, Teclado& teclado);
+    Fotografo(std::filesystem::path carpeta, app::Teclado& teclado);
     /// The picture of a window as it is now.
     void foto(QWidget& ventana, const std::string& nombre) const;
     /// What is done in a modal window that is to come: keys before its picture, and the key that leaves it.
@@ -33,7 +33,7 @@ private:
     void guardar(const QPixmap& imagen, const std::string& nombre) const;
 
     std::filesystem::path carpeta_;
-    Teclado& teclado_;
+    app::Teclado& teclado_;
     std::deque<Visita> visitas_;
     std::vector<std::string> mensajes_;
     std::vector<QWidget*> en_visita_; ///< a window may open another, and comes to the top again
@@ -51,4 +51,4 @@ private:
     qt::PdfReportPrinter pdf_;
 };
 
-} // namespace quorvel
+} // namespace quorvel::demo_run

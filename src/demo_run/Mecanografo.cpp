@@ -2,7 +2,7 @@
 
 #include <iostream>
 
-namespace quorvel {
+namespace quorvel::demo_run {
 
 bool Mecanografo::ir_a(const ui::Form& forma, const std::string& nombre) {
     for (int i = 0; i < 60; ++i) {
@@ -32,4 +32,4 @@ void Mecanografo::renglon(const ui::ctlPlanilla& grilla, int desde, const std::v
     t.tecla(Qt::Key_Return);
 }
 
-} // namespace quorvel
+} // namespace quorvel::demo_run

@@ -3,13 +3,13 @@
 #include "platform/ui/ctlPlanilla.h"
 #include "platform/ui/form.h"
 
-namespace quorvel {
+namespace quorvel::demo_run {
 
 /// Fills in forms by keys alone.
 class Mecanografo {
 public:
-    explicit Mecanografo(Teclado& teclado) : t(teclado) {}
-    Teclado& t;
+    explicit Mecanografo(app::Teclado& teclado) : t(teclado) {}
+    app::Teclado& t;
 
     /// Tab until the named control has the focus.
     bool ir_a(const ui::Form& forma, const std::string& nombre);
@@ -22,4 +22,4 @@ public:
     void renglon(const ui::ctlPlanilla& grilla, int desde, const std::vector<std::string>& textos);
 };
 
-} // namespace quorvel
+} // namespace quorvel::demo_run

@@ -8,7 +8,7 @@
 
 #include <iostream>
 
-namespace quorvel {
+namespace quorvel::demo_run {
 
 namespace fs = std::filesystem;
 
@@ -20,19 +20,19 @@ int demo_run(const fs::path& carpeta) {
         for (const char* cola : {"", "-wal", "-shm"}) fs::remove(base.string() + cola);
         for (const char* pdf : {"ctcQuorvel.pdf", "ctccheque1.pdf", "ctcfactura.pdf"})
             fs::remove(carpeta / pdf);
-        crear_demo("sqlite:" + base.string());
+        demo::crear_demo("sqlite:" + base.string());
         qt::QtEscritorio escritorio;
         ImpresorConFotos impresor(carpeta);
         const RelojSistema reloj;
-        const Eleccion_inicial eleccion{"sqlite:" + base.string(), carpeta / "print.db", 1, 1};
-        SesionApp sesion(eleccion, escritorio, impresor, reloj, carpeta);
+        const app::Eleccion_inicial eleccion{"sqlite:" + base.string(), carpeta / "print.db", 1, 1};
+        app::SesionApp sesion(eleccion, escritorio, impresor, reloj, carpeta);
         sesion.mostrar();
         frmQuorvel& f = sesion.pantalla();
         qt::FormWindow* ventana = escritorio.window_of(f);
         if (ventana == nullptr) throw std::runtime_error("La pantalla no se abrió");
-        const Anfitrion anfitrion(sesion, escritorio, eleccion, reloj.hoy());
+        const app::Anfitrion anfitrion(sesion, escritorio, eleccion, reloj.hoy());
         ventana->resize(1280, 720);
-        Teclado teclado;
+        app::Teclado teclado;
         Mecanografo mecanografo(teclado);
         Fotografo fotografo(carpeta, teclado);
         Estudio estudio{f, *ventana, mecanografo, fotografo};
@@ -52,4 +52,4 @@ int demo_run(const fs::path& carpeta) {
     }
 }
 
-} // namespace quorvel
+} // namespace quorvel::demo_run

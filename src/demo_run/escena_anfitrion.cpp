@@ -6,27 +6,27 @@
 #include "dbtools/esquema.h"
 #include "demo_run/escenas.h"
 
-namespace quorvel {
+namespace quorvel::demo_run {
 
 namespace {
 
 namespace fs = std::filesystem;
 
-void inicio(const Fotografo& fotografo, const Eleccion_inicial& eleccion, const fs::path& carpeta) {
+void inicio(const Fotografo& fotografo, const app::Eleccion_inicial& eleccion, const fs::path& carpeta) {
     for (const std::string& conexion :
          {std::string("postgresql://ana@servidor.example/contabilidad"),
           std::string("sqlite:/mnt/respaldo/contabilidad_2023.db"), eleccion.conexion})
-        anotar_reciente(carpeta / "recientes.txt", conexion);
-    StartWindow ventana(carpeta);
+        app::anotar_reciente(carpeta / "recientes.txt", conexion);
+    app::StartWindow ventana(carpeta);
     ventana.show();
     fotografo.foto(ventana, "inicio");
 }
 
-void empresa_nueva(const Fotografo& fotografo, Teclado& teclado, const fs::path& carpeta, Fecha hoy) {
+void empresa_nueva(const Fotografo& fotografo, app::Teclado& teclado, const fs::path& carpeta, Fecha hoy) {
     const fs::path base = carpeta / "empresa_nueva.db";
     fs::remove(base);
-    crear_esquema("sqlite:" + base.string());
-    NuevaEmpresa ventana("sqlite:" + base.string(), hoy);
+    dbtools::crear_esquema("sqlite:" + base.string());
+    app::NuevaEmpresa ventana("sqlite:" + base.string(), hoy);
     ventana.show();
     ventana.activateWindow();
     for (const char* texto :
@@ -39,25 +39,25 @@ void empresa_nueva(const Fotografo& fotografo, Teclado& teclado, const fs::path&
 
 } // namespace
 
-void escena_anfitrion(const Fotografo& fotografo, Teclado& teclado, const Eleccion_inicial& eleccion,
-                      const fs::path& carpeta) {
+void escena_anfitrion(const Fotografo& fotografo, app::Teclado& teclado,
+                      const app::Eleccion_inicial& eleccion, const fs::path& carpeta) {
     const Fecha hoy = RelojSistema{}.hoy();
-    const std::string nombre = leer_empresas(*abrir_sesion(eleccion.conexion)).front().nombre;
+    const std::string nombre = app::leer_empresas(*abrir_sesion(eleccion.conexion)).front().nombre;
     inicio(fotografo, eleccion, carpeta);
     empresa_nueva(fotografo, teclado, carpeta, hoy);
-    ConfiguracionWindow configuracion(eleccion.conexion, eleccion.empresa, nombre, hoy);
+    app::ConfiguracionWindow configuracion(eleccion.conexion, eleccion.empresa, nombre, hoy);
     configuracion.show();
     fotografo.foto(configuracion, "configuracion");
-    VentanaLibros libros(eleccion.conexion, eleccion.empresa, nombre, hoy);
-    constexpr std::pair<Libro, const char*> LIBROS[] = {{Libro::diario, "diario"},
-                                                        {Libro::mayor, "mayor"},
-                                                        {Libro::balance, "balance"},
-                                                        {Libro::mensual, "grafico"}};
+    app::VentanaLibros libros(eleccion.conexion, eleccion.empresa, nombre, hoy);
+    constexpr std::pair<libros::Libro, const char*> LIBROS[] = {{libros::Libro::diario, "diario"},
+                                                                {libros::Libro::mayor, "mayor"},
+                                                                {libros::Libro::balance, "balance"},
+                                                                {libros::Libro::mensual, "grafico"}};
     for (const auto& [libro, foto] : LIBROS) {
         libros.abrir(libro);
-        if (libro == Libro::mayor) teclado.escribir("103"); // clients: accounts with movements
+        if (libro == libros::Libro::mayor) teclado.escribir("103"); // clients: accounts with movements
         fotografo.foto(libros, foto);
     }
 }
 
-} // namespace quorvel
+} // namespace quorvel::demo_run

@@ -7,7 +7,7 @@
 
 #include <QApplication>
 
-namespace quorvel {
+namespace quorvel::demo_run {
 
 namespace {
 
@@ -18,9 +18,9 @@ constexpr int CUENTA = 1;
 void en_oscuro(Estudio& e) {
     auto& aplicacion = *qobject_cast<QApplication*>(QCoreApplication::instance());
     const bool era_oscuro = aplicacion.palette().color(QPalette::Window).lightness() < 128;
-    aplicar_estilo(aplicacion, Tema::oscuro);
+    app::aplicar_estilo(aplicacion, app::Tema::oscuro);
     e.fotografo.foto(e.ventana, "comprobante_oscuro");
-    aplicar_estilo(aplicacion, era_oscuro ? Tema::oscuro : Tema::claro);
+    app::aplicar_estilo(aplicacion, era_oscuro ? app::Tema::oscuro : app::Tema::claro);
 }
 
 /// A cell that is refused: its message, then Escape for the cell and for the row.
@@ -95,4 +95,4 @@ void escena_compra(Estudio& e) {
     abrir_bloqueado(e);
 }
 
-} // namespace quorvel
+} // namespace quorvel::demo_run

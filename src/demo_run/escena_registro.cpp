@@ -5,7 +5,7 @@
 
 #include <fstream>
 
-namespace quorvel {
+namespace quorvel::demo_run {
 
 namespace {
 
@@ -32,11 +32,11 @@ void bandeja(Estudio& e, QWidget& w, const std::string& archivo) {
 } // namespace
 
 void escena_registro(Estudio& e) {
-    const RegistroDemo r = registro_demo(*e.f.glbdb, e.f.servicios.reloj.hoy());
+    const demo::RegistroDemo r = demo::registro_demo(*e.f.glbdb, e.f.servicios.reloj.hoy());
     const std::string archivo = (e.f.servicios.carpeta / r.nombre).string();
     std::ofstream(archivo, std::ios::binary) << r.bytes;
     e.fotografo.planear({{}, Qt::Key_Escape, [&e, archivo](QWidget& w) { bandeja(e, w, archivo); }});
     e.m.t.tecla(Qt::Key_5, Qt::ControlModifier);
 }
 
-} // namespace quorvel
+} // namespace quorvel::demo_run

@@ -3,7 +3,7 @@
 #include "qt/FormWindow.h"
 #include "screen/frmQuorvel.h"
 
-namespace quorvel {
+namespace quorvel::demo_run {
 
 namespace {
 
@@ -95,4 +95,4 @@ void escena_cierre(Estudio& e) {
     e.fotografo.foto(e.ventana, "cierre_anual");
 }
 
-} // namespace quorvel
+} // namespace quorvel::demo_run

@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-namespace quorvel {
+namespace quorvel::libros {
 namespace {
 
 using Columna = std::int64_t LineaBalance::*;
@@ -85,4 +85,4 @@ std::string balance_csv(const Balance& b) {
     return texto;
 }
 
-} // namespace quorvel
+} // namespace quorvel::libros

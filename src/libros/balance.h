@@ -3,7 +3,7 @@
 
 #include <vector>
 
-namespace quorvel {
+namespace quorvel::libros {
 
 /// One row of the eight-column balance.
 struct LineaBalance {
@@ -34,4 +34,4 @@ void armar_balance(Balance& b, const std::vector<bool>& de_resultado);
 /// The whole table with its last three rows, lines ended by "\n".
 [[nodiscard]] std::string balance_csv(const Balance& b);
 
-} // namespace quorvel
+} // namespace quorvel::libros

@@ -3,7 +3,7 @@
 #include "platform/db/literal.h"
 #include "text/letras_utf8.h"
 
-namespace quorvel {
+namespace quorvel::libros {
 namespace {
 
 constexpr const char* SECUENCIA = "coalesce(a.secuencia,0)";
@@ -97,4 +97,4 @@ std::string diario_csv(const RenglonDiario& r) {
     return linea;
 }
 
-} // namespace quorvel
+} // namespace quorvel::libros

@@ -4,7 +4,7 @@
 #include <functional>
 #include <vector>
 
-namespace quorvel {
+namespace quorvel::libros {
 
 /// A line of the journal with its voucher's header. An annulled voucher keeps its place without lines.
 struct RenglonDiario {
@@ -32,4 +32,4 @@ bool recorrer_diario(clsConexion& db, const PedidoLibro& p,
 [[nodiscard]] std::string titulos_diario_csv();
 [[nodiscard]] std::string diario_csv(const RenglonDiario& r);
 
-} // namespace quorvel
+} // namespace quorvel::libros

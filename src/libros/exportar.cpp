@@ -7,7 +7,7 @@
 
 #include <ostream>
 
-namespace quorvel {
+namespace quorvel::libros {
 namespace {
 
 constexpr long CADA = 1000;
@@ -61,4 +61,4 @@ bool escribir_libro_csv(clsConexion& db, Libro libro, const PedidoLibro& p, std:
     });
 }
 
-} // namespace quorvel
+} // namespace quorvel::libros

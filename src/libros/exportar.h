@@ -5,7 +5,7 @@
 #include <iosfwd>
 #include <string_view>
 
-namespace quorvel {
+namespace quorvel::libros {
 
 enum class Libro { diario, mayor, balance, mensual };
 [[nodiscard]] const char* titulo_libro(Libro libro);
@@ -19,4 +19,4 @@ using AvanceLibro = std::function<bool(long filas)>;
 bool escribir_libro_csv(clsConexion& db, Libro libro, const PedidoLibro& p, std::ostream& salida,
                         const AvanceLibro& avance = {});
 
-} // namespace quorvel
+} // namespace quorvel::libros

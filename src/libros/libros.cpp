@@ -4,7 +4,7 @@
 #include "text/letras_utf8.h"
 #include "text/numeros.h"
 
-namespace quorvel {
+namespace quorvel::libros {
 
 std::optional<Rechazo> revisar_pedido(const PedidoLibro& p, bool en_un_anio) {
     const auto no = [](const char* texto, const char* foco) {
@@ -22,8 +22,6 @@ std::string celda_csv(std::string_view texto) {
     if (texto.find_first_of(";\"\r\n") == std::string_view::npos) return std::string(texto);
     return '"' + reemplazar(texto, "\"", "\"\"") + '"';
 }
-
-namespace libros {
 
 namespace {
 bool todas_las_normas(const PedidoLibro& p) { return p.norma.empty() || p.norma == "0"; }
@@ -70,5 +68,4 @@ std::string orden_libro(const std::string& t, const std::string& secuencia) {
            ".num_docum, " + secuencia;
 }
 
-} // namespace libros
-} // namespace quorvel
+} // namespace quorvel::libros

@@ -6,7 +6,7 @@
 #include <optional>
 #include <string>
 
-namespace quorvel {
+namespace quorvel::libros {
 
 /// Which vouchers a book reads. Books read only; every sum is the engine's own. Amounts are whole pesos.
 struct PedidoLibro {
@@ -36,7 +36,6 @@ constexpr int FILAS_POR_PAGINA = 500;
 /// A CSV cell: quoted when it holds the separator ";", a quote or a line end.
 [[nodiscard]] std::string celda_csv(std::string_view texto);
 
-namespace libros {
 // Pieces of the books' statements; `a` is the name of the lines' table, `c` of the headers'.
 
 /// " a.empresa=… and a.f_comp between … and …" without the closing vouchers when so wanted.
@@ -51,6 +50,5 @@ struct FiltroNorma {
                                             const std::string& secuencia);
 /// " order by …" of the same columns.
 [[nodiscard]] std::string orden_libro(const std::string& t, const std::string& secuencia);
-} // namespace libros
 
-} // namespace quorvel
+} // namespace quorvel::libros

@@ -3,7 +3,7 @@
 #include "platform/db/literal.h"
 #include "text/letras_utf8.h"
 
-namespace quorvel {
+namespace quorvel::libros {
 namespace {
 
 Fecha primer_dia(Fecha f) { return f.year() / std::chrono::January / 1; }
@@ -118,4 +118,4 @@ std::string mayor_csv(const CuentaMayor& c, const Movimiento& m) {
     return linea;
 }
 
-} // namespace quorvel
+} // namespace quorvel::libros

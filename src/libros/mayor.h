@@ -4,7 +4,7 @@
 #include <functional>
 #include <vector>
 
-namespace quorvel {
+namespace quorvel::libros {
 
 /// An account, or an account and auxiliary, with what it had before the period (from 1 January on) and what
 /// moved it in the period.
@@ -46,4 +46,4 @@ bool recorrer_movimientos(clsConexion& db, const PedidoLibro& p, const Seleccion
 [[nodiscard]] std::string mayor_csv(const CuentaMayor& c);
 [[nodiscard]] std::string mayor_csv(const CuentaMayor& c, const Movimiento& m);
 
-} // namespace quorvel
+} // namespace quorvel::libros

@@ -3,7 +3,7 @@
 #include "platform/db/literal.h"
 #include "text/letras_utf8.h"
 
-namespace quorvel {
+namespace quorvel::libros {
 
 std::vector<LibroMensual> leer_totales_mensuales(clsConexion& db, int empresa, int anio) {
     const std::string a = std::to_string(anio);
@@ -35,4 +35,4 @@ std::string totales_mensuales_csv(const std::vector<LibroMensual>& libros) {
     return texto;
 }
 
-} // namespace quorvel
+} // namespace quorvel::libros

@@ -4,7 +4,7 @@
 #include <array>
 #include <vector>
 
-namespace quorvel {
+namespace quorvel::libros {
 
 /// What a book moved in each month of a year: vouchers that are not annulled, and their debit totals.
 struct LibroMensual {
@@ -17,4 +17,4 @@ struct LibroMensual {
 /// Lines ended by "\n": a title, then book, month, vouchers and total.
 [[nodiscard]] std::string totales_mensuales_csv(const std::vector<LibroMensual>& libros);
 
-} // namespace quorvel
+} // namespace quorvel::libros

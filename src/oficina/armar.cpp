@@ -8,7 +8,7 @@
 
 #include <algorithm>
 
-namespace quorvel {
+namespace quorvel::oficina {
 
 namespace {
 
@@ -161,4 +161,4 @@ ProblemaArchivo situar(const Rechazo& r) {
     return {LINEA_CABECERA, nombre_de_campo(NOMBRES_CABECERA, c->second), r.mensaje};
 }
 
-} // namespace quorvel
+} // namespace quorvel::oficina

@@ -6,7 +6,7 @@
 
 #include <functional>
 
-namespace quorvel {
+namespace quorvel::oficina {
 
 /// What a new voucher may choose from, and what it starts with.
 struct Listas {
@@ -23,4 +23,4 @@ struct Listas {
 /// Where in the file a refusal of the checks points to.
 [[nodiscard]] ProblemaArchivo situar(const Rechazo& r);
 
-} // namespace quorvel
+} // namespace quorvel::oficina

@@ -10,7 +10,7 @@
 
 #include <algorithm>
 
-namespace quorvel {
+namespace quorvel::oficina {
 
 namespace fs = std::filesystem;
 
@@ -151,7 +151,7 @@ void LoteArchivos::leer_numeros(const std::vector<std::string>& archivos) {
 
 void LoteArchivos::recorrer(const char* que, std::size_t cuantos,
                             const std::function<void(std::size_t, const AvanceLectura&)>& uno) {
-    BarraAvance barra(que, static_cast<long>(cuantos) * PASOS);
+    dbtools::BarraAvance barra(que, static_cast<long>(cuantos) * PASOS);
     for (std::size_t i = 0; i < cuantos; ++i) {
         const long antes = static_cast<long>(i) * PASOS;
         uno(i, [&](long hechas, long total) {
@@ -207,4 +207,4 @@ void LoteArchivos::grabar() {
     }
 }
 
-} // namespace quorvel
+} // namespace quorvel::oficina

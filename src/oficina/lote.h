@@ -7,7 +7,7 @@
 #include <map>
 #include <optional>
 
-namespace quorvel {
+namespace quorvel::oficina {
 
 /// A voucher of a batch, as it stands in its file.
 struct EnLote {
@@ -61,4 +61,4 @@ private:
     std::map<Numeracion, std::int64_t> ultimos_;
 };
 
-} // namespace quorvel
+} // namespace quorvel::oficina

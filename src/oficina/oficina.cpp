@@ -8,7 +8,7 @@
 #include <cstring>
 #include <stdexcept>
 
-namespace quorvel {
+namespace quorvel::oficina {
 
 namespace fs = std::filesystem;
 
@@ -24,8 +24,9 @@ std::unique_ptr<Recordset> existente(clsConexion& db, const char* que, const std
 } // namespace
 
 Oficina abrir_oficina(const OpcionesOficina& o) {
-    Oficina oficina{
-        .db = abrir_sesion(normalizar_conexion(o.conexion)), .empresa = o.empresa, .usuario = o.usuario};
+    Oficina oficina{.db = abrir_sesion(dbtools::normalizar_conexion(o.conexion)),
+                    .empresa = o.empresa,
+                    .usuario = o.usuario};
     const auto empresa = existente(*oficina.db, "la empresa", "admempresa", "empresa", o.empresa);
     const auto usuario = existente(*oficina.db, "el usuario", "admusuario", "usuario", o.usuario);
     oficina.n_empresa = empresa->fields("n_empresa").Value.text();
@@ -46,4 +47,4 @@ CarpetaTemporal::~CarpetaTemporal() {
     fs::remove_all(ruta_, ignorado);
 }
 
-} // namespace quorvel
+} // namespace quorvel::oficina

@@ -5,7 +5,7 @@
 #include <memory>
 #include <string>
 
-namespace quorvel {
+namespace quorvel::oficina {
 
 /// Which database, and in whose name.
 struct OpcionesOficina {
@@ -39,4 +39,4 @@ private:
     std::filesystem::path ruta_;
 };
 
-} // namespace quorvel
+} // namespace quorvel::oficina

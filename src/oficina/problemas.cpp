@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-namespace quorvel {
+namespace quorvel::oficina {
 
 std::string texto(const Problema& p) {
     std::string t = p.archivo;
@@ -19,4 +19,4 @@ Salida salida_de(const std::vector<Problema>& problemas) {
     return problemas.empty() ? BIEN : RECHAZADO;
 }
 
-} // namespace quorvel
+} // namespace quorvel::oficina

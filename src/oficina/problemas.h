@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-namespace quorvel {
+namespace quorvel::oficina {
 
 /// Something that keeps a file or a voucher from going through.
 struct Problema {
@@ -18,4 +18,4 @@ struct Problema {
 /// SIN_DATOS when some file is unreadable, RECHAZADO when there is any problem, BIEN without.
 [[nodiscard]] Salida salida_de(const std::vector<Problema>& problemas);
 
-} // namespace quorvel
+} // namespace quorvel::oficina

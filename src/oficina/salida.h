@@ -1,6 +1,6 @@
 #pragma once
 
-namespace quorvel {
+namespace quorvel::oficina {
 
 /// Exit codes of the program's commands.
 enum Salida {
@@ -10,4 +10,4 @@ enum Salida {
     SIN_DATOS = 3  ///< a database or a file that cannot be reached, read or written
 };
 
-} // namespace quorvel
+} // namespace quorvel::oficina

@@ -9,7 +9,7 @@
 #include <algorithm>
 #include <stdexcept>
 
-namespace quorvel {
+namespace quorvel::oficina {
 
 namespace {
 
@@ -95,4 +95,4 @@ std::string nombre_de_comprobante(const Clave& k) {
     return k.documento + " Nro." + recortar(k.num_docum) + " Fecha:" + fecha_dmy(k.f_comp);
 }
 
-} // namespace quorvel
+} // namespace quorvel::oficina

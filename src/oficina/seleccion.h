@@ -9,7 +9,7 @@ namespace CLI {
 class App;
 }
 
-namespace quorvel {
+namespace quorvel::oficina {
 
 /// Which saved vouchers a command takes; what is empty does not matter.
 struct Seleccion {
@@ -36,4 +36,4 @@ struct Elegidos {
 /// How messages call a voucher.
 [[nodiscard]] std::string nombre_de_comprobante(const Clave& clave);
 
-} // namespace quorvel
+} // namespace quorvel::oficina

@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <array>
 
-namespace quorvel {
+namespace quorvel::oficina {
 
 namespace {
 
@@ -94,4 +94,4 @@ nlohmann::json TablaTexto::json() const {
     return lista;
 }
 
-} // namespace quorvel
+} // namespace quorvel::oficina

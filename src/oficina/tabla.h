@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-namespace quorvel {
+namespace quorvel::oficina {
 
 /// A book's CSV seen as rows and columns. The first line holds the titles; those that name amounts are right
 /// aligned and grouped as a table, and numbers in JSON.
@@ -25,4 +25,4 @@ private:
 /// Cells of one CSV line, quoted ones without their quotes.
 [[nodiscard]] std::vector<std::string> celdas_csv(std::string_view linea);
 
-} // namespace quorvel
+} // namespace quorvel::oficina

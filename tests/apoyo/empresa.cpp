@@ -119,7 +119,7 @@ namespace apoyo {
 
 std::unique_ptr<clsConexion> crear_base(Motor motor) {
     const std::string conexion = conexion_nueva(motor);
-    crear_esquema(conexion);
+    dbtools::crear_esquema(conexion);
     return abrir_sesion(conexion);
 }
 
@@ -128,7 +128,7 @@ std::string conexion_empresa(Motor motor) {
     std::string& modelo = modelos[motor];
     if (modelo.empty()) {
         modelo = conexion_nueva(motor);
-        crear_esquema(modelo);
+        dbtools::crear_esquema(modelo);
         sembrar_empresa(*abrir_sesion(modelo));
     }
     return copia_de(modelo);

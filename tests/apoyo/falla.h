@@ -9,7 +9,8 @@ namespace quorvel::apoyo {
 class Falla {
 public:
     Falla(const std::string& conexion, Motor motor, const std::string& evento)
-        : base_(abrir_base(conexion, Abrir::existente)), tabla_(evento.substr(evento.find(" on ") + 4)) {
+        : base_(dbtools::abrir_base(conexion, dbtools::Abrir::existente)),
+          tabla_(evento.substr(evento.find(" on ") + 4)) {
         const bool al_final = evento.starts_with("commit");
         if (motor == Motor::sqlite) {
             base_->ejecutar(al_final
@@ -36,7 +37,7 @@ public:
     Falla& operator=(const Falla&) = delete;
 
 private:
-    std::unique_ptr<Base> base_;
+    std::unique_ptr<dbtools::Base> base_;
     std::string tabla_, quitar_;
 };
 

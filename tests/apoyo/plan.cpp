@@ -21,7 +21,7 @@ std::string argumentos(const Translation& t, const std::string& sql) {
 
 } // namespace
 
-std::string plan(Base& base, const std::string& sql) {
+std::string plan(dbtools::Base& base, const std::string& sql) {
     const bool sqlite = base.motor() == "sqlite";
     const Translation t = translate(sql, sqlite ? Engine::sqlite : Engine::postgres);
     if (!sqlite) base.ejecutar("prepare caso as " + t.text);

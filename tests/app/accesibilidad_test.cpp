@@ -27,6 +27,8 @@
 #include <set>
 
 using namespace quorvel;
+using namespace quorvel::app;
+using namespace quorvel::libros;
 namespace fs = std::filesystem;
 
 namespace {
@@ -131,7 +133,7 @@ TEST(AccesibilidadTest, TheHostsWindowsAreWorkedInByKeysAndByEar) {
     const fs::path carpeta = apoyo::carpeta_nueva();
     const std::string conexion = "sqlite:" + (carpeta / "demo.db").string();
     const Fecha hoy = std::chrono::year(2026) / 11 / 25;
-    crear_demo(conexion, hoy);
+    demo::crear_demo(conexion, hoy);
     anotar_reciente(carpeta / "recientes.txt", conexion);
     std::vector<BorradorLibre> borradores(2);
     borradores[0].documento = "002 COMPRA";

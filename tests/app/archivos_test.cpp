@@ -16,6 +16,7 @@
 #include <iostream>
 
 using namespace quorvel;
+using namespace quorvel::app;
 using pruebas::Pantalla;
 namespace fs = std::filesystem;
 

@@ -21,6 +21,7 @@
 #include <fstream>
 
 using namespace quorvel;
+using namespace quorvel::app;
 using namespace quorvel::pruebas;
 namespace fs = std::filesystem;
 
@@ -83,7 +84,7 @@ constexpr const char* DE_OTRO_PROGRAMA[] = {
 class Casa {
 public:
     explicit Casa(const Lugar& lugar) : lugar_(lugar) {
-        crear_esquema(lugar.conexion);
+        dbtools::crear_esquema(lugar.conexion);
         otro_programa_ = abrir_sesion(lugar.conexion);
         sembrar_empresa(*otro_programa_);
         for (Puesto& p : puestos_) instalar(p);
@@ -204,7 +205,7 @@ private:
 class AlAzar : public ::testing::TestWithParam<long> {
 protected:
     void TearDown() override {
-        for (const std::string& problema : revisar(lugar.conexion, attachment_base(lugar.personal)))
+        for (const std::string& problema : dbtools::revisar(lugar.conexion, attachment_base(lugar.personal)))
             ADD_FAILURE() << problema;
     }
     Lugar lugar;
@@ -215,7 +216,7 @@ protected:
 } // namespace
 
 TEST_P(AlAzar, ElPrograma) {
-    crear_demo(lugar.conexion);
+    demo::crear_demo(lugar.conexion);
     Mano mano(semilla, pasos, lugar.archivos);
     while (!mano.termino())
         ASSERT_NE(trabajar({lugar.conexion, lugar.carpeta / "print.db", 1, 1}), FinPantalla::error);

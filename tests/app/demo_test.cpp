@@ -14,7 +14,7 @@ namespace fs = std::filesystem;
 
 TEST(DemoTest, MakesEveryPictureOfTheManual) {
     const fs::path carpeta = apoyo::carpeta_nueva();
-    EXPECT_EQ(demo_run(carpeta), 0);
+    EXPECT_EQ(demo_run::demo_run(carpeta), 0);
     std::ifstream manual(QUORVEL_MANUAL);
     const std::string texto{std::istreambuf_iterator<char>(manual), {}};
     const std::regex imagen(R"(\(img/([^)]+)\))");

@@ -41,6 +41,8 @@
 #include <functional>
 
 using namespace quorvel;
+using namespace quorvel::app;
+using namespace quorvel::libros;
 using namespace quorvel::apoyo;
 namespace fs = std::filesystem;
 
@@ -90,7 +92,7 @@ const std::string& demostracion() {
     static const std::string conexion = [] {
         aplicar_estilo(*qobject_cast<QApplication*>(QCoreApplication::instance()), Tema::claro);
         const std::string c = "sqlite:" + carpeta_nueva() + "/demo.db";
-        crear_demo(c, fecha(2026, 11, 25));
+        demo::crear_demo(c, fecha(2026, 11, 25));
         return c;
     }();
     return conexion;
@@ -197,7 +199,7 @@ TEST(VentanaLibrosTest, PdfAndCsvHoldWhatIsOnTheScreen) {
 
 TEST(NuevaEmpresaTest, IsCreatedFromAnEmptyDatabaseOnlyWhenEverythingIsRight) {
     const std::string conexion = "sqlite:" + carpeta_nueva() + "/vacia.db";
-    crear_esquema(conexion);
+    dbtools::crear_esquema(conexion);
     NuevaEmpresa v(conexion, AHORA);
     v.show();
     EXPECT_FALSE(v.crear());
@@ -233,7 +235,7 @@ TEST(NuevaEmpresaTest, IsCreatedFromAnEmptyDatabaseOnlyWhenEverythingIsRight) {
 
 TEST(ConfiguracionTest, AccountsAreFoundByNameAndChecked) {
     const std::string conexion = "sqlite:" + carpeta_nueva() + "/demo.db";
-    crear_demo(conexion, fecha(2024, 3, 31));
+    demo::crear_demo(conexion, fecha(2024, 3, 31));
     ConfiguracionWindow v(conexion, 1, "Comercial Los Aromos Ltda.", AHORA);
     v.show();
     const auto cajas = v.findChildren<CajaCuenta*>();
@@ -301,7 +303,7 @@ TEST(InicioTest, TheFirstCompanyOfANewDatabaseIsReadyToStart) {
     const fs::path carpeta = carpeta_nueva();
     anotar_reciente(carpeta / "recientes.txt", demostracion());
     const std::string conexion = "sqlite:" + (carpeta / "nueva.db").string();
-    crear_esquema(conexion);
+    dbtools::crear_esquema(conexion);
     StartWindow v(carpeta);
     v.show();
     auto* lista = v.findChild<QListWidget*>();
@@ -339,7 +341,7 @@ struct Puesto {
     const Eleccion_inicial eleccion{conexion, carpeta / "print.db", 1, 1};
     qt::QtReportPrinter impresor;
 
-    Puesto() { crear_demo(conexion, reloj.hoy()); }
+    Puesto() { demo::crear_demo(conexion, reloj.hoy()); }
     [[nodiscard]] SesionApp sesion(qt::QtEscritorio& escritorio) {
         return {eleccion, escritorio, impresor, reloj, carpeta};
     }
@@ -446,7 +448,7 @@ TEST(AnfitrionTest, AChangedConfigurationOpensTheScreenAgainWithWhatWasOnIt) {
     const fs::path carpeta = carpeta_nueva();
     ::setenv("XDG_DATA_HOME", carpeta.c_str(), 1);
     const std::string conexion = "sqlite:" + (carpeta / "demo.db").string();
-    crear_demo(conexion);
+    demo::crear_demo(conexion);
     std::string guardado;
     const auto con_pantalla = [](auto accion) {
         return [accion] {

@@ -92,7 +92,8 @@ TEST(SesionSqlite, LocksStayWithTheDatabaseWhateverElseIsClosed) {
 /// The older kind of journal locks and unlocks at every statement, by whichever connection is the last.
 TEST(SesionSqlite, WhatOneConnectionLocksAnotherUnlocks) {
     const std::string base = carpeta_nueva() + "/una.db";
-    const auto a = abrir_base(base, Abrir::crear), b = abrir_base(base, Abrir::existente);
+    const auto a = dbtools::abrir_base(base, dbtools::Abrir::crear),
+               b = dbtools::abrir_base(base, dbtools::Abrir::existente);
     a->ejecutar("pragma journal_mode=delete; create table t (k integer)");
     for (const auto& una : {a.get(), b.get()}) una->ejecutar("begin; select * from t");
     a->ejecutar("commit");

@@ -8,7 +8,7 @@
 #include <filesystem>
 #include <fstream>
 
-namespace quorvel {
+namespace quorvel::dbtools {
 namespace {
 
 using pruebas::correr;
@@ -30,10 +30,10 @@ TEST(ComandoDb, crear_revisar_danar_afinar) {
 TEST(ComandoDb, lo_que_no_se_puede_hacer_no_deja_nada) {
     const std::string carpeta = apoyo::carpeta_nueva();
     const Corrida falta = correr("db check " + carpeta + "/no.db");
-    EXPECT_EQ(falta.codigo, SIN_DATOS);
+    EXPECT_EQ(falta.codigo, oficina::SIN_DATOS);
     EXPECT_EQ(falta.error, "No existe la base de datos " + carpeta + "/no.db\n");
-    EXPECT_EQ(correr("db create " + carpeta + "/sin/carpeta.db").codigo, SIN_DATOS);
-    EXPECT_EQ(correr("db create postgresql://127.0.0.1:1/nada").codigo, SIN_DATOS);
+    EXPECT_EQ(correr("db create " + carpeta + "/sin/carpeta.db").codigo, oficina::SIN_DATOS);
+    EXPECT_EQ(correr("db create postgresql://127.0.0.1:1/nada").codigo, oficina::SIN_DATOS);
     EXPECT_NE(correr("db create").codigo, 0);
     EXPECT_NE(correr("db").codigo, 0);
     EXPECT_TRUE(std::filesystem::is_empty(carpeta));
@@ -62,7 +62,7 @@ TEST_P(ComandoUsuario, toma_el_codigo_que_sigue) {
     EXPECT_EQ(correr(orden + "\"ANA O'HIGGINS\"").texto, "Usuario 1: ANA O'HIGGINS\n");
     EXPECT_EQ(correr(orden + "LUIS --solo-suyos --sin-imprimir").texto, "Usuario 2: LUIS\n");
     EXPECT_EQ(correr(orden + "EVA --sin-borrar").codigo, 0);
-    EXPECT_EQ(correr(orden + "' '").codigo, SIN_DATOS);
+    EXPECT_EQ(correr(orden + "' '").codigo, oficina::SIN_DATOS);
     EXPECT_NE(correr(orden).codigo, 0);
     EXPECT_EQ(apoyo::filas(*abrir_sesion(conexion),
                            "select usuario,n_usuario,alias,permiso from admusuario order by usuario"),
@@ -70,4 +70,4 @@ TEST_P(ComandoUsuario, toma_el_codigo_que_sigue) {
 }
 
 } // namespace
-} // namespace quorvel
+} // namespace quorvel::dbtools

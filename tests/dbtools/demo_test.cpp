@@ -9,7 +9,7 @@
 
 #include <map>
 
-namespace quorvel {
+namespace quorvel::dbtools {
 namespace {
 
 using apoyo::filas;
@@ -23,7 +23,7 @@ protected:
         static std::map<Motor, std::string> hechas; // made once for all tests, which only read
         if (!hechas.count(motor)) {
             hechas[motor] = apoyo::conexion_nueva(motor);
-            crear_demo(hechas[motor], HOY);
+            demo::crear_demo(hechas[motor], HOY);
         }
         return hechas[motor];
     }
@@ -35,7 +35,7 @@ INSTANTIATE_TEST_SUITE_P(Motores, Demo, testing::ValuesIn(apoyo::MOTORES),
 TEST_P(Demo, pasa_la_revision) { EXPECT_TRUE(revisar(conexion(GetParam())).empty()); }
 
 TEST_P(Demo, no_se_mezcla_con_otra_empresa) {
-    EXPECT_THROW(crear_demo(conexion(GetParam()), HOY), ErrorSesion);
+    EXPECT_THROW(demo::crear_demo(conexion(GetParam()), HOY), ErrorSesion);
 }
 
 TEST_P(Demo, tiene_los_maestros_y_los_siete_libros) {
@@ -112,7 +112,7 @@ TEST(DemoServidor, los_mismos_comprobantes) {
     std::vector<std::string> sumas;
     for (const Motor motor : apoyo::MOTORES) {
         const std::string conexion = apoyo::conexion_nueva(motor);
-        crear_demo(conexion, HOY);
+        demo::crear_demo(conexion, HOY);
         sumas.push_back(filas(*abrir_sesion(conexion),
                               "select f_comp, documento, num_docum, t_debe, libro from "
                               "ctcquorvel order by f_comp, documento, val(num_docum)"));
@@ -121,4 +121,4 @@ TEST(DemoServidor, los_mismos_comprobantes) {
 }
 
 } // namespace
-} // namespace quorvel
+} // namespace quorvel::dbtools

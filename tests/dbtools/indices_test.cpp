@@ -6,7 +6,7 @@
 
 #include <gtest/gtest.h>
 
-namespace quorvel {
+namespace quorvel::dbtools {
 namespace {
 
 using apoyo::Motor;
@@ -54,7 +54,7 @@ INSTANTIATE_TEST_SUITE_P(Motores, Indices, testing::ValuesIn(apoyo::MOTORES),
 
 TEST_P(Indices, las_consultas_de_la_pantalla_usan_su_indice) {
     const std::string conexion = apoyo::conexion_nueva(GetParam());
-    crear_demo(conexion, std::chrono::year{2026} / 6 / 17);
+    demo::crear_demo(conexion, std::chrono::year{2026} / 6 / 17);
     const auto base = abrir_base(conexion, Abrir::existente);
     if (GetParam() == Motor::postgres) { // the demo is small enough for the planner to read it all
         base->ejecutar("vacuum analyze");
@@ -79,4 +79,4 @@ TEST_P(Indices, las_consultas_de_la_pantalla_usan_su_indice) {
 }
 
 } // namespace
-} // namespace quorvel
+} // namespace quorvel::dbtools

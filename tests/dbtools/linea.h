@@ -15,7 +15,7 @@ struct Corrida {
 /// Runs "db …" as the program does.
 inline Corrida correr(const std::string& linea) {
     CLI::App app;
-    agregar_comando_db(app);
+    cli::agregar_comando_db(app);
     testing::internal::CaptureStdout();
     testing::internal::CaptureStderr();
     int codigo = 0;

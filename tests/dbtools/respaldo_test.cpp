@@ -21,7 +21,7 @@
 #include <sstream>
 #include <thread>
 
-namespace quorvel {
+namespace quorvel::dbtools {
 namespace {
 
 namespace fs = std::filesystem;
@@ -218,7 +218,7 @@ TEST_P(Respaldos, lo_que_cambia_mientras_se_copia) {
 TEST_P(Respaldos, lo_que_falta_se_dice) {
     fs::remove(carpeta_de(conexion, carpeta) / "2/factura.pdf");
     const Corrida c = correr("db backup '" + conexion + "' " + copia.string() + " --adjuntos " + carpeta);
-    EXPECT_EQ(c.codigo, RECHAZADO);
+    EXPECT_EQ(c.codigo, oficina::RECHAZADO);
     EXPECT_EQ(c.texto.find("Respaldo en " + copia.string() +
                            ": la base de datos y 1 archivo adjunto\n"
                            "Archivo adjunto que no está: empresa 1, "),
@@ -271,25 +271,25 @@ void agregar_a_lista(const fs::path& respaldo, const std::string& linea) {
 
 std::vector<Dano> danos() {
     std::vector<Dano> todos = {
-        {"one byte", [](const fs::path& r) { escribir(r / "adjunto/5/a", "b"); }, RECHAZADO,
+        {"one byte", [](const fs::path& r) { escribir(r / "adjunto/5/a", "b"); }, oficina::RECHAZADO,
          "Cambió adjunto/5/a\n"},
-        {"cut short", [](const fs::path& r) { fs::resize_file(r / "base.db", 4096); }, RECHAZADO,
+        {"cut short", [](const fs::path& r) { fs::resize_file(r / "base.db", 4096); }, oficina::RECHAZADO,
          "Cambió base.db\n"},
-        {"missing", [](const fs::path& r) { fs::remove(r / "adjunto/5/a"); }, RECHAZADO,
+        {"missing", [](const fs::path& r) { fs::remove(r / "adjunto/5/a"); }, oficina::RECHAZADO,
          "Falta adjunto/5/a\n"},
-        {"extra", [](const fs::path& r) { escribir(r / "adjunto/5/b", "b"); }, RECHAZADO,
+        {"extra", [](const fs::path& r) { escribir(r / "adjunto/5/b", "b"); }, oficina::RECHAZADO,
          "No es del respaldo adjunto/5/b\n"},
-        {"a log of another database", [](const fs::path& r) { escribir(r / "base.db-wal", "b"); }, RECHAZADO,
-         "No es del respaldo base.db-wal\n"},
+        {"a log of another database", [](const fs::path& r) { escribir(r / "base.db-wal", "b"); },
+         oficina::RECHAZADO, "No es del respaldo base.db-wal\n"},
         {"a link in a file's place",
          [](const fs::path& r) {
              fs::rename(r / "adjunto/5/a", r.parent_path() / "a");
              fs::create_symlink(r.parent_path() / "a", r / "adjunto/5/a");
          },
-         RECHAZADO, "Cambió adjunto/5/a\n"},
-        {"not finished", [](const fs::path& r) { fs::remove(r / "contenido.sha256"); }, SIN_DATOS,
+         oficina::RECHAZADO, "Cambió adjunto/5/a\n"},
+        {"not finished", [](const fs::path& r) { fs::remove(r / "contenido.sha256"); }, oficina::SIN_DATOS,
          "falta contenido.sha256"},
-        {"no list at all", [](const fs::path& r) { agregar_a_lista(r, "hola"); }, SIN_DATOS,
+        {"no list at all", [](const fs::path& r) { agregar_a_lista(r, "hola"); }, oficina::SIN_DATOS,
          "no es la lista de un respaldo: hola\n"},
         {"of the other engine",
          [](const fs::path& r) {
@@ -297,12 +297,12 @@ std::vector<Dano> danos() {
              escribir(r / "contenido.sha256", lista.replace(lista.find("base.db"), 7, "base.dump"));
              fs::rename(r / "base.db", r / "base.dump");
          },
-         SIN_DATOS, "otro motor"},
+         oficina::SIN_DATOS, "otro motor"},
     };
     for (const char* ruta :
          {"../una.db", "adjunto/../una.db", "adjunto/5/..", "/etc/passwd", "adjunto/5/a"}) {
         const std::string linea = std::string(64, '0') + "  " + ruta; // the last one for the second time
-        todos.push_back({ruta, [linea](const fs::path& r) { agregar_a_lista(r, linea); }, SIN_DATOS,
+        todos.push_back({ruta, [linea](const fs::path& r) { agregar_a_lista(r, linea); }, oficina::SIN_DATOS,
                          "no es la lista de un respaldo: " + linea + "\n"});
     }
     return todos;
@@ -310,7 +310,7 @@ std::vector<Dano> danos() {
 
 TEST(RespaldoDanado, no_toca_nada) {
     const std::string carpeta = apoyo::carpeta_nueva(), base = carpeta + "/una.db", sano = carpeta + "/sano";
-    crear_demo(base);
+    demo::crear_demo(base);
     abrir_base(base, Abrir::existente)
         ->ejecutar("insert into ctdcomprad(comprobante_adjunto,correlativo,nombre) values (5,1,'a')");
     escribir(carpeta + "/adjunto/UNA.DB/5/a", "a");
@@ -326,10 +326,10 @@ TEST(RespaldoDanado, no_toca_nada) {
         EXPECT_TRUE(fs::is_empty(lugar));
     }
     const std::string lugar = apoyo::carpeta_nueva();
-    EXPECT_EQ(correr("db restore " + sano + " " + lugar + "/n.db --adjuntos " + lugar).codigo, BIEN);
-    EXPECT_EQ(correr("db check " + lugar + "/n.db --adjuntos " + lugar).codigo, BIEN);
+    EXPECT_EQ(correr("db restore " + sano + " " + lugar + "/n.db --adjuntos " + lugar).codigo, oficina::BIEN);
+    EXPECT_EQ(correr("db check " + lugar + "/n.db --adjuntos " + lugar).codigo, oficina::BIEN);
     fs::remove(lugar + "/adjunto/N.DB/5/a");
-    EXPECT_EQ(correr("db check " + lugar + "/n.db --adjuntos " + lugar).codigo, RECHAZADO);
+    EXPECT_EQ(correr("db check " + lugar + "/n.db --adjuntos " + lugar).codigo, oficina::RECHAZADO);
 }
 
 /// Writes into a database and dies with the log of what it wrote beside the file.
@@ -346,7 +346,7 @@ void dejar_registro(const std::string& ruta) {
 TEST(RespaldoMuerte, queda_la_base_de_antes_o_la_del_respaldo) {
     const std::string carpeta = apoyo::carpeta_nueva(), base = carpeta + "/una.db",
                       copia = carpeta + "/copia";
-    crear_demo(base);
+    demo::crear_demo(base);
     engordar(base);
     escribir(carpeta + "/adjunto/UNA.DB/5/a", "a");
     (void)respaldar(base, copia, carpeta, CALLADO);
@@ -422,7 +422,7 @@ INSTANTIATE_TEST_SUITE_P(Quien, RespaldoMuerteServidor, ::testing::Bool(),
 TEST_P(RespaldoMuerteServidor, queda_la_base_de_antes_o_la_del_respaldo) {
     const std::string carpeta = apoyo::carpeta_nueva(), base = apoyo::conexion_nueva(Motor::postgres),
                       copia = carpeta + "/copia";
-    crear_demo(base);
+    demo::crear_demo(base);
     escribir(carpeta_de(base, carpeta) / "5/a", "a");
     (void)respaldar(base, copia, carpeta, CALLADO);
     const std::string nuevo = todo(base);
@@ -482,4 +482,4 @@ TEST(RespaldoServidor, la_clave_no_va_en_la_linea_de_la_orden) {
 }
 
 } // namespace
-} // namespace quorvel
+} // namespace quorvel::dbtools

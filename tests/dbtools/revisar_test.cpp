@@ -10,7 +10,7 @@
 #include <filesystem>
 #include <fstream>
 
-namespace quorvel {
+namespace quorvel::dbtools {
 namespace {
 
 using apoyo::Motor;
@@ -185,4 +185,4 @@ TEST(HerramientasArchivo, un_archivo_que_no_existe_no_aparece) {
 }
 
 } // namespace
-} // namespace quorvel
+} // namespace quorvel::dbtools

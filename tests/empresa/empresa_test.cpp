@@ -34,7 +34,7 @@ EmpresaNueva nueva(int codigo = 7) {
     e.usuario = "ANA";
     return e;
 }
-std::vector<CodigoBase> codigos() { return leer_tabla("plan/codigos.csv"); }
+std::vector<CodigoBase> codigos() { return dbtools::leer_tabla("plan/codigos.csv"); }
 
 class Empresas : public ::testing::TestWithParam<Motor> {};
 INSTANTIATE_TEST_SUITE_P(Motores, Empresas, ::testing::ValuesIn(MOTORES),
@@ -44,7 +44,7 @@ TEST_P(Empresas, FromTheTemplateInAnEmptyDatabase) {
     const auto db = crear_base(GetParam());
     EmpresaNueva e = nueva(1);
     EXPECT_EQ(todas(revisar_empresa(*db, e)), "plan! La base no tiene plan de cuentas\n");
-    e.plan = leer_plan(leer_dato("plan/plan_general.csv"));
+    e.plan = leer_plan(dbtools::leer_dato("plan/plan_general.csv"));
     EXPECT_EQ(todos(e.plan->errores), "");
     EXPECT_EQ(todas(revisar_empresa(*db, e)), "");
     crear_empresa(*db, e, codigos());

@@ -91,7 +91,7 @@ Falla sin_registro(const Lugar& l) {
 
 /// Overwrites the first pages of the voucher tables and has other sessions read them anew.
 Falla danada(const Lugar& l) {
-    const auto base = abrir_base("sqlite:" + l.archivo(), Abrir::existente);
+    const auto base = dbtools::abrir_base("sqlite:" + l.archivo(), dbtools::Abrir::existente);
     (void)base->consultar("pragma wal_checkpoint(truncate)");
     const long largo = std::stol(base->consultar("pragma page_size")[0][0]);
     std::vector<long> lugares;
@@ -113,7 +113,8 @@ Falla danada(const Lugar& l) {
             f.seekp(lugares[i]).write(pagina.data(), largo);
         }
         f.close();
-        abrir_base("sqlite:" + l.archivo(), Abrir::existente)->ejecutar("update ctmconfigu set anio=anio");
+        dbtools::abrir_base("sqlite:" + l.archivo(), dbtools::Abrir::existente)
+            ->ejecutar("update ctmconfigu set anio=anio");
     };
     escribir(true);
     return hasta([escribir] { escribir(false); });

@@ -130,7 +130,7 @@ void llenar_dialogo(Pantalla& p, const char* menu, const Cajas& cajas,
 }
 
 void sembrar(const Escena& e) {
-    crear_esquema(e.conexion);
+    dbtools::crear_esquema(e.conexion);
     sembrar_empresa(*abrir_sesion(e.conexion));
     Pantalla p(e.conexion, e.carpeta, 1);
     p.abrir();
@@ -198,7 +198,7 @@ std::string huella(clsConexion& db) {
 
 std::string revision(const Escena& e) {
     std::string texto;
-    for (const std::string& hallazgo : revisar(e.conexion, e.carpeta)) texto += hallazgo + "\n";
+    for (const std::string& hallazgo : dbtools::revisar(e.conexion, e.carpeta)) texto += hallazgo + "\n";
     return texto;
 }
 

@@ -26,7 +26,7 @@ class Lugar {
 public:
     Lugar() {
         fs::create_directory(modelo());
-        crear_esquema("sqlite:" + (modelo() / "empresa.db").string());
+        dbtools::crear_esquema("sqlite:" + (modelo() / "empresa.db").string());
         const auto db = abrir_sesion("sqlite:" + (modelo() / "empresa.db").string());
         sembrar_empresa(*db);
         fs::current_path(carpeta_.ruta);
@@ -108,7 +108,8 @@ void exigir_respuestas(std::istream& respuestas, std::size_t pedidos) {
 }
 
 void exigir_en_orden(const std::string& conexion) {
-    for (const std::string& falla : revisar(conexion)) exigir(false, "the books are in order", falla);
+    for (const std::string& falla : dbtools::revisar(conexion))
+        exigir(false, "the books are in order", falla);
     const auto db = abrir_sesion(conexion);
     const auto rs = db->NewRecord("select documento,num_docum from ctcquorvel where bloqueo_usuario<>0");
     exigir(rs->eof(), "no lock stays");

@@ -18,6 +18,7 @@
 
 #include <gtest/gtest.h>
 
+using namespace quorvel::libros;
 using namespace quorvel;
 using namespace quorvel::apoyo;
 using pruebas::Pantalla;
@@ -49,7 +50,7 @@ void sembrar(clsConexion& db, bool nulos) {
     voucher(db, "7", "F1", {{"103001", "000012", 100, 0}, {"301001", "", 0, 100}}, "100,100");
     voucher(db, "6", "", {{"501001", "", 300, 0}, {"101001", "", 0, 300}}, "300,300");
     if (!nulos) return;
-    for (const Tabla& t : leer_esquema(leer_dato("schema/sqlite.sql")).tablas)
+    for (const dbtools::Tabla& t : dbtools::leer_esquema(dbtools::leer_dato("schema/sqlite.sql")).tablas)
         for (const std::string& columna : t.anulables)
             if (t.nombre == "ctcquorvel" || t.nombre == "ctdquorvel")
                 ejecutar(db, "update " + t.nombre + " set " + columna +
@@ -91,7 +92,7 @@ std::string recorrido(Motor motor, bool nulos) {
     Pantalla p(motor);
     sembrar(*p.db, nulos);
     std::string texto = los_libros(*p.db);
-    for (const std::string& hallazgo : revisar(p.conexion)) texto += hallazgo + "\n";
+    for (const std::string& hallazgo : dbtools::revisar(p.conexion)) texto += hallazgo + "\n";
     p.abrir();
     const auto mostrar = [&] { texto += bytes_de_comprobante(leer_pantalla(p.f), "E", "M") + "\n"; };
     p.buscar("5");

@@ -18,7 +18,7 @@
 #include <nlohmann/json.hpp>
 #include <thread>
 
-namespace quorvel {
+namespace quorvel::oficina {
 namespace {
 
 namespace fs = std::filesystem;
@@ -408,4 +408,4 @@ TEST(OficinaServidor, UnServidorPerdidoNoDejaNada) {
     EXPECT_EQ(apoyo::filas(*abrir_sesion(conexion), "select count(*) as n from ctcquorvel"), "0");
 }
 
-} // namespace quorvel
+} // namespace quorvel::oficina

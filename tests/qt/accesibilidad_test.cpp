@@ -52,18 +52,19 @@ TEST(Accesibilidad, TextIsReadableOnEveryGround) {
         {P::PlaceholderText, P::Base}, {P::Text, P::Button},
     };
     for (const bool dark : {false, true}) {
-        const QPalette colours = paleta(dark);
+        const QPalette colours = app::paleta(dark);
         for (const auto group : {P::Active, P::Inactive, P::Disabled})
             for (const auto& [ink, ground] : pairs)
                 EXPECT_GE(contrast(colours.color(group, ink), colours.color(group, ground)), 4.5)
                     << dark << " " << group << " " << ink << " on " << ground;
         // The edge of what can be filled in or pressed is no text.
         for (const QColor& ground :
-             {colours.color(P::Base), colours.color(P::Window), Dibujo::fondo_tarjeta(colours)})
+             {colours.color(P::Base), colours.color(P::Window), app::Dibujo::fondo_tarjeta(colours)})
             EXPECT_GE(contrast(colours.color(P::Dark), ground), 3) << dark;
         for (const auto ink : {P::WindowText, P::Link})
-            EXPECT_GE(contrast(colours.color(ink), Dibujo::fondo_tarjeta(colours)), 4.5) << dark;
-        EXPECT_GE(contrast(colours.color(P::Disabled, P::WindowText), Dibujo::fondo_tarjeta(colours)), 4.5);
+            EXPECT_GE(contrast(colours.color(ink), app::Dibujo::fondo_tarjeta(colours)), 4.5) << dark;
+        EXPECT_GE(contrast(colours.color(P::Disabled, P::WindowText), app::Dibujo::fondo_tarjeta(colours)),
+                  4.5);
         // Disabled is seen at once: another ink, and boxes lose their ground.
         EXPECT_NE(colours.color(P::Disabled, P::Text), colours.color(P::Active, P::Text));
         EXPECT_NE(colours.color(P::Disabled, P::Base), colours.color(P::Active, P::Base));
@@ -78,8 +79,8 @@ TEST(Accesibilidad, TextIsReadableOnEveryGround) {
 
 // The same box with and without the focus must not look the same.
 TEST(Accesibilidad, TheFocusIsSeenOnEveryControl) {
-    for (const Tema tema : {Tema::claro, Tema::oscuro}) {
-        aplicar_estilo(*qobject_cast<QApplication*>(QCoreApplication::instance()), tema);
+    for (const app::Tema tema : {app::Tema::claro, app::Tema::oscuro}) {
+        app::aplicar_estilo(*qobject_cast<QApplication*>(QCoreApplication::instance()), tema);
         Pantalla p;
         qt::FormWindow& ventana = *p.escritorio.window_of(p.f());
         int vistos = 0;

@@ -108,7 +108,7 @@ TEST_F(AsistentesQt, ARefusedTextIsToldOnceAndNothingElseHappens) {
                 EXPECT_EQ(std::exchange(p.mensajes, {}), std::vector<std::string>{t.mensaje})
                     << s.tecla << s.control;
                 EXPECT_EQ(d.active_control()->name(), t.control) << s.tecla << s.control;
-                EXPECT_EQ(Teclado::destino(), &pieza(v, t.control));
+                EXPECT_EQ(app::Teclado::destino(), &pieza(v, t.control));
             }
             entrar();
             salir(v, SALIDAS[5 + vuelta % 2]);

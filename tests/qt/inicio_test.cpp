@@ -14,7 +14,7 @@ namespace quorvel {
 
 namespace {
 
-QPushButton* boton_inicio(StartWindow& ventana) {
+QPushButton* boton_inicio(app::StartWindow& ventana) {
     for (auto* boton : ventana.findChildren<QPushButton*>())
         if (boton->isDefault()) return boton;
     return nullptr;
@@ -25,9 +25,9 @@ QPushButton* boton_inicio(StartWindow& ventana) {
 TEST(Inicio, OnlyAUsableDatabaseStarts) {
     const std::filesystem::path carpeta = apoyo::carpeta_nueva();
     const std::string conexion = "sqlite:" + (carpeta / "demo.db").string();
-    crear_demo(conexion);
-    anotar_reciente(carpeta / "recientes.txt", conexion);
-    StartWindow ventana(carpeta);
+    demo::crear_demo(conexion);
+    app::anotar_reciente(carpeta / "recientes.txt", conexion);
+    app::StartWindow ventana(carpeta);
     ASSERT_NE(boton_inicio(ventana), nullptr);
     EXPECT_TRUE(boton_inicio(ventana)->isEnabled());
     EXPECT_EQ(ventana.eleccion().conexion, conexion);

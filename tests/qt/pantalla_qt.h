@@ -38,7 +38,7 @@ struct Pantalla {
     qt::PdfReportPrinter impresor{carpeta};
     RelojFijo reloj{HOY};
     std::unique_ptr<ObjetoHost> objeto = crear_objeto("clsQuorvel", {escritorio, reloj, impresor, carpeta});
-    Teclado teclado;
+    app::Teclado teclado;
     std::vector<std::string> mensajes;
     std::function<void(qt::FormWindow&)> al_abrir;
     QTimer vigia;

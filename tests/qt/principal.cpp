@@ -8,6 +8,6 @@ int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     ::testing::InitGoogleTest(&argc, argv);
     QApplication application(argc, argv);
-    quorvel::hablar_castellano(application);
+    quorvel::app::hablar_castellano(application);
     return RUN_ALL_TESTS();
 }

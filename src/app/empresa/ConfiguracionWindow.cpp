@@ -13,7 +13,7 @@
 #include <QScrollArea>
 #include <QShortcut>
 
-namespace quorvel {
+namespace quorvel::app {
 
 using qt::to_qt;
 using qt::to_std;
@@ -169,4 +169,4 @@ bool ConfiguracionWindow::grabar() {
     }
 }
 
-} // namespace quorvel
+} // namespace quorvel::app

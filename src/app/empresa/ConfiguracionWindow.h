@@ -9,7 +9,7 @@ class QComboBox;
 class QLabel;
 class QLineEdit;
 
-namespace quorvel {
+namespace quorvel::app {
 
 class CajaCuenta;
 class Formulario;
@@ -44,4 +44,4 @@ private:
     QLabel *cierre_, *estado_;
 };
 
-} // namespace quorvel
+} // namespace quorvel::app

@@ -19,7 +19,7 @@
 #include <QPushButton>
 #include <QScrollArea>
 
-namespace quorvel {
+namespace quorvel::app {
 
 using qt::to_qt;
 using qt::to_std;
@@ -136,7 +136,7 @@ void NuevaEmpresa::elegir_origen() {
         resumen_->setText(QString::fromUtf8("Se usan las cuentas y la configuración que ya están."));
         break;
     case plantilla:
-        plan_ = leer_plan(leer_dato(PLANTILLA));
+        plan_ = leer_plan(dbtools::leer_dato(PLANTILLA));
         resumen_->setText(QString::fromUtf8("%1 cuentas, con las de la configuración ya elegidas.")
                               .arg(plan_->cuentas.size()));
         break;
@@ -219,7 +219,7 @@ bool NuevaEmpresa::revisar() {
 bool NuevaEmpresa::crear() {
     try {
         if (!revisar()) return false;
-        crear_empresa(*db_, leer(), leer_tabla("plan/codigos.csv"));
+        crear_empresa(*db_, leer(), dbtools::leer_tabla("plan/codigos.csv"));
         return true;
     } catch (const std::exception& e) {
         estado_->setText(QString::fromUtf8("✖ No se ha creado nada: ") + to_qt(e.what()));
@@ -227,4 +227,4 @@ bool NuevaEmpresa::crear() {
     }
 }
 
-} // namespace quorvel
+} // namespace quorvel::app

@@ -9,7 +9,7 @@ class QLabel;
 class QLineEdit;
 class QListWidget;
 
-namespace quorvel {
+namespace quorvel::app {
 
 class Formulario;
 
@@ -44,4 +44,4 @@ private:
     Formulario* forma_;
 };
 
-} // namespace quorvel
+} // namespace quorvel::app

@@ -8,7 +8,7 @@
 #include <QSortFilterProxyModel>
 #include <QVBoxLayout>
 
-namespace quorvel {
+namespace quorvel::app {
 
 using qt::to_qt;
 using qt::to_std;
@@ -136,4 +136,4 @@ std::string CajaCuenta::codigo() const {
     return hallada < 0 ? to_std(texto) : to_std(itemData(hallada).toString());
 }
 
-} // namespace quorvel
+} // namespace quorvel::app

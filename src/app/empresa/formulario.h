@@ -6,7 +6,7 @@
 #include <QLabel>
 #include <map>
 
-namespace quorvel {
+namespace quorvel::app {
 
 /// A form whose remarks stand under the field that they are about, told by a sign and in words.
 class Formulario : public QWidget {
@@ -40,4 +40,4 @@ public:
     [[nodiscard]] std::string codigo() const;
 };
 
-} // namespace quorvel
+} // namespace quorvel::app

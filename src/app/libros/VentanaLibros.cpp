@@ -29,7 +29,9 @@
 #include <QVBoxLayout>
 #include <sstream>
 
-namespace quorvel {
+namespace quorvel::app {
+
+using namespace libros;
 
 using qt::to_qt;
 using qt::to_std;
@@ -356,7 +358,7 @@ bool VentanaLibros::exportar(const QString& archivo, QString& motivo) {
         if (const auto rechazo = revisar_pedido(pedido(), libro)) throw std::runtime_error(rechazo->mensaje);
         if (archivo.endsWith(".pdf")) {
             const Espera espera;
-            escribir_libro_pdf(*db_, libro, pedido(), carpeta_datos() / "reports", to_std(archivo));
+            escribir_libro_pdf(*db_, libro, pedido(), dbtools::carpeta_datos() / "reports", to_std(archivo));
             return true;
         }
         refuse_engine_file(to_std(archivo));
@@ -384,4 +386,4 @@ bool VentanaLibros::exportar(const QString& archivo, QString& motivo) {
     }
 }
 
-} // namespace quorvel
+} // namespace quorvel::app

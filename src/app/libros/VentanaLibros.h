@@ -14,7 +14,7 @@ class QLineEdit;
 class QTabWidget;
 class QTableView;
 
-namespace quorvel {
+namespace quorvel::app {
 
 class Grafico;
 class DiarioModelo;
@@ -32,8 +32,8 @@ public:
                   QWidget* parent = nullptr);
     ~VentanaLibros() override;
     /// Brings a book to the front and reads it.
-    void abrir(Libro libro);
-    [[nodiscard]] PedidoLibro pedido() const;
+    void abrir(libros::Libro libro);
+    [[nodiscard]] libros::PedidoLibro pedido() const;
     /// Writes what is shown to a file; the ending (".pdf", ".csv") decides. @return false and the reason
     bool exportar(const QString& archivo, QString& motivo);
 
@@ -43,7 +43,7 @@ private:
     QTableView* tabla(QAbstractItemModel* modelo, const char* nombre, const QList<int>& anchos, int elastica);
     void elegir_periodo(int cual);
     void actualizar();
-    void leer(Libro libro);
+    void leer(libros::Libro libro);
     void mostrar_cuenta(int fila);
     void decir(const QString& texto, bool problema = false);
     void pedir_archivo(const char* filtro, const char* ending);
@@ -63,7 +63,7 @@ private:
     MovimientosModelo* movimientos_;
     BalanceModelo* balance_;
     Grafico* grafico_;
-    PedidoLibro leido_[4];
+    libros::PedidoLibro leido_[4];
 };
 
-} // namespace quorvel
+} // namespace quorvel::app

@@ -10,7 +10,9 @@
 #include <algorithm>
 #include <numeric>
 
-namespace quorvel {
+namespace quorvel::app {
+
+using namespace libros;
 
 using qt::to_qt;
 
@@ -168,4 +170,4 @@ void escribir_grafico_pdf(const std::vector<LibroMensual>& libros, int anio,
     });
 }
 
-} // namespace quorvel
+} // namespace quorvel::app

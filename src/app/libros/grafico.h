@@ -6,7 +6,7 @@
 
 class QPainter;
 
-namespace quorvel {
+namespace quorvel::app {
 
 /// Monthly totals, one panel of twelve bars for each book: what a bar says stands beside it in words and
 /// figures, never in its colour alone.
@@ -14,8 +14,8 @@ class Grafico : public QAbstractScrollArea {
     Q_OBJECT
 public:
     explicit Grafico(QWidget* parent = nullptr);
-    void mostrar(std::vector<LibroMensual> libros, int anio);
-    [[nodiscard]] const std::vector<LibroMensual>& libros() const { return libros_; }
+    void mostrar(std::vector<libros::LibroMensual> libros, int anio);
+    [[nodiscard]] const std::vector<libros::LibroMensual>& libros() const { return libros_; }
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -23,13 +23,13 @@ protected:
 
 private:
     void ajustar_alto();
-    std::vector<LibroMensual> libros_;
+    std::vector<libros::LibroMensual> libros_;
     int anio_ = 0;
     int alto_ = 0; ///< of the whole drawing; what does not fit is scrolled to
 };
 
 /// One landscape page. @throws std::runtime_error in Spanish
-void escribir_grafico_pdf(const std::vector<LibroMensual>& libros, int anio,
+void escribir_grafico_pdf(const std::vector<libros::LibroMensual>& libros, int anio,
                           const std::filesystem::path& archivo);
 
-} // namespace quorvel
+} // namespace quorvel::app

@@ -8,7 +8,9 @@
 #include <QFont>
 #include <QPalette>
 
-namespace quorvel {
+namespace quorvel::app {
+
+using namespace libros;
 
 using qt::to_qt;
 
@@ -297,4 +299,4 @@ TablaModelo::Aspecto BalanceModelo::aspecto(int fila) const {
     return static_cast<std::size_t>(fila) < balance_.cuentas.size() ? Aspecto::normal : Aspecto::cabecera;
 }
 
-} // namespace quorvel
+} // namespace quorvel::app

@@ -5,7 +5,7 @@
 
 #include <QAbstractTableModel>
 
-namespace quorvel {
+namespace quorvel::app {
 
 /// A read-only table of texts: columns with titles, numbers to the right, rows that are read when they come
 /// into sight.
@@ -48,10 +48,10 @@ class DiarioModelo final : public TablaModelo {
     Q_OBJECT
 public:
     explicit DiarioModelo(QObject* parent = nullptr);
-    void mostrar(clsConexion& db, const PedidoLibro& p);
+    void mostrar(clsConexion& db, const libros::PedidoLibro& p);
     void vaciar();
     /// The voucher that a row belongs to.
-    [[nodiscard]] std::optional<Posicion> comprobante(int fila) const;
+    [[nodiscard]] std::optional<libros::Posicion> comprobante(int fila) const;
 
 protected:
     [[nodiscard]] QString celda(int fila, int columna) const override;
@@ -64,8 +64,8 @@ private:
         bool cabecera;
     };
     clsConexion* db_ = nullptr;
-    PedidoLibro pedido_;
-    std::vector<RenglonDiario> renglones_;
+    libros::PedidoLibro pedido_;
+    std::vector<libros::RenglonDiario> renglones_;
     std::vector<Fila> indice_;
 };
 
@@ -74,16 +74,16 @@ class CuentasModelo final : public TablaModelo {
     Q_OBJECT
 public:
     explicit CuentasModelo(QObject* parent = nullptr);
-    void mostrar(std::vector<CuentaMayor> cuentas);
+    void mostrar(std::vector<libros::CuentaMayor> cuentas);
     void filtrar(const QString& texto);
-    [[nodiscard]] const CuentaMayor* cuenta(int fila) const;
+    [[nodiscard]] const libros::CuentaMayor* cuenta(int fila) const;
 
 protected:
     [[nodiscard]] QString celda(int fila, int columna) const override;
     [[nodiscard]] Aspecto aspecto(int fila) const override;
 
 private:
-    std::vector<CuentaMayor> cuentas_;
+    std::vector<libros::CuentaMayor> cuentas_;
     std::vector<std::size_t> vistas_;
     std::string filtro_;
 };
@@ -93,7 +93,7 @@ class MovimientosModelo final : public TablaModelo {
     Q_OBJECT
 public:
     explicit MovimientosModelo(QObject* parent = nullptr);
-    void mostrar(clsConexion& db, const PedidoLibro& p, const CuentaMayor& cuenta);
+    void mostrar(clsConexion& db, const libros::PedidoLibro& p, const libros::CuentaMayor& cuenta);
     void vaciar();
 
 protected:
@@ -103,28 +103,28 @@ protected:
 
 private:
     clsConexion* db_ = nullptr;
-    PedidoLibro pedido_;
-    SeleccionMayor seleccion_;
+    libros::PedidoLibro pedido_;
+    libros::SeleccionMayor seleccion_;
     std::int64_t anterior_ = 0;
-    std::vector<Movimiento> movimientos_;
+    std::vector<libros::Movimiento> movimientos_;
 };
 
 class BalanceModelo final : public TablaModelo {
     Q_OBJECT
 public:
     explicit BalanceModelo(QObject* parent = nullptr);
-    void mostrar(Balance balance);
+    void mostrar(libros::Balance balance);
 
 protected:
     [[nodiscard]] QString celda(int fila, int columna) const override;
     [[nodiscard]] Aspecto aspecto(int fila) const override;
 
 private:
-    [[nodiscard]] const LineaBalance& linea(int fila) const;
-    Balance balance_;
+    [[nodiscard]] const libros::LineaBalance& linea(int fila) const;
+    libros::Balance balance_;
 };
 
 /// "1.234.567", "" for 0.
 [[nodiscard]] QString monto(std::int64_t pesos);
 
-} // namespace quorvel
+} // namespace quorvel::app
