@@ -28,26 +28,23 @@ Comprobante factura(const Encargo& e, const std::string& concepto, int n, std::m
     c.f_comp = c.fecha_factura = apoyo::fecha(2024, 12, 20 + azar() % 12);
     c.concepto = concepto;
     c.num_ref = e.corrida + std::to_string(e.usuario) + "0" + std::to_string(n);
-    c.total_debe = c.total_haber = formato(DEBE, "#,##0");
-    const auto linea = [&](const char* cuenta, const char* parte, const char* debe, const char* haber) {
-        return Linea{cuenta, parte, debe, haber, concepto, "", "", "", "", ""};
+    c.totales = {DEBE, DEBE};
+    const auto linea = [&](const char* cuenta, const char* parte, int debe, int haber) {
+        return Linea{cuenta, parte, debe, haber, concepto};
     };
-    c.lineas = {linea("501001", "", "60.000", ""), linea("501002", "", "40.000", ""),
-                linea("109001", "", "19.000", ""), linea("201001", "000013", "", "119.000")};
+    c.lineas = {linea("501001", "", 60000, 0), linea("501002", "", 40000, 0), linea("109001", "", 19000, 0),
+                linea("201001", "000013", 0, 119000)};
     std::shuffle(c.lineas.begin(), c.lineas.end(), azar);
     return c;
 }
 
-void subir(std::string& importe) { importe = formato(valnumeroformato(importe) + CAMBIO, "#,##0"); }
-
 /// The same voucher with a debit and a credit that are CAMBIO higher.
 void retocar(Comprobante& c) {
-    const auto con = [&c](std::string Linea::*lado) {
-        return std::find_if(c.lineas.begin(), c.lineas.end(),
-                            [&](const Linea& l) { return valnumeroformato((l).*lado) > 0; });
-    };
-    subir((*con(&Linea::debe)).debe), subir((*con(&Linea::haber)).haber);
-    subir(c.total_debe), subir(c.total_haber);
+    for (const auto lado : {&Linea::debe, &Linea::haber}) {
+        const auto l = std::ranges::find_if(c.lineas, [&](const Linea& x) { return *(x.*lado) > 0; });
+        (*l).*lado = *((*l).*lado) + CAMBIO;
+    }
+    c.totales = {c.totales.debe + CAMBIO, c.totales.haber + CAMBIO};
 }
 
 class Puesto {

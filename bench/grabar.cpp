@@ -28,15 +28,16 @@ Comprobante voucher(int number) {
     c.num_docum = std::to_string(number);
     c.moneda = "PS", c.concepto = "Compra de materiales", c.usuario = 1, c.libro = "COMPRAS";
     c.doc_libro = "FACTURA", c.num_ref = "9" + c.num_docum, c.rut_persona = "76.418.352-5";
-    c.nombre = "FERRETERIA EL ROBLE SPA", c.monto_neto = 100000, c.nro_correlativo = "1";
-    c.comprobante_adjunto = c.num_docum;
-    const auto line = [&](const char* account, const char* party, const char* debit, const char* credit) {
+    c.nombre = "FERRETERIA EL ROBLE SPA", c.monto_neto = 100000, c.nro_correlativo = 1;
+    c.comprobante_adjunto = number;
+    const auto line = [&](const char* account, const char* party, std::optional<Decimal> debit,
+                          std::optional<Decimal> credit) {
         Linea l;
         l.centro = account, l.auxiliar = party, l.debe = debit, l.haber = credit, l.glosa = c.concepto;
         c.lineas.push_back(l);
     };
-    line("501001", "", "60.000", ""), line("501002", "", "40.000", "");
-    line("109001", "", "19.000", ""), line("201001", "000013", "", "119.000");
+    line("501001", "", 60000, {}), line("501002", "", 40000, {});
+    line("109001", "", 19000, {}), line("201001", "000013", {}, 119000);
     return c;
 }
 

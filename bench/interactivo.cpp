@@ -73,7 +73,7 @@ public:
     void lista_libro(int) { listar(" and libro='VENTAS'"); }
     void guardar(int) {
         Comprobante c = apoyo::compra(std::to_string(++guardado_));
-        c.comprobante_adjunto = c.num_docum;
+        c.comprobante_adjunto = guardado_;
         OpcionesGrabar o;
         o.nuevo = true, o.hoy = apoyo::HOY, o.anio = 2024;
         const auto r = GrabarComprobante(*db_, c, o);

@@ -45,17 +45,16 @@ constexpr std::array<Variante, 4> VARIANTES{{
 
 constexpr std::size_t LARGO_GLOSA = 60;
 
-/// Collects lines; an amount cell is "0" or the text as the dialog shows it.
+/// Collects lines, each with both sides.
 class Armador {
 public:
     explicit Armador(const std::string& concepto) : glosa_(primeros(concepto, LARGO_GLOSA)) {}
-    void poner(const std::string& cuenta, const std::string& auxiliar, bool en_debe,
-               const std::string& monto) {
+    void poner(const std::string& cuenta, const std::string& auxiliar, bool en_debe, Decimal monto) {
         Linea l;
         l.centro = cuenta;
         l.auxiliar = auxiliar;
-        l.debe = en_debe ? monto : "0";
-        l.haber = en_debe ? "0" : monto;
+        l.debe = en_debe ? monto : 0;
+        l.haber = en_debe ? 0 : monto;
         l.glosa = glosa_;
         lineas_.push_back(std::move(l));
     }
@@ -68,11 +67,6 @@ private:
 
 std::string auxiliar_de(const Contraparte& c, const Configuracion& k, const std::string& auxiliar) {
     return k.*c.requiere == "1" ? auxiliar : "";
-}
-
-std::string sin_signo(std::string monto) {
-    std::erase(monto, '-');
-    return monto;
 }
 
 } // namespace
@@ -90,7 +84,7 @@ bool principal_al_debe(const Variante& v, const DocumentoTributario& d) {
 
 bool con_monto_negativo(const std::vector<Linea>& lineas) {
     return std::ranges::any_of(
-        lineas, [](const Linea& l) { return l.debe.starts_with('-') || l.haber.starts_with('-'); });
+        lineas, [](const Linea& l) { return l.debe.value_or(0) < 0 || l.haber.value_or(0) < 0; });
 }
 
 std::vector<Linea> lineas_documento(const Variante& v, const DocumentoTributario& d, const Configuracion& k,
@@ -99,28 +93,26 @@ std::vector<Linea> lineas_documento(const Variante& v, const DocumentoTributario
     const bool boleta = !solo_total && v.es_boleta(d.documento);
     const bool impuestos = !solo_total && (!boleta || v.iva_en_boleta);
     const bool debe = principal_al_debe(v, d);
-    const Decimal otro = Decimal::leer(d.otro);
-    const Decimal principal = Decimal::leer(d.total) - otro - Decimal::leer(d.iva);
+    const Decimal principal = d.total - d.otro - d.iva;
 
     Armador a(concepto);
-    a.poner(d.cuenta, d.auxiliar, debe, solo_total ? d.total : principal.formato("#,##0"));
+    a.poner(d.cuenta, d.auxiliar, debe, solo_total ? d.total : principal);
     if (impuestos) a.poner(k.*v.iva, "", debe, d.iva);
     const Contraparte& contraparte = boleta ? v.boleta : v.factura;
     a.poner(k.*contraparte.cuenta, auxiliar_de(contraparte, k, d.aux_contraparte), !debe, d.total);
-    if (impuestos && otro != Decimal())
-        a.poner(k.*v.otros, "", debe == (otro > Decimal()), sin_signo(d.otro));
+    if (impuestos && d.otro != 0)
+        a.poner(k.*v.otros, "", debe == (d.otro > 0), d.otro > 0 ? d.otro : -d.otro);
     return a.lineas();
 }
 
-std::vector<Linea> lineas_retencion(const DocumentoTributario& d, const std::string& retencion,
-                                    const Configuracion& k, const std::string& concepto) {
-    const Decimal liquido = Decimal::leer(d.total) - Decimal::leer(retencion);
+std::vector<Linea> lineas_retencion(const DocumentoTributario& d, const Configuracion& k,
+                                    const std::string& concepto) {
     Armador a(concepto);
     a.poner(d.cuenta, d.auxiliar, true, d.total);
-    a.poner(k.retencion_seg_cat, "", false, retencion);
+    a.poner(k.retencion_seg_cat, "", false, d.iva);
     a.poner(k.honorarios_pagar,
             auxiliar_de({&K::honorarios_pagar, &K::req_honorarios_pagar}, k, d.aux_contraparte), false,
-            liquido.formato("#,##0"));
+            d.total - d.iva);
     return a.lineas();
 }
 

@@ -32,11 +32,11 @@ struct Variante {
 /// Sales, purchases, income, egress. @param libro VENTAS, COMPRAS, INGRESOS or EGRESOS
 [[nodiscard]] const Variante& variante(int libro);
 
-/// What an accepted dialog leaves, as displayed texts.
+/// What an accepted dialog leaves.
 struct DocumentoTributario {
     std::string documento, cuenta, auxiliar;
     std::string aux_contraparte; ///< dropped where the account requires none
-    std::string total, iva, otro;
+    Decimal total, iva, otro;
     bool trasponer = false; ///< income and egress: sides exchanged
 };
 
@@ -48,12 +48,13 @@ struct DocumentoTributario {
 /// balanced here: a total that is not the sum of its parts goes into the main line.
 [[nodiscard]] std::vector<Linea> lineas_documento(const Variante& v, const DocumentoTributario& d,
                                                   const Configuracion& k, const std::string& concepto);
-/// Gross fee, retained tax, liquid fee. @param retencion displayed amount (d.iva is not looked at)
-[[nodiscard]] std::vector<Linea> lineas_retencion(const DocumentoTributario& d, const std::string& retencion,
-                                                  const Configuracion& k, const std::string& concepto);
+/// Gross fee, retained tax (d.iva), liquid fee.
+[[nodiscard]] std::vector<Linea> lineas_retencion(const DocumentoTributario& d, const Configuracion& k,
+                                                  const std::string& concepto);
 
 struct RetiroSocio {
-    std::string banco, aux_banco, socio, aux_socio, total;
+    std::string banco, aux_banco, socio, aux_socio;
+    Decimal total;
 };
 [[nodiscard]] std::vector<Linea> lineas_retiro_socio(const RetiroSocio& r, const std::string& concepto);
 

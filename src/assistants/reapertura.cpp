@@ -24,18 +24,19 @@ double otro_guardado(clsConexion& db, const DocumentoAnterior& d) {
 
 double otro_impuesto(clsConexion& db, const DocumentoAnterior& d, double diferencia) {
     const double tasa = valnumerobase(d.tasa);
-    if (!d.otro_en_lineas && tasa != 0) return tasa * d.neto / 100;
+    if (!d.otro_en_lineas && tasa != 0) return tasa * d.neto.valor() / 100;
     return std::copysign(d.otro_en_lineas ? *d.otro_en_lineas : otro_guardado(db, d), diferencia);
 }
 
 } // namespace
 
 std::optional<Propuesta> proponer_reapertura(clsConexion& db, const DocumentoAnterior& d) {
-    if (!(d.neto + d.exento > 0)) return std::nullopt;
-    Propuesta p{mostrar_monto(d.neto), mostrar_monto(d.exento), mostrar_monto(iva_de(d.neto)), d.total_debe,
-                "0"};
-    const double documento = Round(iva_de(d.neto)) + d.neto + d.exento;
-    const double diferencia = valnumeroformato(d.total_debe) - documento;
+    if (d.neto + d.exento <= 0) return std::nullopt;
+    const double neto = d.neto.valor(), exento = d.exento.valor();
+    Propuesta p{mostrar_monto(neto), mostrar_monto(exento), mostrar_monto(iva_de(neto)),
+                d.total_debe.formato("#,##0"), "0"};
+    const double documento = Round(iva_de(neto)) + neto + exento;
+    const double diferencia = d.total_debe.valor() - documento;
     if (diferencia == 0) return p;
     if (std::fabs(diferencia) > 1) p.otro = mostrar_monto(otro_impuesto(db, d, diferencia));
     p.total = mostrar_monto(documento + valnumeroformato(p.otro));

@@ -9,9 +9,9 @@ namespace quorvel {
 
 /// What the screen holds when an assistant is opened again on a document.
 struct DocumentoAnterior {
-    double neto = 0, exento = 0;
-    std::string total_debe, tasa; ///< displayed texts
-    std::optional<Clave> clave;   ///< voucher whose other-tax line may be stored
+    Decimal neto, exento, total_debe;
+    std::string tasa;           ///< as shown
+    std::optional<Clave> clave; ///< voucher whose other-tax line may be stored
     std::string cuenta_otros;
     /// Amount of the other-tax line on the screen, while the rate is the one with which it was made.
     std::optional<double> otro_en_lineas;

@@ -14,10 +14,6 @@ namespace {
 
 constexpr std::size_t LARGO_GLOSA = 60;
 
-std::string sumar(const std::string& total, const std::string& monto) {
-    return (Decimal::leer(total) + Decimal::leer(monto)).formato("#,##0");
-}
-
 class QuorvelRem final : public SesionHost<clsQuorvelRem> {
 public:
     explicit QuorvelRem(Servicios s) : SesionHost(std::move(s)) { nombrar_miembros(); }
@@ -43,16 +39,17 @@ public:
             frmQuorvel& f = pantalla_cargada();
             f.grdDetalle.AddItem(
                 fila_texto({"1", cuenta, auxiliar, debe, haber, primeros(glosa, LARGO_GLOSA)}));
-            fijar_totales(f, sumar(f.lblTotalDebe.Caption(), debe), sumar(f.lblTotalhaber.Caption(), haber));
+            const Totales& t = f.estado.totales;
+            mostrar_totales(f, {t.debe + Decimal::leer(debe), t.haber + Decimal::leer(haber)});
         });
     }
     Estado grd_borrar(const std::string&, const std::string&, const std::string&, const std::string&,
                       const std::string&) override {
         return intentar([this] {
             frmQuorvel& f = pantalla_cargada();
-            const std::string debe = f.lblTotalDebe.Caption(), haber = f.lblTotalhaber.Caption();
+            const Totales totales = f.estado.totales;
             f.grdDetalle.Clear(); // an emptied grid sets the totals to 0; the host counts on them
-            fijar_totales(f, debe, haber);
+            mostrar_totales(f, totales);
         });
     }
     Estado get_gstrconcepto(std::string* v) override { return leer(v, concepto_); }

@@ -3,7 +3,6 @@
 #include "platform/files/codepage.h"
 #include "platform/files/engine_files.h"
 #include "text/letras_utf8.h"
-#include "text/numeros.h"
 
 #include <sys/stat.h>
 #include <unistd.h>
@@ -36,10 +35,7 @@ std::string nombre_de_campo(const char* nombres, std::size_t i) {
 
 namespace {
 
-/// The screen's amount as the file writes it.
-std::string numero_archivo(const std::string& chileno) {
-    return reemplazar(reemplazar(chileno, ".", ""), ",", ".");
-}
+std::string monto(const std::optional<Decimal>& m) { return m ? m->plano() : std::string(); }
 
 class Escritor {
 public:
@@ -91,8 +87,8 @@ std::string bytes_de_comprobante(const Comprobante& c, const std::string& empres
                                                      documento,
                                                      c.num_docum,
                                                      moneda,
-                                                     numero_archivo(c.total_debe),
-                                                     numero_archivo(c.total_haber),
+                                                     c.totales.debe.plano(),
+                                                     c.totales.haber.plano(),
                                                      c.concepto,
                                                      c.libro,
                                                      c.rut_persona,
@@ -105,20 +101,20 @@ std::string bytes_de_comprobante(const Comprobante& c, const std::string& empres
                                                      std::to_string(c.activo_fijo),
                                                      recortar(primeros(c.codigo_otro_impuesto, 3)),
                                                      reemplazar(c.tasa_impuesto_otro, ",", "."),
-                                                     reemplazar(formato(c.monto_neto, "0"), ",", "."),
-                                                     reemplazar(formato(c.monto_exento, "0"), ",", "."),
+                                                     std::to_string(c.monto_neto.pesos()),
+                                                     std::to_string(c.monto_exento.pesos()),
                                                      std::to_string(c.apertura),
                                                      primeros(c.ifrs, 1)},
             NOMBRES_CABECERA);
     e.titulos(NOMBRES_DETALLE);
     int secuencia = 0;
     for (const Linea& l : c.lineas)
-        e.linea(
-            std::array<std::string, CAMPOS_DETALLE>{
-                empresa, fecha(c.f_comp), documento, c.num_docum, std::to_string(++secuencia), l.centro,
-                l.auxiliar, numero_archivo(l.debe), numero_archivo(l.haber), l.glosa, l.centro2, l.conciliado,
-                l.num_ref, l.codigo_otro_impuesto, reemplazar(l.tasa_impuesto_otro, ",", ".")},
-            NOMBRES_DETALLE);
+        e.linea(std::array<std::string, CAMPOS_DETALLE>{empresa, fecha(c.f_comp), documento, c.num_docum,
+                                                        std::to_string(++secuencia), l.centro, l.auxiliar,
+                                                        monto(l.debe), monto(l.haber), l.glosa, l.centro2,
+                                                        l.conciliado, l.num_ref, l.codigo_otro_impuesto,
+                                                        reemplazar(l.tasa_impuesto_otro, ",", ".")},
+                NOMBRES_DETALLE);
     return e.terminar();
 }
 

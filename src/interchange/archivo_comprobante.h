@@ -24,18 +24,14 @@ struct ErrorArchivo : std::runtime_error {
 /// Writes beside the file and renames, so that a failure leaves the old one. @throws ErrorArchivo
 void escribir_archivo(const std::filesystem::path& archivo, const std::string& bytes);
 
-/// What a file holds, in the forms that the screen shows.
+/// What a file holds.
 struct ComprobanteImportado {
     bool reconocido = false; ///< false: the file is none of ours, nothing else is filled
     bool con_cabecera = false;
-    std::string f_comp, numero, concepto, libro, rut_persona, num_ref, doc_libro, nombre, fecha_doc,
-        fecha_pago, codigo_no_recuperable, codigo_otro_impuesto, tasa_impuesto_otro, norma;
-    std::int64_t documento = 0; ///< leading number of the document code
-    std::string total_debe, total_haber;
-    int activo_fijo = 0, apertura = 0;
-    double monto_neto = 0, monto_exento = 0;
-    std::vector<std::string> filas; ///< grid row texts, cells separated by tabs
-    bool sobran_campos = false;     ///< some line had more fields than the format knows
+    bool sobran_campos = false; ///< some line had more fields than the format knows
+    /// Its document kind is a number ("1" for 001, "0" for none); codes and texts of lists are as the file
+    /// has them, empty ones too, and may be in no list.
+    Comprobante c;
 };
 /// Something in a file that is not as it should be.
 struct ProblemaArchivo {

@@ -33,22 +33,21 @@ Decimal suma_de(const std::vector<LineaFactura>& lineas) {
 
 } // namespace
 
-double iva_del_comprobante(const Comprobante& c, const std::string& iva_venta,
-                           const std::string& iva_compra) {
+Decimal iva_del_comprobante(const Comprobante& c, const std::string& iva_venta,
+                            const std::string& iva_compra) {
     const std::string cuenta = c.libro == "VENTAS"    ? iva_venta
                                : c.libro == "COMPRAS" ? iva_compra
                                                       : std::string();
-    if (cuenta.empty()) return 0;
     Decimal suma;
+    if (cuenta.empty()) return suma;
     for (const Linea& l : c.lineas)
         if (recortar_fin(l.centro) == recortar_fin(cuenta))
-            suma = suma + Decimal::leer(l.debe) + Decimal::leer(l.haber);
-    return suma.valor();
+            suma = suma + l.debe.value_or(0) + l.haber.value_or(0);
+    return suma;
 }
 
-MontosFactura montos_iniciales(const std::string& total, double iva) {
-    return {iva != 0 ? formato(valnumeroformato(total) - iva, FORMATO) : std::string("0"),
-            formato(iva, FORMATO), total};
+MontosFactura montos_iniciales(Decimal total, Decimal iva) {
+    return {iva != 0 ? (total - iva).formato(FORMATO) : "0", iva.formato(FORMATO), total.formato(FORMATO)};
 }
 
 MontosFactura montos_del_neto(const std::string& neto) {

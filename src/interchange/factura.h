@@ -31,10 +31,10 @@ struct MontosFactura {
     std::string neto, iva, total;
 };
 /// VAT that the voucher's lines carry: the sales account in book VENTAS, the purchase account in COMPRAS.
-[[nodiscard]] double iva_del_comprobante(const Comprobante& c, const std::string& iva_venta,
-                                         const std::string& iva_compra);
-/// What the form opens with. @param total the voucher's displayed debit total
-[[nodiscard]] MontosFactura montos_iniciales(const std::string& total, double iva);
+[[nodiscard]] Decimal iva_del_comprobante(const Comprobante& c, const std::string& iva_venta,
+                                          const std::string& iva_compra);
+/// What the form opens with. @param total the voucher's debit total
+[[nodiscard]] MontosFactura montos_iniciales(Decimal total, Decimal iva);
 /// VAT and total of a typed net amount.
 [[nodiscard]] MontosFactura montos_del_neto(const std::string& neto);
 /// Quantity × price, formatted.

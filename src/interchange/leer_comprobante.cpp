@@ -54,21 +54,13 @@ std::array<std::string_view, N> campos_de(std::string_view linea, const Sitio& s
     return campos;
 }
 
-void agrupar(std::string& salida, std::string_view digitos) {
-    digitos.remove_prefix(std::min(digitos.find_first_not_of('0'), digitos.size() - 1));
-    for (std::size_t i = 0; i < digitos.size(); ++i) {
-        if (i && (digitos.size() - i) % 3 == 0) salida += '.';
-        salida += digitos[i];
-    }
-}
-
 /// A number of the file; 0 for an empty field and, after its problem, for one that says no number. Thousands
 /// points, as spreadsheets write them, are refused: read as a decimal mark they would turn a million into one
 /// peso.
-double valor(std::string_view campo, const Sitio& s, std::size_t indice) {
+Decimal valor(std::string_view campo, const Sitio& s, std::size_t indice) {
     const std::string recortado = recortar(campo);
     std::string_view t = recortado;
-    if (t.empty()) return 0;
+    if (t.empty()) return {};
     const bool negativo = t[0] == '-';
     if (negativo) t.remove_prefix(1);
     const auto marca = t.find_first_of(".,");
@@ -76,7 +68,7 @@ double valor(std::string_view campo, const Sitio& s, std::size_t indice) {
     const std::string_view decimales = marca == std::string_view::npos ? "" : t.substr(marca + 1);
     const auto problema = [&](const char* que) {
         s.problema(indice, "\"" + std::string(campo) + que);
-        return 0.0;
+        return Decimal();
     };
     if (!solo_digitos(entero) || !solo_digitos(decimales) || (entero.empty() && decimales.empty()) ||
         t.size() > 18)
@@ -86,21 +78,15 @@ double valor(std::string_view campo, const Sitio& s, std::size_t indice) {
         return problema("\" es demasiado grande");
     if (decimales.size() == 3 && !entero.empty() && entero.size() <= 3 && entero[0] != '0')
         return problema("\" parece llevar puntos de miles");
-    const double n = valnumerobase(std::string(entero) + "." + std::string(decimales));
+    const Decimal n = Decimal::leer(std::string(entero) + "," + std::string(decimales));
     return negativo ? -n : n;
 }
 
-/// An amount of the file as a cell shows it.
-void monto(std::string& salida, std::string_view campo, const Sitio& s, std::size_t indice) {
-    const std::string recortado = recortar(campo);
-    if (recortado.empty()) return;
-    if (recortado.size() < 16 && solo_digitos(recortado)) return agrupar(salida, recortado);
-    salida += formato(valor(recortado, s, indice), "#,##0");
-}
-std::string monto(std::string_view campo, const Sitio& s, std::size_t indice) {
-    std::string r;
-    monto(r, campo, s, indice);
-    return r.empty() ? "0" : r;
+/// An amount of the file in whole pesos, nothing for an empty field.
+std::optional<Decimal> monto(std::string_view campo, const Sitio& s, std::size_t indice) {
+    if (campo.size() < 16 && !campo.empty() && solo_digitos(campo)) return val_entero(campo);
+    if (recortar(campo).empty()) return std::nullopt;
+    return valor(campo, s, indice).redondeado();
 }
 
 /// A rate of the file as the screen shows it.
@@ -112,31 +98,30 @@ std::string tasa(std::string_view campo, const Sitio& s, std::size_t indice) {
 }
 
 /// dd/mm/yyyy or nothing for an impossible date.
-std::string fecha(std::string_view campo, const Sitio& s, std::size_t indice) {
+std::optional<Fecha> fecha(std::string_view campo, const Sitio& s, std::size_t indice) {
     const auto f = leer_fecha(reemplazar(primeros(campo, 10), "-", "/"));
     if (!f && !recortar(campo).empty())
         s.problema(indice, "\"" + std::string(campo) + "\" no es una fecha (dd/mm/aaaa)", false);
-    return f ? fecha_dmy(*f) : std::string();
+    return f;
 }
 
-int marca(std::string_view campo) { return val_entero("0" + std::string(campo)) != 0 ? 1 : 0; }
+bool marca(std::string_view campo) { return val_entero("0" + std::string(campo)) != 0; }
 
-void leer_cabecera(ComprobanteImportado& c, std::string_view linea, const AvisoProblema& aviso) {
+void leer_cabecera(Comprobante& c, std::string_view linea, bool& sobran, const AvisoProblema& aviso) {
     const Sitio s{LINEA_CABECERA, NOMBRES_CABECERA, aviso};
-    const auto f = campos_de<CAMPOS_CABECERA>(linea, s, c.sobran_campos);
-    c.con_cabecera = true;
+    const auto f = campos_de<CAMPOS_CABECERA>(linea, s, sobran);
     c.f_comp = fecha(f[1], s, 1);
-    c.documento = val_entero(f[2]);
-    c.numero = f[3];
-    c.total_debe = monto(f[5], s, 5);
-    c.total_haber = monto(f[6], s, 6);
+    c.documento = std::to_string(val_entero(f[2]));
+    c.num_docum = f[3];
+    c.totales.debe = monto(f[5], s, 5).value_or(0);
+    c.totales.haber = monto(f[6], s, 6).value_or(0);
     c.concepto = f[7];
     c.libro = f[8];
     c.rut_persona = f[9];
     c.num_ref = f[10];
     c.doc_libro = f[11];
     c.nombre = mayusculas(f[12]);
-    c.fecha_doc = fecha(f[13], s, 13);
+    c.fecha_factura = fecha(f[13], s, 13);
     c.fecha_pago = fecha(f[14], s, 14);
     c.codigo_no_recuperable = recortar(primeros(f[15], 2));
     c.activo_fijo = marca(f[16]);
@@ -145,26 +130,18 @@ void leer_cabecera(ComprobanteImportado& c, std::string_view linea, const AvisoP
     c.monto_neto = valor(f[19], s, 19);
     c.monto_exento = valor(f[20], s, 20);
     c.apertura = marca(f[21]);
-    c.norma = recortar(primeros(f[22], 1));
+    c.ifrs = recortar(primeros(f[22], 1));
 }
 
 constexpr std::size_t TASA = CAMPOS_DETALLE - 1;
 
-std::string leer_fila(std::string_view linea, long n, bool& sobran, const AvisoProblema& aviso) {
+Linea leer_linea(std::string_view linea, long n, bool& sobran, const AvisoProblema& aviso) {
     const Sitio s{n, NOMBRES_DETALLE, aviso};
     const auto f = campos_de<CAMPOS_DETALLE>(linea, s, sobran);
-    std::string fila = std::to_string(n - 3);
-    fila.reserve(linea.size());
-    const auto celda = [&](std::string_view texto) { (fila += '\t') += texto; };
-    celda(f[5]);
-    celda(f[6].empty() ? std::string() : codigo_seis(f[6]));
-    for (const std::size_t i : {7U, 8U}) {
-        fila += '\t';
-        monto(fila, f[i], s, i);
-    }
-    for (std::size_t i = 9; i < TASA; ++i) celda(f[i]);
-    celda(tasa(f[TASA], s, TASA));
-    return fila;
+    const auto texto = [&](std::size_t i) { return sin_controles(f[i]); };
+    const std::string auxiliar = f[6].empty() ? std::string() : codigo_seis(texto(6));
+    return {texto(5),  auxiliar,  monto(f[7], s, 7), monto(f[8], s, 8), texto(9),
+            texto(10), texto(11), texto(12),         texto(13),         tasa(f[TASA], s, TASA)};
 }
 
 const char* nombres_de_linea(long n) { return n < 3 ? NOMBRES_CABECERA : NOMBRES_DETALLE; }
@@ -239,26 +216,27 @@ ComprobanteImportado revisar_archivo(std::string_view bytes, const AvisoProblema
         resto = resto.substr(0, fin);
     }
     const long total = 1 + std::count(resto.begin(), resto.end(), '\n');
-    ComprobanteImportado c;
+    ComprobanteImportado i;
     for (long n = 1; n <= total; ++n) {
         const auto fin = resto.find('\n');
         std::string_view linea = resto.substr(0, fin);
         resto.remove_prefix(fin == std::string_view::npos ? resto.size() : fin + 1);
         if (linea.ends_with('\r')) linea.remove_suffix(1);
         if (n == 1) {
-            if (linea.substr(0, linea.find(';')) != "empresa") return c;
-            c.reconocido = true;
-            c.filas.reserve(static_cast<std::size_t>(std::max(0L, total - 3)));
+            if (linea.substr(0, linea.find(';')) != "empresa") return i;
+            i.reconocido = true;
+            i.con_cabecera = total >= LINEA_CABECERA;
+            i.c.lineas.reserve(static_cast<std::size_t>(std::max(0L, total - 3)));
         }
         if (n == 1 || n == 3)
             revisar_titulos(linea, n, aviso);
         else if (n == LINEA_CABECERA)
-            leer_cabecera(c, linea, aviso);
+            leer_cabecera(i.c, linea, i.sobran_campos, aviso);
         else
-            c.filas.push_back(leer_fila(linea, n, c.sobran_campos, aviso));
+            i.c.lineas.push_back(leer_linea(linea, n, i.sobran_campos, aviso));
         if (n % CADA == 0 && avance && !avance(n, total)) throw ErrorArchivo("Importación cancelada");
     }
-    return c;
+    return i;
 }
 
 ComprobanteImportado interpretar_archivo(std::string_view bytes, const AvanceLectura& avance) {

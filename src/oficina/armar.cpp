@@ -13,7 +13,7 @@ namespace quorvel::oficina {
 namespace {
 
 /// Places of the header's fields in the file.
-enum Campo : std::size_t {
+enum Lugar : std::size_t {
     F_COMP = 1,
     DOCUMENTO = 2,
     NUMERO = 3,
@@ -30,7 +30,7 @@ enum Campo : std::size_t {
     NORMA = 22
 };
 /// The controls that the checks name, as fields of the file.
-constexpr std::pair<std::string_view, Campo> CONTROLES[] = {
+constexpr std::pair<std::string_view, Lugar> CONTROLES[] = {
     {"mskF_comp", F_COMP},   {"cmbDocumento", DOCUMENTO}, {"txtNum_doc", NUMERO},
     {"lblTotalDebe", DEBE},  {"txtconcepto", CONCEPTO},   {"cmblibro", LIBRO},
     {"txtrut_persona", RUT}, {"txtnum_ref", NUMERO_REF},  {"cmbdoc_libro", TIPO_DOCUMENTO},
@@ -45,27 +45,6 @@ std::vector<std::string> codigos(clsConexion& db, const std::string& sql, const 
     return lista;
 }
 
-Linea linea_de(std::string_view fila) {
-    Linea l;
-    std::string* const celdas[] = {nullptr,
-                                   &l.centro,
-                                   &l.auxiliar,
-                                   &l.debe,
-                                   &l.haber,
-                                   &l.glosa,
-                                   &l.centro2,
-                                   &l.conciliado,
-                                   &l.num_ref,
-                                   &l.codigo_otro_impuesto,
-                                   &l.tasa_impuesto_otro};
-    for (std::string* celda : celdas) {
-        const auto fin = fila.find('\t');
-        if (celda != nullptr) *celda = sin_controles(fila.substr(0, fin));
-        fila.remove_prefix(fin == std::string_view::npos ? fila.size() : fin + 1);
-    }
-    return l;
-}
-
 /// Chooses from the lists as the screen does; what is in none is told.
 class Eleccion {
 public:
@@ -73,14 +52,14 @@ public:
 
     /// @param n characters of an entry that are its code
     template <class Lista>
-    std::string codigo(const Lista& lista, std::size_t n, const std::string& valor, Campo campo) const {
+    std::string codigo(const Lista& lista, std::size_t n, const std::string& valor, Lugar campo) const {
         if (valor.empty()) return {};
         for (const auto& entrada : lista)
             if (recortar(primeros(entrada, n)) == valor) return valor;
         return desconocido(valor, campo);
     }
     template <class Lista>
-    std::string texto(const Lista& lista, const std::string& valor, Campo campo) const {
+    std::string texto(const Lista& lista, const std::string& valor, Lugar campo) const {
         if (valor.empty()) return std::string(lista[0]);
         return std::ranges::find(lista, valor) != std::end(lista) ? valor : desconocido(valor, campo);
     }
@@ -91,7 +70,7 @@ public:
     }
 
 private:
-    std::string desconocido(const std::string& valor, Campo campo) const {
+    std::string desconocido(const std::string& valor, Lugar campo) const {
         aviso_({LINEA_CABECERA, nombre_de_campo(NOMBRES_CABECERA, campo), "no existe \"" + valor + "\""});
         return {};
     }
@@ -117,35 +96,17 @@ Listas leer_listas(clsConexion& db) {
     return l;
 }
 
-Comprobante armar_comprobante(const ComprobanteImportado& i, const Listas& listas,
-                              const AvisoProblema& aviso) {
+Comprobante armar_comprobante(Comprobante c, const Listas& listas, const AvisoProblema& aviso) {
     const Eleccion elegir(aviso);
-    Comprobante c;
-    c.f_comp = leer_fecha(i.f_comp);
-    c.documento = elegir.documento(listas.documentos, i.documento);
-    c.num_docum = recortar(i.numero);
+    c.documento = elegir.documento(listas.documentos, val_entero(c.documento));
+    c.num_docum = recortar(c.num_docum);
     c.moneda = listas.moneda;
-    c.concepto = i.concepto;
-    c.libro = elegir.texto(TEXTOS_LIBRO, i.libro, LIBRO);
-    c.doc_libro = elegir.texto(DOCUMENTOS_LIBRO, i.doc_libro, TIPO_DOCUMENTO);
-    c.num_ref = i.num_ref;
-    c.fecha_factura = leer_fecha(i.fecha_doc);
-    c.fecha_pago = leer_fecha(i.fecha_pago);
-    c.rut_persona = rut(i.rut_persona, aviso);
-    c.nombre = i.nombre;
-    c.apertura = i.apertura;
-    c.monto_neto = i.monto_neto;
-    c.monto_exento = i.monto_exento;
-    c.codigo_otro_impuesto = elegir.codigo(listas.otros_impuestos, 3, i.codigo_otro_impuesto, OTRO_IMPUESTO);
-    c.tasa_impuesto_otro = i.tasa_impuesto_otro;
-    c.activo_fijo = i.activo_fijo;
-    c.codigo_no_recuperable = elegir.codigo(NO_RECUPERABLES, 2, i.codigo_no_recuperable, NO_RECUPERABLE);
-    c.ifrs = elegir.codigo(NORMAS, 1, i.norma.empty() ? "0" : i.norma, NORMA);
-    c.iva_activo_fijo = "0";
-    c.total_debe = i.total_debe;
-    c.total_haber = i.total_haber;
-    c.lineas.reserve(i.filas.size());
-    for (const std::string& fila : i.filas) c.lineas.push_back(linea_de(fila));
+    c.libro = elegir.texto(TEXTOS_LIBRO, c.libro, LIBRO);
+    c.doc_libro = elegir.texto(DOCUMENTOS_LIBRO, c.doc_libro, TIPO_DOCUMENTO);
+    c.rut_persona = rut(c.rut_persona, aviso);
+    c.codigo_otro_impuesto = elegir.codigo(listas.otros_impuestos, 3, c.codigo_otro_impuesto, OTRO_IMPUESTO);
+    c.codigo_no_recuperable = elegir.codigo(NO_RECUPERABLES, 2, c.codigo_no_recuperable, NO_RECUPERABLE);
+    c.ifrs = elegir.codigo(NORMAS, 1, c.ifrs.empty() ? "0" : c.ifrs, NORMA);
     return c;
 }
 
@@ -156,7 +117,7 @@ ProblemaArchivo situar(const Rechazo& r) {
                 nombre_de_campo(NOMBRES_DETALLE, DESDE_CELDA + static_cast<std::size_t>(*r.columna)),
                 r.mensaje};
     if (control == "grdDetalle") return {PRIMERA_LINEA_DETALLE, "detalle", r.mensaje};
-    const auto* const c = std::ranges::find(CONTROLES, control, &std::pair<std::string_view, Campo>::first);
+    const auto* const c = std::ranges::find(CONTROLES, control, &std::pair<std::string_view, Lugar>::first);
     if (c == std::end(CONTROLES)) return {0, "", r.mensaje}; // about the company, not about the file
     return {LINEA_CABECERA, nombre_de_campo(NOMBRES_CABECERA, c->second), r.mensaje};
 }

@@ -17,9 +17,8 @@ struct Listas {
 [[nodiscard]] Listas leer_listas(clsConexion& db);
 
 /// The new voucher that the screen would hold after reading the file. Where the screen keeps what it had and
-/// leaves the rest to the person, a problem is told.
-[[nodiscard]] Comprobante armar_comprobante(const ComprobanteImportado& i, const Listas& listas,
-                                            const AvisoProblema& aviso);
+/// leaves the rest to the person, a problem is told. @param c as the file has it
+[[nodiscard]] Comprobante armar_comprobante(Comprobante c, const Listas& listas, const AvisoProblema& aviso);
 /// Where in the file a refusal of the checks points to.
 [[nodiscard]] ProblemaArchivo situar(const Rechazo& r);
 

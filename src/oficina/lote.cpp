@@ -74,7 +74,7 @@ std::optional<Comprobante> LoteArchivos::leer(const std::string& archivo, const 
     else if (!importado.con_cabecera)
         de_lectura_.push_back({LINEA_CABECERA, "", "falta la cabecera del comprobante"});
     else
-        c = armar_comprobante(importado, listas_, aviso);
+        c = armar_comprobante(std::move(importado.c), listas_, aviso);
     for (const ProblemaArchivo& p : de_lectura_) anotar(archivo, p);
     if (!c) return c;
     c->empresa = oficina_.empresa;
@@ -128,7 +128,7 @@ void LoteArchivos::comparar_con_los_demas(const EnLote& e, const Comprobante& c)
 void LoteArchivos::revisar_uno(const std::string& archivo, const AvanceLectura& avance) {
     auto c = leer(archivo, avance);
     if (!c) return;
-    EnLote e{archivo, {}, "", c->lineas.size(), c->total_debe};
+    EnLote e{archivo, {}, "", c->lineas.size(), c->totales.debe.formato("#,##0")};
     if (renumerar_) numerar(e, *c);
     e.clave = c->clave();
     if (c->f_comp && !c->documento.empty() && !c->num_docum.empty()) comparar_con_los_demas(e, *c);
@@ -140,8 +140,8 @@ void LoteArchivos::leer_numeros(const std::vector<std::string>& archivos) {
     for (const std::string& archivo : archivos) try {
             const std::string bytes = bytes_de(archivo);
             const auto cabecera = bytes.find('\n', bytes.find('\n') + 1);
-            const auto i = revisar_archivo(std::string_view(bytes).substr(0, cabecera), [](const auto&) {});
-            const Comprobante c = armar_comprobante(i, listas_, [](const auto&) {});
+            auto i = revisar_archivo(std::string_view(bytes).substr(0, cabecera), [](const auto&) {});
+            const Comprobante c = armar_comprobante(std::move(i.c), listas_, [](const auto&) {});
             if (!c.f_comp) continue;
             std::int64_t& ultimo = ultimos_[{c.documento, anio(*c.f_comp)}];
             ultimo = std::max(ultimo, val_entero(c.num_docum));
@@ -177,8 +177,8 @@ void LoteArchivos::grabar_uno(const EnLote& e, const AvanceLectura& avance) {
         return anotar(e.archivo, {LINEA_CABECERA, "numero", "el archivo cambió mientras se leía"});
     validar(e.archivo, *c);
     if (!problemas_.empty()) return;
-    c->nro_correlativo = std::to_string(
-        proponer_correlativo(db, oficina_.empresa, c->libro, anio(*c->f_comp), mes(*c->f_comp)));
+    c->nro_correlativo =
+        proponer_correlativo(db, oficina_.empresa, c->libro, anio(*c->f_comp), mes(*c->f_comp));
     OpcionesGrabar o;
     o.nuevo = true;
     o.hoy = hoy_;

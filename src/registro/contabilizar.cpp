@@ -1,6 +1,5 @@
 #include "registro/contabilizar.h"
 
-#include "assistants/calculo.h"
 #include "assistants/libros.h"
 #include "assistants/lineas.h"
 #include "platform/db/literal.h"
@@ -15,8 +14,6 @@
 
 namespace quorvel::registro {
 namespace {
-
-std::string mostrado(std::int64_t pesos) { return mostrar_monto(static_cast<double>(pesos)); }
 
 const Contraparte& contraparte_de(const Variante& v, const std::string& doc_libro) {
     return v.es_boleta(doc_libro) && !es_nota_credito(doc_libro) ? v.boleta : v.factura;
@@ -37,13 +34,13 @@ void separar_impuestos(std::vector<Linea>& lineas, const Fila& f, const Contabil
     for (const OtroImpuesto& o : f.doc.otros) suma += con_signo(o);
     if (f.doc.otros.empty() || suma != f.c.otro || lineas.empty() || lineas.back().centro != cuenta) return;
     const Linea modelo = lineas.back();
-    const bool debe = (modelo.debe != "0") == (f.c.otro > 0);
+    const bool debe = (modelo.debe != Decimal()) == (f.c.otro > 0);
     lineas.pop_back();
     for (const OtroImpuesto& o : f.doc.otros) {
         Linea l = modelo;
         const bool al_debe = debe == (con_signo(o) > 0);
-        l.debe = al_debe ? mostrado(std::abs(o.valor)) : "0";
-        l.haber = al_debe ? "0" : mostrado(std::abs(o.valor));
+        l.debe = al_debe ? std::abs(o.valor) : 0;
+        l.haber = al_debe ? 0 : std::abs(o.valor);
         l.codigo_otro_impuesto = codigo_maestro(c, o);
         l.tasa_impuesto_otro = tasa_mostrada(o);
         lineas.push_back(std::move(l));
@@ -58,24 +55,13 @@ std::vector<Linea> lineas_de(const Fila& f, const Propuesta& p, const Contabilid
     d.cuenta = p.cuenta;
     d.auxiliar = p.auxiliar;
     d.aux_contraparte = p.aux_contraparte;
-    d.total = mostrado(f.c.total);
-    d.iva = mostrado(f.c.iva);
-    d.otro = mostrado(f.c.otro);
+    d.total = f.c.total;
+    d.iva = f.c.iva;
+    d.otro = f.c.otro;
     auto lineas = lineas_documento(v, d, c.config, concepto);
     lineas.front().centro2 = p.centro_costo;
     separar_impuestos(lineas, f, c, c.config.*v.otros);
     return lineas;
-}
-
-/// Sums that the grid shows beneath the lines.
-void totalizar(Comprobante& c) {
-    Decimal debe, haber;
-    for (const Linea& l : c.lineas) {
-        debe = debe + Decimal::leer(l.debe);
-        haber = haber + Decimal::leer(l.haber);
-    }
-    c.total_debe = debe.formato("#,##0");
-    c.total_haber = haber.formato("#,##0");
 }
 
 void poner_impuestos(Comprobante& c, const Fila& f, const Contabilidad& k) {
@@ -87,8 +73,8 @@ void poner_impuestos(Comprobante& c, const Fila& f, const Contabilidad& k) {
             c.tasa_impuesto_otro = tasa_mostrada(o);
         }
     }
-    c.activo_fijo = f.doc.iva_activo_fijo != 0 || f.doc.neto_activo_fijo != 0 ? 1 : 0;
-    c.iva_activo_fijo = mostrado(f.doc.iva_activo_fijo);
+    c.activo_fijo = f.doc.iva_activo_fijo != 0 || f.doc.neto_activo_fijo != 0;
+    c.iva_activo_fijo = f.doc.iva_activo_fijo;
     const bool conocido = std::ranges::any_of(NO_RECUPERABLES, [&](const std::string& entrada) {
         return recortar(primeros(entrada, 2)) == f.doc.codigo_no_recuperable;
     });
@@ -148,18 +134,17 @@ Comprobante comprobante_de(const Fila& f, const Propuesta& p, const Contabilidad
     c.nombre = mayusculas(f.doc.nombre);
     c.concepto =
         p.glosa.empty() ? f.doc_libro + " " + f.doc.folio + " " + c.nombre : glosa_para(p, f.doc.folio);
-    c.monto_neto = static_cast<double>(f.c.neto);
-    c.monto_exento = static_cast<double>(f.c.exento);
+    c.monto_neto = f.c.neto;
+    c.monto_exento = f.c.exento;
     poner_impuestos(c, f, k);
     c.lineas = lineas_de(f, p, k, c.concepto);
-    totalizar(c);
+    c.totales = totales_de(c.lineas);
     return c;
 }
 
 void numerar(const Contabilidad& k, Comprobante& c) {
     c.num_docum = std::to_string(proponer_numero(k.db, k.empresa, k.documento, anio(*c.f_comp)));
-    c.nro_correlativo =
-        std::to_string(proponer_correlativo(k.db, k.empresa, c.libro, anio(*c.f_comp), mes(*c.f_comp)));
+    c.nro_correlativo = proponer_correlativo(k.db, k.empresa, c.libro, anio(*c.f_comp), mes(*c.f_comp));
 }
 
 std::string le_falta(const Fila& f, const Propuesta& p, const Configuracion& k) {

@@ -47,12 +47,8 @@ void poner(ui::Control* c, const std::string& texto) {
     if (auto* marca = dynamic_cast<ui::CheckBox*>(c)) marca->SetValue(texto == "1" ? 1 : 0);
 }
 
-/// A number as a text that gives back the very same number.
-std::string exacto(double n) {
-    char texto[40];
-    std::snprintf(texto, sizeof texto, "%.17g", n);
-    return texto;
-}
+/// "1234.5"
+Decimal decimal(const std::string& plano) { return Decimal::leer(reemplazar(plano, ".", ",")); }
 
 std::map<std::string, std::string> campos_de_corte(const Comprobante& c) {
     const Comprobante::Cheque cheque = c.cheque.value_or(Comprobante::Cheque{});
@@ -115,9 +111,9 @@ std::map<std::string, std::string> campos_de_pantalla(const frmQuorvel& f) {
     std::map<std::string, std::string> campos;
     for (const char* const nombre : CONTROLES) campos[nombre] = leer(f.find(nombre));
     const EstadoPantalla& e = f.estado;
-    campos["monto_neto"] = exacto(e.monto_neto);
-    campos["monto_exento"] = exacto(e.monto_exento);
-    campos["cotizacion_exacta"] = e.cotizacion_exacta;
+    campos["monto_neto"] = e.monto_neto.plano();
+    campos["monto_exento"] = e.monto_exento.plano();
+    campos["cotizacion_exacta"] = reemplazar(e.cotizacion_exacta.plano(), ".", ",");
     campos["cotizacion_mostrada"] = e.cotizacion_mostrada;
     campos["cierre_generado"] = e.cierre_generado ? "1" : "0";
     campos["total_debe"] = f.lblTotalDebe.Caption();
@@ -143,9 +139,9 @@ void mostrar_campos(frmQuorvel& f, const std::map<std::string, std::string>& cam
     const Lector leer{campos};
     for (const char* const nombre : CONTROLES)
         if (campos.contains(nombre)) poner(f.find(nombre), leer(nombre));
-    f.estado.monto_neto = std::strtod(leer("monto_neto").c_str(), nullptr);
-    f.estado.monto_exento = std::strtod(leer("monto_exento").c_str(), nullptr);
-    f.estado.cotizacion_exacta = leer("cotizacion_exacta");
+    f.estado.monto_neto = decimal(leer("monto_neto"));
+    f.estado.monto_exento = decimal(leer("monto_exento"));
+    f.estado.cotizacion_exacta = Decimal::leer(leer("cotizacion_exacta"));
     f.estado.cotizacion_mostrada = leer("cotizacion_mostrada");
     f.estado.cierre_generado = leer("cierre_generado") == "1";
     if (leer("cortado") == "1") reponer_corte(f, leer);

@@ -14,6 +14,7 @@ namespace quorvel {
 
 namespace {
 
+constexpr const char* PATRON = "#,##0";
 constexpr std::int64_t PRESTADA = -1; // marks an entry that a list has for one voucher only
 
 std::string codigo(const ui::ListControl& lista, std::size_t n) {
@@ -37,13 +38,39 @@ std::string norma(const frmQuorvel& f) {
     return suya ? c->ifrs : codigo(f.cmbifrs, 1);
 }
 
+/// Fills a voucher's amounts from texts and marks the first that is none.
+struct LectorMontos {
+    Comprobante& c;
+    [[nodiscard]] Decimal decimal(const std::string& texto, Campo campo) const {
+        if (c.ilegible == Campo::ninguno && !numero_sql(texto)) c.ilegible = campo;
+        return Decimal::leer(texto);
+    }
+    [[nodiscard]] std::int64_t entero(const std::string& texto, Campo campo) const {
+        return decimal(texto, campo).pesos();
+    }
+};
+
+void leer_montos(const frmQuorvel& f, Comprobante& c) {
+    const LectorMontos leer{c};
+    const bool intacta = f.txtCotizacion.Text() == f.estado.cotizacion_mostrada;
+    c.cotizacion =
+        intacta ? f.estado.cotizacion_exacta : leer.decimal(f.txtCotizacion.Text(), Campo::cotizacion);
+    c.nro_correlativo = leer.entero(f.txtnro_correlativo.Text(), Campo::correlativo);
+    c.iva_activo_fijo = leer.entero(f.txtiva_activo_fijo.Text(), Campo::iva_activo_fijo);
+    c.comprobante_adjunto = leer.entero(f.gstrcomprobante_adjunto, Campo::adjuntos);
+    if (c.ilegible == Campo::ninguno && !montos_legibles(f)) c.ilegible = Campo::detalle;
+    c.monto_neto = f.estado.monto_neto;
+    c.monto_exento = f.estado.monto_exento;
+    c.totales = f.estado.totales;
+}
+
 void mostrar_listas(frmQuorvel& f, const Comprobante& c) {
     elegir_codigo(f.cmbDocumento, 3, c.documento);
     elegir_codigo(f.cmbMoneda, 2, c.moneda);
     elegir_codigo(f.cmbcodigo_no_recuperable, 2, c.codigo_no_recuperable);
     elegir_codigo(f.cmbcodigo_otro_impuesto, 3, c.codigo_otro_impuesto);
     if (!seleccionar_codigo(f, "cmbifrs", 1, c.ifrs)) f.cmbifrs.SetListIndex(0);
-    f.chkactivo_fijo.SetValue(c.activo_fijo);
+    f.chkactivo_fijo.SetValue(c.activo_fijo ? 1 : 0);
     f.txttasa_impuesto_otro.SetText(c.tasa_impuesto_otro);
 }
 
@@ -136,8 +163,6 @@ Comprobante leer_pantalla(const frmQuorvel& f) {
     }
     c.moneda = codigo(f.cmbMoneda, 2);
     c.concepto = f.txtconcepto.Text();
-    const bool intacta = f.txtCotizacion.Text() == f.estado.cotizacion_mostrada;
-    c.cotizacion = intacta ? f.estado.cotizacion_exacta : f.txtCotizacion.Text();
     c.estado = f.lblEstado.Caption();
     c.libro = f.cmblibro.Text();
     c.doc_libro = f.cmbdoc_libro.Text();
@@ -146,19 +171,13 @@ Comprobante leer_pantalla(const frmQuorvel& f) {
     c.fecha_pago = f.txtfecha_pago.date();
     c.rut_persona = f.txtrut_persona.Text();
     c.nombre = f.txtnombre.Text();
-    c.apertura = f.chkApertura.Value();
-    c.monto_neto = f.estado.monto_neto;
-    c.monto_exento = f.estado.monto_exento;
+    c.apertura = f.chkApertura.Value() != 0;
     c.codigo_otro_impuesto = codigo(f.cmbcodigo_otro_impuesto, 3);
     c.tasa_impuesto_otro = f.txttasa_impuesto_otro.Text();
-    c.activo_fijo = f.chkactivo_fijo.Value();
+    c.activo_fijo = f.chkactivo_fijo.Value() != 0;
     c.codigo_no_recuperable = codigo(f.cmbcodigo_no_recuperable, 2);
     c.ifrs = norma(f);
-    c.comprobante_adjunto = f.gstrcomprobante_adjunto;
-    c.nro_correlativo = f.txtnro_correlativo.Text();
-    c.iva_activo_fijo = f.txtiva_activo_fijo.Text();
-    c.total_debe = f.lblTotalDebe.Caption();
-    c.total_haber = f.lblTotalhaber.Caption();
+    leer_montos(f, c);
     c.f_ult_modificacion = leer_fecha(f.lblF_ult_modificacion.Caption());
     c.lineas = lineas_de_grilla(f);
     c.adjuntos = entradas(f.lstadjunto);
@@ -180,13 +199,13 @@ void mostrar_comprobante(frmQuorvel& f, const Comprobante& c) {
     f.mskF_comp.SetDate(c.f_comp);
     f.txtNum_doc.SetText(c.num_docum);
     f.txtconcepto.SetText(c.concepto);
-    fijar_totales(f, c.total_debe, c.total_haber);
-    f.chkApertura.SetValue(c.apertura);
+    mostrar_totales(f, c.totales);
+    f.chkApertura.SetValue(c.apertura ? 1 : 0);
     mostrar_libro(f, c);
     f.lblUsuario.SetCaption(nombre_usuario(f, c.usuario));
     f.lblF_ult_modificacion.SetCaption(c.f_ult_modificacion ? fecha_dmy(*c.f_ult_modificacion) : "");
     f.estado.cotizacion_exacta = c.cotizacion;
-    f.estado.cotizacion_mostrada = Decimal::leer(c.cotizacion).formato("#,##0");
+    f.estado.cotizacion_mostrada = c.cotizacion.formato(PATRON);
     f.txtCotizacion.SetText(f.estado.cotizacion_mostrada);
     f.lblEstado.SetCaption(c.estado);
     f.SetCaption(titulo(f));
@@ -196,8 +215,8 @@ void mostrar_comprobante(frmQuorvel& f, const Comprobante& c) {
     f.estado.monto_neto = c.monto_neto;
     f.estado.monto_exento = c.monto_exento;
     f.estado.tasa_de_lineas = c.tasa_impuesto_otro;
-    f.txtnro_correlativo.SetText(c.nro_correlativo);
-    f.txtiva_activo_fijo.SetText(c.iva_activo_fijo);
+    f.txtnro_correlativo.SetText(std::to_string(c.nro_correlativo));
+    f.txtiva_activo_fijo.SetText(std::to_string(c.iva_activo_fijo));
 }
 
 std::string nombre_usuario(frmQuorvel& f, std::int64_t usuario) {
@@ -216,22 +235,30 @@ std::string fila_texto(const std::vector<std::string>& celdas) {
     return fila;
 }
 
-void reemplazar_lineas(frmQuorvel& f, const std::vector<Linea>& lineas, const std::string& total) {
+std::string fila_de(int numero, const Linea& l) {
+    const auto monto = [](const std::optional<Decimal>& m) { return m ? m->formato(PATRON) : std::string(); };
+    return fila_texto({std::to_string(numero), l.centro, l.auxiliar, monto(l.debe), monto(l.haber), l.glosa,
+                       l.centro2, l.conciliado, l.num_ref, l.codigo_otro_impuesto, l.tasa_impuesto_otro});
+}
+
+std::vector<std::string> filas_de(const std::vector<Linea>& lineas) {
     std::vector<std::string> filas;
     filas.reserve(lineas.size());
-    for (const Linea& l : lineas)
-        filas.push_back(fila_texto({std::to_string(filas.size() + 1), l.centro, l.auxiliar, l.debe, l.haber,
-                                    primeros(l.glosa, 60), l.centro2, l.conciliado, l.num_ref,
-                                    l.codigo_otro_impuesto, l.tasa_impuesto_otro}));
+    for (const Linea& l : lineas) filas.push_back(fila_de(static_cast<int>(filas.size()) + 1, l));
+    return filas;
+}
+
+void reemplazar_lineas(frmQuorvel& f, const std::vector<Linea>& lineas, const Totales& totales) {
     f.grdDetalle.Clear();
-    f.grdDetalle.AddItems(filas);
-    fijar_totales(f, total, total);
+    f.grdDetalle.AddItems(filas_de(lineas));
+    mostrar_totales(f, totales);
     celda_movida(f); // another line stands where the cursor stands
 }
 
-void fijar_totales(frmQuorvel& f, const std::string& debe, const std::string& haber) {
-    f.lblTotalDebe.SetCaption(debe);
-    f.lblTotalhaber.SetCaption(haber);
+void mostrar_totales(frmQuorvel& f, const Totales& totales) {
+    f.estado.totales = totales.redondeados();
+    f.lblTotalDebe.SetCaption(f.estado.totales.debe.formato(PATRON));
+    f.lblTotalhaber.SetCaption(f.estado.totales.haber.formato(PATRON));
 }
 
 } // namespace quorvel

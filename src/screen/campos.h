@@ -42,10 +42,14 @@ void quitar_prestadas(frmQuorvel& f);
 [[nodiscard]] std::string titulo(const frmQuorvel& f, const std::string& estado = {});
 /// Grid row text: cells joined by tabs, control characters as blanks.
 [[nodiscard]] std::string fila_texto(const std::vector<std::string>& celdas);
-/// Empties the grid, adds these rows numbered from 1 and shows one total on both sides.
-void reemplazar_lineas(frmQuorvel& f, const std::vector<Linea>& lineas, const std::string& total);
-/// Shows both totals.
-void fijar_totales(frmQuorvel& f, const std::string& debe, const std::string& haber);
+/// A line as its grid row. @param numero its first cell
+[[nodiscard]] std::string fila_de(int numero, const Linea& l);
+/// Lines numbered from 1.
+[[nodiscard]] std::vector<std::string> filas_de(const std::vector<Linea>& lineas);
+/// Empties the grid, adds these lines numbered from 1 and shows the totals.
+void reemplazar_lineas(frmQuorvel& f, const std::vector<Linea>& lineas, const Totales& totales);
+/// Shows both totals, in whole pesos.
+void mostrar_totales(frmQuorvel& f, const Totales& totales);
 /// Clears the screen for a new voucher.
 void limpiar_para_nuevo(frmQuorvel& f);
 /// Code and name of a user, the code alone when he is in no master.

@@ -32,14 +32,16 @@ struct EstadoPantalla {
     std::int64_t numero_propuesto = 0;
     Decimal valor_editado;     ///< amount that the debit or credit cell held when its edit began
     std::string ultima_cuenta; ///< account whose name lblCuenta shows
-    double monto_neto = 0, monto_exento = 0;
+    Totales totales;           ///< what both labels show, whole pesos
+    Decimal monto_neto, monto_exento;
     std::string tasa_de_lineas;         ///< other-tax rate with which the shown lines were made
     std::optional<Comprobante> cargado; ///< the saved voucher as it was read; its key addresses it
     std::string huella_guardada; ///< of the stored voucher that the screen was loaded with, see huella.h
     std::optional<Comprobante> cortado; ///< the voucher that a cut deleted: its cheque and invoice follow
     /// Rate of the loaded voucher, exact and as shown; an untouched box writes the exact one back, also in a
     /// copy.
-    std::string cotizacion_exacta, cotizacion_mostrada;
+    Decimal cotizacion_exacta = 1;
+    std::string cotizacion_mostrada;
     SeleccionRecordada venta, compra, retencion, banco, socio;
 };
 

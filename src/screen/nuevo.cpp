@@ -53,21 +53,22 @@ void limpiar_para_nuevo(frmQuorvel& f) {
     e.cargado.reset();
     e.cortado.reset();
     e.tasa_de_lineas.clear();
-    e.monto_neto = e.monto_exento = 0; // a new voucher does not inherit the amounts of the one before
+    e.monto_neto = e.monto_exento = {}; // a new voucher does not inherit the amounts of the one before
     f.glbBanderaNuevo = f.glbBanderaLeer = true;
     quitar_prestadas(f);
     habilitar_identidad(f);
     f.lstadjunto.Clear();
     primera(f.cmbMoneda);
     f.txtCotizacion.SetText("1");
-    e.cotizacion_exacta = e.cotizacion_mostrada = "1";
+    e.cotizacion_exacta = 1;
+    e.cotizacion_mostrada = "1";
     f.txtNum_doc.SetText("");
     f.chkApertura.SetValue(0);
     f.SetCaption("Comprobante Contable");
     f.grdDetalle.Clear();
     f.grdDetalle.SetCol(CUENTA);
     vaciar_documento(f);
-    fijar_totales(f, "0", "0");
+    mostrar_totales(f, {});
     f.lblEstado.SetCaption("");
     f.lblUsuario.SetCaption(std::to_string(f.glbUsuario) + " " + f.glbN_usuario);
     f.lblF_ult_modificacion.SetCaption(fecha_dmy(f.servicios.reloj.hoy()));

@@ -44,7 +44,8 @@ void mostrar_filas(frmQuorvel& f, const ContenidoBorrador& c) {
         g.SetTextMatrix(g.Rows(), col, c.pendiente.substr(desde, tab - desde));
         desde = tab == std::string::npos ? tab : tab + 1;
     }
-    fijar_totales(f, campo(c, "total_debe"), campo(c, "total_haber")); // with the row being added
+    const auto total = [&](const char* nombre) { return Decimal::leer(campo(c, nombre)); };
+    mostrar_totales(f, {total("total_debe"), total("total_haber")}); // with the row being added
 }
 
 } // namespace

@@ -108,7 +108,7 @@ double numero_inicial(std::string_view texto) {
     return r.ec == std::errc() && std::isfinite(valor) ? valor : 0;
 }
 
-std::string plano(std::string_view chileno) {
+std::string sin_grupos(std::string_view chileno) {
     std::string texto;
     for (const char c : sin_blancos(chileno)) {
         if (c == '.') continue;
@@ -120,7 +120,7 @@ std::string plano(std::string_view chileno) {
 } // namespace
 
 Decimal Decimal::leer(std::string_view chileno) {
-    const std::string texto = plano(chileno);
+    const std::string texto = sin_grupos(chileno);
     std::size_t i = 0;
     Cifras c;
     if (i < texto.size() && (texto[i] == '-' || texto[i] == '+')) c.negativo = texto[i++] == '-';
@@ -138,6 +138,25 @@ Decimal Decimal::leer(std::string_view chileno) {
 
 double Decimal::valor() const {
     return static_cast<double>(static_cast<long double>(millonesimas_) / ESCALA);
+}
+
+Decimal Decimal::redondeado() const {
+    const Entero mitad = millonesimas_ < 0 ? -ESCALA / 2 : ESCALA / 2;
+    return desde((millonesimas_ + mitad) / ESCALA * ESCALA);
+}
+
+std::int64_t Decimal::pesos() const {
+    using Limite = std::numeric_limits<std::int64_t>;
+    return static_cast<std::int64_t>(
+        std::clamp<Entero>(redondeado().millonesimas_ / ESCALA, Limite::min(), Limite::max()));
+}
+
+std::string Decimal::plano() const {
+    if (millonesimas_ % ESCALA == 0 && cabe_en_total(*this)) return std::to_string(pesos());
+    std::string texto = formato("0.000000");
+    texto.erase(texto.find_last_not_of('0') + 1);
+    texto.back() == ',' ? texto.pop_back() : std::replace(texto.begin(), texto.end(), ',', '.');
+    return texto;
 }
 
 std::string Decimal::formato(std::string_view patron) const {
@@ -166,7 +185,7 @@ double valnumerobase(std::string_view strnumero) {
     return numero_inicial(texto);
 }
 
-double valnumeroformato(std::string_view strnumero) { return numero_inicial(plano(strnumero)); }
+double valnumeroformato(std::string_view strnumero) { return numero_inicial(sin_grupos(strnumero)); }
 
 double Round(double valor) {
     Cifras c = cifras_de(valor);
@@ -177,7 +196,7 @@ double Round(double valor) {
 
 std::optional<std::string> numero_sql(std::string_view chileno) {
     constexpr std::size_t MAXIMO = 18; // what a 64-bit integer holds of any digits
-    std::string texto = plano(chileno);
+    std::string texto = sin_grupos(chileno);
     if (texto.empty()) return sin_blancos(chileno).empty() ? std::optional<std::string>("0") : std::nullopt;
     std::string signo;
     if (texto[0] == '-' || texto[0] == '+') {

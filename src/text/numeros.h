@@ -15,6 +15,12 @@ public:
     /// Reads a displayed amount: "." groups thousands, "," is the decimal mark; empty or unreadable is 0.
     [[nodiscard]] static Decimal leer(std::string_view chileno);
     [[nodiscard]] double valor() const;
+    /// Whole pesos, halves away from zero; what no 64-bit number holds becomes the nearest that one does.
+    [[nodiscard]] std::int64_t pesos() const;
+    /// The same, whatever its size.
+    [[nodiscard]] Decimal redondeado() const;
+    /// Plain digits, "." as decimal mark and no more decimals than needed: "-1234.5".
+    [[nodiscard]] std::string plano() const;
     /// The amount as a pattern shows it, in the Chilean form; halves go away from zero.
     [[nodiscard]] std::string formato(std::string_view patron) const;
     friend constexpr Decimal operator+(Decimal a, Decimal b) {
@@ -23,6 +29,7 @@ public:
     friend constexpr Decimal operator-(Decimal a, Decimal b) {
         return desde(a.millonesimas_ - b.millonesimas_);
     }
+    constexpr Decimal operator-() const { return desde(-millonesimas_); }
     friend constexpr auto operator<=>(Decimal, Decimal) = default;
 
 private:

@@ -15,13 +15,8 @@ namespace {
 
 struct LineaGuardada {
     std::string centro, auxiliar;
-    Decimal debe, haber; ///< whole pesos
+    Decimal debe, haber; ///< whole pesos: other programs store fractions where the column lets them
 };
-
-/// Other programs store fractions where the column lets them.
-Decimal pesos(const Value& v) {
-    return Decimal::leer(Decimal::leer(reemplazar(v.text(), ".", ",")).formato("0"));
-}
 
 /// All rows before the first change: the engine may not go on reading what is being changed. In the order of
 /// their balances, so that two vouchers that share accounts take the rows of those balances in one order.
@@ -30,8 +25,8 @@ std::vector<LineaGuardada> lineas_guardadas(clsConexion& db, const Clave& clave)
     for (const auto rs = db.NewRecord("select * from ctdquorvel " + sql_clave(clave)); !rs->eof();
          rs->MoveNext())
         lineas.push_back({rs->fields("centro").Value.text(), rs->fields("auxiliar").Value.text(),
-                          pesos(rs->fields("debe_nacional").Value),
-                          pesos(rs->fields("haber_nacional").Value)});
+                          rs->fields("debe_nacional").Value.decimal().redondeado(),
+                          rs->fields("haber_nacional").Value.decimal().redondeado()});
     std::ranges::sort(lineas, {}, [](const LineaGuardada& l) { return std::tie(l.centro, l.auxiliar); });
     return lineas;
 }
@@ -39,8 +34,8 @@ std::vector<LineaGuardada> lineas_guardadas(clsConexion& db, const Clave& clave)
 /// "debe3= debe3 - 500,    haber3=haber3 - 0"
 std::string menos(const LineaGuardada& l, int mes) {
     const std::string m = std::to_string(mes);
-    return "debe" + m + "= debe" + m + " - " + l.debe.formato("0") + ",    haber" + m + "=haber" + m + " - " +
-           l.haber.formato("0");
+    return "debe" + m + "= debe" + m + " - " + sql_numero(l.debe) + ",    haber" + m + "=haber" + m + " - " +
+           sql_numero(l.haber);
 }
 
 void desprocesar(clsConexion& db, const Clave& clave, const LineaGuardada& l) {
@@ -84,13 +79,8 @@ std::string AnularComprobante(clsConexion& db, const Comprobante& c, Fecha f_ult
             debe = debe + l.debe;
             haber = haber + l.haber;
         }
-        const auto cotizacion = numero_sql(c.cotizacion);
-        if (!cotizacion) throw PasoFallido("Problemas para actualizar cabecera");
-        ImportesSql m;
-        m.t_debe = debe.formato("0");
-        m.t_haber = haber.formato("0");
-        m.cotizacion = *cotizacion;
-        exigir(db, sql_anulada(c, m, f_ult_modificacion));
+        if (c.ilegible == Campo::cotizacion) throw PasoFallido("Problemas para actualizar cabecera");
+        exigir(db, sql_anulada(c, {debe.pesos(), haber.pesos()}, f_ult_modificacion));
         exigir(db, sql_borrar_detalle(clave));
     };
     return en_transaccion(db, anular, [&] { return esta_anulado(db, clave); });

@@ -19,15 +19,8 @@ constexpr const char* LINEAS =
     "secuencia, centro, auxiliar,  debe_nacional, haber_nacional, glosa, centro2, conciliado, num_ref ,"
     " codigo_otro_impuesto, tasa_impuesto_otro   from ctdquorvel ";
 
-std::string importe(const Value& v) { return Decimal::leer(reemplazar(v.text(), ".", ",")).formato("#,##0"); }
-
-/// The rate with all its decimals, so that an untouched voucher keeps it.
-std::string tasa_de_cambio(const Value& v) {
-    std::string texto = Decimal::leer(reemplazar(v.text(), ".", ",")).formato("#,##0.000000");
-    texto.erase(texto.find_last_not_of('0') + 1);
-    if (texto.ends_with(',')) texto.pop_back();
-    return texto;
-}
+/// Other programs store fractions where the column lets them.
+Decimal pesos(const Value& v) { return v.decimal().redondeado(); }
 
 std::optional<Comprobante::Cheque> leer_cheque(Recordset& rs) {
     const auto valor = [&](const char* columna) { return rs.fields(columna).Value; };
@@ -57,7 +50,7 @@ Comprobante leer_fila(Recordset& rs) {
     c.moneda = valor("moneda").text();
     c.concepto = valor("concepto").text();
     c.usuario = numero("usuario");
-    c.cotizacion = tasa_de_cambio(valor("cotizacion"));
+    c.cotizacion = valor("cotizacion").decimal();
     c.estado = recortado("estado");
     c.libro = recortar_fin(valor("libro").text());
     c.doc_libro = recortar_fin(valor("doc_libro").text());
@@ -67,19 +60,18 @@ Comprobante leer_fila(Recordset& rs) {
     c.fecha_pago = valor("fecha_pago").date();
     c.rut_persona = recortado("rut_persona");
     c.nombre = recortado("nombre");
-    c.apertura = numero("apertura");
-    c.monto_neto = valor("monto_neto").number();
-    c.monto_exento = valor("monto_exento").number();
+    c.apertura = numero("apertura") != 0;
+    c.monto_neto = valor("monto_neto").decimal();
+    c.monto_exento = valor("monto_exento").decimal();
     c.codigo_otro_impuesto = recortado("codigo_otro_impuesto");
     c.tasa_impuesto_otro = recortado("tasa_impuesto_otro");
-    c.activo_fijo = numero("activo_fijo");
+    c.activo_fijo = numero("activo_fijo") != 0;
     c.codigo_no_recuperable = recortado("codigo_no_recuperable");
     c.ifrs = valor("ifrs").null() ? "0" : recortado("ifrs");
-    c.comprobante_adjunto = sql_numero(valor("comprobante_adjunto").integer());
-    c.nro_correlativo = sql_numero(valor("nro_correlativo").integer());
-    c.iva_activo_fijo = sql_numero(valor("iva_activo_fijo").integer());
-    c.total_debe = importe(valor("t_debe"));
-    c.total_haber = importe(valor("t_haber"));
+    c.comprobante_adjunto = valor("comprobante_adjunto").integer();
+    c.nro_correlativo = valor("nro_correlativo").integer();
+    c.iva_activo_fijo = valor("iva_activo_fijo").integer();
+    c.totales = {pesos(valor("t_debe")), pesos(valor("t_haber"))};
     c.f_ult_modificacion = valor("f_ult_modificacion").date();
     c.bloqueo_usuario = valor("bloqueo_usuario").integer();
     c.cheque = leer_cheque(rs);
@@ -128,7 +120,7 @@ std::vector<Linea> leer_lineas(clsConexion& db, const Clave& clave) {
     std::vector<Linea> lineas;
     for (const auto rs = db.NewRecord(consulta_lineas(clave)); !rs->eof(); rs->MoveNext()) {
         const auto texto = [&](std::size_t i) { return recortar_fin(sin_controles(rs->at(i).text())); };
-        lineas.push_back({texto(1), texto(2), importe(rs->at(3)), importe(rs->at(4)), texto(5), texto(6),
+        lineas.push_back({texto(1), texto(2), pesos(rs->at(3)), pesos(rs->at(4)), texto(5), texto(6),
                           texto(7), texto(8), texto(9), reemplazar(texto(10), ".", ",")});
     }
     return lineas;

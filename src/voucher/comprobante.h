@@ -1,5 +1,7 @@
 #pragma once
 #include "text/fecha.h"
+#include "text/numeros.h"
+#include "voucher/campo.h"
 
 #include <cstdint>
 #include <optional>
@@ -17,13 +19,26 @@ struct Clave {
     friend bool operator==(const Clave&, const Clave&) = default;
 };
 
-/// One line as its grid cells show it: amounts are displayed texts ("1.234.567", empty is 0).
+/// One line. An amount that was not given is 0 in every sum.
 struct Linea {
-    std::string centro, auxiliar, debe, haber, glosa, centro2, conciliado, num_ref, codigo_otro_impuesto,
-        tasa_impuesto_otro;
+    std::string centro, auxiliar;
+    std::optional<Decimal> debe{}, haber{};
+    std::string glosa{}, centro2{}, conciliado{}, num_ref{}, codigo_otro_impuesto{};
+    std::string tasa_impuesto_otro{}; ///< as typed, with "," on the screen
+    friend bool operator==(const Linea&, const Linea&) = default;
 };
 
-/// A voucher as the screen holds it. Amount fields are displayed texts in the Chilean form.
+/// Both sides of a voucher.
+struct Totales {
+    Decimal debe, haber;
+    /// Whole pesos, as they are shown.
+    [[nodiscard]] Totales redondeados() const { return {debe.redondeado(), haber.redondeado()}; }
+    friend bool operator==(const Totales&, const Totales&) = default;
+};
+/// The exact sums.
+[[nodiscard]] Totales totales_de(const std::vector<Linea>& lineas);
+
+/// A voucher. Codes and the texts of lists are kept as they are stored, unknown ones too.
 struct Comprobante {
     int empresa = 0;
     std::string subsistema = "01"; ///< two characters
@@ -33,19 +48,22 @@ struct Comprobante {
     std::string moneda; ///< two-character code
     std::string concepto;
     int usuario = 0;
-    std::string cotizacion = "1"; ///< displayed text; as loaded with all its decimals
-    std::string estado;           ///< "", "P", "T", "X"
+    Decimal cotizacion = 1;
+    std::string estado; ///< "", "P", "T", "X"
     std::string libro, doc_libro = " ", num_ref;
     std::optional<Fecha> fecha_factura, fecha_pago;
     std::string rut_persona, nombre;
-    int apertura = 0;
-    double monto_neto = 0, monto_exento = 0;
-    std::string codigo_otro_impuesto, tasa_impuesto_otro; ///< rate with "," on the screen
-    int activo_fijo = 0;
+    bool apertura = false;
+    Decimal monto_neto, monto_exento;
+    std::string codigo_otro_impuesto;
+    std::string tasa_impuesto_otro; ///< as typed, with "," on the screen
+    bool activo_fijo = false;
     std::string codigo_no_recuperable, ifrs = "0";
-    std::string comprobante_adjunto; ///< digits of the attachment set, "" or "0" none
-    std::string nro_correlativo, iva_activo_fijo;
-    std::string total_debe, total_haber; ///< displayed totals
+    std::int64_t comprobante_adjunto = 0; ///< attachment set, 0 none
+    std::int64_t nro_correlativo = 0;
+    std::int64_t iva_activo_fijo = 0; ///< pesos
+    Totales totales;                  ///< of the header, which need not be the sums of the lines
+    Campo ilegible = Campo::ninguno;  ///< an amount whose text is no number, so that it cannot be saved
     std::optional<Fecha> f_ult_modificacion;
     std::int64_t bloqueo_usuario = 0;
     std::vector<Linea> lineas;

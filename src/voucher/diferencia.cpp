@@ -4,7 +4,6 @@
 #include "voucher/iva.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstdlib>
 #include <functional>
 #include <numeric>
@@ -25,7 +24,7 @@ struct Celda {
 };
 
 std::string pesos(std::int64_t n) { return formato(static_cast<double>(n), "#,##0"); }
-std::int64_t monto(const std::string& texto) { return std::llround(valnumeroformato(texto)); }
+std::int64_t monto(const std::optional<Decimal>& m) { return m ? m->pesos() : 0; }
 std::string lado(bool debe) { return debe ? "Debe" : "Haber"; }
 
 bool sin_contrapartida(const Celda& c) { return c.sobra() && c.monto == std::abs(c.diferencia); }

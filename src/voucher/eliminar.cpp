@@ -1,5 +1,3 @@
-#include "platform/db/literal.h"
-#include "text/numeros.h"
 #include "voucher/cargar.h"
 #include "voucher/conjunto.h"
 #include "voucher/grabar.h"
@@ -18,8 +16,8 @@ ResultadoEliminar EliminarComprobante(clsConexion& db, const Clave& clave, int u
     const auto eliminar = [&] {
         r.quien = retener_intacto(db, clave, usuario, huella);
         exigir(db, sql_borrar_detalle(clave));
-        const std::int64_t conjunto = val_entero(r.quien->comprobante_adjunto);
-        if (solo_de_uno(db, conjunto)) exigir(db, sql_borrar_adjuntos(sql_numero(conjunto)));
+        const std::int64_t conjunto = r.quien->comprobante_adjunto;
+        if (solo_de_uno(db, conjunto)) exigir(db, sql_borrar_adjuntos(conjunto));
         exigir(db, " delete from ctcquorvel " + sql_clave(clave));
     };
     r.error = en_transaccion(db, eliminar, [&] { return esta_eliminado(db, clave); });

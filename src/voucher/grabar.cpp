@@ -27,7 +27,7 @@ public:
     void ejecutar() {
         revisar_periodo();
         const std::int64_t antes = o_.nuevo ? 0 : conjunto_guardado();
-        conjunto_ = importe(entero_sql(c_.comprobante_adjunto));
+        conjunto_ = c_.comprobante_adjunto;
         reservar_conjunto(antes);
         cabecera();
         if (o_.nuevo) cabecera_nueva();
@@ -47,10 +47,6 @@ public:
     }
 
 private:
-    [[nodiscard]] std::string importe(const std::optional<std::string>& numero) const {
-        return numero ? *numero : throw PasoFallido(paso_);
-    }
-
     /// Another screen may have closed the year or moved the period since this one was loaded.
     void revisar_periodo() {
         const Configuracion k = leer_periodo(db_, c_.empresa, o_.hoy);
@@ -62,19 +58,19 @@ private:
     std::int64_t conjunto_guardado() {
         const Comprobante guardado = retener_intacto(db_, clave_, c_.usuario, o_.huella, paso_);
         if (guardado.estado == "X") throw PasoFallido(paso_); // its amounts are out of the balances already
-        return val_entero(guardado.comprobante_adjunto);
+        return guardado.comprobante_adjunto;
     }
 
     void reservar_conjunto(std::int64_t guardado) {
-        const std::string propuesto = conjunto_;
-        if (conjunto_ == "0" && c_.adjuntos.empty()) return;
-        if (conjunto_ == std::to_string(guardado)) return;
-        if (conjunto_libre(db_, val_entero(conjunto_))) return;
+        const std::int64_t propuesto = conjunto_;
+        if (conjunto_ == 0 && c_.adjuntos.empty()) return;
+        if (conjunto_ == guardado) return;
+        if (conjunto_libre(db_, conjunto_)) return;
         constexpr int INTENTOS = 50; // folders left behind by abandoned vouchers are stepped over
         std::int64_t numero = val_entero(numero_adjunto(db_, std::nullopt));
         for (int intentos = 0; intentos < INTENTOS; ++numero) {
             if (!conjunto_libre(db_, numero)) continue;
-            conjunto_ = std::to_string(numero);
+            conjunto_ = numero;
             if (!o_.copiar_adjuntos || c_.adjuntos.empty()) return;
             if (o_.copiar_adjuntos(propuesto, conjunto_)) {
                 copiado_ = conjunto_;
@@ -102,17 +98,13 @@ private:
 
     void detalle() {
         pasos_.agregar(sql_borrar_detalle(clave_));
-        for (std::size_t n = 0; n < c_.lineas.size(); ++n) {
-            auto sql = sql_detalle(clave_, n + 1, c_.lineas[n]);
-            if (!sql) throw PasoFallido(PASO_DETALLE);
-            pasos_.agregar(std::move(*sql), PASO_DETALLE);
-        }
+        for (std::size_t n = 0; n < c_.lineas.size(); ++n)
+            pasos_.agregar(sql_detalle(clave_, n + 1, c_.lineas[n]), PASO_DETALLE);
     }
 
     void adjuntos(std::int64_t antes) {
-        if (conjunto_ != std::to_string(antes) && solo_de_uno(db_, antes))
-            pasos_.agregar(sql_borrar_adjuntos(std::to_string(antes)));
-        if (conjunto_ == "0") return; // rows of set 0 belong to nobody in particular
+        if (conjunto_ != antes && solo_de_uno(db_, antes)) pasos_.agregar(sql_borrar_adjuntos(antes));
+        if (conjunto_ == 0) return; // rows of set 0 belong to nobody in particular
         pasos_.agregar(sql_borrar_adjuntos(conjunto_));
         if (c_.adjuntos.empty()) return;
         const std::vector<std::int64_t> libres = correlativos(c_.adjuntos.size());
@@ -146,7 +138,7 @@ private:
     const char* const paso_;
     Pasos pasos_;
     ImportesSql importes_;
-    std::string conjunto_ = "0", copiado_;
+    std::int64_t conjunto_ = 0, copiado_ = 0;
     bool cierre_ = false;
 };
 

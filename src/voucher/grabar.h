@@ -19,15 +19,15 @@ struct OpcionesGrabar {
     /// Called inside the transaction when the proposed attachment set belongs to another voucher by now:
     /// copies the files from the first set to the second. They stay in the first as well, since nobody knows
     /// yet whether the change will be kept. @return false: the next number is tried, after 50 the save stops
-    std::function<bool(const std::string& de, const std::string& a)> copiar_adjuntos{};
+    std::function<bool(std::int64_t de, std::int64_t a)> copiar_adjuntos{};
     AvancePasos avance{}; ///< false ends the save; never asked once the commit has begun
 };
 struct ResultadoGrabar {
-    std::string error;               ///< empty when saved
-    std::string comprobante_adjunto; ///< the voucher's set; another one than before when files were copied
-    std::string copiado;             ///< the set that the files were copied into, also when the save failed
-    std::string huella;              ///< of what is stored now
-    bool cierre = false;             ///< it is the year's closing voucher
+    std::string error;                    ///< empty when saved
+    std::int64_t comprobante_adjunto = 0; ///< the voucher's set; another than before when files were copied
+    std::int64_t copiado = 0; ///< the set that the files were copied into, also when the save failed; 0 none
+    std::string huella;       ///< of what is stored now
+    bool cierre = false;      ///< it is the year's closing voucher
 };
 /// Writes the voucher in one transaction: header, last issued number, closing data, lines, attachment rows.
 /// The totals are summed again from the lines. Another user's lock stops it, and so does a stored voucher

@@ -11,6 +11,8 @@ constexpr std::size_t LARGO_GLOSA = 60;
 
 /// RUT, name and document number are stored with one trailing blank.
 std::string con_blanco(const std::string& valor) { return sql_texto(valor + " "); }
+/// A mark of a text column.
+std::string marca(bool si) { return si ? "'1'" : "'0'"; }
 std::string tasa(const std::string& pantalla) { return sql_texto(tasa_guardada(pantalla)); }
 
 } // namespace
@@ -20,11 +22,6 @@ std::string glosa_guardada(const std::string& glosa) { return primeros(glosa, LA
 std::string tasa_guardada(const std::string& pantalla) {
     const bool chilena = pantalla.find(',') != std::string::npos && numero_sql(pantalla);
     return reemplazar(chilena ? reemplazar(pantalla, ".", "") : pantalla, ",", ".");
-}
-
-std::optional<std::string> entero_sql(std::string_view chileno) {
-    if (!numero_sql(chileno)) return std::nullopt;
-    return Decimal::leer(chileno).formato("0");
 }
 
 std::string sql_clave(const Clave& k) {
@@ -41,31 +38,33 @@ std::string sql_H1(const Comprobante& c, const ImportesSql& m, Fecha hoy) {
            " codigo_no_recuperable, ifrs, comprobante_adjunto, nro_correlativo,iva_activo_fijo) values(" +
            sql_numero(c.empresa) + "," + sql_texto(c.subsistema) + "," + sql_fecha(c.f_comp) + "," +
            sql_texto(c.documento) + "," + sql_texto(c.num_docum) + "," + sql_texto(c.moneda) + "," +
-           m.t_debe + "," + m.t_haber + "," + sql_texto(c.concepto) + "," + sql_numero(c.usuario) + "," +
-           sql_fecha(hoy) + "," + m.cotizacion + ",'P'," + sql_texto(c.libro) + "," + sql_texto(c.doc_libro) +
-           "," + con_blanco(c.num_ref) + "," + sql_fecha(c.fecha_factura) + "," + sql_fecha(c.fecha_pago) +
-           "," + con_blanco(c.rut_persona) + "," + con_blanco(c.nombre) + "," +
-           sql_texto(std::to_string(c.apertura)) + "," + m.monto_neto + "," + m.monto_exento + "," +
-           sql_texto(c.codigo_otro_impuesto) + "," + tasa(c.tasa_impuesto_otro) + "," +
-           sql_texto(std::to_string(c.activo_fijo)) + "," + sql_texto(c.codigo_no_recuperable) + "," +
-           sql_texto(c.ifrs) + "," + m.conjunto + "," + m.correlativo + "," + m.iva_activo_fijo + ")";
+           sql_numero(m.t_debe) + "," + sql_numero(m.t_haber) + "," + sql_texto(c.concepto) + "," +
+           sql_numero(c.usuario) + "," + sql_fecha(hoy) + "," + sql_numero(c.cotizacion) + ",'P'," +
+           sql_texto(c.libro) + "," + sql_texto(c.doc_libro) + "," + con_blanco(c.num_ref) + "," +
+           sql_fecha(c.fecha_factura) + "," + sql_fecha(c.fecha_pago) + "," + con_blanco(c.rut_persona) +
+           "," + con_blanco(c.nombre) + "," + marca(c.apertura) + "," + sql_numero(c.monto_neto.pesos()) +
+           "," + sql_numero(c.monto_exento.pesos()) + "," + sql_texto(c.codigo_otro_impuesto) + "," +
+           tasa(c.tasa_impuesto_otro) + "," + marca(c.activo_fijo) + "," +
+           sql_texto(c.codigo_no_recuperable) + "," + sql_texto(c.ifrs) + "," + sql_numero(m.conjunto) + "," +
+           sql_numero(c.nro_correlativo) + "," + sql_numero(c.iva_activo_fijo) + ")";
 }
 
 std::string sql_H2(const Comprobante& c, const ImportesSql& m, Fecha hoy) {
-    return "update ctcQuorvel  set concepto=" + sql_texto(c.concepto) + ", t_debe=" + m.t_debe +
-           ", t_haber=" + m.t_haber + ", f_ult_modificacion=" + sql_fecha(hoy) +
-           ", cotizacion=" + m.cotizacion + ", usuario=" + sql_numero(c.usuario) +
+    return "update ctcQuorvel  set concepto=" + sql_texto(c.concepto) + ", t_debe=" + sql_numero(m.t_debe) +
+           ", t_haber=" + sql_numero(m.t_haber) + ", f_ult_modificacion=" + sql_fecha(hoy) +
+           ", cotizacion=" + sql_numero(c.cotizacion) + ", usuario=" + sql_numero(c.usuario) +
            ", estado='P', libro=" + sql_texto(c.libro) + ", doc_libro=" + sql_texto(c.doc_libro) +
            ", num_ref=" + con_blanco(c.num_ref) + ", fecha_factura=" + sql_fecha(c.fecha_factura) +
            ", fecha_pago=" + sql_fecha(c.fecha_pago) + ", rut_persona=" + con_blanco(c.rut_persona) +
-           ", nombre=" + con_blanco(c.nombre) + ",apertura=" + con_blanco(std::to_string(c.apertura)) +
-           ",monto_neto=" + m.monto_neto + " ,monto_exento=" + m.monto_exento +
+           ", nombre=" + con_blanco(c.nombre) + ",apertura=" + con_blanco(c.apertura ? "1" : "0") +
+           ",monto_neto=" + sql_numero(c.monto_neto.pesos()) +
+           " ,monto_exento=" + sql_numero(c.monto_exento.pesos()) +
            " , codigo_otro_impuesto=" + sql_texto(c.codigo_otro_impuesto) +
-           " , tasa_impuesto_otro=" + tasa(c.tasa_impuesto_otro) +
-           " , activo_fijo=" + sql_texto(std::to_string(c.activo_fijo)) +
+           " , tasa_impuesto_otro=" + tasa(c.tasa_impuesto_otro) + " , activo_fijo=" + marca(c.activo_fijo) +
            " , codigo_no_recuperable=" + sql_texto(c.codigo_no_recuperable) + ", ifrs=" + sql_texto(c.ifrs) +
-           ", comprobante_adjunto=" + m.conjunto + ", nro_correlativo=" + m.correlativo +
-           ", iva_activo_fijo=" + m.iva_activo_fijo + sql_clave(c.clave());
+           ", comprobante_adjunto=" + sql_numero(m.conjunto) +
+           ", nro_correlativo=" + sql_numero(c.nro_correlativo) +
+           ", iva_activo_fijo=" + sql_numero(c.iva_activo_fijo) + sql_clave(c.clave());
 }
 
 std::string sql_N1(const Clave& k, Fecha hoy) {
@@ -81,10 +80,10 @@ std::string sql_C1(const Clave& k, int anio) {
 }
 
 std::string sql_anulada(const Comprobante& c, const ImportesSql& m, Fecha f_ult_modificacion) {
-    return "update  ctcQuorvel  set concepto=" + sql_texto(c.concepto) + ", t_debe=" + m.t_debe +
-           ", t_haber=" + m.t_haber + ", f_ult_modificacion=" + sql_fecha(f_ult_modificacion) +
-           ", cotizacion=" + m.cotizacion + ", usuario=" + sql_numero(c.usuario) + ", estado='X'" +
-           sql_clave(c.clave());
+    return "update  ctcQuorvel  set concepto=" + sql_texto(c.concepto) + ", t_debe=" + sql_numero(m.t_debe) +
+           ", t_haber=" + sql_numero(m.t_haber) + ", f_ult_modificacion=" + sql_fecha(f_ult_modificacion) +
+           ", cotizacion=" + sql_numero(c.cotizacion) + ", usuario=" + sql_numero(c.usuario) +
+           ", estado='X'" + sql_clave(c.clave());
 }
 
 std::string sql_cheque(const Clave& k, const Comprobante::Cheque& q) {
@@ -103,28 +102,25 @@ std::string sql_factura_sigue(const Clave& antes, const Clave& ahora) {
 
 std::string sql_borrar_detalle(const Clave& k) { return " delete from ctdquorvel " + sql_clave(k); }
 
-std::optional<std::string> sql_detalle(const Clave& k, std::size_t secuencia, const Linea& l) {
-    const auto debe = entero_sql(l.debe);
-    const auto haber = entero_sql(l.haber);
-    if (!debe || !haber) return std::nullopt;
+std::string sql_detalle(const Clave& k, std::size_t secuencia, const Linea& l) {
     return "Insert into ctdquorvel(empresa,  subsistema, f_comp, documento, num_docum, "
            " secuencia, centro, auxiliar, debe_nacional,  haber_nacional, glosa, centro2, conciliado,num_ref,"
            " codigo_otro_impuesto,tasa_impuesto_otro) values (" +
            sql_numero(k.empresa) + "," + sql_texto(k.subsistema) + "," + sql_fecha(k.f_comp) + "," +
            sql_texto(k.documento) + "," + sql_texto(k.num_docum) + "," + std::to_string(secuencia) + "," +
-           sql_texto(l.centro) + "," + sql_texto(l.auxiliar) + "," + *debe + "," + *haber + "," +
-           sql_texto(glosa_guardada(l.glosa)) + "," + sql_texto(l.centro2) + "," + sql_texto(l.conciliado) +
-           "," + sql_texto(l.num_ref) + "," + sql_texto(l.codigo_otro_impuesto) + "," +
-           tasa(l.tasa_impuesto_otro) + ")";
+           sql_texto(l.centro) + "," + sql_texto(l.auxiliar) + "," + sql_numero(monto_guardado(l.debe)) +
+           "," + sql_numero(monto_guardado(l.haber)) + "," + sql_texto(glosa_guardada(l.glosa)) + "," +
+           sql_texto(l.centro2) + "," + sql_texto(l.conciliado) + "," + sql_texto(l.num_ref) + "," +
+           sql_texto(l.codigo_otro_impuesto) + "," + tasa(l.tasa_impuesto_otro) + ")";
 }
 
-std::string sql_borrar_adjuntos(const std::string& conjunto) {
-    return " delete from ctdcomprad  where comprobante_adjunto=" + conjunto;
+std::string sql_borrar_adjuntos(std::int64_t conjunto) {
+    return " delete from ctdcomprad  where comprobante_adjunto=" + sql_numero(conjunto);
 }
 
-std::string sql_adjunto(const std::string& conjunto, std::int64_t correlativo, const std::string& nombre) {
-    return "Insert into ctdcomprad(comprobante_adjunto,  correlativo,nombre) values ( " + conjunto + "," +
-           sql_numero(correlativo) + "," + sql_texto(nombre) + ")";
+std::string sql_adjunto(std::int64_t conjunto, std::int64_t correlativo, const std::string& nombre) {
+    return "Insert into ctdcomprad(comprobante_adjunto,  correlativo,nombre) values ( " +
+           sql_numero(conjunto) + "," + sql_numero(correlativo) + "," + sql_texto(nombre) + ")";
 }
 
 } // namespace quorvel

@@ -3,12 +3,10 @@
 
 namespace quorvel {
 
-/// A voucher's amounts as plain numbers, ready for a statement.
+/// What a save writes beside the voucher's own fields: the totals in whole pesos, the attachment set.
 struct ImportesSql {
-    std::string t_debe, t_haber, cotizacion, monto_neto, monto_exento, conjunto, correlativo, iva_activo_fijo;
+    std::int64_t t_debe = 0, t_haber = 0, conjunto = 0;
 };
-/// A displayed amount as whole pesos in plain digits; nothing for a text that is no number.
-[[nodiscard]] std::optional<std::string> entero_sql(std::string_view chileno);
 
 /// The gloss of a line as it is stored, cut to its length.
 [[nodiscard]] std::string glosa_guardada(const std::string& glosa);
@@ -30,11 +28,14 @@ struct ImportesSql {
 /// The invoice of a voucher whose key changed follows it.
 [[nodiscard]] std::string sql_factura_sigue(const Clave& antes, const Clave& ahora);
 [[nodiscard]] std::string sql_borrar_detalle(const Clave& clave);
-/// Nothing when an amount is no number. @param secuencia from 1
-[[nodiscard]] std::optional<std::string> sql_detalle(const Clave& clave, std::size_t secuencia,
-                                                     const Linea& l);
-[[nodiscard]] std::string sql_borrar_adjuntos(const std::string& conjunto);
-[[nodiscard]] std::string sql_adjunto(const std::string& conjunto, std::int64_t correlativo,
+/// The line's amount as it is written, whole pesos.
+[[nodiscard]] inline std::int64_t monto_guardado(const std::optional<Decimal>& monto) {
+    return monto ? monto->pesos() : 0;
+}
+/// @param secuencia from 1
+[[nodiscard]] std::string sql_detalle(const Clave& clave, std::size_t secuencia, const Linea& l);
+[[nodiscard]] std::string sql_borrar_adjuntos(std::int64_t conjunto);
+[[nodiscard]] std::string sql_adjunto(std::int64_t conjunto, std::int64_t correlativo,
                                       const std::string& nombre);
 
 } // namespace quorvel

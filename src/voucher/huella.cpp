@@ -5,8 +5,6 @@
 #include "text/letras_utf8.h"
 #include "text/numeros.h"
 #include "voucher/cargar.h"
-#include "voucher/importes.h"
-#include "voucher/pasos.h"
 
 #include <algorithm>
 #include <array>
@@ -68,11 +66,11 @@ private:
 };
 
 void agregar_linea(Rasgos& r, const Linea& l) {
-    const auto debe = entero_sql(l.debe), haber = entero_sql(l.haber);
-    if (!debe || !haber) throw PasoFallido(PASO_DETALLE);
+    const std::string debe = std::to_string(monto_guardado(l.debe)),
+                      haber = std::to_string(monto_guardado(l.haber));
     const std::string glosa = glosa_guardada(l.glosa), tasa = tasa_guardada(l.tasa_impuesto_otro);
-    for (const std::string* celda : {&l.centro, &l.auxiliar, &*debe, &*haber, &glosa, &l.centro2,
-                                     &l.conciliado, &l.num_ref, &l.codigo_otro_impuesto, &tasa})
+    for (const std::string* celda : {&l.centro, &l.auxiliar, &debe, &haber, &glosa, &l.centro2, &l.conciliado,
+                                     &l.num_ref, &l.codigo_otro_impuesto, &tasa})
         r.agregar(*celda);
 }
 
@@ -94,17 +92,18 @@ std::string huella_guardada(clsConexion& db, Recordset& cabecera, const Clave& c
 std::string huella_escrita(const Comprobante& c, const ImportesSql& m, Fecha hoy) {
     Rasgos r;
     for (const std::string& texto :
-         {c.concepto, m.t_debe, m.t_haber, fecha_iso(hoy), std::to_string(c.usuario), std::string("P"),
-          c.libro, c.doc_libro, c.num_ref})
+         {c.concepto, std::to_string(m.t_debe), std::to_string(m.t_haber), fecha_iso(hoy),
+          std::to_string(c.usuario), std::string("P"), c.libro, c.doc_libro, c.num_ref})
         r.agregar(texto);
     r.agregar(c.fecha_factura);
     r.agregar(c.fecha_pago);
     for (const std::string& texto :
-         {c.rut_persona, c.nombre, std::to_string(c.apertura), m.monto_neto, m.monto_exento,
-          c.codigo_otro_impuesto, tasa_guardada(c.tasa_impuesto_otro), std::to_string(c.activo_fijo),
-          c.codigo_no_recuperable, c.ifrs, m.conjunto, m.correlativo, m.iva_activo_fijo})
+         {c.rut_persona, c.nombre, std::to_string(c.apertura), std::to_string(c.monto_neto.pesos()),
+          std::to_string(c.monto_exento.pesos()), c.codigo_otro_impuesto, tasa_guardada(c.tasa_impuesto_otro),
+          std::to_string(c.activo_fijo), c.codigo_no_recuperable, c.ifrs, std::to_string(m.conjunto),
+          std::to_string(c.nro_correlativo), std::to_string(c.iva_activo_fijo)})
         r.agregar(texto);
-    r.agregar_tasa(m.cotizacion);
+    r.agregar_tasa(c.cotizacion.plano());
     for (const Linea& l : c.lineas) agregar_linea(r, l);
     for (const std::string& nombre : c.adjuntos) r.agregar_adjunto(nombre);
     return r.huella();

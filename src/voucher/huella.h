@@ -10,7 +10,7 @@ namespace quorvel {
 /// @param cabecera the header's row, all columns; lines and names are read in one query @throws ErrorSesion
 [[nodiscard]] std::string huella_guardada(clsConexion& db, Recordset& cabecera, const Clave& clave);
 /// What huella_guardada gives once this voucher is saved.
-/// @param m as they go into the header, the attachment set too @throws PasoFallido for an amount that is none
+/// @param m as they go into the header
 [[nodiscard]] std::string huella_escrita(const Comprobante& c, const ImportesSql& m, Fecha hoy);
 
 } // namespace quorvel

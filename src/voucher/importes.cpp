@@ -1,49 +1,29 @@
 #include "voucher/importes.h"
 
-#include "text/numeros.h"
 #include "voucher/pasos.h"
 
 namespace quorvel {
 namespace {
 
-struct Sumas {
-    Decimal debe, haber;
-};
-
-/// Sums of the amounts as the lines will hold them, whole pesos.
-Sumas sumar_lineas(const std::vector<Linea>& lineas) {
-    Sumas escritas, exactas;
-    const auto enteros = [](Decimal d) { return Decimal::leer(d.formato("0")); };
+Totales escritos(const std::vector<Linea>& lineas) {
+    Totales t;
     for (const Linea& l : lineas) {
-        if (!numero_sql(l.debe) || !numero_sql(l.haber)) throw PasoFallido(PASO_DETALLE);
-        const Decimal debe = Decimal::leer(l.debe), haber = Decimal::leer(l.haber);
-        exactas = {exactas.debe + debe, exactas.haber + haber};
-        escritas = {escritas.debe + enteros(debe), escritas.haber + enteros(haber)};
+        const Decimal debe = l.debe.value_or(0), haber = l.haber.value_or(0);
+        if (!cabe_en_total(debe) || !cabe_en_total(haber)) throw PasoFallido(PASO_DETALLE);
+        t = {t.debe + debe.redondeado(), t.haber + haber.redondeado()};
     }
-    if (!cabe_en_total(escritas.debe) || !cabe_en_total(escritas.haber)) throw PasoFallido(PASO_DETALLE);
-    // fractions that balance exactly may stop balancing once they are whole pesos
-    if (exactas.debe == exactas.haber && escritas.debe != escritas.haber)
-        throw PasoFallido("Comprobante descuadrado");
-    return escritas;
+    if (!cabe_en_total(t.debe) || !cabe_en_total(t.haber)) throw PasoFallido(PASO_DETALLE);
+    return t;
 }
 
 } // namespace
 
-ImportesSql importes_sql(const Comprobante& c, const std::string& conjunto, const char* paso) {
-    const auto exigido = [paso](const std::optional<std::string>& numero) {
-        return numero ? *numero : throw PasoFallido(paso);
-    };
-    const Sumas sumas = sumar_lineas(c.lineas);
-    ImportesSql m;
-    m.t_debe = sumas.debe.formato("0");
-    m.t_haber = sumas.haber.formato("0");
-    m.cotizacion = exigido(numero_sql(c.cotizacion));
-    m.monto_neto = formato(c.monto_neto, "0");
-    m.monto_exento = formato(c.monto_exento, "0");
-    m.conjunto = conjunto;
-    m.correlativo = exigido(entero_sql(c.nro_correlativo));
-    m.iva_activo_fijo = exigido(entero_sql(c.iva_activo_fijo));
-    return m;
+ImportesSql importes_sql(const Comprobante& c, std::int64_t conjunto, const char* paso) {
+    if (c.ilegible != Campo::ninguno) throw PasoFallido(c.ilegible == Campo::detalle ? PASO_DETALLE : paso);
+    const Totales exactos = totales_de(c.lineas), t = escritos(c.lineas);
+    // fractions that balance exactly may stop balancing once they are whole pesos
+    if (exactos.debe == exactos.haber && t.debe != t.haber) throw PasoFallido("Comprobante descuadrado");
+    return {t.debe.pesos(), t.haber.pesos(), conjunto};
 }
 
 } // namespace quorvel

@@ -39,10 +39,10 @@ bool anio_bloqueado_por_cierre(E e) {
     return e.k.existe && e.c.f_comp && anio(*e.c.f_comp) == e.k.anio && e.k.f_comp_cierre &&
            !es_comprobante_cierre(e.c, e.k) && cierre_vigente(e.db, e.c.empresa, e.k);
 }
-/// As displayed: an assistant may have written one of them without grouping.
+/// As displayed.
 bool descuadrado(E e) {
-    const auto mostrado = [](const std::string& total) { return Decimal::leer(total).formato("#,##0"); };
-    return mostrado(e.c.total_debe) != mostrado(e.c.total_haber);
+    const Totales mostrados = e.c.totales.redondeados();
+    return mostrados.debe != mostrados.haber;
 }
 
 constexpr Regla REGLAS[] = {

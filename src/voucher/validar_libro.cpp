@@ -43,12 +43,12 @@ bool sin_rut(E e) { return recortar(e.c.rut_persona).empty(); }
 bool sin_nombre(E e) { return recortar(e.c.nombre).empty(); }
 
 /// One row per book and check.
-struct Campo {
+struct CampoExigido {
     std::string_view libro;
     bool (*falla)(E);
     const char *mensaje, *foco;
 };
-constexpr Campo CAMPOS[] = {
+constexpr CampoExigido CAMPOS[] = {
     {"VENTAS", sin_documento, "Ingrese boleta o factura de venta", "cmbdoc_libro"},
     {"VENTAS", sin_numero, "Ingrese número de boleta o factura de venta", "txtnum_ref"},
     {"VENTAS", sin_fecha, "Ingrese fecha de boleta o factura de venta", "txtfecha_doc"},
@@ -115,7 +115,7 @@ Rechazo rechazo(std::string mensaje, std::string foco, std::string sobre) {
 }
 
 bool revisar_campos(E e, const OyeRechazo& oye, bool& bien) {
-    for (const Campo& c : CAMPOS) {
+    for (const CampoExigido& c : CAMPOS) {
         if (c.libro != e.c.libro || !c.falla(e)) continue;
         bien = false;
         if (!oye(rechazo(c.mensaje, c.foco, ""))) return false;
@@ -140,7 +140,7 @@ bool revisar_cuentas(E e, const OyeRechazo& oye, bool& bien) {
 } // namespace
 
 std::optional<DocumentoReferido> documento_referido(const Comprobante& c) {
-    if (std::ranges::find(CAMPOS, c.libro, &Campo::libro) == std::end(CAMPOS)) return std::nullopt;
+    if (std::ranges::find(CAMPOS, c.libro, &CampoExigido::libro) == std::end(CAMPOS)) return std::nullopt;
     return DocumentoReferido{c.libro, c.doc_libro, c.rut_persona, c.num_ref};
 }
 

@@ -45,7 +45,7 @@ std::optional<Falla> falla_de(const Linea& l, std::size_t i, Cuentas& cuentas) {
         return Falla{"Cuenta " + l.centro + " requiere auxiliar", AUXILIAR};
     if (!cuenta.requiere_auxiliar && !l.auxiliar.empty())
         return Falla{"Cuenta " + l.centro + " no requiere auxiliar", AUXILIAR};
-    if (l.debe.empty() && l.haber.empty()) return Falla{"Ingrese valor del debe", DEBE};
+    if (!l.debe && !l.haber) return Falla{"Ingrese valor del debe", DEBE};
     return std::nullopt;
 }
 
@@ -59,8 +59,8 @@ bool revisar_lineas(const std::vector<Linea>& lineas, Recordset& maestro, const 
         auto f = falla_de(lineas[i], i, cuentas);
         if (f && !oye({std::move(f->mensaje), Icono::critico, FOCO, static_cast<int>(i), f->columna}))
             return false;
-        debe = debe + Decimal::leer(lineas[i].debe);
-        haber = haber + Decimal::leer(lineas[i].haber);
+        debe = debe + lineas[i].debe.value_or(0);
+        haber = haber + lineas[i].haber.value_or(0);
         if (!cabe || (cabe_en_total(debe) && cabe_en_total(haber))) continue;
         cabe = false;
         if (!oye({"Monto no válido", Icono::critico, FOCO, static_cast<int>(i),

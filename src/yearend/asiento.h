@@ -18,10 +18,10 @@ struct LineaNumerada {
     int contador = 0;
     Linea linea;
 };
-/// Lines that a year-end process proposes, with both displayed totals.
+/// Lines that a year-end process proposes, with the totals of the whole voucher.
 struct AsientoGenerado {
     std::vector<LineaNumerada> lineas;
-    std::string total_debe = "0", total_haber = "0";
+    Totales totales;
 };
 /// One of: the lines, a refusal, or cancelled by the person.
 struct ResultadoAsiento {

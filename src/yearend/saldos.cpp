@@ -10,15 +10,6 @@ namespace {
 
 constexpr long CADA = 500;
 
-/// Sums come as whole numbers or, from foreign data, with decimals; never through binary floating point
-/// while they are whole.
-Decimal monto(const Value& v) {
-    if (v.is_integer()) return v.integer();
-    std::string texto = v.text();
-    std::ranges::replace(texto, '.', ',');
-    return Decimal::leer(texto);
-}
-
 } // namespace
 
 bool tiene_movimientos(clsConexion& db, int empresa, int anio) {
@@ -35,7 +26,7 @@ bool recorrer_saldos(clsConexion& db, const std::string& sql, const Avance& avan
     for (const auto rs = db.NewRecord(sql); !rs->eof(); rs->MoveNext()) {
         const bool con_ref = rs->columns().size() > 4;
         const auto texto = [&](std::size_t i) { return recortar_fin(rs->at(i).text()); };
-        fila({texto(0), texto(1), con_ref ? texto(4) : "", monto(rs->at(2)), monto(rs->at(3))});
+        fila({texto(0), texto(1), con_ref ? texto(4) : "", rs->at(2).decimal(), rs->at(3).decimal()});
         if (++n % CADA == 0 && avance && !avance(n)) return false;
     }
     return true;
@@ -51,16 +42,15 @@ void ArmadorAsiento::poner(const Saldo& s, bool con_linea) {
     LineaNumerada n{contador_, {}};
     n.linea.centro = s.centro;
     n.linea.auxiliar = s.auxiliar;
-    n.linea.debe = s.debe.formato("#,##0");
-    n.linea.haber = s.haber.formato("#,##0");
+    n.linea.debe = s.debe.redondeado();
+    n.linea.haber = s.haber.redondeado();
     n.linea.glosa = glosa_;
     n.linea.num_ref = s.ref;
     asiento_.lineas.push_back(std::move(n));
 }
 
 AsientoGenerado ArmadorAsiento::terminar(Decimal desde_debe, Decimal desde_haber) {
-    asiento_.total_debe = (desde_debe + debe_).formato("#,##0");
-    asiento_.total_haber = (desde_haber + haber_).formato("#,##0");
+    asiento_.totales = {desde_debe + debe_, desde_haber + haber_};
     return std::move(asiento_);
 }
 

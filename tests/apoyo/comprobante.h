@@ -26,12 +26,11 @@ inline Comprobante compra(const std::string& numero = "1") {
     c.rut_persona = "76.418.352-5";
     c.nombre = "FERRETERIA EL ROBLE SPA";
     c.monto_neto = 100000;
-    c.nro_correlativo = "1";
-    c.comprobante_adjunto = "";
-    c.total_debe = c.total_haber = "119.000";
-    c.lineas = {{"501002", "", "100.000", "", "compra", "", "", "", "", ""},
-                {"109001", "", "19.000", "", "iva", "", "S", "", "", ""},
-                {"201001", "000013", "", "119.000", "factura", "101001", "", "9", "024", "31,50"}};
+    c.nro_correlativo = 1;
+    c.totales = {119000, 119000};
+    c.lineas = {{"501002", "", 100000, {}, "compra"},
+                {"109001", "", 19000, {}, "iva", "", "S"},
+                {"201001", "000013", {}, 119000, "factura", "101001", "", "9", "024", "31,50"}};
     return c;
 }
 

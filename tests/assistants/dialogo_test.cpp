@@ -178,25 +178,25 @@ TEST_P(Asistentes, ElOtroImpuestoVaPorSuCodigo) {
 }
 
 TEST_P(Asistentes, ReaperturaReparteElTotal) {
-    const auto propuesta = [&](double neto, double exento, const char* total, const char* tasa,
+    const auto propuesta = [&](std::int64_t neto, std::int64_t exento, std::int64_t total, const char* tasa,
                                std::optional<double> linea = {}) {
         const auto r =
             proponer_reapertura(*p.db, {neto, exento, total, tasa,
                                         Clave{1, "01", fecha(2024, 3, 20), "002", "7"}, "109002", linea});
         return r ? r->neto + " " + r->iva + " " + r->otro + " " + r->total : "nothing";
     };
-    EXPECT_EQ(propuesta(0, 0, "119.000", ""), "nothing");
-    EXPECT_EQ(propuesta(100000, 0, "119.000", ""), "100.000 19.000 0 119.000");
-    EXPECT_EQ(propuesta(150, 0, "179", ""), "150 29 0 178");
-    EXPECT_EQ(propuesta(100000, 5000, "155.500", "31,5"), "100.000 19.000 31.500 155.500");
-    EXPECT_EQ(propuesta(100000, 0, "118.500", ""), "100.000 19.000 0 119.000");
+    EXPECT_EQ(propuesta(0, 0, 119000, ""), "nothing");
+    EXPECT_EQ(propuesta(100000, 0, 119000, ""), "100.000 19.000 0 119.000");
+    EXPECT_EQ(propuesta(150, 0, 179, ""), "150 29 0 178");
+    EXPECT_EQ(propuesta(100000, 5000, 155500, "31,5"), "100.000 19.000 31.500 155.500");
+    EXPECT_EQ(propuesta(100000, 0, 118500, ""), "100.000 19.000 0 119.000");
     ejecutar(*p.db, "insert into ctdquorvel(empresa,subsistema,f_comp,documento,num_docum,secuencia,centro,"
                     "haber_nacional) values (1,'01',#03/20/2024#,'002','7',4,'109002',500)");
-    EXPECT_EQ(propuesta(100000, 0, "118.500", ""), "100.000 19.000 -500 118.500") << "it takes away";
-    EXPECT_EQ(propuesta(100000, 0, "119.700", "31,5", 700), "100.000 19.000 700 119.700")
+    EXPECT_EQ(propuesta(100000, 0, 118500, ""), "100.000 19.000 -500 118.500") << "it takes away";
+    EXPECT_EQ(propuesta(100000, 0, 119700, "31,5", 700), "100.000 19.000 700 119.700")
         << "typed against the rate";
-    EXPECT_EQ(propuesta(100000, 0, "118.300", "", 700), "100.000 19.000 -700 118.300");
-    EXPECT_EQ(propuesta(150, 0, "179", ""), "150 29 0 178") << "a peso is rounding, no other tax";
+    EXPECT_EQ(propuesta(100000, 0, 118300, "", 700), "100.000 19.000 -700 118.300");
+    EXPECT_EQ(propuesta(150, 0, 179, ""), "150 29 0 178") << "a peso is rounding, no other tax";
 }
 
 TEST_P(Asistentes, GeneraAuxiliar) {

@@ -104,7 +104,7 @@ std::string foto(const frmQuorvel& f) {
     std::string t = f.cmblibro.Text() + "|" + f.cmbdoc_libro.Text() + "|" + f.txttasa_impuesto_otro.Text() +
                     "|" + f.cmbcodigo_otro_impuesto.Text() + "|" + f.lblTotalDebe.Caption() + "|" +
                     f.lblTotalhaber.Caption() + "|" + f.txtNum_doc.Text() + "|" +
-                    std::to_string(f.estado.monto_neto) + "|" + std::to_string(f.estado.monto_exento);
+                    f.estado.monto_neto.plano() + "|" + f.estado.monto_exento.plano();
     for (int i = 0; i < f.grdDetalle.Rows(); ++i)
         for (int c = 0; c < f.grdDetalle.Cols(); ++c) t += "|" + f.grdDetalle.TextMatrix(i, c);
     return t;

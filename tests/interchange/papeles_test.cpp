@@ -208,15 +208,14 @@ TEST_P(Papeles, ChequeStagingRow) {
 TEST(Factura, AmountsOfTheForm) {
     Comprobante c;
     c.libro = "VENTAS";
-    c.lineas = {{"203001", "", "", "19.000", {}, {}, {}, {}, {}, {}},
-                {"401001", "", "", "100.000", {}, {}, {}, {}, {}, {}}};
+    c.lineas = {{"203001", "", {}, 19000}, {"401001", "", {}, 100000}};
     EXPECT_EQ(iva_del_comprobante(c, "203001", "401001"), 19000);
     c.libro = "COMPRAS";
     EXPECT_EQ(iva_del_comprobante(c, "203001", "401001"), 100000);
     c.libro = "CONTABLES";
     EXPECT_EQ(iva_del_comprobante(c, "203001", "401001"), 0);
-    EXPECT_EQ(montos_iniciales("119.000", 19000).neto, "100.000");
-    EXPECT_EQ(montos_iniciales("119.000", 0).neto, "0");
+    EXPECT_EQ(montos_iniciales(119000, 19000).neto, "100.000");
+    EXPECT_EQ(montos_iniciales(119000, 0).neto, "0");
     EXPECT_EQ(montos_del_neto("250").total, "298"); // 297.5, not 297.4999…
     EXPECT_EQ(montos_del_neto("250").iva, "48");
     EXPECT_EQ(total_linea("1,5", "1.000"), "1.500");

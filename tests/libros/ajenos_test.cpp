@@ -61,8 +61,8 @@ void sembrar(clsConexion& db, bool nulos) {
 std::string lineas(const ResultadoAsiento& r) {
     std::string texto = r.rechazo ? r.rechazo->mensaje : "";
     for (const LineaNumerada& n : r.asiento.lineas)
-        texto += n.linea.centro + "|" + n.linea.auxiliar + "|" + n.linea.debe + "|" + n.linea.haber + "|" +
-                 n.linea.num_ref + "\n";
+        texto += n.linea.centro + "|" + n.linea.auxiliar + "|" + n.linea.debe->plano() + "|" +
+                 n.linea.haber->plano() + "|" + n.linea.num_ref + "\n";
     return texto;
 }
 

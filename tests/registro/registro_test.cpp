@@ -49,7 +49,7 @@ std::string en_texto(const std::vector<Linea>& lineas) {
     for (const Linea& l : lineas) {
         if (!t.empty()) t += " | ";
         t += l.centro + (l.auxiliar.empty() ? "" : "/" + l.auxiliar) +
-             (l.debe != "0" ? " D" + l.debe : " H" + l.haber);
+             (*l.debe != 0 ? " D" + l.debe->formato("#,##0") : " H" + l.haber->formato("#,##0"));
         if (!l.codigo_otro_impuesto.empty()) t += " " + l.codigo_otro_impuesto + " " + l.tasa_impuesto_otro;
     }
     return t;

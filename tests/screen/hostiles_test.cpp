@@ -48,7 +48,7 @@ const Textos& valores() {
 }
 
 /// A box of the header, or a cell of the first line.
-struct Campo {
+struct Lugar {
     std::string control;
     int columna = -1;
     [[nodiscard]] std::string leer(const frmQuorvel& f) const {
@@ -94,7 +94,7 @@ protected:
     }
     std::string cuantos() { return p.sql("select count(*) from ctcquorvel"); }
     /// One field and value: typed, saved, found again. Each refusal has one text and keeps everything.
-    void probar(const Campo& campo, const std::string& valor) {
+    void probar(const Lugar& campo, const std::string& valor) {
         preparar();
         const std::string antes = cuantos(), viejo = campo.leer(p.f);
         const bool puesto = campo.poner(p, valor);
@@ -140,13 +140,13 @@ INSTANTIATE_TEST_SUITE_P(Motores, Hostiles, ::testing::ValuesIn(apoyo::MOTORES),
 } // namespace
 
 TEST_P(Hostiles, EveryFieldKeepsOrRefusesEveryValue) {
-    std::vector<Campo> campos;
+    std::vector<Lugar> campos;
     for (const char* caja : {"txtconcepto", "txtnombre", "txtnum_ref", "txtCotizacion", "txtiva_activo_fijo",
                              "txttasa_impuesto_otro", "txtNum_doc", "txtnro_correlativo", "txtrut_persona",
                              "mskF_comp", "txtfecha_doc", "txtfecha_pago"})
         campos.push_back({caja});
     for (int columna = 1; columna <= 10; ++columna) campos.push_back({"grdDetalle", columna});
-    for (const Campo& campo : campos)
+    for (const Lugar& campo : campos)
         for (const std::string& valor : valores()) {
             SCOPED_TRACE(campo.control + std::to_string(campo.columna) + " <" + valor.substr(0, 30) + ">");
             probar(campo, valor);

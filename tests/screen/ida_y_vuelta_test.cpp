@@ -2,6 +2,7 @@
 // vouchers saved, exported and read again; each row names every field that comes back different.
 #include "apoyo/dialogo.h"
 #include "screen/abrir.h"
+#include "screen/campos.h"
 
 #include <functional>
 
@@ -22,8 +23,8 @@ Foto foto(const frmQuorvel& f) {
         campos.emplace_back(c, apoyo::texto(f, c));
     campos.emplace_back("chkactivo_fijo", std::to_string(f.chkactivo_fijo.Value()));
     campos.emplace_back("chkApertura", std::to_string(f.chkApertura.Value()));
-    campos.emplace_back("neto", std::to_string(f.estado.monto_neto));
-    campos.emplace_back("exento", std::to_string(f.estado.monto_exento));
+    campos.emplace_back("neto", f.estado.monto_neto.plano());
+    campos.emplace_back("exento", f.estado.monto_exento.plano());
     for (int i = 0; i < f.grdDetalle.Rows(); ++i)
         for (int c = 0; c < f.grdDetalle.Cols(); ++c)
             campos.emplace_back("celda " + std::to_string(i) + "," + std::to_string(c),
@@ -44,8 +45,7 @@ void lineas(frmQuorvel& f, const std::vector<std::string>& filas, const char* to
     f.grdDetalle.Clear();
     int n = 0;
     for (const std::string& fila : filas) f.grdDetalle.AddItem(std::to_string(++n) + "\t" + fila);
-    f.lblTotalDebe.SetCaption(total);
-    f.lblTotalhaber.SetCaption(total);
+    mostrar_totales(f, {Decimal::leer(total), Decimal::leer(total)});
 }
 /// A purchase with its tax document.
 void compra(frmQuorvel& f, const char* documento, const char* ref) {

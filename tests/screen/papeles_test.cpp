@@ -42,17 +42,17 @@ protected:
         c.nombre = "ANA ROJAS ";
         c.num_ref = "4512";
         c.fecha_factura = leer_fecha("04/03/2024");
-        c.total_debe = "119.000";
+        c.totales.debe = 119000;
         c.lineas.resize(2);
         c.lineas[0].centro = "203001";
-        c.lineas[0].haber = "19.000";
+        c.lineas[0].haber = 19000;
         ejecutar(
             *db,
             "insert into ctcquorvel(empresa,f_comp,documento,num_docum) values (1,#03/05/2024#,'001','7')");
     }
     EntradaCheque entrada_cheque() {
-        return {db.get(),    reporte.get(), &impresor,       c.clave(),  "1 Empresa",
-                "ANA ROJAS", "4512",        c.fecha_factura, "1.234.567"};
+        return {db.get(),    reporte.get(), &impresor,       c.clave(), "1 Empresa",
+                "ANA ROJAS", "4512",        c.fecha_factura, 1234567};
     }
     EntradaFactura entrada_factura() {
         return {db.get(), reporte.get(), &impresor, c, "203001", "109001", "1 Empresa"};

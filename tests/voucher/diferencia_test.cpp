@@ -16,7 +16,7 @@ std::vector<Linea> lineas(const std::string& montos) {
     std::istringstream partes(montos);
     for (std::string m; partes >> m;) {
         Linea l;
-        (m[0] == 'D' ? l.debe : l.haber) = m.substr(1);
+        (m[0] == 'D' ? l.debe : l.haber) = Decimal::leer(m.substr(1));
         filas.push_back(l);
     }
     return filas;

@@ -55,7 +55,7 @@ TEST_P(Validar, FirstFailureOfTheFixedOrder) {
          "comprobante o la fecha del comprobante antes de volver a presionar el boton actualizar, para que "
          "la información quede grabada.",
          "", Icono::exclamacion, [](Validar& v) { v.c.num_docum = "1"; }},
-        {"Comprobante descuadrado", "", Icono::critico, [](Validar& v) { v.c.total_haber = "119.001"; }},
+        {"Comprobante descuadrado", "", Icono::critico, [](Validar& v) { v.c.totales.haber = 119001; }},
         {"Cuadricula en modo de edicion, cambiese de fila para cambiar el modo ", "grdDetalle",
          Icono::critico, [](Validar& v) { v.editando = true; }},
         {"Ingrese detalle del comprobante", "grdDetalle", Icono::critico,
@@ -100,9 +100,9 @@ TEST_P(Validar, LimitsThatPass) {
         EXPECT_EQ(mensaje(), "");
     }
     c = compra();
-    c.total_debe = "119000"; // as an assistant writes it
+    c.totales.debe = Decimal::leer("119.000,4"); // what is shown counts
     EXPECT_EQ(mensaje(), "");
-    c.lineas[0].debe = "100.000,4";
+    c.lineas[0].debe = Decimal::leer("100.000,4");
     EXPECT_EQ(mensaje().substr(0, 31), "Cuadricula en modo de edición,");
     c = compra();
     c.doc_libro = "B. ELECTRONICA"; // needs no VAT line
@@ -206,12 +206,12 @@ TEST_P(Validar, Lines) {
         int columna;
     };
     const Fila filas[] = {
-        {{"", "", "1", "", "", "", "", "", "", ""}, "Ingrese cuenta en linea 2", 1},
-        {{"501009", "", "1", "", "", "", "", "", "", ""}, "Cuenta 501009 no válida", 1},
-        {{"9'9", "", "1", "", "", "", "", "", "", ""}, "Cuenta 9'9 no válida", 1},
-        {{"103001", "", "1", "", "", "", "", "", "", ""}, "Cuenta 103001 requiere auxiliar", 2},
-        {{"101001", "000012", "1", "", "", "", "", "", "", ""}, "Cuenta 101001 no requiere auxiliar", 2},
-        {{"101001", "", "", "", "", "", "", "", "", ""}, "Ingrese valor del debe", 3},
+        {{"", "", 1, {}}, "Ingrese cuenta en linea 2", 1},
+        {{"501009", "", 1, {}}, "Cuenta 501009 no válida", 1},
+        {{"9'9", "", 1, {}}, "Cuenta 9'9 no válida", 1},
+        {{"103001", "", 1, {}}, "Cuenta 103001 requiere auxiliar", 2},
+        {{"101001", "000012", 1, {}}, "Cuenta 101001 no requiere auxiliar", 2},
+        {{"101001", "", {}, {}}, "Ingrese valor del debe", 3},
     };
     maestros.reabrir(*db, false);
     for (const Fila& f : filas) {
@@ -221,30 +221,32 @@ TEST_P(Validar, Lines) {
         EXPECT_EQ(r->fila, 1);
         EXPECT_EQ(r->columna, f.columna) << f.mensaje;
     }
-    const std::vector<Linea> centavos = {{"101001", "", "0,1", "", "", "", "", "", "", ""},
-                                         {"101001", "", "0,2", "", "", "", "", "", "", ""},
-                                         {"101002", "", "", "0,3", "", "", "", "", "", ""}};
+    const std::vector<Linea> centavos = {{"101001", "", Decimal::leer("0,1"), {}},
+                                         {"101001", "", Decimal::leer("0,2"), {}},
+                                         {"101002", "", {}, Decimal::leer("0,3")}};
     EXPECT_FALSE(ValidarLineas(centavos, maestros[Maestro::cuentas])) << "summed in decimal";
     // Eighteen digits can be stored, as a total too.
-    const auto lineas = [](const char* ultimo, bool al_debe) {
+    const auto lineas = [](std::int64_t ultimo, bool al_debe) {
         std::vector<Linea> todas;
-        for (const char* monto : {"900.000.000.000.000.000", "99.999.999.999.999.999", ultimo})
-            for (const bool debe : {al_debe, !al_debe})
-                todas.push_back({"101001", "", debe ? monto : "", debe ? "" : monto, "", "", "", "", "", ""});
+        for (const std::int64_t monto : {900'000'000'000'000'000, 99'999'999'999'999'999, ultimo})
+            for (const bool debe : {al_debe, !al_debe}) {
+                todas.push_back({"101001", ""});
+                (debe ? todas.back().debe : todas.back().haber) = monto;
+            }
         return todas;
     };
     for (const bool al_debe : {true, false}) {
-        EXPECT_FALSE(ValidarLineas(lineas("0", al_debe), maestros[Maestro::cuentas]));
-        const auto r = ValidarLineas(lineas("1", al_debe), maestros[Maestro::cuentas]);
+        EXPECT_FALSE(ValidarLineas(lineas(0, al_debe), maestros[Maestro::cuentas]));
+        const auto r = ValidarLineas(lineas(1, al_debe), maestros[Maestro::cuentas]);
         ASSERT_TRUE(r) << "balanced, and one peso more than fits";
         EXPECT_EQ(r->mensaje, "Monto no válido");
         EXPECT_EQ(std::pair(r->fila, r->columna),
                   std::pair(std::optional(4), std::optional(al_debe ? 3 : 4)));
         c = compra();
-        c.lineas = lineas("1", al_debe);
+        c.lineas = lineas(1, al_debe);
         EXPECT_EQ(GrabarComprobante(*db, c, {.nuevo = true, .hoy = HOY}).error,
                   "Problemas al grabar detalle");
-        c.lineas = lineas("0", al_debe);
+        c.lineas = lineas(0, al_debe);
         const auto guardado = leer_guardado(*db, c.clave());
         ASSERT_EQ(GrabarComprobante(
                       *db, c, {.nuevo = al_debe, .hoy = HOY, .huella = guardado ? guardado->huella : ""})

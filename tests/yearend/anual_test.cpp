@@ -51,11 +51,8 @@ protected:
     void guardar(const ResultadoAsiento& r, const std::string& dia) {
         std::vector<Apunte> apuntes;
         for (const auto& [n, l] : r.asiento.lineas)
-            apuntes.push_back({l.centro, l.auxiliar, *a_numero(l.debe), *a_numero(l.haber)});
+            apuntes.push_back({l.centro, l.auxiliar, l.debe->pesos(), l.haber->pesos()});
         comprobante(dia, apuntes);
-    }
-    static std::optional<std::int64_t> a_numero(const std::string& t) {
-        return val_entero(numero_sql(t).value_or("x"));
     }
     void registrar_cierre() {
         ejecutar(
@@ -68,7 +65,7 @@ protected:
         std::string t;
         for (const auto& [n, l] : r.asiento.lineas)
             t += (t.empty() ? "" : ";") + std::to_string(n) + "|" + l.centro + "|" + l.auxiliar + "|" +
-                 l.debe + "|" + l.haber + "|" + l.num_ref;
+                 l.debe->formato("#,##0") + "|" + l.haber->formato("#,##0") + "|" + l.num_ref;
         return t;
     }
 };

@@ -1,5 +1,6 @@
 #pragma once
 #include "text/fecha.h"
+#include "text/numeros.h"
 
 #include <cstdint>
 #include <functional>
@@ -52,6 +53,8 @@ public:
     [[nodiscard]] std::int64_t integer() const;
     /// Null is 0.
     [[nodiscard]] double number() const;
+    /// The same, exactly: six decimals.
+    [[nodiscard]] Decimal decimal() const;
     /// The date of an ISO text; nothing for null.
     [[nodiscard]] std::optional<Fecha> date() const;
 

@@ -17,5 +17,6 @@ std::string sql_texto(std::string_view valor) {
 std::string sql_fecha(Fecha f) { return '#' + fecha_mdy(f) + '#'; }
 std::string sql_fecha(std::optional<Fecha> f) { return f ? sql_fecha(*f) : "null"; }
 std::string sql_numero(std::int64_t n) { return std::to_string(n); }
+std::string sql_numero(Decimal n) { return n.plano(); }
 
 } // namespace quorvel

@@ -1,5 +1,6 @@
 #pragma once
 #include "text/fecha.h"
+#include "text/numeros.h"
 
 #include <cstdint>
 #include <optional>
@@ -17,5 +18,7 @@ namespace quorvel {
 /// #mm/dd/yyyy# or null
 [[nodiscard]] std::string sql_fecha(std::optional<Fecha> f);
 [[nodiscard]] std::string sql_numero(std::int64_t n);
+/// With its decimals, "1950.5"
+[[nodiscard]] std::string sql_numero(Decimal n);
 
 } // namespace quorvel

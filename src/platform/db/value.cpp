@@ -1,6 +1,7 @@
 #include "platform/db/clsConexion.h"
 #include "text/numeros.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -30,6 +31,13 @@ double Value::number() const {
     if (const auto* d = std::get_if<double>(&v_)) return *d;
     if (const auto* t = std::get_if<std::string>(&v_)) return valnumerobase(*t);
     return 0;
+}
+
+Decimal Value::decimal() const {
+    if (const auto* n = std::get_if<std::int64_t>(&v_)) return *n;
+    std::string chileno = text();
+    std::ranges::replace(chileno, '.', ',');
+    return Decimal::leer(chileno);
 }
 
 std::optional<Fecha> Value::date() const {

@@ -20,8 +20,8 @@ bool nombra(const Nombres& nombres, const std::string& nombre) {
 /// no two vouchers ever put files into one, whatever number they were proposed. @return false: it cannot be
 bool reclamar_carpeta(frmQuorvel& f, const Attachments& carpeta) {
     if (f.lstadjunto.ListCount() > 0) return true;
-    const bool guardado =
-        !f.glbBanderaNuevo && f.estado.cargado->comprobante_adjunto == f.gstrcomprobante_adjunto;
+    const bool guardado = !f.glbBanderaNuevo &&
+                          std::to_string(f.estado.cargado->comprobante_adjunto) == f.gstrcomprobante_adjunto;
     if (guardado && carpeta.make(f.gstrcomprobante_adjunto)) return true;
     const auto libre = carpeta.claim(numero_adjunto(*f.glbdb, std::nullopt));
     if (libre) fijar_conjunto(f, *libre);
@@ -37,12 +37,12 @@ bool lo_nombra_otro(frmQuorvel& f, int entrada, const std::string& nombre) {
 }
 
 /// Takes files out of a set that another one has as well, but those that a stored row names.
-void quitar_de(frmQuorvel& f, const std::string& conjunto, const std::string& quedan_en,
-               const Nombres& nombres) {
+void quitar_de(frmQuorvel& f, std::int64_t de, std::int64_t quedan_en, const Nombres& nombres) {
     const Attachments carpeta = carpeta_adjuntos(f);
+    const std::string conjunto = std::to_string(de);
     const Nombres guardados = leer_adjuntos(*f.glbdb, conjunto);
     for (const std::string& nombre : nombres)
-        if (!nombra(guardados, nombre) && carpeta.find(quedan_en, nombre))
+        if (!nombra(guardados, nombre) && carpeta.find(std::to_string(quedan_en), nombre))
             (void)carpeta.remove(conjunto, nombre);
 }
 
@@ -60,9 +60,9 @@ void fijar_conjunto(frmQuorvel& f, const std::string& conjunto) {
 void nuevo_conjunto(frmQuorvel& f) { fijar_conjunto(f, carpeta_adjuntos(f).first_free(f.NumeroAdjunto())); }
 
 void quitar_copias(frmQuorvel& f, const Comprobante& c, const ResultadoGrabar& r) {
-    const std::string& antes = c.comprobante_adjunto;
+    const std::int64_t antes = c.comprobante_adjunto;
     if (c.adjuntos.empty() || r.error == DESENLACE_DESCONOCIDO) return;
-    if (!r.error.empty() && !r.copiado.empty()) quitar_de(f, r.copiado, antes, c.adjuntos);
+    if (!r.error.empty() && r.copiado != 0) quitar_de(f, r.copiado, antes, c.adjuntos);
     if (r.error.empty() && r.comprobante_adjunto != antes)
         quitar_de(f, antes, r.comprobante_adjunto, c.adjuntos);
 }

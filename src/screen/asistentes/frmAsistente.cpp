@@ -118,12 +118,18 @@ void frmAsistente::mostrar(const Importes& i) {
 }
 
 DocumentoTributario frmAsistente::documento() const {
-    return {cmbdoc_libro.Text(), txtCuenta.Text(), txtauxiliar.Text(), codigo_de_entrada(cmbAuxiliar.Text()),
-            txttotal.Text(),     lbliva.Caption(), txtotro.Text(),     chktrasponer.Value() == 1};
+    return {cmbdoc_libro.Text(),
+            txtCuenta.Text(),
+            txtauxiliar.Text(),
+            codigo_de_entrada(cmbAuxiliar.Text()),
+            Decimal::leer(txttotal.Text()),
+            Decimal::leer(lbliva.Caption()),
+            Decimal::leer(txtotro.Text()),
+            chktrasponer.Value() == 1};
 }
 
 std::vector<Linea> frmAsistente::armar() const {
-    if (gintlibro == RETENCIONES) return lineas_retencion(documento(), lbliva.Caption(), *config, concepto);
+    if (gintlibro == RETENCIONES) return lineas_retencion(documento(), *config, concepto);
     return lineas_documento(variante(gintlibro), documento(), *config, concepto);
 }
 

@@ -36,8 +36,8 @@ std::vector<Linea> frmAsistente2::armar() const {
     const std::string banco = txtCuenta.Text();
     const std::string auxiliar =
         cuenta_requiere_auxiliar(*this, banco) ? codigo_de_entrada(cmbAuxiliar.Text()) : "";
-    return lineas_retiro_socio({banco, auxiliar, txtCuenta2.Text(), txtAuxiliar2.Text(), txttotal.Text()},
-                               concepto);
+    return lineas_retiro_socio(
+        {banco, auxiliar, txtCuenta2.Text(), txtAuxiliar2.Text(), Decimal::leer(txttotal.Text())}, concepto);
 }
 
 std::array<Exigencia, 5> frmAsistente2::exigencias() {

@@ -192,9 +192,11 @@ bool exigir_todas(ui::Form& f, std::span<const Exigencia> exigencias) {
                                [&](const Exigencia& e) { return exigir(f, e.cumplida, e.mensaje, e.foco); });
 }
 
-void aceptar_lineas(ui::Form& f, SesionAsistente& s, std::vector<Linea> lineas, ui::Control& total) {
+void aceptar_lineas(ui::Form& f, SesionAsistente& s, std::vector<Linea> lineas, ui::ctlEntrada& total) {
     if (!exigir(f, !con_monto_negativo(lineas), MONTO_NEGATIVO, &total)) return;
     s.lineas = std::move(lineas);
+    const Decimal monto = Decimal::leer(total.Text());
+    s.totales = {monto, monto};
     s.gblnaceptar = true;
     f.Hide();
 }

@@ -24,6 +24,7 @@ struct SesionAsistente {
     const Configuracion* config = nullptr; ///< accounts of the lines
     bool gblnaceptar = false;              ///< every check of "Aceptar" passed
     std::vector<Linea> lineas;             ///< what accepting made
+    Totales totales;                       ///< the document's total on both sides
 };
 
 /// A code, its name and its lookup button; the code may be an account or an auxiliary.
@@ -67,7 +68,7 @@ struct Exigencia {
 [[nodiscard]] bool exigir_todas(ui::Form& f, std::span<const Exigencia> exigencias);
 /// Takes the lines and ends the dialog. Debit and credit have no sign: what would need one is refused, since
 /// a document that takes away is a credit note.
-void aceptar_lineas(ui::Form& f, SesionAsistente& s, std::vector<Linea> lineas, ui::Control& total);
+void aceptar_lineas(ui::Form& f, SesionAsistente& s, std::vector<Linea> lineas, ui::ctlEntrada& total);
 /// The auxiliary that the account requires must be there; neither it nor the counterpart's may have gone
 /// since it was chosen. @return false after the message
 bool exigir_auxiliares(ui::Form& f, SesionAsistente& s, const ParteCodigo& auxiliar,

@@ -9,7 +9,7 @@ namespace {
 
 constexpr const char* SIN_CUENTA = "Sin cuenta: falta en la configuración del año (Ctrl+K)";
 
-std::string lado(const std::string& monto) { return monto == "0" ? "" : monto; }
+std::string lado(const std::optional<Decimal>& m) { return m && *m != 0 ? m->formato("#,##0") : ""; }
 
 } // namespace
 

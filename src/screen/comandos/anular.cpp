@@ -35,9 +35,9 @@ void anular(frmQuorvel& f) {
     f.estado.cargado->estado = "X";
     f.informacion("Comprobante Anulado");
     f.SetCaption(titulo(f, "X"));
-    const std::string debe = f.lblTotalDebe.Caption(), haber = f.lblTotalhaber.Caption();
+    const Totales totales = f.estado.totales;
     f.grdDetalle.Clear();
-    fijar_totales(f, debe, haber); // the header keeps its totals
+    mostrar_totales(f, totales); // the header keeps its totals
     permitir_cambios(f, false, false, false, ANULADO);
     f.mnuEliminar.SetEnabled(true); // it answers that there is nothing to delete
 }

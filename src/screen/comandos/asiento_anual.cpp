@@ -40,18 +40,9 @@ void preparar_comprobante(frmQuorvel& f, Fecha fecha, const std::string& glosa) 
 void agregar_lineas(frmQuorvel& f, const AsientoGenerado& a) {
     std::vector<std::string> filas;
     filas.reserve(a.lineas.size());
-    for (const LineaNumerada& n : a.lineas) {
-        std::vector<std::string> celdas{std::to_string(n.contador),
-                                        n.linea.centro,
-                                        n.linea.auxiliar,
-                                        n.linea.debe,
-                                        n.linea.haber,
-                                        n.linea.glosa};
-        if (!n.linea.num_ref.empty()) celdas.insert(celdas.end(), {"", "", n.linea.num_ref, "", ""});
-        filas.push_back(fila_texto(celdas));
-    }
+    for (const LineaNumerada& n : a.lineas) filas.push_back(fila_de(n.contador, n.linea));
     f.grdDetalle.AddItems(filas);
-    fijar_totales(f, a.total_debe, a.total_haber);
+    mostrar_totales(f, a.totales);
 }
 
 } // namespace quorvel

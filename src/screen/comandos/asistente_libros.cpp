@@ -28,7 +28,7 @@ std::string tasa_con_coma(const frmQuorvel& f) {
 }
 
 /// Neither net nor exempt amount: the document is keyed for the first time.
-bool es_primera_vez(const frmQuorvel& f) { return !(f.estado.monto_neto + f.estado.monto_exento > 0); }
+bool es_primera_vez(const frmQuorvel& f) { return f.estado.monto_neto + f.estado.monto_exento <= 0; }
 
 /// By code: the two lists are read at different times, and a tax may have left the table since.
 void proponer_otro_impuesto(const frmQuorvel& f, frmAsistente& d) {
@@ -43,8 +43,7 @@ std::optional<double> otro_en_lineas(const frmQuorvel& f, const std::string& cue
     if (f.txttasa_impuesto_otro.Text() != f.estado.tasa_de_lineas || cuenta.empty()) return std::nullopt;
     std::optional<Decimal> suma;
     for (const Linea& l : lineas_de_grilla(f))
-        if (recortar(l.centro) == cuenta)
-            suma = suma.value_or(Decimal()) + Decimal::leer(l.debe) - Decimal::leer(l.haber);
+        if (recortar(l.centro) == cuenta) suma = suma.value_or(0) + l.debe.value_or(0) - l.haber.value_or(0);
     if (!suma) return std::nullopt;
     return std::fabs(suma->valor());
 }
@@ -52,7 +51,7 @@ std::optional<double> otro_en_lineas(const frmQuorvel& f, const std::string& cue
 void proponer_montos(frmQuorvel& f, frmAsistente& d, const Variante& v) {
     const std::string& cuenta = f.config.*v.otros;
     const auto p = proponer_reapertura(*f.glbdb, {f.estado.monto_neto, f.estado.monto_exento,
-                                                  f.lblTotalDebe.Caption(), f.txttasa_impuesto_otro.Text(),
+                                                  f.estado.totales.debe, f.txttasa_impuesto_otro.Text(),
                                                   clave_pantalla(f), cuenta, otro_en_lineas(f, cuenta)});
     if (!p) return;
     d.txtNeto.SetText(p->neto);
@@ -68,10 +67,10 @@ void aplicar(frmQuorvel& f, const frmAsistente& d, const Variante& v) {
     f.txttasa_impuesto_otro.SetText(d.txttasa_impuesto_otro.Text());
     elegir_codigo(f.cmbcodigo_otro_impuesto, 3, d.cmbcodigo_otro_impuesto.Text());
     memoria_de(f, v.libro) = leer_seleccion(d);
-    f.estado.monto_neto = d.txtNeto.Value();
-    f.estado.monto_exento = d.txtExento.Value();
+    f.estado.monto_neto = Decimal::leer(d.txtNeto.Text());
+    f.estado.monto_exento = Decimal::leer(d.txtExento.Text());
     f.estado.tasa_de_lineas = d.txttasa_impuesto_otro.Text();
-    reemplazar_lineas(f, d.lineas, d.txttotal.Text());
+    reemplazar_lineas(f, d.lineas, d.totales);
 }
 
 void generar(frmQuorvel& f, int libro) {

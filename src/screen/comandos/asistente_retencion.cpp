@@ -15,7 +15,7 @@ void aplicar(frmQuorvel& f, const frmAsistente& d) {
     f.cmblibro.SetListIndex(RETENCIONES);
     f.cmbdoc_libro.SetListIndex(BOLETA);
     f.estado.retencion = leer_seleccion(d);
-    reemplazar_lineas(f, d.lineas, d.txttotal.Text());
+    reemplazar_lineas(f, d.lineas, d.totales);
 }
 
 /// Of the document, or of the voucher while the document has no date.

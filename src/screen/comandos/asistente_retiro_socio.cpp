@@ -18,7 +18,7 @@ void proponer(frmQuorvel& f, frmAsistente2& d) {
     d.txtAuxiliar2.SetText(f.estado.socio.auxiliar);
     d.lblauxiliar2.SetCaption(f.estado.socio.n_auxiliar);
     d.habilitar_auxiliar();
-    d.txttotal.SetText(f.lblTotalDebe.Caption());
+    d.txttotal.SetText(f.estado.totales.debe.formato("#,##0"));
 }
 
 void aplicar(frmQuorvel& f, const frmAsistente2& d) {
@@ -27,7 +27,7 @@ void aplicar(frmQuorvel& f, const frmAsistente2& d) {
     f.estado.socio = {d.txtCuenta2.Text(), d.txtAuxiliar2.Text(), d.lblCuenta2.Caption(),
                       d.lblauxiliar2.Caption()};
     f.estado.banco = {d.txtCuenta.Text(), "", d.lblCuenta.Caption(), ""};
-    reemplazar_lineas(f, d.lineas, d.txttotal.Text());
+    reemplazar_lineas(f, d.lineas, d.totales);
 }
 
 } // namespace

@@ -8,7 +8,6 @@
 #include "screen/frmQuorvel.h"
 #include "screen/permisos.h"
 #include "text/letras_utf8.h"
-#include "text/numeros.h"
 #include "voucher/bloqueo.h"
 #include "voucher/cargar.h"
 #include "voucher/validar.h"
@@ -53,8 +52,8 @@ void cargar_lineas(frmQuorvel& f, const Comprobante& c) {
 
 void cargar_adjuntos(frmQuorvel& f, const Comprobante& c) {
     f.lstadjunto.Clear();
-    f.gstrcomprobante_adjunto = c.comprobante_adjunto;
-    if (val_entero(c.comprobante_adjunto) <= 0) nuevo_conjunto(f); // set 0 is everybody's
+    f.gstrcomprobante_adjunto = std::to_string(c.comprobante_adjunto);
+    if (c.comprobante_adjunto <= 0) nuevo_conjunto(f); // set 0 is everybody's
     if (c.estado == "P") f.CargarAdjuntos();
     f.estado.cargado->adjuntos = entradas(f.lstadjunto);
     f.lblgstrcomprobante_adjunto.SetCaption(f.gstrcomprobante_adjunto);
@@ -119,7 +118,7 @@ bool abrir_comprobante(frmQuorvel& f, const Clave& clave) {
     f.estado.comprobante_cierre = cierre;
     mostrar_comprobante(f, c);
     cargar_adjuntos(f, c);
-    fijar_totales(f, c.total_debe, c.total_haber);
+    mostrar_totales(f, c.totales);
     permitir(f, c, segun_estado(f, c));
     apertura.pantalla = Apertura::entera;
     return true;

@@ -19,7 +19,7 @@ void cheque(frmQuorvel& f) {
     x.nombre = f.txtnombre.Text();
     x.num_ref = f.txtnum_ref.Text();
     x.fecha_doc = f.txtfecha_doc.date();
-    x.total_debe = f.lblTotalDebe.Caption();
+    x.total = f.estado.totales.debe;
     f.atender([&] { // what cannot be printed can still be saved
         asegurar_tablas(f);
         // a cheque paper may show the voucher's lines

@@ -10,9 +10,7 @@ void exportar_csv(frmQuorvel& f) {
     const auto archivo = f.escritorio().ask_file(
         {"Exportar comprobante a archivo formato CSV", "*.csv", f.txtNum_doc.Text() + ".csv", true});
     if (!archivo) return;
-    Comprobante c = leer_pantalla(f);
-    c.total_debe = f.lblTotalDebe.Caption();
-    c.total_haber = f.lblTotalhaber.Caption();
+    const Comprobante c = leer_pantalla(f);
     escribir_archivo(*archivo, bytes_de_comprobante(c, f.ctlRegistro1.Company(), f.cmbMoneda.Text()));
     f.informacion("Comprobante exportado al archivo " + *archivo);
 }

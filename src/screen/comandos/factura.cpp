@@ -14,7 +14,6 @@ void factura(frmQuorvel& f) {
     x.glbdbReport = f.glbdbReport;
     x.impresor = &f.servicios.impresor;
     x.comprobante = leer_pantalla(f);
-    x.comprobante.total_debe = f.lblTotalDebe.Caption();
     x.gstriva = f.gstriva;
     x.gstriva_compra = f.gstriva_compra;
     x.empresa = f.ctlRegistro1.Company();

@@ -56,8 +56,8 @@ OpcionesGrabar opciones(const frmQuorvel& f, const Comprobante& c) {
     o.hoy = f.servicios.reloj.hoy();
     if (f.estado.cortado) o.clave_anterior = f.estado.cortado->clave();
     o.huella = f.estado.huella_guardada;
-    o.copiar_adjuntos = [&f, adjuntos = c.adjuntos](const std::string& de, const std::string& a) {
-        return carpeta_adjuntos(f).copy_set(de, a, adjuntos);
+    o.copiar_adjuntos = [&f, adjuntos = c.adjuntos](std::int64_t de, std::int64_t a) {
+        return carpeta_adjuntos(f).copy_set(std::to_string(de), std::to_string(a), adjuntos);
     };
     o.avance = [&f](long hechos, long total) {
         return f.escritorio().progress("Grabando el comprobante", hechos, total);
@@ -86,7 +86,7 @@ void numerar_lineas(frmQuorvel& f) {
 
 void mostrar_grabado(frmQuorvel& f, Comprobante c, const ResultadoGrabar& r) {
     c.comprobante_adjunto = r.comprobante_adjunto;
-    fijar_conjunto(f, c.comprobante_adjunto);
+    fijar_conjunto(f, std::to_string(c.comprobante_adjunto));
     f.lblEstado.SetCaption("P");
     if (f.glbBanderaNuevo) {
         f.glbBanderaNuevo = false;

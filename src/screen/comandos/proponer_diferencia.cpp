@@ -9,9 +9,10 @@ namespace quorvel {
 void proponer_diferencia(frmQuorvel& f) {
     ui::ctlPlanilla& g = f.grdDetalle;
     if (g.Locked() || !g.SetFocus() || !g.commit_edit() || g.Value(CUENTA).empty()) return;
-    if (f.lblTotalDebe.Caption() == f.lblTotalhaber.Caption()) return;
-    const Decimal debe = Decimal::leer(f.lblTotalDebe.Caption()) - Decimal::leer(g.Value(DEBE));
-    const Decimal haber = Decimal::leer(f.lblTotalhaber.Caption()) - Decimal::leer(g.Value(HABER));
+    const Totales& t = f.estado.totales;
+    if (t.debe == t.haber) return;
+    const Decimal debe = t.debe - Decimal::leer(g.Value(DEBE));
+    const Decimal haber = t.haber - Decimal::leer(g.Value(HABER));
     const bool al_haber = debe > haber;
     if (g.move_to(g.Row(), al_haber ? HABER : DEBE))
         g.propose((al_haber ? debe - haber : haber - debe).formato("#,##0"));

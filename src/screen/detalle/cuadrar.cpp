@@ -4,24 +4,18 @@
 #include "screen/frmQuorvel.h"
 #include "text/numeros.h"
 
-namespace quorvel {
+#include <algorithm>
 
-namespace {
-constexpr const char* PATRON = "#,##0";
-Decimal total(const ui::Label& l) { return Decimal::leer(l.Caption()); }
-} // namespace
+namespace quorvel {
 
 void CuadrarLinea(frmQuorvel& f) {
     ui::ctlPlanilla& g = f.grdDetalle;
     if (!g.Value(DEBE).empty() || !g.Value(HABER).empty()) return;
-    const Decimal d = total(f.lblTotalDebe), h = total(f.lblTotalhaber);
-    if (d > h) {
-        g.SetValue(HABER, (d - h).formato(PATRON));
-        f.lblTotalhaber.SetCaption(f.lblTotalDebe.Caption());
-    } else if (h > d) {
-        g.SetValue(DEBE, (h - d).formato(PATRON));
-        f.lblTotalDebe.SetCaption(f.lblTotalhaber.Caption());
-    }
+    const auto [d, h] = f.estado.totales;
+    if (d == h) return;
+    g.SetValue(d > h ? HABER : DEBE, (d > h ? d - h : h - d).formato("#,##0"));
+    const Decimal mayor = std::max(d, h);
+    mostrar_totales(f, {mayor, mayor});
 }
 
 void antes_de_borrar(frmQuorvel& f, bool& cancelar) {
@@ -29,8 +23,8 @@ void antes_de_borrar(frmQuorvel& f, bool& cancelar) {
     cancelar = !f.ctlRegistro1.enabled(ui::ctlRegistro::Function::DeleteLine);
     if (cancelar)
         return g.SetHint("No tiene permiso para borrar líneas: pídalo a quien administra los usuarios");
-    f.lblTotalDebe.SetCaption((total(f.lblTotalDebe) - Decimal::leer(g.Value(DEBE))).formato(PATRON));
-    f.lblTotalhaber.SetCaption((total(f.lblTotalhaber) - Decimal::leer(g.Value(HABER))).formato(PATRON));
+    const Totales& t = f.estado.totales;
+    mostrar_totales(f, {t.debe - Decimal::leer(g.Value(DEBE)), t.haber - Decimal::leer(g.Value(HABER))});
 }
 
 void frmQuorvel::RecalcularTotales() {
@@ -39,13 +33,24 @@ void frmQuorvel::RecalcularTotales() {
         d = d + Decimal::leer(grdDetalle.TextMatrix(i, DEBE));
         h = h + Decimal::leer(grdDetalle.TextMatrix(i, HABER));
     }
-    fijar_totales(*this, d.formato(PATRON), h.formato(PATRON));
+    mostrar_totales(*this, {d, h});
 }
 
 Linea linea_de_grilla(const frmQuorvel& f, int fila) {
     const auto celda = [&](int col) { return f.grdDetalle.TextMatrix(fila, col); };
-    return {celda(CUENTA), celda(AUXILIAR),   celda(DEBE),       celda(HABER),    celda(GLOSA),
+    const auto monto = [&](int col) {
+        const std::string texto = celda(col);
+        return texto.empty() ? std::nullopt : std::optional(Decimal::leer(texto));
+    };
+    return {celda(CUENTA), celda(AUXILIAR),   monto(DEBE),       monto(HABER),    celda(GLOSA),
             celda(CENTRO), celda(CONCILIADO), celda(DOC_PAGADO), celda(OTRO_IMP), celda(TASA)};
+}
+
+bool montos_legibles(const frmQuorvel& f) {
+    for (int i = 0; i < f.grdDetalle.Rows(); ++i)
+        for (const int col : {DEBE, HABER})
+            if (!numero_sql(f.grdDetalle.TextMatrix(i, col))) return false;
+    return true;
 }
 
 std::vector<Linea> lineas_de_grilla(const frmQuorvel& f) {

@@ -51,7 +51,10 @@ void CuadrarLinea(frmQuorvel& f);
 void cuenta_elegida(frmQuorvel& f, const std::string& cuenta, const std::string& nombre);
 /// The master recordset stands on the code. Null counts as "0".
 [[nodiscard]] std::string requiere_auxiliar(frmQuorvel& f, const std::string& cuenta);
+/// What cells hold that is no amount counts as 0.
 [[nodiscard]] std::vector<Linea> lineas_de_grilla(const frmQuorvel& f);
+/// Whether every debit and credit cell is empty or a number: a host puts any texts there.
+[[nodiscard]] bool montos_legibles(const frmQuorvel& f);
 /// The same of one row; row Rows is the one being added.
 [[nodiscard]] Linea linea_de_grilla(const frmQuorvel& f, int fila);
 /// The other tax exists; its name goes to the label.

@@ -1,5 +1,6 @@
 // What a cell accepts when its edit starts, when it is left, and where the cursor goes then.
 #include "platform/db/literal.h"
+#include "screen/campos.h"
 #include "screen/detalle/detalle.h"
 #include "screen/frmQuorvel.h"
 #include "screen/maestro.h"
@@ -47,12 +48,18 @@ void auxiliar_dejado(frmQuorvel& f, const std::string&, bool& cancelar) {
     f.lblAuxiliar.SetCaption(campo(rs, "n_auxiliar"));
 }
 
+void sumar_a_total(frmQuorvel& f, int columna, Decimal cambio) {
+    Totales t = f.estado.totales;
+    Decimal& lado = columna == DEBE ? t.debe : t.haber;
+    lado = lado + cambio;
+    mostrar_totales(f, t);
+}
+
 void monto_dejado(frmQuorvel& f, int columna, bool& cancelar) {
     const std::string monto = f.grdDetalle.Value(columna);
     const auto nuevo = monto.empty() ? Decimal() : monto_de_linea(monto);
     if (!nuevo) return rechazar(f, cancelar, "Monto no válido");
-    ui::Label& total = columna == DEBE ? f.lblTotalDebe : f.lblTotalhaber;
-    total.SetCaption((Decimal::leer(total.Caption()) - f.estado.valor_editado + *nuevo).formato(PATRON));
+    sumar_a_total(f, columna, *nuevo - f.estado.valor_editado);
     if (!monto.empty()) f.grdDetalle.SetValue(columna, nuevo->formato(PATRON));
 }
 
@@ -90,9 +97,7 @@ constexpr AlDejar AL_DEJAR[COLUMNAS] = {nullptr,      cuenta_dejada,   auxiliar_
 
 /// A line holds a debit or a credit, never both.
 void vaciar_otro_lado(frmQuorvel& f, int columna) {
-    ui::Label& total = columna == DEBE ? f.lblTotalDebe : f.lblTotalhaber;
-    const Decimal monto = Decimal::leer(f.grdDetalle.Value(columna));
-    total.SetCaption((Decimal::leer(total.Caption()) - monto).formato(PATRON));
+    sumar_a_total(f, columna, -Decimal::leer(f.grdDetalle.Value(columna)));
     f.grdDetalle.SetValue(columna, "");
     f.grdDetalle.SetCol(GLOSA);
 }
@@ -101,9 +106,8 @@ void vaciar_otro_lado(frmQuorvel& f, int columna) {
 /// are what is being corrected.
 void contar_desde_las_lineas(frmQuorvel& f) {
     const auto& c = f.estado.cargado;
-    if (!c || c->total_debe == c->total_haber || f.grdDetalle.NewRowPending()) return;
-    if (f.lblTotalDebe.Caption() == c->total_debe && f.lblTotalhaber.Caption() == c->total_haber)
-        f.RecalcularTotales();
+    if (!c || c->totales.debe == c->totales.haber || f.grdDetalle.NewRowPending()) return;
+    if (f.estado.totales == c->totales) f.RecalcularTotales();
 }
 
 } // namespace

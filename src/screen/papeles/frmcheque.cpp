@@ -33,7 +33,7 @@ void frmcheque::Form_Load() {
     propuesto.fecha = x_.fecha_doc;
     propuesto.cheque = x_.num_ref;
     mostrar(leer_cheque(*x_.glbdb, x_.clave).value_or(propuesto));
-    txttotal.SetText(x_.total_debe);
+    txttotal.SetText(x_.total.formato("#,##0"));
     txttotal_Change();
 }
 

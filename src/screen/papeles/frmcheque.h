@@ -16,7 +16,7 @@ struct EntradaCheque {
     // proposed while the voucher has no cheque
     std::string nombre, num_ref;
     std::optional<Fecha> fecha_doc;
-    std::string total_debe; ///< displayed total
+    Decimal total; ///< of the voucher
 };
 
 /// Issues and prints the cheque that pays a voucher.

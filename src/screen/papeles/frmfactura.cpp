@@ -77,7 +77,7 @@ void frmfactura::Form_Activate() {
     mostrar_cuadre();
     const Comprobante& c = x_.comprobante;
     const auto guardada = leer_factura(*x_.glbdb, c.clave());
-    mostrar_montos(montos_iniciales(c.total_debe, iva_del_comprobante(c, x_.gstriva, x_.gstriva_compra)));
+    mostrar_montos(montos_iniciales(c.totales.debe, iva_del_comprobante(c, x_.gstriva, x_.gstriva_compra)));
     if (guardada) return mostrar_factura(*guardada);
     txtruc.SetText(recortar(c.rut_persona));
     txtnombre.SetText(recortar(c.nombre));

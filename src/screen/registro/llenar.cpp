@@ -37,15 +37,14 @@ void llenar_nuevo(frmQuorvel& f, const Comprobante& c) {
     elegir_codigo(f, f.cmbcodigo_no_recuperable, 2, c.codigo_no_recuperable);
     elegir_codigo(f, f.cmbcodigo_otro_impuesto, 3, c.codigo_otro_impuesto);
     f.txttasa_impuesto_otro.SetText(c.tasa_impuesto_otro);
-    f.chkactivo_fijo.SetValue(c.activo_fijo);
-    f.txtiva_activo_fijo.SetText(c.iva_activo_fijo);
+    f.chkactivo_fijo.SetValue(c.activo_fijo ? 1 : 0);
+    f.txtiva_activo_fijo.SetText(Decimal(c.iva_activo_fijo).formato("#,##0"));
     f.cmblibro.select_text(c.libro);
     f.cmbdoc_libro.select_text(c.doc_libro);
     f.estado.monto_neto = c.monto_neto;
     f.estado.monto_exento = c.monto_exento;
     recordar(f, c);
-    reemplazar_lineas(f, c.lineas, c.total_debe);
-    fijar_totales(f, c.total_debe, c.total_haber);
+    reemplazar_lineas(f, c.lineas, c.totales);
     f.borrador->obligar(); // it exists nowhere else yet
     f.grdDetalle.SetFocus();
 }
