@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <set>
+
 using namespace quorvel;
 using namespace quorvel::apoyo;
 
@@ -122,6 +124,35 @@ TEST_P(Sesion, NamesWithoutRegardToCase) {
     EXPECT_THROW((void)rs->fields("fecha"), std::out_of_range);
     EXPECT_EQ(db->NewRecord("select sum(factura) as s from ftcfactura")->columns()[0].kind,
               ColumnKind::number);
+}
+
+// Goal: the first block of distinct pairs is the same whether an index leads from pair to pair or not.
+TEST_P(Sesion, FirstBlockOfDistinctPairs) {
+    hacer({"create table p (rut text(20), nombre text(60), otro integer)"});
+    const char* const filas_de_p[] = {"'1','ANA '", "'1','ANA'",  "'2','ANA'", "'','ANA'",  "null,'ANA'",
+                                      "'3','BETO'", "null,'CAL'", "' ',' '",   "'',''",     "'4',null",
+                                      "'4 ',null",  "'5','DINA'", "'6','EVA'", "'5','DINA'"};
+    for (const char* fila : filas_de_p)
+        ejecutar(*db, "insert into p (rut, nombre) values (" + std::string(fila) + ")");
+    const auto block = [&](const std::string& n) {
+        return rows(
+            "select count(*),min(rut),max(rut),max(nombre) from (SELECT distinct rut, nombre FROM p where "
+            "1=1 AND rut<>' '  order by nombre limit " +
+            n + ") as z");
+    };
+    const auto list = [&](const std::string& n) {
+        return rows("SELECT distinct rut, nombre FROM p where 1=1 AND rut<>' '  order by nombre limit " + n);
+    };
+    const auto sorted = [](const std::string& text) { return std::multiset<char>(text.begin(), text.end()); };
+    const std::string sin_indice[] = {list("200"), block("4"), block("200")};
+    ejecutar(*db, "create index p_nombre on p (nombre, rut)");
+    EXPECT_EQ(sorted(list("200")), sorted(sin_indice[0]));
+    EXPECT_EQ(std::count(sin_indice[0].begin(), sin_indice[0].end(), ';'), 5);
+    EXPECT_EQ(block("4"), sin_indice[1]);
+    EXPECT_EQ(block("200"), sin_indice[2]);
+    if (GetParam() == Motor::postgres) {
+        EXPECT_EQ(list("4"), "1|ANA ;2|ANA;3|BETO;5|DINA");
+    }
 }
 
 void crear_cuentas(clsConexion& db) {

@@ -84,9 +84,7 @@ void ServerLink::connect() {
     }
 }
 
-int ServerLink::asked_process() {
-    return static_cast<int>(valor(command(PROCESS).get(), 0, 0).integer());
-}
+int ServerLink::asked_process() { return static_cast<int>(valor(command(PROCESS).get(), 0, 0).integer()); }
 
 void ServerLink::fail(const PGresult* r, const std::string& sql) const {
     std::string why = r != nullptr ? trimmed(PQresultErrorField(r, PG_DIAG_MESSAGE_PRIMARY)) : "";
@@ -107,9 +105,9 @@ Result ServerLink::command(const char* sql) {
 }
 
 Result ServerLink::execute(const Command& command) {
-    return Result(pooled_ ? PQexecParams(conn_.get(), command.text.c_str(), 0, nullptr, nullptr, nullptr,
-                                         nullptr, 0)
-                          : PQexecPrepared(conn_.get(), command.name.c_str(), 0, nullptr, nullptr, nullptr, 0));
+    return Result(
+        pooled_ ? PQexecParams(conn_.get(), command.text.c_str(), 0, nullptr, nullptr, nullptr, nullptr, 0)
+                : PQexecPrepared(conn_.get(), command.name.c_str(), 0, nullptr, nullptr, nullptr, 0));
 }
 
 bool ServerLink::send(const Command& command, std::span<const char* const> values) {

@@ -6,7 +6,8 @@ namespace quorvel {
 /// What stands between a session and its server. A pooler in mode "transaction" lends a server connection for
 /// a transaction, one in mode "session" for as long as the session lives.
 enum class PoolMode {
-    recognised, ///< whether there is a pooler is asked of the server; any one is taken for one of transactions
+    recognised, ///< whether there is a pooler is asked of the server; any one is taken for one of
+                ///< transactions
     session,
     transaction,
 };

@@ -2,6 +2,7 @@
 
 #include "platform/db/literal_value.h"
 #include "platform/db/postgres/columnas_postgres.h"
+#include "platform/db/postgres/loose_scan.h"
 
 #include <algorithm>
 #include <chrono>
@@ -167,13 +168,18 @@ SesionPostgres::Cache::Entry& SesionPostgres::acquire(const std::string& sql) {
         s.command.types.push_back(parameter_type(skeleton_.literals()[literal].kind));
     }
     s.command.text = s.translation.text;
+    if (s.translation.kind == Translation::Kind::query)
+        if (auto loose = loose_scan(s.command.text);
+            loose && PQntuples(execute_plain(loose->indexed, sql).get()) > 0)
+            s.command.text = std::move(loose->text);
     if (due(s)) prepare(s, sql);
     return cache_.add(skeleton_, std::move(lifted), std::move(s), [this](Statement& old) { drop(old); });
 }
 
 void SesionPostgres::arguments(const Statement& s) {
     scratch_.clear();
-    scratch_.reserve(skeleton_.sql().size() + 16 * s.command.types.size()); // values point into it: it must not move
+    scratch_.reserve(skeleton_.sql().size() +
+                     16 * s.command.types.size()); // values point into it: it must not move
     values_.clear();
     for (const std::size_t i : s.translation.params) {
         const std::size_t at = scratch_.size();
