@@ -1,13 +1,14 @@
 // Many accountants against one server that keeps what it confirms: what they save in a second, what each
-// waits for, who is refused, and that every confirmed voucher is there once. Directly and through pgbouncer.
-// Arguments: seconds of each run (20), vouchers of each company (5000), only the runs of so many accountants.
-#include "apoyo/pg.h"
+// waits for, who is refused, and that every confirmed voucher is there once. Directly and through pgbouncer,
+// which lends a server connection for one transaction. Arguments: seconds of each run (20), vouchers of each
+// company (5000), only the runs of so many accountants, series (1).
+#include "apoyo/pgbouncer.h"
+#include "apoyo/servidor.h"
 #include "apoyo/sesiones.h"
 #include "contador.h"
 #include "dbtools/revisar.h"
 #include "empresas.h"
 #include "generar.h"
-#include "pgbouncer.h"
 #include "tabla.h"
 #include "text/letras_utf8.h"
 #include "vigia.h"
@@ -30,11 +31,10 @@ constexpr int EMPRESAS = 20, USUARIO = 100, USUARIOS = 200;
 struct Corrida {
     int contadores, por_empresa;
     double pausa;
-    bool pgbouncer;
+    int servidores; ///< server connections that pgbouncer may hold; 0: everybody has one of his own
 };
-constexpr Corrida CORRIDAS[] = {{20, 10, 2, false}, {20, 10, 2, true},  {200, 10, 2, false},
-                                {200, 10, 2, true}, {20, 10, 0, false}, {20, 10, 0, true},
-                                {20, 1, 0, false}};
+constexpr Corrida CORRIDAS[] = {{20, 10, 2, 0}, {20, 10, 2, 5}, {200, 10, 2, 0}, {200, 10, 2, 20},
+                                {20, 10, 0, 0}, {20, 10, 0, 5}, {20, 1, 0, 0}};
 
 /// Two pipes: each process tells that it is ready, and goes on when the other end of the second is closed.
 struct Tubo {
@@ -205,17 +205,20 @@ void mostrar(const std::string& que, Medido& m) {
 }
 
 /// @param hechos confirmed so far @return whether nothing was lost and the checker is content
-bool correr(const Corrida& c, const std::string& servidor, double segundos, int numero,
-            std::map<std::string, Hecho>& hechos) {
-    const std::string que = texto("%d accountants in %d companies, pause %g s%s: ", c.contadores,
-                                  c.contadores / c.por_empresa, c.pausa, c.pgbouncer ? ", pgbouncer" : "");
+bool correr(const Corrida& c, const apoyo::Servidor& servidor, const std::string& base, double segundos,
+            int numero, std::map<std::string, Hecho>& hechos) {
+    const std::string que =
+        texto("%d accountants in %d companies, pause %g s%s: ", c.contadores, c.contadores / c.por_empresa,
+              c.pausa, c.servidores > 0 ? ", pgbouncer" : "");
     const std::string corrida = std::string(1, static_cast<char>('A' + numero));
-    std::unique_ptr<Pgbouncer> delante;
-    if (c.pgbouncer) delante = std::make_unique<Pgbouncer>(servidor, "session", c.contadores);
+    std::unique_ptr<apoyo::Pgbouncer> delante;
+    if (c.servidores > 0)
+        delante = std::make_unique<apoyo::Pgbouncer>(servidor.puerto(), "transaction", c.servidores);
     Medido m;
-    Vigia vigia(servidor);
+    const std::string directa = servidor.conexion(base);
+    Vigia vigia(directa);
     m.antes = vigia.contadores();
-    Equipo equipo(c, delante ? delante->conexion() : servidor, segundos, corrida);
+    Equipo equipo(c, delante ? delante->conexion(base) : directa, segundos, corrida);
     m.conectados = equipo.conectados();
     m.segundos = bench::segundos([&] {
         equipo.empezar();
@@ -235,26 +238,12 @@ bool correr(const Corrida& c, const std::string& servidor, double segundos, int 
         Hecho& suma = hechos[concepto];
         suma.guardado += h.guardado, suma.cambiado += h.cambiado, suma.anulado += h.anulado;
     }
-    const Diferencias d = comparar(servidor, hechos);
+    const Diferencias d = comparar(directa, hechos);
     for (const std::string& h : d.perdidos) std::fprintf(stderr, "%s\n", h.c_str());
     fila(que + texto("lost or doubled of %zu vouchers, and findings of db check", hechos.size()),
          texto("%zu", d.perdidos.size()), "0");
     fila(que + "confirmed changes overwritten, all runs so far", texto("%d", d.sobrescritos), "0");
     return d.perdidos.empty() && m.conectados == c.contadores;
-}
-
-/// Two sessions by turns over one connection to the server. @return what the second is told
-std::string por_transacciones(const std::string& servidor) {
-    const Pgbouncer delante(servidor, "transaction", 1);
-    try {
-        const auto una = abrir_sesion(delante.conexion());
-        const auto otra = abrir_sesion(delante.conexion());
-        (void)una->NewRecord("select empresa from admempresa")->eof();
-        (void)otra->NewRecord("select usuario from admusuario")->eof();
-        return "works";
-    } catch (const std::exception& e) {
-        return e.what();
-    }
 }
 
 } // namespace
@@ -263,23 +252,21 @@ int main(int argc, char** argv) {
     const double segundos = argc > 1 ? std::atof(argv[1]) : 20;
     const int comprobantes = argc > 2 ? std::atoi(argv[2]) : 5000;
     const int solo = argc > 3 ? std::atoi(argv[3]) : 0;
-    apoyo::pg_opciones("-c fsync=on -c max_connections=300 -c shared_buffers=512MB -c max_wal_size=4GB");
-    const std::string servidor = apoyo::pg_conexion_nueva();
-    generar(servidor, comprobantes);
-    multiplicar(servidor, EMPRESAS, comprobantes, USUARIO, USUARIOS);
+    const int series = argc > 4 ? std::atoi(argv[4]) : 1;
+    apoyo::Servidor servidor(
+        "-c fsync=on -c max_connections=300 -c shared_buffers=512MB -c max_wal_size=4GB");
+    const std::string conexion = servidor.nueva(), base = conexion.substr(conexion.rfind('/') + 1);
+    generar(conexion, comprobantes);
+    multiplicar(conexion, EMPRESAS, comprobantes, USUARIO, USUARIOS);
     double carga = 0;
     (void)getloadavg(&carga, 1);
     fila("load of the machine when the accountants begin", texto("%.1f", carga), "-");
     bool bien = true;
     int numero = 0;
     std::map<std::string, Hecho> hechos;
-    for (const Corrida& c : CORRIDAS)
-        if ((solo == 0 || solo == c.contadores) && (!c.pgbouncer || Pgbouncer::instalado()))
-            bien = correr(c, servidor, segundos, numero++, hechos) && bien;
-    if (Pgbouncer::instalado())
-        fila("pgbouncer, transaction pooling, two sessions on one connection", por_transacciones(servidor),
-             "-");
-    else
-        std::fprintf(stderr, "pgbouncer is not installed: not measured\n");
+    for (int serie = 0; serie < series; ++serie)
+        for (const Corrida& c : CORRIDAS)
+            if (solo == 0 || solo == c.contadores)
+                bien = correr(c, servidor, base, segundos, numero++, hechos) && bien;
     return bien ? 0 : 1;
 }

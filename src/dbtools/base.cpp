@@ -3,6 +3,7 @@
 #include "dbtools/guion.h"
 #include "platform/db/clsConexion.h"
 #include "platform/db/literal.h"
+#include "platform/db/postgres/server_text.h"
 #include "platform/db/sqlite/file_fault.h"
 #include "platform/db/sqlite/open_file.h"
 
@@ -97,7 +98,8 @@ private:
 
 class BasePostgres final : public Base {
 public:
-    explicit BasePostgres(const std::string& conexion) : db_(PQconnectdb(conexion.c_str()), PQfinish) {
+    explicit BasePostgres(const std::string& conexion)
+        : db_(PQconnectdb(server_text(conexion).libpq.c_str()), PQfinish) {
         if (PQstatus(db_.get()) != CONNECTION_OK)
             throw ErrorSesion(std::string("No se pudo conectar: ") + PQerrorMessage(db_.get()), {});
         PQsetClientEncoding(db_.get(), "UTF8");

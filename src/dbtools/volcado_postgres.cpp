@@ -1,6 +1,7 @@
 #include "dbtools/programa.h"
 #include "dbtools/volcado.h"
 #include "platform/db/clsConexion.h"
+#include "platform/db/postgres/server_text.h"
 
 #include <libpq-fe.h>
 
@@ -24,7 +25,7 @@ struct Partes {
 
 Partes partir(const std::string& conexion) {
     const std::unique_ptr<PQconninfoOption, void (*)(PQconninfoOption*)> opciones(
-        PQconninfoParse(conexion.c_str(), nullptr), PQconninfoFree);
+        PQconninfoParse(server_text(conexion).libpq.c_str(), nullptr), PQconninfoFree);
     if (!opciones) throw ErrorSesion("La conexión no se entiende", {});
     Partes partes;
     for (const PQconninfoOption* o = opciones.get(); o->keyword != nullptr; ++o) {

@@ -28,20 +28,15 @@ std::string saldos_por_auxiliar(const std::string& donde) {
 }
 
 /// A line with an auxiliary and no reference of its own belongs to the document of its voucher's header; one
-/// without an auxiliary belongs to none. The work table needs no order, its reader sorts.
-std::string saldos_por_documento(clsConexion& db, const std::string& donde) {
-    db.executesql("drop table temporal "); // missing on the first run
-    const std::string pasos[] = {
-        "select a.centro,a.auxiliar,sum(a.debe_nacional) as debe, sum(a.haber_nacional) as haber, d.num_ref "
-        "as ref1  ,a.num_ref  as ref2 into temporal " +
-            donde + " group by a.centro,a.auxiliar, a.num_ref, d.num_ref",
-        "update temporal set ref2=ref1 where len(auxiliar)>0 and len(ref2)=0 and len(ref1)>0 "};
-    for (const std::string& sql : pasos)
-        if (db.executesql(sql) < 1) throw ErrorSesion(db.last_error(), sql);
-    return "select centro,coalesce(auxiliar,''),sum(debe) as debe, sum(haber) as haber,coalesce(ref2,'')  "
-           "from "
-           "temporal  group by centro, coalesce(auxiliar,''), coalesce(ref2,'') order by centro, "
-           "coalesce(auxiliar,''), coalesce(ref2,'') ";
+/// without an auxiliary belongs to none. Summed in one pass: a work table would be private to a transaction
+/// behind a pooler, and cost a second one.
+std::string saldos_por_documento(const std::string& donde) {
+    const std::string auxiliar = "coalesce(a.auxiliar,'')",
+                      documento = "coalesce(case when len(a.auxiliar)>0 and len(a.num_ref)=0 and "
+                                  "len(d.num_ref)>0 then d.num_ref else a.num_ref end,'')",
+                      orden = "a.centro, " + auxiliar + ", " + documento;
+    return "select a.centro," + auxiliar + ",sum(a.debe_nacional) as debe, sum(a.haber_nacional) as haber," +
+           documento + donde + " group by " + orden + " order by " + orden;
 }
 
 Rechazo critico(std::string mensaje) {
@@ -72,7 +67,7 @@ ResultadoAsiento generar_apertura(clsConexion& db, const PedidoApertura& p, cons
         return r;
     }
     const std::string donde = desde_donde(p, k);
-    const std::string sql = p.por_documento ? saldos_por_documento(db, donde) : saldos_por_auxiliar(donde);
+    const std::string sql = p.por_documento ? saldos_por_documento(donde) : saldos_por_auxiliar(donde);
     if (!recorrer_saldos(db, sql, avance, fila)) {
         r.cancelado = true;
         return r;

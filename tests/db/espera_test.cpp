@@ -37,13 +37,17 @@ INSTANTIATE_TEST_SUITE_P(Motores, Espera, ::testing::ValuesIn(MOTORES),
 TEST_P(Espera, AnsweringFalseEndsTheStatement) {
     EXPECT_FALSE(run(4, [&] { read(endless("select sum(a.n*b.n) as s")); }));
     EXPECT_EQ(asked, 4) << "asked again and again before the answer was no, and no more after it";
+    db->BeginTrans(); // behind a pooler a work table lives no longer
     EXPECT_FALSE(run(1, [&] {
         EXPECT_EQ(db->executesql(endless("select sum(a.n) as s into temporal", " group by b.n")), 0);
         throw ErrorSesion(db->last_error(), "");
     }));
+    db->rollback();
     EXPECT_EQ(filas(*db, "select count(*) from t"), "10") << "the session goes on";
+    db->BeginTrans();
     ejecutar(*db, "select a.n into temporal from t a");
     EXPECT_EQ(filas(*db, "select sum(n) from temporal"), "45");
+    db->CommitTrans();
 }
 
 TEST_P(Espera, ATransactionOutlivesAnInterruptedQuery) {

@@ -1,7 +1,11 @@
 #include "apoyo/pg.h"
+#include "apoyo/pgbouncer.h"
+#include "apoyo/servidor.h"
 #include "apoyo/sesiones.h"
 
 #include <gtest/gtest.h>
+
+#include <set>
 
 using namespace quorvel;
 using namespace quorvel::apoyo;
@@ -120,6 +124,35 @@ TEST_P(Sesion, NamesWithoutRegardToCase) {
     EXPECT_THROW((void)rs->fields("fecha"), std::out_of_range);
     EXPECT_EQ(db->NewRecord("select sum(factura) as s from ftcfactura")->columns()[0].kind,
               ColumnKind::number);
+}
+
+// Goal: the first block of distinct pairs is the same whether an index leads from pair to pair or not.
+TEST_P(Sesion, FirstBlockOfDistinctPairs) {
+    hacer({"create table p (rut text(20), nombre text(60), otro integer)"});
+    const char* const filas_de_p[] = {"'1','ANA '", "'1','ANA'",  "'2','ANA'", "'','ANA'",  "null,'ANA'",
+                                      "'3','BETO'", "null,'CAL'", "' ',' '",   "'',''",     "'4',null",
+                                      "'4 ',null",  "'5','DINA'", "'6','EVA'", "'5','DINA'"};
+    for (const char* fila : filas_de_p)
+        ejecutar(*db, "insert into p (rut, nombre) values (" + std::string(fila) + ")");
+    const auto block = [&](const std::string& n) {
+        return rows(
+            "select count(*),min(rut),max(rut),max(nombre) from (SELECT distinct rut, nombre FROM p where "
+            "1=1 AND rut<>' '  order by nombre limit " +
+            n + ") as z");
+    };
+    const auto list = [&](const std::string& n) {
+        return rows("SELECT distinct rut, nombre FROM p where 1=1 AND rut<>' '  order by nombre limit " + n);
+    };
+    const auto sorted = [](const std::string& text) { return std::multiset<char>(text.begin(), text.end()); };
+    const std::string sin_indice[] = {list("200"), block("4"), block("200")};
+    ejecutar(*db, "create index p_nombre on p (nombre, rut)");
+    EXPECT_EQ(sorted(list("200")), sorted(sin_indice[0]));
+    EXPECT_EQ(std::count(sin_indice[0].begin(), sin_indice[0].end(), ';'), 5);
+    EXPECT_EQ(block("4"), sin_indice[1]);
+    EXPECT_EQ(block("200"), sin_indice[2]);
+    if (GetParam() == Motor::postgres) {
+        EXPECT_EQ(list("4"), "1|ANA ;2|ANA;3|BETO;5|DINA");
+    }
 }
 
 void crear_cuentas(clsConexion& db) {
@@ -259,6 +292,7 @@ TEST_P(Sesion, SelectInto) {
            "insert into l values ('1101','000001 ',100,#01/02/2024#,'')",
            "insert into l values ('1101','000001',50,#01/02/2024#,'9 ')",
            "insert into l values ('1102','',70,#01/02/2024#,' ')"});
+    db->BeginTrans(); // behind a pooler such a table lives no longer
     for (int vez = 0; vez < 3; ++vez) {
         ASSERT_EQ(db->executesql("drop table temporal "), 1) << db->last_error();
         ASSERT_EQ(db->executesql("select a.centro,a.auxiliar,sum(a.debe) as debe, a.f, '7' as ref1 , a.ref "
@@ -280,6 +314,7 @@ TEST_P(Sesion, SelectInto) {
     ASSERT_EQ(db->executesql("drop table temporal"), 1);
     ASSERT_EQ(db->executesql("select debe into temporal from l"), 1);
     EXPECT_EQ(rows("select sum(debe) from temporal"), "220") << "made anew with other columns";
+    db->CommitTrans();
 }
 
 TEST_P(Sesion, StagingTables) {
@@ -370,6 +405,50 @@ TEST_P(Sesion, ATableThatAnotherProgramChanges) {
     rs->MoveNext();
     EXPECT_TRUE(rs->eof());
     EXPECT_EQ(filas(*uno, "select * from t where k=8"), "");
+}
+
+// Goal: sessions that are lent one server connection by turns do not meet, and leave nothing on it.
+TEST(SesionPostgres, APoolerFindsNothingLeftBehind) {
+    Servidor servidor;
+    const std::string directa = servidor.nueva(), base = directa.substr(directa.rfind('/') + 1);
+    const Pgbouncer delante(servidor.puerto(), "transaction", 1);
+    const auto a = abrir_sesion(delante.conexion(base)), b = abrir_sesion(delante.conexion(base));
+    ejecutar(*a, "create table t (k integer, f date)");
+    for (int vez = 0; vez < 3; ++vez)
+        for (const auto* db : {&a, &b}) {
+            Transaccion tx(**db);
+            EXPECT_TRUE((*db)->reserve(7));
+            const std::vector<std::string> dos(2, "insert into t values (1,#03/05/2024#)");
+            EXPECT_EQ((*db)->executesql_each(dos).size(), 2U);
+            EXPECT_EQ((*db)->executesql("select k into temporal from t"), 1) << (*db)->last_error();
+            EXPECT_EQ(filas(**db, "select f from temporal, t where t.k=1 limit 1"), "2024-03-05");
+            tx.confirmar();
+        }
+    EXPECT_EQ(filas(*b, "select count(*) from t"), "12");
+    EXPECT_EQ(filas(*a,
+                    "select (select count(*) from pg_prepared_statements),(select count(*) from pg_locks "
+                    "where locktype='advisory'),(select count(*) from pg_class where relpersistence='t')"),
+              "0|0|0");
+    EXPECT_EQ(a->executesql("select k into temporal from t"), 0) << "would be somebody else's at once";
+    b->BeginTrans();
+    ejecutar(*b, "insert into t values (2,null)");
+    servidor.caer();
+    servidor.levantar();
+    EXPECT_THROW(b->CommitTrans(), ErrorSesion);
+    b->rollback();
+    EXPECT_EQ(filas(*b, "select max(k) from t"), "1");
+}
+
+TEST(SesionPostgres, TheConnectionTextSaysWhatStandsBetween) {
+    const std::string directa = pg_conexion_nueva();
+    const auto con_nombre = [](const std::string& conexion) {
+        const auto db = abrir_sesion(conexion);
+        EXPECT_EQ(db->Name(), conexion);
+        return filas(*db, "select count(*) from pg_prepared_statements") != "0";
+    };
+    EXPECT_FALSE(con_nombre(directa + "?connect_timeout=3&pool_mode=transaction"));
+    EXPECT_TRUE(con_nombre(directa + "?pool_mode=session&connect_timeout=3"));
+    EXPECT_THROW((void)abrir_sesion(directa + "?pool_mode=statement"), ErrorSesion);
 }
 
 TEST(SesionPostgres, ReconnectsOutsideATransaction) {

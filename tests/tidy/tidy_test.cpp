@@ -219,7 +219,7 @@ const std::map<std::string, std::string> EDGES{
      "registro"},
     {"host", "text platform/db screen"},
     {"driver", "text platform/report platform/ui screen host"},
-    {"dbtools", "text platform/db platform/db/sqlite platform/files voucher"},
+    {"dbtools", "text platform/db platform/db/postgres platform/db/sqlite platform/files voucher"},
     {"demo", "text platform/db voucher dbtools"},
     {"oficina", "text platform/db voucher assistants interchange dbtools"},
     {"qt", "text platform/files platform/ui platform/report"},

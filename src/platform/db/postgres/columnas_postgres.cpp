@@ -58,6 +58,17 @@ std::shared_ptr<const ResultColumns> columnas(const PGresult* description) {
     return columns;
 }
 
+bool same_columns(const ResultColumns& columns, const PGresult* rows) {
+    if (columns.info.size() != static_cast<std::size_t>(PQnfields(rows))) return false;
+    for (int i = 0; const ColumnInfo& column : columns.info) {
+        if (column.kind != kind_of(PQftype(rows, i))) return false;
+        if (const char* const name = PQfname(rows, i++);
+            column.name != name && column.name != minusculas(name))
+            return false;
+    }
+    return true;
+}
+
 Value valor(const PGresult* rows, int row, int column) {
     if (PQgetisnull(rows, row, column) != 0) return {};
     const std::string_view text(PQgetvalue(rows, row, column),

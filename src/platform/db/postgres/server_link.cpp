@@ -1,21 +1,18 @@
 #include "platform/db/postgres/server_link.h"
 
 #include "platform/db/clsConexion.h"
+#include "platform/db/postgres/columnas_postgres.h"
 
 #include <poll.h>
 
 #include <algorithm>
 #include <array>
 #include <string_view>
+#include <utility>
 
 namespace quorvel {
 namespace {
 
-constexpr const char* FRAME[][2] = {{ServerLink::BEGIN, "begin"},
-                                    {ServerLink::COMMIT, "commit"},
-                                    {ServerLink::RESERVE, "select pg_try_advisory_xact_lock($1)"},
-                                    {ServerLink::GUARD, "savepoint sentencia"},
-                                    {ServerLink::RELEASE, "release savepoint sentencia"}};
 /// A server that vanishes without a word (cable, power, firewall) is given up after twenty seconds; left
 /// alone the operating system waits for hours. What the connection text says goes before.
 constexpr const char* PATIENCE[][2] = {{"connect_timeout", "10"},
@@ -28,6 +25,16 @@ constexpr const char* SQLSTATE_NO_TABLE = "42P01";
 /// made a standby, cannot read its files or finds them damaged.
 constexpr std::string_view SERVER_FAULTS[] = {"53", "57P", "25006", "58", "XX"};
 
+/// What has a name on each server connection of its own.
+const ServerLink::Command* const FRAME[] = {&ServerLink::BEGIN, &ServerLink::COMMIT, &ServerLink::RESERVE,
+                                            &ServerLink::GUARD, &ServerLink::RELEASE};
+constexpr const char* PROCESS = "select pg_backend_pid()";
+/// What is set where a server starts otherwise; a pooler keeps both with its client.
+constexpr struct {
+    const char *name, *begins, *set;
+} SETTINGS[] = {{"DateStyle", "ISO", "set datestyle = 'ISO, YMD'"},
+                {"standard_conforming_strings", "on", "set standard_conforming_strings = on"}};
+
 std::string trimmed(const char* message) {
     std::string text = message == nullptr ? "" : message;
     while (!text.empty() && (text.back() == '\n' || text.back() == ' ')) text.pop_back();
@@ -35,6 +42,11 @@ std::string trimmed(const char* message) {
 }
 
 } // namespace
+
+const ServerLink::Command ServerLink::BEGIN{"abre", "begin", {}}, ServerLink::COMMIT{"cierra", "commit", {}},
+    ServerLink::RESERVE{"reserva", "select pg_try_advisory_xact_lock($1)", {}},
+    ServerLink::GUARD{"guarda", "savepoint sentencia", {}},
+    ServerLink::RELEASE{"suelta", "release savepoint sentencia", {}};
 
 bool good(const PGresult* r) {
     const ExecStatusType status = PQresultStatus(r);
@@ -48,7 +60,7 @@ void ServerLink::connect() {
         values.push_back(value);
     }
     names.insert(names.end(), {"dbname", "client_encoding", nullptr});
-    values.insert(values.end(), {conexion_.c_str(), "UTF8", nullptr});
+    values.insert(values.end(), {text_.libpq.c_str(), "UTF8", nullptr});
     disconnect();
     conn_.reset(PQconnectdbParams(names.data(), values.data(), 1));
     if (!alive()) {
@@ -57,14 +69,22 @@ void ServerLink::connect() {
     }
     PQsetNoticeProcessor(
         conn_.get(), [](void*, const char*) {}, nullptr);
-    for (const char* setting :
-         {"set datestyle = 'ISO, YMD'", "set standard_conforming_strings = on", "set backslash_quote = off"})
-        (void)command(setting);
-    for (const auto& [name, text] : FRAME) {
-        const Result r(PQprepare(conn_.get(), name, text, 0, nullptr));
-        if (!good(r.get())) fail(r.get(), text);
+    for (const auto& [name, begins, set] : SETTINGS) {
+        const char* const now = PQparameterStatus(conn_.get(), name);
+        if (now == nullptr || !std::string_view(now).starts_with(begins)) (void)command(set);
+    }
+    process_ = PQbackendPID(conn_.get());
+    // a pooler answers for a server's process whose number it does not tell
+    pooled_ = text_.mode == PoolMode::transaction ||
+              (text_.mode == PoolMode::recognised && asked_process() != process_);
+    if (pooled_) return;
+    for (const Command* frame : FRAME) {
+        const Result r(PQprepare(conn_.get(), frame->name.c_str(), frame->text.c_str(), 0, nullptr));
+        if (!good(r.get())) fail(r.get(), frame->text);
     }
 }
+
+int ServerLink::asked_process() { return static_cast<int>(valor(command(PROCESS).get(), 0, 0).integer()); }
 
 void ServerLink::fail(const PGresult* r, const std::string& sql) const {
     std::string why = r != nullptr ? trimmed(PQresultErrorField(r, PG_DIAG_MESSAGE_PRIMARY)) : "";
@@ -84,22 +104,40 @@ Result ServerLink::command(const char* sql) {
     return r;
 }
 
-Result ServerLink::execute(const char* prepared) {
-    return Result(PQexecPrepared(conn_.get(), prepared, 0, nullptr, nullptr, nullptr, 0));
+Result ServerLink::execute(const Command& command) {
+    return Result(
+        pooled_ ? PQexecParams(conn_.get(), command.text.c_str(), 0, nullptr, nullptr, nullptr, nullptr, 0)
+                : PQexecPrepared(conn_.get(), command.name.c_str(), 0, nullptr, nullptr, nullptr, 0));
 }
 
-bool ServerLink::send(const char* prepared, std::span<const char* const> values) {
-    return PQsendQueryPrepared(conn_.get(), prepared, static_cast<int>(values.size()), values.data(), nullptr,
-                               nullptr, 0) == 1;
+bool ServerLink::send(const Command& command, std::span<const char* const> values) {
+    PGconn* const c = conn_.get();
+    const int n = static_cast<int>(values.size());
+    if (!pooled_)
+        return PQsendQueryPrepared(c, command.name.c_str(), n, values.data(), nullptr, nullptr, 0) == 1;
+    if (std::exchange(unnamed_, &command) == &command)
+        return PQsendQueryPrepared(c, "", n, values.data(), nullptr, nullptr, 0) == 1;
+    const Oid* const types = command.types.empty() ? nullptr : command.types.data();
+    return PQsendQueryParams(c, command.text.c_str(), n, types, values.data(), nullptr, nullptr, 0) == 1;
 }
 
 bool ServerLink::send_text(const std::string& sql) {
+    unnamed_ = nullptr;
     return PQsendQueryParams(conn_.get(), sql.c_str(), 0, nullptr, nullptr, nullptr, nullptr, 0) == 1;
 }
 
-bool ServerLink::send_prepare(const char* name, const std::string& sql, std::span<const Oid> types) {
-    return PQsendPrepare(conn_.get(), name, sql.c_str(), static_cast<int>(types.size()), types.data()) == 1 &&
+bool ServerLink::send_prepare(const Command& command) {
+    unnamed_ = nullptr;
+    const char* const name = pooled_ ? "" : command.name.c_str();
+    return PQsendPrepare(conn_.get(), name, command.text.c_str(), static_cast<int>(command.types.size()),
+                         command.types.data()) == 1 &&
            PQsendDescribePrepared(conn_.get(), name) == 1;
+}
+
+bool ServerLink::send_begin() { return send(BEGIN) && (!pooled_ || send_text(PROCESS)); }
+
+void ServerLink::began(std::span<const Result> results) {
+    if (pooled_) process_ = static_cast<int>(valor(results[1].get(), 0, 0).integer());
 }
 
 ServerLink::Answers ServerLink::finish(std::size_t commands, bool pipeline, bool queued) {

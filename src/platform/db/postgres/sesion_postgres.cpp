@@ -2,6 +2,7 @@
 
 #include "platform/db/literal_value.h"
 #include "platform/db/postgres/columnas_postgres.h"
+#include "platform/db/postgres/loose_scan.h"
 
 #include <algorithm>
 #include <chrono>
@@ -56,12 +57,15 @@ std::int64_t rows_changed(PGresult* r) {
 
 } // namespace
 
-SesionPostgres::SesionPostgres(std::string conexion) : server_(std::move(conexion)) { server_.connect(); }
+SesionPostgres::SesionPostgres(const std::string& conexion) : server_(conexion) { server_.connect(); }
+
+void SesionPostgres::drop(Statement& s) {
+    if (!s.command.name.empty()) dropped_.push_back(std::exchange(s.command.name, {}));
+    s.columns.reset();
+}
 
 void SesionPostgres::forget() {
-    cache_.clear([this](Statement& s) {
-        if (!s.name.empty()) dropped_.push_back(s.name);
-    });
+    cache_.clear([this](Statement& s) { drop(s); });
 }
 
 bool SesionPostgres::in_transaction() const {
@@ -99,11 +103,13 @@ std::vector<Result> SesionPostgres::exchange(const std::string& sql, std::size_t
                                              std::size_t* refused) {
     const bool inside = server_.transaction() == PQTRANS_INTRANS;
     const bool begin = begin_due_, guard = !strict_ && (begin || inside);
-    const std::size_t before = (begin ? 1 : 0) + (guard ? 1 : 0), all = before + commands + (guard ? 1 : 0);
+    const std::size_t before = (begin ? server_.begin_commands() : 0) + (guard ? 1 : 0),
+                      all = before + commands + (guard ? 1 : 0);
     auto [answers, error, why] = server_.round_trip(all, [&] {
-        return (!begin || server_.send(ServerLink::BEGIN)) && (!guard || server_.send(ServerLink::GUARD)) &&
-               queue() && (!guard || server_.send(ServerLink::RELEASE));
+        return (!begin || server_.send_begin()) && (!guard || server_.send(ServerLink::GUARD)) && queue() &&
+               (!guard || server_.send(ServerLink::RELEASE));
     });
+    if (begin && answers.size() >= before) server_.began(answers);
     if (refused != nullptr) *refused = answers.size() - std::min(answers.size(), before);
     if (!server_.alive()) {
         lost_in_transaction_ = inside;
@@ -130,13 +136,17 @@ Result SesionPostgres::execute_plain(const std::string& text, const std::string&
 void SesionPostgres::prepare(Statement& s, const std::string& sql) {
     for (const std::string& old : dropped_) (void)execute_plain("deallocate " + old, sql);
     dropped_.clear();
-    const std::string name = "q" + std::to_string(++names_);
-    std::vector<Oid> types;
-    for (const Tok kind : s.kinds) types.push_back(parameter_type(kind));
-    const auto answers =
-        exchange(sql, 2, [&] { return server_.send_prepare(name.c_str(), s.translation.text, types); });
-    s.name = name;
+    ServerLink::Command fresh = s.command;
+    if (!server_.pooled()) fresh.name = "q" + std::to_string(++names_);
+    const auto answers = exchange(sql, 2, [&] { return server_.send_prepare(fresh); });
+    s.command = std::move(fresh);
     s.columns = columnas(answers.back().get());
+}
+
+bool SesionPostgres::due(const Statement& s) const {
+    using Kind = Translation::Kind;
+    if (s.columns != nullptr) return false;
+    return s.translation.kind == Kind::query || (s.translation.kind == Kind::statement && !server_.pooled());
 }
 
 SesionPostgres::Cache::Entry& SesionPostgres::acquire(const std::string& sql) {
@@ -146,13 +156,8 @@ SesionPostgres::Cache::Entry& SesionPostgres::acquire(const std::string& sql) {
         (void)tokenize(sql); // tells what is wrong
         throw ErrorSesion("Sentencia mal escrita", sql);
     }
-    using Kind = Translation::Kind;
-    const auto prepared = [](const Statement& s) {
-        return s.translation.kind == Kind::query || s.translation.kind == Kind::statement;
-    };
     if (auto* known = cache_.find(skeleton_)) {
-        Statement& s = known->payload;
-        if (s.name.empty() && prepared(s)) prepare(s, sql);
+        if (due(known->payload)) prepare(known->payload, sql);
         return *known;
     }
     Statement s;
@@ -160,17 +165,21 @@ SesionPostgres::Cache::Entry& SesionPostgres::acquire(const std::string& sql) {
     std::vector<bool> lifted(skeleton_.literals().size());
     for (const std::size_t literal : s.translation.params) {
         lifted[literal] = true;
-        s.kinds.push_back(skeleton_.literals()[literal].kind);
+        s.command.types.push_back(parameter_type(skeleton_.literals()[literal].kind));
     }
-    if (prepared(s)) prepare(s, sql);
-    return cache_.add(skeleton_, std::move(lifted), std::move(s), [this](Statement& old) {
-        if (!old.name.empty()) dropped_.push_back(old.name);
-    });
+    s.command.text = s.translation.text;
+    if (s.translation.kind == Translation::Kind::query)
+        if (auto loose = loose_scan(s.command.text);
+            loose && PQntuples(execute_plain(loose->indexed, sql).get()) > 0)
+            s.command.text = std::move(loose->text);
+    if (due(s)) prepare(s, sql);
+    return cache_.add(skeleton_, std::move(lifted), std::move(s), [this](Statement& old) { drop(old); });
 }
 
 void SesionPostgres::arguments(const Statement& s) {
     scratch_.clear();
-    scratch_.reserve(skeleton_.sql().size() + 16 * s.kinds.size()); // values point into it: it must not move
+    scratch_.reserve(skeleton_.sql().size() +
+                     16 * s.command.types.size()); // values point into it: it must not move
     values_.clear();
     for (const std::size_t i : s.translation.params) {
         const std::size_t at = scratch_.size();
@@ -192,13 +201,13 @@ Result SesionPostgres::execute(Statement& s, const std::string& sql) {
     const bool first = begin_due_;
     arguments(s);
     const auto run = [&] {
-        return std::move(exchange(sql, 1, [&] { return server_.send(s.name.c_str(), values_); }).front());
+        return std::move(exchange(sql, 1, [&] { return server_.send(s.command, values_); }).front());
     };
     try {
         return run();
     } catch (const ErrorSesion& e) {
         if (e.sqlstate != SQLSTATE_PLAN_CHANGED) throw;
-        dropped_.push_back(std::exchange(s.name, {})); // a table has been made anew with other columns
+        drop(s); // a table has been made anew with other columns
         if (server_.transaction() == PQTRANS_INERROR) {
             if (!first) throw;
             (void)server_.command("rollback");
@@ -234,6 +243,7 @@ std::shared_ptr<const ResultColumns> SesionPostgres::read(const std::string& sql
             if (s.translation.kind != Translation::Kind::query)
                 throw ErrorSesion("La sentencia no devuelve filas", sql);
             const Result rows = execute(s, sql);
+            if (!same_columns(*s.columns, rows.get())) s.columns = columnas(rows.get());
             const int height = PQntuples(rows.get()), width = PQnfields(rows.get());
             cells.reserve(cells.size() + static_cast<std::size_t>(height) * static_cast<std::size_t>(width));
             for (int row = 0; row < height; ++row)
@@ -261,9 +271,12 @@ Result SesionPostgres::run(const std::string& sql) {
         return execute(s, sql);
     const std::string text = s.translation.text, table = s.translation.table;
     const bool into = s.translation.kind == Kind::select_into;
+    if (into && server_.pooled() && !in_transaction())
+        throw ErrorSesion("Una tabla de trabajo vive sólo dentro de una transacción", sql);
     forget();
     if (into) (void)execute_plain("drop table if exists pg_temp." + table, sql);
-    return execute_plain(into ? "create temp table " + table + " as " + text : text, sql);
+    const std::string ends = server_.pooled() ? " on commit drop as " : " as ";
+    return execute_plain(into ? "create temp table " + table + ends + text : text, sql);
 }
 
 int SesionPostgres::executesql(const std::string& sql) {
@@ -292,7 +305,7 @@ std::vector<Result> SesionPostgres::run_each(std::span<const std::string> sql, s
                 const auto* known = skeleton_.scan(one) ? cache_.find(skeleton_) : nullptr;
                 if (known == nullptr) return false; // more statements than the session remembers
                 arguments(known->payload);
-                return server_.send(known->payload.name.c_str(), values_);
+                return server_.send(known->payload.command, values_);
             });
         },
         &at);

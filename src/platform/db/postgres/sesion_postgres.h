@@ -10,11 +10,12 @@ namespace quorvel {
 /// A session on a PostgreSQL server. Its recordsets must not outlive it.
 /// Within a transaction each statement stands behind a savepoint of its own, sent in the same round trip; a
 /// strict transaction goes without. A transaction begins in the round trip of its first statement.
+/// Behind a pooler private tables live as long as their transaction and are refused outside of one.
 class SesionPostgres final : public clsConexion {
 public:
-    /// @param conexion "postgresql://…", several hosts and all options of libpq @throws ErrorSesion in
-    /// Spanish
-    explicit SesionPostgres(std::string conexion);
+    /// @param conexion "postgresql://…", several hosts, all options of libpq, and pool_mode=session or
+    /// pool_mode=transaction, which is recognised by itself @throws ErrorSesion in Spanish
+    explicit SesionPostgres(const std::string& conexion);
 
     [[nodiscard]] std::unique_ptr<Recordset> NewRecord(const std::string& sql) override;
     int executesql(const std::string& sql) override;
@@ -36,10 +37,9 @@ public:
 
 private:
     struct Statement {
-        std::string name; ///< of the prepared statement, empty for definitions
+        ServerLink::Command command; ///< without a name while it is not prepared
         Translation translation;
-        std::vector<Tok> kinds; ///< of the parameters
-        std::shared_ptr<const ResultColumns> columns;
+        std::shared_ptr<const ResultColumns> columns; ///< none while they are not asked for
     };
     using Cache = StatementCache<Statement>;
 
@@ -54,7 +54,10 @@ private:
     void await_lost_commit();
     [[nodiscard]] bool in_transaction() const;
     Cache::Entry& acquire(const std::string& sql);
+    /// Whether the server is asked before the statement runs the first time.
+    [[nodiscard]] bool due(const Statement& s) const;
     void prepare(Statement& s, const std::string& sql);
+    void drop(Statement& s);
     Result execute(Statement& s, const std::string& sql);
     Result execute_plain(const std::string& text, const std::string& sql);
     /// Runs what queue() queues, behind the begin and the savepoint that are due. @return the results of its

@@ -47,6 +47,8 @@ SesionSqlite::SesionSqlite(std::string path, bool create) : path_(std::move(path
 
 SesionSqlite::~SesionSqlite() {
     forget();
+    sqlite3_finalize(begin_);
+    sqlite3_finalize(commit_);
     sqlite3_close(db_);
 }
 
@@ -72,12 +74,15 @@ void SesionSqlite::open(bool create) {
     }
     if (sqlite3_db_readonly(db_, "main") == 1)
         throw ErrorSesion("La base de datos " + path_ + " es de solo lectura", "");
-    // an automatic index hashes texts with their trailing blanks and loses rows of a join
+    // An automatic index hashes texts with their trailing blanks and loses rows of a join. What is sorted in
+    // memory as a whole asks nobody meanwhile whether to go on; files take it in parts that fit the cache.
     for (const char* pragma : {"pragma journal_mode=wal", "pragma synchronous=full", "pragma foreign_keys=on",
-                               "pragma automatic_index=off", "pragma temp_store=memory"})
+                               "pragma automatic_index=off", "pragma temp_store=file"})
         run(pragma);
     run("select count(*) from sqlite_master"); // a new file has its log from the first reading on
     log_ = log_id();
+    begin_ = prepare("begin immediate", "begin");
+    commit_ = prepare("commit", "commit");
 }
 
 std::optional<FileId> SesionSqlite::log_id() const {
@@ -336,7 +341,7 @@ void SesionSqlite::forget() {
 void SesionSqlite::BeginTrans() {
     complete_reading();
     require_in_place("begin");
-    run("begin immediate");
+    run(begin_);
     in_transaction_ = true;
 }
 
@@ -345,7 +350,7 @@ void SesionSqlite::CommitTrans() {
         complete_reading();
         require_transaction("commit");
         require_in_place("commit");
-        run("commit");
+        run(commit_);
         in_transaction_ = false;
     } catch (...) {
         rollback();

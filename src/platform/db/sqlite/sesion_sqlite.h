@@ -63,6 +63,7 @@ private:
     /// be made alone
     void require_transaction(const std::string& sql) const;
     void run(const std::string& command);
+    void run(sqlite3_stmt* command) { step_all(command, sqlite3_sql(command)); }
     Cache::Entry& acquire(const std::string& sql);
     sqlite3_stmt* prepare(const std::string& text, const std::string& sql);
     void bind(const Statement& s, sqlite3_destructor_type texts = SQLITE_STATIC);
@@ -78,6 +79,7 @@ private:
 
     std::string path_;
     sqlite3* db_ = nullptr;
+    sqlite3_stmt *begin_ = nullptr, *commit_ = nullptr;
     Cache cache_;
     Attention attention_;
     Skeleton skeleton_;
