@@ -80,13 +80,26 @@ void Anfitrion::ofrecer_borradores() {
 
 void Anfitrion::ver_libro(libros::Libro libro) {
     try {
-        if (!libros_)
+        if (!libros_) {
             libros_ = new VentanaLibros(eleccion_.conexion, eleccion_.empresa,
                                         sesion_.pantalla().glbN_empresa, hoy_);
+            connect(libros_, &VentanaLibros::comprobante_pedido, this, &Anfitrion::ver_comprobante);
+        }
         libros_->abrir(libro);
     } catch (const std::exception& e) {
         avisar_problema(ventana(), to_qt(e.what()));
     }
+}
+
+void Anfitrion::ver_comprobante(const Clave& clave) {
+    frmQuorvel& f = sesion_.pantalla();
+    if (!f.leave_for_command()) return;
+    ventana()->raise();
+    ventana()->activateWindow();
+    f.atender([&] {
+        if (!abrir_comprobante(f, clave)) return f.critico("El comprobante ya no existe");
+        f.grdDetalle.SetFocus();
+    });
 }
 
 void Anfitrion::configurar() {

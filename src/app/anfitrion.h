@@ -34,6 +34,8 @@ public:
     /// Brings it back onto a screen that was opened again.
     void reponer(const LoQueHabia& habia);
     void ver_libro(libros::Libro libro);
+    /// Shows a saved voucher on the screen; what was not saved there stays as a draft.
+    void ver_comprobante(const Clave& clave);
 
 private:
     void agregar_menus(QMenuBar& barra);

@@ -55,6 +55,8 @@ std::int64_t ultimo_numero(clsConexion& db) {
     return n && mayor.size() == 6 && *n < MAYOR_SEIS ? *n : mayor_numero(db);
 }
 
+} // namespace
+
 std::string siguiente_codigo(clsConexion& db) {
     std::int64_t n = ultimo_numero(db);
     std::string codigo;
@@ -62,8 +64,6 @@ std::string siguiente_codigo(clsConexion& db) {
     while (existe(db, "select auxiliar from ctxaux_cod where auxiliar=" + sql_texto(codigo)));
     return codigo;
 }
-
-} // namespace
 
 std::string codigo_de_entrada(const std::string& entrada) {
     return recortar(std::string_view(entrada).substr(0, entrada.find(" - ")));

@@ -23,7 +23,6 @@ constexpr V EGRESO[] = {SIN_DOCUMENTO, "BOLETA", "EGRESO"};
 constexpr V SOCIO[] = {SIN_DOCUMENTO, "EGRESO"};
 constexpr std::array<std::span<const V>, 7> OFERTA{NADA, VENTA, COMPRA, RETENCION, INGRESO, EGRESO, SOCIO};
 
-constexpr V NOTAS_CREDITO[] = {"NOTA CREDITO", "N.C. ELECTRONICA", "N.C. EXP. ELECT."};
 constexpr V BOLETAS[] = {"BOLETA", "B. ELECTRONICA", "B. EXENTA", "B. EXENTA ELECT."};
 
 bool esta(std::span<const V> grupo, V documento) {
@@ -35,7 +34,6 @@ bool esta(std::span<const V> grupo, V documento) {
 std::span<const V> documentos_ofrecidos(int libro) {
     return libro < 0 || libro > RET_SOCIO ? OFERTA[0] : OFERTA[static_cast<std::size_t>(libro)];
 }
-bool es_nota_credito(V documento) { return esta(NOTAS_CREDITO, documento); }
 bool es_boleta_compra(V documento) { return esta(BOLETAS, documento); }
 bool es_boleta_venta(V documento) { return documento == "VALES TRANSBANK" || esta(BOLETAS, documento); }
 

@@ -1,4 +1,6 @@
 #pragma once
+#include "voucher/signo_documento.h"
+
 #include <array>
 #include <cstdint>
 #include <span>
@@ -27,8 +29,6 @@ inline constexpr std::array<std::string_view, 27> DOCUMENTOS_LIBRO{
 /// Kinds that an assistant offers, in its own order; the partner withdrawal too.
 [[nodiscard]] std::span<const std::string_view> documentos_ofrecidos(int libro);
 
-/// Every line of these goes to the opposite side.
-[[nodiscard]] bool es_nota_credito(std::string_view documento);
 /// No purchase VAT; the supplier line goes to the receipts account.
 [[nodiscard]] bool es_boleta_compra(std::string_view documento);
 /// The customer line goes to the receipts account.

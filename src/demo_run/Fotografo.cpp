@@ -73,6 +73,8 @@ void Fotografo::mirar() {
     if (visita.antes) visita.antes(*modal);
     if (!visita.nombre.empty())
         guardar(caja != nullptr ? con_su_ventana(*modal) : modal->grab(), visita.nombre);
+    if (caja != nullptr && caja->icon() == QMessageBox::Question)
+        teclado_.tecla(Qt::Key_Left); // from no to yes
     teclado_.tecla(visita.salida);
     std::erase(en_visita_, modal);
 }

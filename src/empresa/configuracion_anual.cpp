@@ -27,17 +27,16 @@ std::string donde(int empresa, int anio) {
     return " where empresa=" + sql_numero(empresa) + " and anio=" + sql_numero(anio);
 }
 
-struct Ficha {
-    bool existe = false, activa = false, auxiliar = false, de_resultado = false;
-};
-Ficha buscar_cuenta(clsConexion& db, const std::string& codigo) {
+std::optional<FichaCuenta> buscar_cuenta(clsConexion& db, const std::string& codigo) {
     const auto rs = db.NewRecord("select a.activo, a.req_auxiliar, g.transitorio from ctmcentros a left join "
                                  "ctmgcuenta g on g.g_cuenta=a.g_cuenta where a.centro=" +
                                  sql_texto(codigo));
-    if (rs->eof()) return {};
+    if (rs->eof()) return std::nullopt;
     const auto uno = [&](std::size_t i) { return recortar(rs->at(i).text()) == "1"; };
-    return {true, uno(0), uno(1), uno(2)};
+    return FichaCuenta{uno(0), uno(1), uno(2)};
 }
+
+bool de_cierre(const CuentaConfigurada& que) { return std::string_view(que.columna).starts_with("centro_"); }
 
 void revisar_fechas(const ConfiguracionAnual& c, std::vector<Observacion>& o) {
     const auto revisar = [&](const std::optional<Fecha>& f, const char* campo) {
@@ -52,23 +51,14 @@ void revisar_fechas(const ConfiguracionAnual& c, std::vector<Observacion>& o) {
 
 void revisar_cuenta(clsConexion& db, const CuentaConfigurada& que, const std::string& codigo,
                     std::vector<Observacion>& o) {
-    const bool de_cierre = std::string_view(que.columna).starts_with("centro_");
     if (codigo.empty()) {
         o.push_back({que.columna,
-                     de_cierre ? "Falta: se necesita para cerrar el año"
-                               : "Falta: sin ella no se graba ningún "
-                                 "comprobante",
+                     de_cierre(que) ? "Falta: se necesita para cerrar el año"
+                                    : "Falta: sin ella no se graba ningún comprobante",
                      false});
         return;
     }
-    const Ficha f = buscar_cuenta(db, codigo);
-    if (!f.existe) return o.push_back({que.columna, "La cuenta " + codigo + " no existe"});
-    if (!f.activa)
-        return o.push_back({que.columna, "La cuenta " + codigo + " es un título o no está en uso"});
-    if (que.de_tercero && !f.auxiliar)
-        o.push_back({que.columna, "La cuenta " + codigo + " no pide auxiliar", false});
-    if (de_cierre && f.de_resultado)
-        o.push_back({que.columna, "La cuenta " + codigo + " es de resultado: el cierre la saldaría"});
+    if (auto reparo = reparo_de_cuenta(que, codigo, buscar_cuenta(db, codigo))) o.push_back(*reparo);
 }
 
 void exigir(clsConexion& db, const std::string& sql) {
@@ -79,8 +69,21 @@ void exigir(clsConexion& db, const std::string& sql) {
 
 std::span<const CuentaConfigurada> cuentas_configuradas() { return CUENTAS; }
 
-bool es_cuenta_configurada(std::string_view columna) {
-    return std::ranges::any_of(CUENTAS, [&](const CuentaConfigurada& c) { return columna == c.columna; });
+const CuentaConfigurada* cuenta_configurada(std::string_view columna) {
+    const auto c = std::ranges::find(CUENTAS, columna, &CuentaConfigurada::columna);
+    return c == std::end(CUENTAS) ? nullptr : &*c;
+}
+
+std::optional<Observacion> reparo_de_cuenta(const CuentaConfigurada& que, const std::string& codigo,
+                                            const std::optional<FichaCuenta>& ficha) {
+    const auto reparo = [&](const char* texto, bool grave) {
+        return Observacion{que.columna, "La cuenta " + codigo + texto, grave};
+    };
+    if (!ficha) return reparo(" no existe", true);
+    if (!ficha->imputable) return reparo(" es un título o no está en uso", true);
+    if (de_cierre(que) && ficha->de_resultado) return reparo(" es de resultado: el cierre la saldaría", true);
+    if (que.de_tercero && !ficha->auxiliar) return reparo(" no pide auxiliar", false);
+    return std::nullopt;
 }
 
 std::vector<int> anios_configurados(clsConexion& db, int empresa) {

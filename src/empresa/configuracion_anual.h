@@ -17,7 +17,8 @@ struct CuentaConfigurada {
 };
 /// In the order in which a save asks for them; the last two take the year's result.
 [[nodiscard]] std::span<const CuentaConfigurada> cuentas_configuradas();
-[[nodiscard]] bool es_cuenta_configurada(std::string_view columna);
+/// @return nullptr when no account of the configuration has the column
+[[nodiscard]] const CuentaConfigurada* cuenta_configurada(std::string_view columna);
 
 /// A row of the accounting configuration as a form shows it.
 struct ConfiguracionAnual {
@@ -32,6 +33,16 @@ struct Observacion {
     std::string campo, mensaje;
     bool grave = true;
 };
+
+/// What an account must be told of before it is chosen, wherever it comes from.
+struct FichaCuenta {
+    bool imputable = false, auxiliar = false, de_resultado = false;
+};
+/// What speaks against an account for a use of the configuration. @param ficha nothing: there is no such
+/// account @return nothing when it serves
+[[nodiscard]] std::optional<Observacion> reparo_de_cuenta(const CuentaConfigurada& que,
+                                                          const std::string& codigo,
+                                                          const std::optional<FichaCuenta>& ficha);
 
 /// Years that are configured, the last one first. @throws ErrorSesion
 [[nodiscard]] std::vector<int> anios_configurados(clsConexion& db, int empresa);

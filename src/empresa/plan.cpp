@@ -74,7 +74,8 @@ private:
     void leer_uso(CuentaPlan& c, const std::string& texto) {
         c.uso = texto;
         if (texto.empty()) return;
-        if (!es_cuenta_configurada(texto)) return error(c, "uso", "\"" + texto + "\" no es un uso conocido");
+        if (cuenta_configurada(texto) == nullptr)
+            return error(c, "uso", "\"" + texto + "\" no es un uso conocido");
         const auto [antes, nuevo] = usos_.emplace(texto, c.linea);
         if (!nuevo) error(c, "uso", texto + " está repetido: línea " + std::to_string(antes->second));
     }
@@ -109,8 +110,11 @@ void marcar_titulos(Plan& plan) {
     for (CuentaPlan& c : plan.cuentas) {
         const auto siguiente = codigos.upper_bound(c.codigo);
         c.imputable = siguiente == codigos.end() || !siguiente->starts_with(c.codigo);
-        if (c.imputable || c.uso.empty()) continue;
-        plan.errores.push_back({c.linea, "uso", c.codigo + " es un título: tiene cuentas bajo ella"});
+        const CuentaConfigurada* const uso = cuenta_configurada(c.uso);
+        if (uso == nullptr) continue;
+        const auto reparo =
+            reparo_de_cuenta(*uso, c.codigo, FichaCuenta{c.imputable, c.auxiliar, c.de_resultado});
+        if (reparo && reparo->grave) plan.errores.push_back({c.linea, "uso", reparo->mensaje});
     }
 }
 

@@ -6,7 +6,8 @@
 
 namespace quorvel::libros {
 
-/// What a book moved in each month of a year: vouchers that are not annulled, and their debit totals.
+/// What a book moved in each month of a year: vouchers that are not annulled, and their debit totals less
+/// those of the credit notes.
 struct LibroMensual {
     std::string libro;
     std::array<std::int64_t, 12> total{};

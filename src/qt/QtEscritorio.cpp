@@ -133,7 +133,7 @@ ui::Answer QtEscritorio::on_message(const std::string& text, ui::Icon icon, ui::
     }
     auto* yes = box.addButton(QString::fromUtf8("&Sí"), QMessageBox::YesRole);
     auto* no = box.addButton("&No", QMessageBox::NoRole);
-    box.setDefaultButton(yes);
+    box.setDefaultButton(no); // whatever is asked changes much or cannot be undone
     box.setEscapeButton(no);
     box.exec();
     return box.clickedButton() == yes ? ui::Answer::yes : ui::Answer::no;

@@ -168,8 +168,13 @@ TEST(PlanCsv, EveryErrorByLineAndField) {
               "línea 7, tipo: el grupo 1 mezcla cuentas de balance y de resultado\n"
               "línea 7, uso: \"iba\" no es un uso conocido\n"
               "línea 8, uso: iva está repetido: línea 6\n");
-    EXPECT_EQ(todos(leer_plan("cuenta;nombre;tipo;uso\n1;A;activo;iva\n11;B;activo;\n").errores),
-              "línea 2, uso: 1 es un título: tiene cuentas bajo ella\n");
+    // what the configuration would refuse later is refused here
+    EXPECT_EQ(
+        todos(leer_plan("cuenta;nombre;tipo;auxiliar;uso\n1;A;activo;;iva\n11;B;activo;;factura_cobrar\n"
+                        "41;C;ingreso;;centro_gan\n21;D;pasivo;;centro_per\n")
+                  .errores),
+        "línea 2, uso: La cuenta 1 es un título o no está en uso\n"
+        "línea 4, uso: La cuenta 41 es de resultado: el cierre la saldaría\n");
 }
 
 TEST(PlanCsv, AsSpreadsheetsWriteIt) {

@@ -55,6 +55,12 @@ TEST(Ventanas, BinderNamesWhatDoesNotFit) {
 }
 
 // Goal: a voucher by keys alone reaches the database. Method: type it into the window, save, read the rows.
+TEST(Ventanas, EnterAgreesToNothing) {
+    qt::QtEscritorio escritorio;
+    QTimer::singleShot(50, [] { Teclado().tecla(Qt::Key_Return); });
+    EXPECT_EQ(escritorio.message("¿Eliminar?", ui::Icon::question, ui::Buttons::yes_no), ui::Answer::no);
+}
+
 TEST(Ventanas, KeysEnterAndSaveAVoucher) {
     Pantalla p;
     p.campo("cmbDocumento", "TRASPASO");

@@ -214,6 +214,7 @@ const std::map<std::string, std::string> EDGES{
     {"interchange", "text platform/db platform/files voucher"},
     {"libros", "text platform/db voucher"},
     {"empresa", "text platform/db platform/files"},
+    {"catalogos", "text platform/db voucher assistants empresa"},
     {"screen",
      "text platform/db platform/files platform/report platform/ui voucher assistants yearend interchange "
      "registro"},

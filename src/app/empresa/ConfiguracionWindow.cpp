@@ -151,7 +151,7 @@ bool ConfiguracionWindow::revisar() {
     fecha(hasta_, c.f_digi_final, "f_digi_final");
     std::vector<Observacion> de_cuentas, otras;
     for (Observacion& o : observaciones)
-        (es_cuenta_configurada(o.campo) ? de_cuentas : otras).push_back(std::move(o));
+        (cuenta_configurada(o.campo) != nullptr ? de_cuentas : otras).push_back(std::move(o));
     const bool grave_derecha = derecha_->observar(otras);
     const bool grave = izquierda_->observar(de_cuentas) || grave_derecha;
     estado_->setText(grave ? QString::fromUtf8("✖ Hay datos que corregir.") : QString());

@@ -98,6 +98,7 @@ QWidget* NuevaEmpresa::construir_plan() {
     origen_ = new QComboBox(zona);
     rotulo->setBuddy(origen_);
     origen_->setAccessibleName("Plan de cuentas");
+    enter_sigue(*origen_);
     const std::int64_t cuentas = contar_cuentas(*db_);
     if (cuentas > 0) origen_->addItem(QString("El de esta base (%1 cuentas)").arg(cuentas), int(de_la_base));
     origen_->addItem("Plan general de muestra", int(plantilla));

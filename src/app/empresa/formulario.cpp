@@ -4,6 +4,8 @@
 #include "text/letras_utf8.h"
 
 #include <QCompleter>
+#include <QCoreApplication>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QSortFilterProxyModel>
 #include <QVBoxLayout>
@@ -34,7 +36,24 @@ private:
     std::string buscado_;
 };
 
+class EnterSigue final : public QObject {
+public:
+    using QObject::QObject;
+
+protected:
+    bool eventFilter(QObject* campo, QEvent* event) override {
+        if (event->type() != QEvent::KeyPress) return false;
+        const int tecla = static_cast<QKeyEvent*>(event)->key();
+        if (tecla != Qt::Key_Return && tecla != Qt::Key_Enter) return false;
+        QKeyEvent tab(QEvent::KeyPress, Qt::Key_Tab, Qt::NoModifier);
+        QCoreApplication::sendEvent(campo, &tab);
+        return true;
+    }
+};
+
 } // namespace
+
+void enter_sigue(QWidget& campo) { campo.installEventFilter(new EnterSigue(&campo)); }
 
 Formulario::Formulario(QWidget* parent) : QWidget(parent), forma_(new QFormLayout(this)) {
     forma_->setContentsMargins(0, 0, 0, 0);
@@ -67,6 +86,7 @@ void Formulario::campo(const char* campo, const QString& rotulo, QWidget* widget
     widget->setAccessibleName(QString(rotulo).remove('&'));
     forma_->addRow(titulo, zona);
     campos_[campo] = {widget, nota};
+    enter_sigue(*widget);
 }
 
 bool Formulario::observar(const std::vector<Observacion>& observaciones) {

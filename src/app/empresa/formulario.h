@@ -30,6 +30,9 @@ private:
     QStringList sin_campo_;
 };
 
+/// Enter in this field goes to the next one, as Tab does, and starts nothing.
+void enter_sigue(QWidget& campo);
+
 /// Chooses an account of the chart by typing code or name, accents and case ignored; empty is none.
 class CajaCuenta : public QComboBox {
     Q_OBJECT

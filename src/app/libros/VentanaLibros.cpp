@@ -19,6 +19,7 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMetaMethod>
 #include <QProgressDialog>
 #include <QPushButton>
 #include <QSaveFile>
@@ -70,10 +71,15 @@ VentanaLibros::VentanaLibros(const std::string& conexion, int empresa, const std
         connect(m, &TablaModelo::fallo, this, [this](const QString& texto) { decir(texto, true); });
     paginas_ = new QTabWidget(this);
     paginas_->setDocumentMode(true);
-    paginas_->addTab(tabla(diario_, "Libro diario", {92, 100, 64, 200, 64, 0, 96, 96}, 5), "&Diario");
+    diario_vista_ = tabla(diario_, "Libro diario", {92, 100, 64, 200, 64, 0, 96, 96}, 5);
+    balance_vista_ = tabla(balance_, "Balance de 8 columnas", {60, 0, 90, 90, 90, 90, 90, 90, 90, 90}, 1);
+    paginas_->addTab(diario_vista_, "&Diario");
     paginas_->addTab(construir_mayor(), "&Mayor");
-    paginas_->addTab(tabla(balance_, "Balance de 8 columnas", {60, 0, 90, 90, 90, 90, 90, 90, 90, 90}, 1),
-                     "&Balance");
+    paginas_->addTab(balance_vista_, "&Balance");
+    al_elegir(diario_vista_, [this](int fila) { ver_comprobante(diario_->comprobante(fila)); });
+    al_elegir(cuentas_vista_, [this](int) { movimientos_vista_->setFocus(); });
+    al_elegir(movimientos_vista_, [this](int fila) { ver_comprobante(movimientos_->comprobante(fila)); });
+    al_elegir(balance_vista_, [this](int fila) { ver_mayor_de(fila); });
     paginas_->addTab(grafico_ = new Grafico(this), QString::fromUtf8("&Gráfico"));
     estado_ = new QLabel(this);
     estado_->setTextFormat(Qt::PlainText);
@@ -101,6 +107,9 @@ VentanaLibros::VentanaLibros(const std::string& conexion, int empresa, const std
     columna->addWidget(paginas_, 1);
     columna->addLayout(abajo);
     connect(paginas_, &QTabWidget::currentChanged, this, [this] { actualizar(); });
+    for (int i = 0; i < paginas_->count(); ++i)
+        connect(new QShortcut(QKeySequence(QString("Ctrl+%1").arg(i + 1)), this), &QShortcut::activated, this,
+                [this, i] { abrir(static_cast<Libro>(i)); });
     connect(new QShortcut(Qt::Key_F5, this), &QShortcut::activated, this, [this] {
         for (PedidoLibro& p : leido_) p = {};
         actualizar();
@@ -335,6 +344,31 @@ void VentanaLibros::mostrar_cuenta(int fila) {
                               ? leido_[static_cast<std::size_t>(Libro::mayor)]
                               : pedido(),
                           *c);
+}
+
+/// Enter or a double click on a line.
+void VentanaLibros::al_elegir(QTableView* vista, std::function<void(int)> accion) {
+    connect(vista, &QTableView::activated, this,
+            [accion = std::move(accion)](const QModelIndex& i) { accion(i.row()); });
+}
+
+void VentanaLibros::ver_comprobante(const std::optional<Posicion>& donde) {
+    if (!donde) return;
+    if (!isSignalConnected(QMetaMethod::fromSignal(&VentanaLibros::comprobante_pedido)))
+        return decir(
+            QString::fromUtf8("Los comprobantes se abren desde la pantalla de comprobantes: Iniciar."));
+    Q_EMIT comprobante_pedido({.empresa = empresa_,
+                               .f_comp = donde->f_comp,
+                               .documento = donde->documento,
+                               .num_docum = donde->num_docum});
+}
+
+void VentanaLibros::ver_mayor_de(int fila) {
+    const QString cuenta = balance_->cuenta(fila);
+    if (cuenta.isEmpty()) return;
+    abrir(Libro::mayor);
+    filtro_->setText(cuenta);
+    cuentas_vista_->setFocus();
 }
 
 void VentanaLibros::pedir_archivo(const char* filtro, const char* ending) {

@@ -1,8 +1,10 @@
 #pragma once
 #include "libros/exportar.h"
+#include "voucher/comprobante.h"
 
 #include <QDialog>
 #include <filesystem>
+#include <functional>
 #include <memory>
 
 class QAbstractItemModel;
@@ -37,6 +39,10 @@ public:
     /// Writes what is shown to a file; the ending (".pdf", ".csv") decides. @return false and the reason
     bool exportar(const QString& archivo, QString& motivo);
 
+Q_SIGNALS:
+    /// The person wants to see the voucher of a line.
+    void comprobante_pedido(const Clave& clave);
+
 private:
     QWidget* construir_filtro();
     QWidget* construir_mayor();
@@ -46,6 +52,9 @@ private:
     void leer(libros::Libro libro);
     void mostrar_cuenta(int fila);
     void decir(const QString& texto, bool problema = false);
+    void al_elegir(QTableView* vista, std::function<void(int fila)> accion);
+    void ver_comprobante(const std::optional<Posicion>& donde);
+    void ver_mayor_de(int fila);
     void pedir_archivo(const char* filtro, const char* ending);
 
     std::unique_ptr<clsConexion> db_;
@@ -56,7 +65,7 @@ private:
     QCheckBox *sin_cierre_, *por_auxiliar_;
     QTabWidget* paginas_;
     QLineEdit* filtro_;
-    QTableView *cuentas_vista_, *movimientos_vista_;
+    QTableView *diario_vista_, *cuentas_vista_, *movimientos_vista_, *balance_vista_;
     QLabel *estado_, *titulo_cuenta_;
     DiarioModelo* diario_;
     CuentasModelo* cuentas_;

@@ -91,7 +91,7 @@ void pintar(QPainter& p, const QRectF& zona, const std::vector<LibroMensual>& li
                libros.empty() ? QString("El año %1 no tiene comprobantes.").arg(anio)
                               : QString::fromUtf8(
                                     "Total al debe de cada mes de %1, por libro. Cada libro tiene su propia "
-                                    "escala; los anulados no cuentan.")
+                                    "escala; las notas de crédito restan y los anulados no cuentan.")
                                     .arg(anio));
     const int columnas = libros.size() > 1 ? 2 : 1;
     const int filas = (static_cast<int>(libros.size()) + columnas - 1) / columnas;

@@ -239,6 +239,11 @@ int MovimientosModelo::leer_pagina() {
     return static_cast<int>(pagina.size());
 }
 
+std::optional<Posicion> MovimientosModelo::comprobante(int fila) const {
+    if (fila < 1 || fila >= filas_) return std::nullopt;
+    return movimientos_[static_cast<std::size_t>(fila - 1)].donde;
+}
+
 QString MovimientosModelo::celda(int fila, int columna) const {
     if (fila == 0)
         return columna == 3 ? QString("Saldo anterior") : columna == 7 ? saldo(anterior_) : QString();

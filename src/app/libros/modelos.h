@@ -95,6 +95,8 @@ public:
     explicit MovimientosModelo(QObject* parent = nullptr);
     void mostrar(clsConexion& db, const libros::PedidoLibro& p, const libros::CuentaMayor& cuenta);
     void vaciar();
+    /// The voucher of a movement; nothing for the balance before the period.
+    [[nodiscard]] std::optional<libros::Posicion> comprobante(int fila) const;
 
 protected:
     [[nodiscard]] QString celda(int fila, int columna) const override;
@@ -114,6 +116,8 @@ class BalanceModelo final : public TablaModelo {
 public:
     explicit BalanceModelo(QObject* parent = nullptr);
     void mostrar(libros::Balance balance);
+    /// The account of a line, "" for the sums.
+    [[nodiscard]] QString cuenta(int fila) const { return celda(fila, 0); }
 
 protected:
     [[nodiscard]] QString celda(int fila, int columna) const override;
