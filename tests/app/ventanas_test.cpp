@@ -16,6 +16,7 @@
 #include "dbtools/esquema.h"
 #include "demo/demo.h"
 #include "qt/FormWindow.h"
+#include "qt/SuggestionBox.h"
 #include "qt/text.h"
 #include "screen/abrir.h"
 #include "screen/borrador.h"
@@ -388,6 +389,26 @@ TEST(AnfitrionTest, OffersDraftsAndAddsItsMenus) {
         EXPECT_TRUE(de_la_pantalla(Qt::CTRL | Qt::Key_Y)) << control;
     }
     anfitrion.ver_libro(Libro::diario);
+    sesion.pantalla().Unload();
+}
+
+TEST(AnfitrionTest, AccountsAreNamedInTheGridAndChosenByName) {
+    Puesto puesto;
+    qt::QtEscritorio escritorio;
+    SesionApp sesion = puesto.sesion(escritorio);
+    sesion.mostrar();
+    ui::ctlPlanilla& g = sesion.pantalla().grdDetalle;
+    g.SetFocus();
+    Teclado().escribir("caja chi");
+    auto& lista = *escritorio.window_of(sesion.pantalla())->findChild<qt::SuggestionBox*>();
+    EXPECT_TRUE(lista.isVisible());
+    EXPECT_EQ(lista.item(0)->text().left(6), "101002");
+    EXPECT_EQ(g.edit_text(), "CAJA CHI");
+    Teclado().tecla(Qt::Key_Return);
+    EXPECT_FALSE(lista.isVisible());
+    EXPECT_EQ(g.TextMatrix(0, 1), "101002") << "scripts and files see the code alone";
+    QCoreApplication::processEvents();
+    EXPECT_EQ(g.notes.of(1, "101002"), sesion.pantalla().lblCuenta.Caption());
     sesion.pantalla().Unload();
 }
 
