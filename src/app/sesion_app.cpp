@@ -45,7 +45,7 @@ SesionApp::SesionApp(const Eleccion_inicial& e, ui::Escritorio& escritorio, Repo
     if (empresa->eof()) throw std::runtime_error("No existe la empresa " + std::to_string(e.empresa));
     auto usuario = db_->NewRecord("select * from admusuario where usuario=" + std::to_string(e.usuario));
     if (usuario->eof()) throw std::runtime_error("No existe el usuario " + std::to_string(e.usuario));
-    objeto_ = crear_objeto("clsQuorvel", {escritorio, reloj, impresor, carpeta});
+    objeto_ = crear_objeto("clsQuorvel", {escritorio, reloj, impresor, carpeta, true});
     objeto_->let_glbEmpresa(codigo("de la empresa", e.empresa));
     objeto_->let_glbN_empresa(empresa->fields("n_empresa").Value.text());
     objeto_->let_glbUsuario(codigo("del usuario", e.usuario));

@@ -1,6 +1,7 @@
 #include "qt/GridDelegate.h"
 
 #include "qt/BalanceLabel.h"
+#include "qt/GridModel.h"
 #include "qt/GridView.h"
 
 #include <QLineEdit>
@@ -34,6 +35,19 @@ void paint_button(QPainter& painter, const QRect& rect, const QPalette& palette)
 
 GridDelegate::GridDelegate(GridView& view) : QStyledItemDelegate(&view), view_(view) {}
 
+/// Behind the code, as far as there is room for more than a letter or two.
+void GridDelegate::paint_note(QPainter& painter, QRect room, const QStyleOptionViewItem& option,
+                              const QModelIndex& index) {
+    constexpr int GAP = 8, LEAST = 30;
+    const QString note = index.data(GridModel::NoteRole).toString();
+    room.setLeft(room.left() + GAP +
+                 option.fontMetrics.horizontalAdvance(index.data(Qt::DisplayRole).toString()));
+    if (note.isEmpty() || room.width() < LEAST) return;
+    painter.setPen(option.palette.color(QPalette::PlaceholderText));
+    painter.drawText(room, static_cast<int>(Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine),
+                     option.fontMetrics.elidedText(note, Qt::ElideRight, room.width()));
+}
+
 void GridDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                          const QModelIndex& index) const {
     const QModelIndex current = view_.currentIndex();
@@ -55,6 +69,7 @@ void GridDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     const QString text = option.fontMetrics.elidedText(index.data(Qt::DisplayRole).toString(), Qt::ElideRight,
                                                        text_rect.width());
     painter->drawText(text_rect, static_cast<int>(alignment | Qt::TextSingleLine), text);
+    paint_note(*painter, text_rect, option, index);
     if (on_row && index.column() == current.column()) {
         const bool focused = view_.hasFocus() || view_.editor().hasFocus();
         const QColor frame = view_.marks_refusal() ? BalanceLabel::colours(is_dark(palette), false).ink

@@ -14,6 +14,8 @@ public:
     QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
 
 private:
+    static void paint_note(QPainter& painter, QRect room, const QStyleOptionViewItem& option,
+                           const QModelIndex& index);
     GridView& view_;
 };
 

@@ -4,7 +4,7 @@
 
 namespace quorvel::qt {
 
-void GridModel::attach(const ui::ctlPlanilla& grid) {
+void GridModel::attach(ui::ctlPlanilla& grid) {
     grid_ = &grid;
     sync_shape();
 }
@@ -23,9 +23,13 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
         const bool right = grid_->Columns(index.column()).Alignment == 1;
         return QVariant::fromValue((right ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
     }
-    if (role != Qt::DisplayRole && role != Qt::ToolTipRole) return {};
     if (index.row() > grid_->Rows()) return {};
-    const QString text = to_qt(grid_->TextMatrix(index.row(), index.column()));
+    const std::string cell = grid_->TextMatrix(index.row(), index.column());
+    if (role == NoteRole) return to_qt(grid_->notes.of(index.column(), cell));
+    if (role != Qt::DisplayRole && role != Qt::ToolTipRole) return {};
+    const QString text = to_qt(cell);
+    if (const auto& note = grid_->notes.of(index.column(), cell); role == Qt::ToolTipRole && !note.empty())
+        return text + "  " + to_qt(note);
     // A tip only where the text may not fit.
     if (role == Qt::ToolTipRole && text.size() < 20) return {};
     return text;

@@ -10,8 +10,9 @@ namespace quorvel::qt {
 class GridModel : public QAbstractTableModel {
     Q_OBJECT
 public:
+    static constexpr int NoteRole = Qt::UserRole; ///< what a code is called
     explicit GridModel(QObject* parent) : QAbstractTableModel(parent) {}
-    void attach(const ui::ctlPlanilla& grid);
+    void attach(ui::ctlPlanilla& grid);
     void detach() { grid_ = nullptr; }
 
     int rowCount(const QModelIndex& parent = {}) const override;
@@ -26,7 +27,7 @@ public:
 
 private:
     [[nodiscard]] int wanted_rows() const;
-    const ui::ctlPlanilla* grid_ = nullptr;
+    ui::ctlPlanilla* grid_ = nullptr;
     int rows_ = 0, columns_ = 0;
 };
 

@@ -4,6 +4,7 @@
 #include "qt/BalanceLabel.h"
 #include "qt/GridDelegate.h"
 #include "qt/GridModel.h"
+#include "qt/SuggestionBox.h"
 #include "qt/icons.h"
 #include "qt/keys.h"
 #include "qt/text.h"
@@ -73,6 +74,9 @@ void GridView::attach(ui::ctlPlanilla& grid) {
     links_.push_back(grid.Reset.connect([this] { sync(); }));
     links_.push_back(grid.EditChanged.connect([this] { sync_editor(); }));
     links_.push_back(grid.Hinted.connect([this] { show_hint(); }));
+    links_.push_back(grid.suggestions.Changed.connect([this] { show_suggestions(); }));
+    links_.push_back(grid.notes.Fetched.connect([this] { viewport()->update(); }));
+    links_.push_back(grid.form().Settled.connect([this] { fetch_notes(); }));
     links_.push_back(grid.RowColChange.connect([this](int, int) { sync_current(); }));
     sync();
 }
@@ -90,22 +94,29 @@ void GridView::sync() {
     sync_editor();
 }
 
-/// Columns as wide as the planilla says, and never narrower than their captions; what that takes too much of
-/// the room, the widest column gives back.
+/// Columns as wide as the planilla says, and never narrower than their captions, with the names beside their
+/// codes where there is room; what that takes too much of it, the widest column gives back.
 void GridView::sync_widths() {
     if (grid_ == nullptr || grid_->Cols() == 0) return;
-    constexpr int least = 120;
+    constexpr int least = 120, least_beside_notes = 150;
     std::vector<int> widths;
     for (int i = 0; i < grid_->Cols(); ++i) {
         const int wanted = grid_->Columns(i).Width;
         widths.push_back(
             std::max(wanted > 0 ? wanted : columnWidth(i), horizontalHeader()->sectionSizeHint(i)));
     }
-    const int excess = std::accumulate(widths.begin(), widths.end(), 0) - viewport()->width();
+    int excess = std::accumulate(widths.begin(), widths.end(), 0) - viewport()->width();
     int* widest = nullptr;
     for (int i = 0; i < grid_->Cols(); ++i) {
         int& width = widths[static_cast<std::size_t>(i)];
         if (!grid_->Columns(i).WidthChosen && (widest == nullptr || width > *widest)) widest = &width;
+    }
+    for (int i = 0; widest != nullptr && i < grid_->Cols(); ++i) {
+        const ui::ctlPlanilla::Column& column = grid_->Columns(i);
+        const int room = column.WidthChosen ? 0 : std::max(*widest - least_beside_notes - excess, 0);
+        const int note = std::min(column.NoteWidth, room);
+        widths[static_cast<std::size_t>(i)] += note;
+        excess += note;
     }
     if (widest != nullptr && excess > 0 && excess <= *widest - least) *widest -= excess;
     applying_widths_ = true;
@@ -189,6 +200,35 @@ void GridView::show_hint() {
     hint.isEmpty() ? QToolTip::hideText()
                    : QToolTip::showText(viewport()->mapToGlobal(cell.bottomLeft()), hint, viewport());
     if (!hint.isEmpty()) QApplication::beep();
+}
+
+void GridView::show_suggestions() {
+    if (suggestions_ == nullptr) {
+        suggestions_ = new SuggestionBox(*window());
+        connect(suggestions_, &SuggestionBox::taken, this, [this](int row) {
+            if (grid_ == nullptr) return;
+            grid_->form().atender([&] {
+                grid_->suggestions.choose(row);
+                (void)grid_->take_suggestion();
+            });
+        });
+    }
+    suggestions_->show_under(*viewport(), visualRect(model_->index(grid_->Row(), grid_->Col())),
+                             grid_->suggestions);
+}
+
+/// When no procedure is at work with the session; what was painted meanwhile waits for the next time.
+void GridView::fetch_notes() {
+    if (!grid_->notes.wanted() || fetching_) return;
+    fetching_ = true;
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            fetching_ = false;
+            if (grid_ == nullptr || grid_->form().escritorio().acting() != nullptr) return;
+            grid_->form().atender([this] { grid_->notes.fetch(); });
+        },
+        Qt::QueuedConnection);
 }
 
 void GridView::place_editor() {
@@ -360,6 +400,7 @@ void GridView::contextMenuEvent(QContextMenuEvent* event) {
 
 void GridView::paintEvent(QPaintEvent* event) {
     QTableView::paintEvent(event);
+    if (grid_ != nullptr) fetch_notes();
     if (grid_ == nullptr || grid_->Rows() > 0 || grid_->NewRowPending() == 1) return;
     const QString hint =
         grid_->ToolTip().empty() ? property("empty_text").toString() : to_qt(grid_->ToolTip());

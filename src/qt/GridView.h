@@ -10,6 +10,7 @@ class QLineEdit;
 namespace quorvel::qt {
 
 class GridModel;
+class SuggestionBox;
 
 /// Paints a ctlPlanilla and forwards keys and clicks to it. Which cell is current, whether an edit is open
 /// and what it holds is the planilla's business alone.
@@ -57,13 +58,16 @@ private:
     void edited();
     void mark_refusal();
     void show_hint();
+    void show_suggestions();
+    void fetch_notes();
     void paste();
     ui::ctlPlanilla* grid_ = nullptr;
     GridModel* model_;
     QLineEdit* editor_;
     QAction* refused_mark_;
+    SuggestionBox* suggestions_ = nullptr; ///< made when it is first needed
     std::vector<ui::Connection> links_;
-    bool applying_widths_ = false;
+    bool applying_widths_ = false, fetching_ = false;
     bool refused_ = false;  ///< the last change of the editor
     bool entering_ = false; ///< the grid is looking at the editor's text
 };

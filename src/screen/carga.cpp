@@ -96,6 +96,7 @@ void frmQuorvel::Form_Activate() {
         return;
     }
     estado.maestros_cambiados = false;
+    grdDetalle.notes.forget(); // a lookup or another window may have renamed what they name
     if (!estado.primera_activacion) return;
     estado.primera_activacion = false;
     construir_columnas(*this);

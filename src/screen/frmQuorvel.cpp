@@ -7,6 +7,7 @@
 #include "screen/comandos/comandos.h"
 #include "screen/consultas/consultas.h"
 #include "screen/detalle/detalle.h"
+#include "screen/detalle/nombres_codigos.h"
 #include "screen/persona.h"
 #include "screen/recorrido.h"
 #include "screen/registro/documento_electronico.h"
@@ -40,6 +41,7 @@ frmQuorvel::frmQuorvel(Servicios s) : Form(s.escritorio, "frmQuorvel", "Comproba
     conectar_campos();
     conectar_detalle();
     borrador = std::make_unique<Borrador>(*this);
+    if (servicios.propio) nombres = std::make_unique<NombresCodigos>(*this);
 }
 
 frmQuorvel::~frmQuorvel() = default;

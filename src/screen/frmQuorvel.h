@@ -11,6 +11,7 @@
 
 namespace quorvel {
 
+class NombresCodigos;
 class frmRegistro;
 
 /// The voucher screen: named controls and one-line event procedures. What each does lives in comandos/,
@@ -81,7 +82,8 @@ public:
         lblgstrcomprobante_adjunto{*this, "lblgstrcomprobante_adjunto"};
     RptReporte rptReporte{"Presentación Preliminar"};
     std::unique_ptr<Borrador> borrador;
-    std::unique_ptr<frmRegistro> registro; ///< made when it is first asked for
+    std::unique_ptr<frmRegistro> registro;   ///< made when it is first asked for
+    std::unique_ptr<NombresCodigos> nombres; ///< of the system's own host
 
     ui::MenuItem mnuComprobante{*this, "mnuComprobante", "Comprobante"};
     ui::MenuItem mnuAnular{*this, "mnuAnular", "Anular Comprobante", &mnuComprobante, "ctrl+f9"};

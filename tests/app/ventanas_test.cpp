@@ -16,6 +16,7 @@
 #include "dbtools/esquema.h"
 #include "demo/demo.h"
 #include "qt/FormWindow.h"
+#include "qt/SuggestionBox.h"
 #include "qt/text.h"
 #include "screen/abrir.h"
 #include "screen/borrador.h"
@@ -415,6 +416,26 @@ TEST(AnfitrionTest, OffersDraftsAndAddsItsMenus) {
     EXPECT_EQ(linea.section(' ', 1), qt::to_qt(sesion.pantalla().txtNum_doc.Text())) << "the line's voucher";
     EXPECT_FALSE(sesion.pantalla().glbBanderaNuevo);
     EXPECT_EQ(QApplication::activeWindow(), ventana);
+    sesion.pantalla().Unload();
+}
+
+TEST(AnfitrionTest, AccountsAreNamedInTheGridAndChosenByName) {
+    Puesto puesto;
+    qt::QtEscritorio escritorio;
+    SesionApp sesion = puesto.sesion(escritorio);
+    sesion.mostrar();
+    ui::ctlPlanilla& g = sesion.pantalla().grdDetalle;
+    g.SetFocus();
+    Teclado().escribir("caja chi");
+    auto& lista = *escritorio.window_of(sesion.pantalla())->findChild<qt::SuggestionBox*>();
+    EXPECT_TRUE(lista.isVisible());
+    EXPECT_EQ(lista.item(0)->text().left(6), "101002");
+    EXPECT_EQ(g.edit_text(), "CAJA CHI");
+    Teclado().tecla(Qt::Key_Return);
+    EXPECT_FALSE(lista.isVisible());
+    EXPECT_EQ(g.TextMatrix(0, 1), "101002") << "scripts and files see the code alone";
+    QCoreApplication::processEvents();
+    EXPECT_EQ(g.notes.of(1, "101002"), sesion.pantalla().lblCuenta.Caption());
     sesion.pantalla().Unload();
 }
 

@@ -254,3 +254,50 @@ TEST_F(PlanillaTest, LockedShowsAndChangesNothing) {
     h.teclas({"end", "home"});
     EXPECT_EQ(h.donde(), "0,0");
 }
+
+TEST_F(PlanillaTest, TheListUnderACellIsTakenByEnterAndLeftByEscape) {
+    const std::vector<Suggestion> cajas{{"11", "Caja"}, {"12", "Caja chica"}};
+    h.g.suggestions.SetSource([&](int columna, const std::string& texto) {
+        const bool sale = columna == 0 && (texto.starts_with("ca") || texto.starts_with("11"));
+        return sale ? cajas : std::vector<Suggestion>();
+    });
+    const auto elegida = [&] { return h.g.suggestions.current(); };
+    h.teclas({"c"});
+    EXPECT_TRUE(h.g.suggestions.rows().empty());
+    h.teclas({"a", "down", "down", "up", "down"});
+    EXPECT_EQ(elegida(), 1);
+    EXPECT_EQ(h.donde(), "0,0") << "the arrows are the list's";
+    h.teclas({"enter"});
+    EXPECT_EQ(h.g.TextMatrix(0, 0) + "@" + h.donde(), "12@0,1");
+    h.g.move_to(0, 0);
+    h.teclas({"1", "1"});
+    EXPECT_EQ(elegida(), -1) << "a code is taken as it is typed";
+    h.teclas({"tab"});
+    EXPECT_EQ(h.g.TextMatrix(0, 0), "11");
+    h.g.move_to(0, 0);
+    h.teclas({"c", "a", "escape"});
+    EXPECT_EQ(h.g.edit_text(), "ca");
+    EXPECT_TRUE(h.g.suggestions.rows().empty());
+    h.teclas({"n", "o"});
+    EXPECT_FALSE(h.g.suggestions.rows().empty());
+    h.teclas({"backspace", "backspace", "backspace", "backspace", "z", "z"});
+    EXPECT_TRUE(h.g.suggestions.missed());
+    h.teclas({"escape", "escape"});
+    EXPECT_FALSE(h.g.EditActive() || h.g.suggestions.missed());
+    EXPECT_EQ(h.g.TextMatrix(0, 0), "11");
+}
+
+TEST_F(PlanillaTest, NotesAreAskedForOnceAndNotWhilePainting) {
+    int preguntas = 0;
+    EXPECT_EQ(h.g.notes.of(0, "11"), "");
+    h.g.notes.SetSource([&](int, const std::string& codigo) { return ++preguntas, "nombre de " + codigo; });
+    EXPECT_EQ(h.g.notes.of(0, "11") + h.g.notes.of(0, ""), "");
+    EXPECT_EQ(preguntas, 0);
+    h.g.notes.fetch();
+    EXPECT_EQ(h.g.notes.of(0, "11"), "nombre de 11");
+    h.g.notes.fetch();
+    EXPECT_EQ(preguntas, 1);
+    h.g.notes.forget();
+    EXPECT_EQ(h.g.notes.of(0, "11"), "");
+    EXPECT_TRUE(h.g.notes.wanted());
+}

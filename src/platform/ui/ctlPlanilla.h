@@ -1,8 +1,10 @@
 #pragma once
 #include "platform/db/clsConexion.h"
+#include "platform/ui/cell_notes.h"
 #include "platform/ui/control.h"
 #include "platform/ui/entry.h"
 #include "platform/ui/history.h"
+#include "platform/ui/suggestions.h"
 
 namespace quorvel::ui {
 
@@ -19,6 +21,7 @@ public:
         int Alignment = 0; ///< 1 right
         bool Button = false;
         bool WidthChosen = false; ///< by a person: it does not give way to the others
+        int NoteWidth = 0;        ///< what a view adds for the notes, if it has the room
     };
     ctlPlanilla(Form& form, std::string name);
     ~ctlPlanilla() override;
@@ -104,6 +107,11 @@ public:
         enter_first_ = first;
         enter_last_ = last;
     }
+
+    /// Closes the list under the open cell and commits what was chosen in it.
+    bool take_suggestion();
+    Suggestions suggestions; ///< under the open cell
+    CellNotes notes;         ///< beside the codes
 
     Event<int&> KeyPress;       ///< 0 discards the key
     Event<Entry&> TextEntering; ///< before KeyPress is asked about its characters; of the current column

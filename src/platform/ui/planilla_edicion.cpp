@@ -25,6 +25,7 @@ void ctlPlanilla::close_edit() {
     if (!editing_) return;
     editing_ = proposed_ = refused_ = false;
     edit_.clear();
+    suggestions.close();
     EditChanged();
 }
 
@@ -97,7 +98,15 @@ bool ctlPlanilla::enter(Entry e) {
     form().atender([&] { admitted = admit(e); });
     if (!admitted || !begin_edit(editing_)) return false;
     set_edit_text(e.whole());
+    suggestions.follow(col_, edit_);
     return true;
+}
+
+bool ctlPlanilla::take_suggestion() {
+    if (const Suggestion* chosen = editing_ ? suggestions.chosen() : nullptr)
+        edit_ = Suggestion(*chosen).code;
+    suggestions.close();
+    return commit_edit();
 }
 
 bool ctlPlanilla::user_edit(const std::string& text) {
@@ -105,6 +114,7 @@ bool ctlPlanilla::user_edit(const std::string& text) {
     const Entry e = entry_between(edit_, text);
     if (e.text.empty()) { // something was taken out
         set_edit_text(text);
+        suggestions.follow(col_, edit_);
         return true;
     }
     const bool came_in = enter(e);
@@ -165,6 +175,7 @@ bool ctlPlanilla::finish_edit() {
     }
     const std::string text = edit_;
     editing_ = refused_ = false;
+    suggestions.close();
     store(row, col, text);
     EditChanged();
     AfterColUpdate(col);

@@ -13,6 +13,10 @@ void ctlPlanilla::on_key(KeyEvent& e) {
         e.shift ? redo() : undo();
         return;
     }
+    if (editing_ && suggestions.key(e)) {
+        e.handled = true;
+        return;
+    }
     const History::Recording step(history_);
     switch (e.key) {
     case Key::up:
@@ -66,6 +70,7 @@ void ctlPlanilla::on_text_key(KeyEvent& e) {
     std::string rest = proposed_ ? std::string() : edit_;
     drop_last(rest);
     set_edit_text(rest);
+    suggestions.follow(col_, edit_);
 }
 
 void ctlPlanilla::on_move_key(KeyEvent& e) {
@@ -99,7 +104,7 @@ void ctlPlanilla::on_step_key(KeyEvent& e) {
     const int row = row_, col = col_;
     e.handled = true;
     proposed_ = false; // what was proposed is accepted
-    if (!commit_edit()) return;
+    if (!take_suggestion()) return;
     if (e.ctrl) { // Ctrl+Tab leaves the grid from any cell
         e.handled = false;
         return;

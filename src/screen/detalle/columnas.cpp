@@ -27,6 +27,7 @@ void construir_columnas(frmQuorvel& f) {
         const Definicion& d = DEFINICIONES[i];
         f.grdDetalle.Columns(i) = {d.titulo, d.patron, d.letras * ANCHO_LETRA, d.alineacion, d.boton};
     }
+    if (f.grdDetalle.notes.on()) f.grdDetalle.Columns(CUENTA).NoteWidth = 22 * ANCHO_LETRA;
     f.grdDetalle.SetCol(CUENTA);
     f.grdDetalle.Refresh();
 }

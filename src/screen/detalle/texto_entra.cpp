@@ -1,6 +1,7 @@
 // Texts that come into a cell as a whole: pasted, dropped, composed. Letter by letter they would lose what
 // makes another amount or code of them: a sign, a decimal mark, a letter.
 #include "screen/detalle/detalle.h"
+#include "screen/detalle/nombres_codigos.h"
 #include "screen/frmQuorvel.h"
 #include "text/letras_utf8.h"
 #include "text/suma.h"
@@ -57,6 +58,11 @@ constexpr Regla REGLAS[COLUMNAS] = {
     {tasa, "Tasa no válida"},
 };
 
+/// Letters look for a code by its name; what is typed then is a text like any other.
+bool busca_por_nombre(const frmQuorvel& f, int columna, const ui::Entry& e) {
+    return f.nombres && NombresCodigos::se_busca(columna) && ui::has_letter(e.whole());
+}
+
 void texto_tecleado(int columna, ui::Entry& e) {
     const bool monto = columna == DEBE || columna == HABER;
     const bool tras_cifra = !e.front.empty() && e.front.back() >= '0' && e.front.back() <= '9';
@@ -72,6 +78,11 @@ Texto texto_aceptado(int columna, const std::string& texto) {
 
 void texto_entra(frmQuorvel& f, ui::Entry& e) {
     const int columna = f.grdDetalle.Col();
+    if (e.typed && busca_por_nombre(f, columna, e)) {
+        e.text = mayusculas(e.text);
+        e.settled = true;
+        return;
+    }
     if (e.typed) return texto_tecleado(columna, e);
     if (REGLAS[columna].lee == nullptr) return;
     const auto texto = texto_aceptado(columna, e.whole());
