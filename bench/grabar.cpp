@@ -91,6 +91,18 @@ int main(int argc, char** argv) {
         comparar("sqlite: save" + suffix + "plain C", session(*db), plain(plain_save), ">= 0.95");
         plain_close();
     }
+    for (const bool server : {false, true}) {
+        const auto made = [&] {
+            const std::string where =
+                server ? apoyo::pg_conexion_nueva() : "sqlite:" + apoyo::carpeta_nueva() + "/history.db";
+            bench::generar(where, vouchers);
+            return abrir_sesion(where);
+        };
+        const auto with = made(), without = made();
+        apoyo::ejecutar(*with, "insert into ctmhistoria(empresa,cerrado) values (1,1)");
+        comparar(std::string(server ? "postgres" : "sqlite") + ": save" + suffix + "with history / without",
+                 session(*with), session(*without), ">= 0.87");
+    }
     const std::string ours = apoyo::pg_conexion_nueva(), theirs = apoyo::pg_conexion_nueva();
     bench::generar(ours, vouchers);
     bench::generar(theirs, vouchers);

@@ -324,3 +324,38 @@ create table ftdfactura (
     precio      numeric not null default 0,
     primary key (empresa, factura, producto)
 );
+
+-- History: every version of a voucher as it was stored, each with the sum of the one before it. A company without
+-- a row in ctmhistoria keeps none and protects nothing.
+
+create table ctmhistoria (
+    empresa integer not null primary key,
+    numero  bigint not null default 0,  -- of the last version
+    momento text not null default '', -- its time, UTC
+    huella  text not null default '', -- its sum
+    guarda  integer not null default 1, -- versions are written
+    cerrado integer not null default 0, -- closed years and locked months take no change
+    meses   text not null default ''  -- locked months, '2024-03 2024-04 '
+);
+
+create table ctdhistoria (
+    empresa   integer not null,
+    numero    bigint not null,
+    momento   text not null,
+    anterior  text not null, -- sum of version numero - 1
+    usuario   integer not null,
+    maquina   text not null,
+    operacion text not null,
+    grupo     text not null, -- of vouchers that one piece of work wrote
+    clave     text not null, -- '2024-03-20|001|01|15', empty for what concerns no voucher
+    cabecera  text not null, -- columns of the voucher's header, a JSON list
+    lineas    text not null, -- the same of each line, a list of lists
+    adjuntos  text not null, -- names of the attached files
+    sumas     text not null, -- their SHA-256 when it was written
+    primary key (empresa, numero)
+);
+
+create index ctdhistoria_clave on ctdhistoria (empresa, clave, numero);
+-- vouchers that were taken away
+create index ctdhistoria_quitados on ctdhistoria (empresa, numero) where operacion in ('eliminado','cortado');
+create index ctdhistoria_grupo on ctdhistoria (empresa, grupo, numero) where grupo<>'';

@@ -8,6 +8,7 @@
 #include "dbtools/base.h"
 #include "dbtools/esquema.h"
 #include "demo/demo.h"
+#include "historia/comenzar.h"
 #include "qt/file_dialog.h"
 #include "qt/icons.h"
 #include "qt/text.h"
@@ -297,6 +298,7 @@ void StartWindow::create_demo() {
     QApplication::setOverrideCursor(Qt::WaitCursor);
     try {
         demo::crear_demo("sqlite:" + to_std(file));
+        proteger(*abrir_sesion("sqlite:" + to_std(file)), 1, 1, true, true);
         choose("sqlite:" + to_std(file));
     } catch (const std::exception& e) {
         show_problem(e.what());

@@ -3,11 +3,16 @@
 #include "app/avisos.h"
 #include "app/borradores.h"
 #include "app/empresa/ConfiguracionWindow.h"
+#include "app/historia/VentanaHistoria.h"
+#include "app/historia/VentanaProteccion.h"
+#include "app/historia/memoria.h"
 #include "qt/FormWindow.h"
 #include "qt/text.h"
 #include "screen/abrir.h"
 #include "screen/borrador.h"
 #include "screen/frmQuorvel.h"
+#include "screen/traer_version.h"
+#include "yearend/reabrir_anio.h"
 
 #include <QApplication>
 #include <QMenuBar>
@@ -66,6 +71,11 @@ void Anfitrion::agregar_menus(QMenuBar& barra) {
     });
     empresa->addSeparator();
     opcion(empresa, "&Configuración contable…", QKeySequence("Ctrl+K"), [this] { configurar(); });
+    opcion(empresa, "&Historia del comprobante…", QKeySequence("Ctrl+H"), [this] { ver_historia(); });
+    opcion(empresa, "&Protección y meses bloqueados…", QKeySequence("Ctrl+Shift+K"),
+           [this] { proteger_empresa(); });
+    opcion(empresa, "Rea&brir el año…", {}, [this] { reabrir_anio_cerrado(); });
+    empresa->addSeparator();
     opcion(empresa, "Cambiar de &empresa…", QKeySequence("Ctrl+Shift+E"),
            [this] { dejar(FinPantalla::otra_empresa); });
 }
@@ -113,6 +123,51 @@ void Anfitrion::configurar() {
     if (cambiada) dejar(FinPantalla::reabrir);
 }
 
+void Anfitrion::ver_historia() {
+    frmQuorvel& f = sesion_.pantalla();
+    f.atender([&] {
+        const auto clave =
+            !f.glbBanderaNuevo && f.estado.cargado ? std::optional(f.estado.cargado->clave()) : std::nullopt;
+        VentanaHistoria historia(eleccion_.conexion, eleccion_.empresa, f.glbN_empresa, clave, ventana());
+        if (historia.exec() == QDialog::Accepted && historia.elegido()) traer_version(f, *historia.elegido());
+    });
+}
+
+void Anfitrion::proteger_empresa() {
+    frmQuorvel& f = sesion_.pantalla();
+    f.atender([&] {
+        VentanaProteccion(eleccion_.conexion, eleccion_.empresa, eleccion_.usuario, f.glbN_empresa, hoy_,
+                          ventana())
+            .exec();
+    });
+}
+
+void Anfitrion::reabrir_anio_cerrado() {
+    frmQuorvel& f = sesion_.pantalla();
+    bool hecho = false;
+    f.atender([&] {
+        const auto db = abrir_sesion(eleccion_.conexion);
+        const Reapertura r = leer_reapertura(*db, eleccion_.empresa);
+        if (r.anio == 0) return avisar(ventana(), QString::fromUtf8("No hay un año cerrado que reabrir"));
+        const QString rehacer =
+            QString::fromUtf8("\n\nDespués hay que hacer de nuevo:\n") + to_qt(por_rehacer(r));
+        if (!preguntar(
+                ventana(),
+                QString::fromUtf8("¿Reabrir el año %1? Se quitan el comprobante de cierre%2 y el año %3 "
+                                  "deja de estar abierto; sus otros comprobantes quedan.")
+                        .arg(r.anio)
+                        .arg(r.aperturas.empty() || !r.quita_aperturas() ? "" : ", las aperturas")
+                        .arg(r.anio + 1) +
+                    rehacer))
+            return;
+        const std::string error = reabrir_anio(*db, eleccion_.empresa, eleccion_.usuario, hoy_);
+        hecho = error.empty();
+        hecho ? avisar(ventana(), QString::fromUtf8("El año %1 está abierto.").arg(r.anio) + rehacer)
+              : avisar_problema(ventana(), to_qt(error));
+    });
+    if (hecho) dejar(FinPantalla::reabrir);
+}
+
 void Anfitrion::dejar(FinPantalla como) {
     frmQuorvel& f = sesion_.pantalla();
     final_ = como;
@@ -154,7 +209,13 @@ FinPantalla una_pantalla(const Eleccion_inicial& eleccion, std::optional<LoQueHa
         anfitrion.reponer(*habia);
     else
         anfitrion.ofrecer_borradores();
+    const MemoriaHistoria memoria(carpeta_personal() / "historia.txt", eleccion.conexion, eleccion.empresa);
+    f.atender([&] {
+        if (const std::string mal = memoria.comparar(*abrir_sesion(eleccion.conexion)); !mal.empty())
+            avisar_problema(anfitrion.ventana(), to_qt(mal));
+    });
     if (f.visible()) QApplication::exec();
+    if (const auto db = abrir_sesion(eleccion.conexion)) memoria.recordar(*db);
     habia = anfitrion.lo_que_habia();
     return anfitrion.como_termino();
 }

@@ -36,13 +36,16 @@ public:
     void ver_libro(libros::Libro libro);
     /// Shows a saved voucher on the screen; what was not saved there stays as a draft.
     void ver_comprobante(const Clave& clave);
+    [[nodiscard]] QWidget* ventana() const;
 
 private:
     void agregar_menus(QMenuBar& barra);
     void decir_lo_que_falta();
     void configurar();
+    void ver_historia();
+    void proteger_empresa();
+    void reabrir_anio_cerrado();
     void dejar(FinPantalla como);
-    [[nodiscard]] QWidget* ventana() const;
 
     SesionApp& sesion_;
     qt::QtEscritorio& escritorio_;

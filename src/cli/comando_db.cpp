@@ -19,7 +19,7 @@ namespace quorvel::cli {
 namespace {
 
 struct Opciones {
-    std::string conexion, respaldo, adjuntos;
+    std::string conexion, respaldo, adjuntos, codigo;
     bool demo = false, reemplazar = false;
     dbtools::UsuarioNuevo usuario;
     /// Where the program itself keeps the attached files, unless told otherwise.
@@ -49,12 +49,22 @@ int comprobar(const std::string& conexion, const std::filesystem::path& adjuntos
     return hallazgos.empty() ? oficina::BIEN : oficina::RECHAZADO;
 }
 
-int comprobar(const Opciones& o) { return comprobar(o.conexion, o.adjuntos); }
+int comprobar(const Opciones& o) {
+    const auto distinta =
+        o.codigo.empty() ? std::vector<std::string>{} : revisar_codigo(o.conexion, o.codigo);
+    mostrar(distinta);
+    const int codigo = comprobar(o.conexion, o.adjuntos);
+    return distinta.empty() ? codigo : RECHAZADO;
+}
 
 int mejorar(const Opciones& o) {
-    const int creados = dbtools::afinar(o.conexion);
-    std::cout << (creados == 0 ? "No falta ningún índice" : "Índices creados: " + std::to_string(creados))
+    const dbtools::Afinado hecho = dbtools::afinar(o.conexion);
+    std::cout << (hecho.indices == 0 ? "No falta ningún índice"
+                                     : "Índices creados: " + std::to_string(hecho.indices))
               << "\n";
+    if (hecho.historia)
+        std::cout << "La historia comienza con " << hecho.versiones
+                  << (hecho.versiones == 1 ? " comprobante\n" : " comprobantes\n");
     return 0;
 }
 
@@ -109,6 +119,10 @@ void con_respaldo(CLI::App& c, Opciones& o) {
 void con_adjuntos(CLI::App& c, Opciones& o) {
     c.add_option("--adjuntos", o.adjuntos, "Carpeta que contiene la carpeta adjunto de los archivos");
 }
+void con_codigo(CLI::App& c, Opciones& o) {
+    c.add_option("--codigo", o.codigo,
+                 "Código de historia anotado o impreso antes, que la base debe contener");
+}
 void con_usuario(CLI::App& c, Opciones& o) {
     c.add_option("NOMBRE", o.usuario.nombre, "Nombre de quien trabaja")->required();
     c.add_flag("--solo-suyos", o.usuario.solo_suyos, "Ve los comprobantes que él grabó por última vez");
@@ -143,8 +157,8 @@ void agregar_comando_db(CLI::App& app) {
     db->require_subcommand(1);
     agregar(*db, "create", "Crea las tablas en una base de datos nueva", crear, {con_conexion, con_demo});
     agregar(*db, "check", "Muestra lo que falta y los datos que no concuerdan", comprobar,
-            {con_conexion, con_adjuntos});
-    agregar(*db, "tune", "Crea los índices que faltan", mejorar, {con_conexion});
+            {con_conexion, con_adjuntos, con_codigo});
+    agregar(*db, "tune", "Crea los índices que faltan y la historia", mejorar, {con_conexion});
     agregar(*db, "user", "Agrega un usuario", poner_usuario, {con_conexion, con_usuario});
     agregar(*db, "backup", "Copia una base de datos en uso y sus archivos adjuntos", hacer_respaldo,
             {con_conexion, con_destino, con_adjuntos});

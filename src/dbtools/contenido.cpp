@@ -1,17 +1,15 @@
 #include "dbtools/contenido.h"
 
 #include "platform/files/attachments.h"
+#include "platform/files/sha256.h"
 #include "text/letras_utf8.h"
 
 #include <fcntl.h>
-#include <openssl/evp.h>
 #include <unistd.h>
 
-#include <array>
 #include <cerrno>
 #include <cstring>
 #include <fstream>
-#include <memory>
 #include <stdexcept>
 
 namespace quorvel::dbtools {
@@ -25,26 +23,6 @@ constexpr std::size_t DIGITOS = 64;
 std::runtime_error falla(const std::string& que, const fs::path& ruta, int error) {
     return std::runtime_error(que + " " + ruta.string() + (error != 0 ? ": " : "") +
                               (error != 0 ? std::strerror(error) : ""));
-}
-
-std::string sha256(const fs::path& ruta) {
-    const std::unique_ptr<EVP_MD_CTX, void (*)(EVP_MD_CTX*)> suma(EVP_MD_CTX_new(), EVP_MD_CTX_free);
-    EVP_DigestInit_ex(suma.get(), EVP_sha256(), nullptr);
-    errno = 0;
-    std::ifstream archivo(ruta, std::ios::binary);
-    std::vector<char> parte(std::size_t{1} << 20);
-    while (archivo.read(parte.data(), static_cast<std::streamsize>(parte.size())) || archivo.gcount() > 0)
-        EVP_DigestUpdate(suma.get(), parte.data(), static_cast<std::size_t>(archivo.gcount()));
-    if (archivo.bad() || !archivo.eof()) throw falla("No se puede leer", ruta, errno);
-    std::array<unsigned char, EVP_MAX_MD_SIZE> bytes{};
-    unsigned largo = 0;
-    EVP_DigestFinal_ex(suma.get(), bytes.data(), &largo);
-    std::string hexadecimal;
-    for (unsigned i = 0; i < largo; ++i) {
-        hexadecimal += "0123456789abcdef"[bytes[i] >> 4];
-        hexadecimal += "0123456789abcdef"[bytes[i] & 15];
-    }
-    return hexadecimal;
 }
 
 /// A name may hold a line end, which the list writes as the two characters "\n" and a mark before the line.
@@ -88,7 +66,7 @@ Contenido sumar(const fs::path& carpeta, const Avance& avance) {
     }
     long hechos = 0;
     for (const fs::path& archivo : archivos) {
-        contenido[archivo.lexically_relative(carpeta).string()] = sha256(archivo);
+        contenido[archivo.lexically_relative(carpeta).string()] = sha256_of_file(archivo);
         avance("Sumas de control", ++hechos, static_cast<long>(archivos.size()));
     }
     return contenido;

@@ -44,7 +44,7 @@ std::string sin_comillas(std::string nombre) {
 
 Tabla leer_tabla_sql(const std::string& nombre, const std::string& cuerpo) {
     static const std::regex OBLIGATORIA(R"(\b(?:not null|primary key)\b)");
-    Tabla tabla{nombre, {}, {}};
+    Tabla tabla{nombre, {}, {}, {}};
     for (const std::string& parte : partir(cuerpo, ',')) {
         const std::string columna = primera_palabra(parte);
         if (columna == "primary") continue;
@@ -79,6 +79,7 @@ Esquema leer_esquema(const std::string& guion) {
         if (std::regex_search(sentencia, m, TABLA)) {
             const std::string cuerpo = m.suffix().str();
             esquema.tablas.push_back(leer_tabla_sql(m[1], cuerpo.substr(0, cuerpo.rfind(')'))));
+            esquema.tablas.back().sentencia = sentencia;
         } else if (std::regex_search(sentencia, m, INDICE)) {
             esquema.indices.push_back({m[1], sentencia});
         }

@@ -10,6 +10,7 @@ struct Tabla {
     std::string nombre;
     std::vector<std::string> columnas;
     std::vector<std::string> anulables; ///< of those, the ones that may be null
+    std::string sentencia;              ///< the statement that creates it
 };
 struct Indice {
     std::string nombre;

@@ -3,6 +3,9 @@
 #include "dbtools/base.h"
 #include "dbtools/datos.h"
 #include "dbtools/guion.h"
+#include "historia/cadena.h"
+#include "historia/comenzar.h"
+#include "historia/guardados.h"
 #include "platform/db/clsConexion.h"
 #include "platform/files/attachments.h"
 
@@ -118,23 +121,30 @@ std::set<std::string> nombres(const Base::Filas& filas) {
 
 Esquema esquema_de(const Base& base) { return leer_esquema(leer_dato("schema/" + base.motor() + ".sql")); }
 
-/// @return whether every table and column is there, so that the data can be read at all
+/// A database of another program works without them.
+bool de_historia(const Tabla& t) { return t.nombre.ends_with("historia"); }
+
+/// @return whether every table and column of the vouchers is there, so that the data can be read at all
 bool revisar_tablas(Base& base, const Esquema& esquema, std::vector<std::string>& hallazgos) {
     const Base::Filas existentes = base.columnas();
     const std::set<std::string> tablas = nombres(existentes);
     std::set<std::string> columnas;
     for (const auto& fila : existentes) columnas.insert(minuscula(fila[0] + "." + fila[1]));
-    const std::size_t antes = hallazgos.size();
+    bool completa = true;
     for (const Tabla& tabla : esquema.tablas) {
         if (!tablas.count(tabla.nombre)) {
-            hallazgos.push_back("Falta la tabla " + tabla.nombre);
+            hallazgos.push_back("Falta la tabla " + tabla.nombre +
+                                (de_historia(tabla) ? "; db tune la crea" : ""));
+            completa = completa && de_historia(tabla);
             continue;
         }
+        const std::size_t antes = hallazgos.size();
         for (const std::string& columna : tabla.columnas)
             if (!columnas.count(tabla.nombre + "." + columna))
                 hallazgos.push_back("Falta la columna " + columna + " de la tabla " + tabla.nombre);
+        completa = completa && hallazgos.size() == antes;
     }
-    return hallazgos.size() == antes;
+    return completa;
 }
 
 std::string describir(const char* titulo, const std::vector<std::string>& fila) {
@@ -160,10 +170,13 @@ void revisar_datos(Base& base, std::vector<std::string>& hallazgos) {
 }
 
 std::vector<Indice> indices_faltantes(Base& base, const Esquema& esquema) {
-    const std::set<std::string> existentes = nombres(base.indices());
+    const std::set<std::string> existentes = nombres(base.indices()), tablas = nombres(base.columnas());
     std::vector<Indice> faltantes;
     std::copy_if(esquema.indices.begin(), esquema.indices.end(), std::back_inserter(faltantes),
-                 [&](const Indice& i) { return !existentes.count(i.nombre); });
+                 [&](const Indice& i) {
+                     return !existentes.count(i.nombre) &&
+                            (tablas.count("ctdhistoria") || !i.nombre.starts_with("ctdhistoria"));
+                 });
     return faltantes;
 }
 
@@ -176,6 +189,50 @@ std::map<std::string, std::vector<std::string>> por_relajar(Base& base, const Es
         for (const std::string& columna : tabla.anulables)
             if (obligatorias.contains(tabla.nombre + "." + columna)) tablas[tabla.nombre].push_back(columna);
     return tablas;
+}
+
+/// @return whether the tables were missing
+bool crear_historia(Base& base, const Esquema& esquema) {
+    const std::set<std::string> tablas = nombres(base.columnas());
+    bool creadas = false;
+    for (const Tabla& tabla : esquema.tablas) {
+        if (!de_historia(tabla) || tablas.contains(tabla.nombre)) continue;
+        base.ejecutar(tabla.sentencia);
+        creadas = true;
+    }
+    return creadas;
+}
+
+std::vector<int> empresas(clsConexion& db) {
+    std::vector<int> todas;
+    for (const auto rs = db.NewRecord("select empresa from admempresa order by empresa"); !rs->eof();
+         rs->MoveNext())
+        todas.push_back(static_cast<int>(rs->at(0).integer()));
+    return todas;
+}
+
+/// The first break of each company's chain, and vouchers that are not as their last version says.
+void revisar_historia(Base& base, const std::string& conexion, std::vector<std::string>& hallazgos) {
+    if (!nombres(base.columnas()).contains("ctmhistoria")) return;
+    const auto db = abrir_sesion(normalizar_conexion(conexion));
+    for (const int empresa : empresas(*db)) {
+        const std::string de = "Historia de la empresa " + std::to_string(empresa);
+        if (const auto rota = romper_cadena(*db, empresa)) hallazgos.push_back(de + ": " + *rota);
+        Base::Filas distintos;
+        comparar_con_historia(*db, empresa, [&](const std::string& d) { distintos.push_back({d}); });
+        anotar(de.c_str(), distintos, hallazgos);
+    }
+}
+
+long comenzar_historias(const std::string& conexion) {
+    const auto db = abrir_sesion(normalizar_conexion(conexion));
+    long versiones = 0;
+    for (const int empresa : empresas(*db)) {
+        Transaccion t(*db);
+        versiones += comenzar_historia(*db, empresa, 0);
+        t.confirmar();
+    }
+    return versiones;
 }
 
 } // namespace
@@ -203,29 +260,37 @@ std::vector<std::string> revisar(const std::string& conexion, const std::filesys
         hallazgos.push_back("La tabla " + tabla +
                             " no admite filas de otros programas con columnas sin llenar");
     if (completa) revisar_datos(*base, hallazgos);
+    if (completa) revisar_historia(*base, conexion, hallazgos);
     if (completa && !adjuntos.empty())
         for (std::string& falta : revisar_adjuntos(*base, {adjuntos, attachment_database(conexion)}))
             hallazgos.push_back(std::move(falta));
     return hallazgos;
 }
 
-int afinar(const std::string& conexion) {
+Afinado afinar(const std::string& conexion) {
     const auto base = abrir_base(conexion, Abrir::existente);
     const Esquema esquema = esquema_de(*base);
-    int creados = 0;
+    Afinado hecho;
     std::string rechazados;
     for (const auto& [tabla, columnas] : por_relajar(*base, esquema)) base->relajar(tabla, columnas);
+    hecho.historia = crear_historia(*base, esquema);
     for (const Indice& indice : indices_faltantes(*base, esquema)) {
         try {
             base->ejecutar(indice.sentencia);
-            ++creados;
+            ++hecho.indices;
         } catch (const ErrorSesion& e) { // clashing numbers of an old database; the other indexes still help
             rechazados += "\nNo se pudo crear el índice " + indice.nombre + ": " + e.what();
         }
     }
+    if (hecho.historia) hecho.versiones = comenzar_historias(conexion);
     base->ejecutar("analyze");
     if (!rechazados.empty()) throw ErrorSesion(rechazados.substr(1), {});
-    return creados;
+    return hecho;
+}
+
+std::vector<std::string> revisar_codigo(const std::string& conexion, const std::string& codigo) {
+    std::string mal = comparar_codigo(*abrir_sesion(normalizar_conexion(conexion)), codigo);
+    return mal.empty() ? std::vector<std::string>{} : std::vector{std::move(mal)};
 }
 
 } // namespace quorvel::dbtools

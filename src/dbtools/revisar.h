@@ -20,10 +20,18 @@ class Base;
 /// Files that vouchers name and that are not there, one sentence each. @throws ErrorSesion
 [[nodiscard]] std::vector<std::string> revisar_adjuntos(Base& base, const Attachments& archivos);
 
-/// Creates the indexes that are missing, lets columns be null that older versions refused, and lets the
-/// engine take new statistics.
-/// @return how many were created
+struct Afinado {
+    int indices = 0;       ///< created
+    bool historia = false; ///< its tables were created
+    long versiones = 0;    ///< with which the companies' histories began
+};
+/// Creates the indexes that are missing, lets columns be null that older versions refused, gives a database
+/// without history its tables and begins the history of each company with what stands, and lets the engine
+/// take new statistics.
 /// @throws ErrorSesion naming the index that the data refuse
-int afinar(const std::string& conexion);
+Afinado afinar(const std::string& conexion);
+
+/// What contradicts a code of the history that was written down, see codigo_historia(). @throws ErrorSesion
+[[nodiscard]] std::vector<std::string> revisar_codigo(const std::string& conexion, const std::string& codigo);
 
 } // namespace quorvel::dbtools

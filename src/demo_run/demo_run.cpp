@@ -3,6 +3,7 @@
 #include "app/anfitrion.h"
 #include "demo/demo.h"
 #include "demo_run/escenas.h"
+#include "historia/comenzar.h"
 #include "qt/FormWindow.h"
 #include "screen/frmQuorvel.h"
 
@@ -21,6 +22,7 @@ int demo_run(const fs::path& carpeta) {
         for (const char* pdf : {"ctcQuorvel.pdf", "ctccheque1.pdf", "ctcfactura.pdf"})
             fs::remove(carpeta / pdf);
         demo::crear_demo("sqlite:" + base.string());
+        proteger(*abrir_sesion("sqlite:" + base.string()), 1, 1, true, true);
         qt::QtEscritorio escritorio;
         ImpresorConFotos impresor(carpeta);
         const RelojSistema reloj;

@@ -1,10 +1,15 @@
 #include "app/StartWindow.h"
 #include "app/empresa/ConfiguracionWindow.h"
 #include "app/empresa/NuevaEmpresa.h"
+#include "app/historia/VentanaHistoria.h"
+#include "app/historia/VentanaProteccion.h"
 #include "app/libros/VentanaLibros.h"
 #include "app/recientes.h"
 #include "dbtools/esquema.h"
 #include "demo_run/escenas.h"
+#include "historia/comenzar.h"
+#include "voucher/cargar.h"
+#include "voucher/grabar.h"
 
 namespace quorvel::demo_run {
 
@@ -37,6 +42,36 @@ void empresa_nueva(const Fotografo& fotografo, app::Teclado& teclado, const fs::
     fotografo.foto(ventana, "empresa_nueva");
 }
 
+/// The first purchase of the year, corrected twice.
+Clave corregir(clsConexion& db, Fecha hoy) {
+    const auto rs =
+        db.NewRecord("select top 1 f_comp, documento, num_docum from ctcquorvel where empresa=1 and"
+                     " libro='COMPRAS' and f_comp>=#01/01/" +
+                     std::to_string(anio(hoy)) + "# order by f_comp, documento, num_docum");
+    auto c = *leer_cabecera(db, 1, *rs->at(0).date(), rs->at(1).text(), rs->at(2).text());
+    c.lineas = leer_lineas(db, c.clave());
+    c.usuario = 1;
+    for (const char* glosa : {"Compra de insumos", "Compra de insumos, bodega norte"}) {
+        c.concepto = c.lineas.front().glosa = glosa;
+        const auto r = GrabarComprobante(db, c, {.hoy = hoy, .huella = leer_guardado(db, c.clave())->huella});
+        if (!r.error.empty()) throw std::runtime_error(r.error);
+    }
+    return c.clave();
+}
+
+void historia(const Fotografo& fotografo, const Eleccion_inicial& eleccion, const std::string& nombre,
+              Fecha hoy) {
+    const Clave corregido = corregir(*abrir_sesion(eleccion.conexion), hoy);
+    VentanaHistoria ventana(eleccion.conexion, eleccion.empresa, nombre, corregido);
+    ventana.show();
+    fotografo.foto(ventana, "historia");
+    const auto db = abrir_sesion(eleccion.conexion);
+    for (int m = 1; m < mes(hoy); ++m) bloquear_mes(*db, eleccion.empresa, 1, anio(hoy), m, true);
+    VentanaProteccion proteccion(eleccion.conexion, eleccion.empresa, 1, nombre, hoy);
+    proteccion.show();
+    fotografo.foto(proteccion, "proteccion");
+}
+
 } // namespace
 
 void escena_anfitrion(const Fotografo& fotografo, app::Teclado& teclado,
@@ -58,6 +93,7 @@ void escena_anfitrion(const Fotografo& fotografo, app::Teclado& teclado,
         if (libro == libros::Libro::mayor) teclado.escribir("103"); // clients: accounts with movements
         fotografo.foto(libros, foto);
     }
+    historia(fotografo, eleccion, nombre, hoy);
 }
 
 } // namespace quorvel::demo_run

@@ -4,6 +4,7 @@
 #include "platform/db/literal.h"
 #include "text/letras_utf8.h"
 #include "text/numeros.h"
+#include "voucher/anotar.h"
 #include "voucher/pasos.h"
 
 namespace quorvel {
@@ -56,11 +57,16 @@ std::optional<std::int64_t> proximo_cheque(clsConexion& db, const std::string& b
     return static_cast<std::int64_t>(mayor) + 1;
 }
 
-std::string GrabarCheque(clsConexion& db, const Clave& clave, const Cheque& c) {
+std::string GrabarCheque(clsConexion& db, const Clave& clave, const Cheque& c, int usuario) {
     const auto grabar = [&] {
-        if (db.NewRecord(consulta(clave))->eof()) throw PasoFallido("Comprobante contable no encontrado");
+        const auto rs = db.NewRecord(consulta(clave));
+        if (rs->eof()) throw PasoFallido("Comprobante contable no encontrado");
+        Clave guardada = clave;
+        guardada.subsistema = rs->fields("subsistema").Value.text();
         const std::string sql = actualizacion(clave, c);
         exigir(db, sql, ("problemas para modificar factura sql:" + sql).c_str());
+        anotar(db, leer_proteccion(db, clave.empresa), guardada,
+               {.usuario = usuario, .operacion = operacion::CHEQUE});
     };
     return en_transaccion(db, grabar, [&] { return leer_cheque(db, clave) == c; });
 }

@@ -13,9 +13,9 @@ using Cheque = Comprobante::Cheque;
 /// One more than the highest cheque number of the bank account; nothing when it has no cheques.
 [[nodiscard]] std::optional<std::int64_t> proximo_cheque(clsConexion& db, const std::string& banco,
                                                          const std::string& cuenta);
-/// Writes the cheque into the voucher's header in one transaction.
+/// Writes the cheque into the voucher's header in one transaction. @param usuario who issues it
 /// @return the failure's text, empty when saved
-[[nodiscard]] std::string GrabarCheque(clsConexion& db, const Clave& clave, const Cheque& c);
+[[nodiscard]] std::string GrabarCheque(clsConexion& db, const Clave& clave, const Cheque& c, int usuario = 0);
 /// Fills the cheque's staging table. @throws std::runtime_error, ErrorSesion
 void preparar_cheque(clsConexion& reporte, const std::string& empresa, const Cheque& c,
                      const std::string& total);

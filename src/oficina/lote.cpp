@@ -51,8 +51,8 @@ constexpr long PASOS = 1000;
 } // namespace
 
 LoteArchivos::LoteArchivos(Oficina& oficina, Fecha hoy, bool renumerar)
-    : oficina_(oficina), hoy_(hoy), renumerar_(renumerar), listas_(leer_listas(*oficina.db)),
-      config_(leer_configuracion(*oficina.db, oficina.empresa, hoy)) {}
+    : oficina_(oficina), hoy_(hoy), renumerar_(renumerar), grupo_(nuevo_grupo()),
+      listas_(leer_listas(*oficina.db)), config_(leer_configuracion(*oficina.db, oficina.empresa, hoy)) {}
 
 void LoteArchivos::anotar(const std::string& archivo, const ProblemaArchivo& p) {
     problemas_.push_back({archivo, p.linea, p.campo, p.mensaje});
@@ -182,6 +182,8 @@ void LoteArchivos::grabar_uno(const EnLote& e, const AvanceLectura& avance) {
     OpcionesGrabar o;
     o.nuevo = true;
     o.hoy = hoy_;
+    o.operacion = operacion::IMPORTADO;
+    o.grupo = grupo_;
     o.numero_propuesto = proponer_numero(db, oficina_.empresa, c->documento, anio(*c->f_comp));
     try {
         grabar_en_transaccion_abierta(db, *c, o);

@@ -50,6 +50,7 @@ private:
     Oficina& oficina_;
     const Fecha hoy_;
     const bool renumerar_;
+    const std::string grupo_;
     const Listas listas_;
     const Configuracion config_;
     Maestros maestros_;

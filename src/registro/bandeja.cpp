@@ -2,6 +2,7 @@
 
 #include "assistants/auxiliares.h"
 #include "assistants/libros.h"
+#include "historia/version.h"
 #include "platform/db/literal.h"
 #include "registro/dte.h"
 #include "text/letras_utf8.h"
@@ -187,7 +188,8 @@ Contabilizado Bandeja::uno(const Contabilidad& k, Maestros& maestros, const Fila
 Balance Bandeja::contabilizar(const std::function<bool(long, long)>& avance, bool grabar) {
     Balance b;
     Maestros maestros;
-    const Contabilidad ventas = contabilidad(VENTAS), compras = contabilidad(COMPRAS);
+    Contabilidad ventas = contabilidad(VENTAS), compras = contabilidad(COMPRAS);
+    ventas.grupo = compras.grupo = nuevo_grupo();
     const auto total = static_cast<long>(marcados());
     long hechos = 0;
     try {

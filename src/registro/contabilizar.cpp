@@ -166,6 +166,8 @@ Contabilizado contabilizar(const Contabilidad& k, Maestros& maestros, const Fila
     OpcionesGrabar o;
     o.nuevo = true;
     o.hoy = k.hoy;
+    o.operacion = operacion::REGISTRO;
+    o.grupo = k.grupo;
     std::string error;
     for (int i = 0; i < INTENTOS; ++i) {
         const std::string antes = c.num_docum;

@@ -12,6 +12,7 @@ struct Contabilidad {
     std::string documento; ///< voucher kind
     std::string moneda;
     std::map<std::string, std::string> impuestos; ///< other taxes of the master: number to code
+    std::string grupo{};                          ///< of the vouchers that are booked together
 };
 /// Reads configuration, first currency and other taxes. The voucher kind is the caller's to set.
 /// @throws ErrorSesion

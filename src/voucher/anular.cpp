@@ -1,6 +1,7 @@
 #include "platform/db/literal.h"
 #include "text/letras_utf8.h"
 #include "text/numeros.h"
+#include "voucher/anotar.h"
 #include "voucher/cargar.h"
 #include "voucher/chart.h"
 #include "voucher/grabar.h"
@@ -73,6 +74,7 @@ std::string AnularComprobante(clsConexion& db, const Comprobante& c, Fecha f_ult
     const auto anular = [&] {
         const Comprobante guardado = retener_intacto(db, clave, c.usuario, huella);
         if (guardado.estado != "P") throw PasoFallido("Comprobante no válido");
+        const Proteccion proteccion = exigir_abierto(db, guardado);
         Decimal debe, haber;
         for (const LineaGuardada& l : lineas_guardadas(db, clave)) {
             desprocesar(db, clave, l);
@@ -82,6 +84,7 @@ std::string AnularComprobante(clsConexion& db, const Comprobante& c, Fecha f_ult
         if (c.ilegible == Campo::cotizacion) throw PasoFallido("Problemas para actualizar cabecera");
         exigir(db, sql_anulada(c, {debe.pesos(), haber.pesos()}, f_ult_modificacion));
         exigir(db, sql_borrar_detalle(clave));
+        anotar(db, proteccion, clave, {.usuario = c.usuario, .operacion = operacion::ANULADO});
     };
     return en_transaccion(db, anular, [&] { return esta_anulado(db, clave); });
 }

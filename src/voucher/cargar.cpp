@@ -37,7 +37,9 @@ std::optional<Comprobante::Cheque> leer_cheque(Recordset& rs) {
                                static_cast<int>(valor("cruzado").integer())};
 }
 
-Comprobante leer_fila(Recordset& rs) {
+} // namespace
+
+Comprobante leer_cabecera(Recordset& rs) {
     const auto valor = [&](const char* columna) { return rs.fields(columna).Value; };
     const auto recortado = [&](const char* columna) { return recortar(valor(columna).text()); };
     const auto numero = [&](const char* columna) { return static_cast<int>(valor(columna).integer()); };
@@ -78,8 +80,6 @@ Comprobante leer_fila(Recordset& rs) {
     return c;
 }
 
-} // namespace
-
 std::string consulta_busqueda(int empresa, int usuario, int alias) {
     std::string sql = "select * from ctcQuorvel where empresa=" + sql_numero(empresa);
     if (alias == 2) sql += " and usuario=" + sql_numero(usuario);
@@ -93,13 +93,13 @@ std::optional<Comprobante> leer_cabecera(clsConexion& db, int empresa, Fecha f_c
     if (!subsistema.empty()) sql += " and subsistema=" + sql_texto(subsistema);
     const auto rs = db.NewRecord(sql);
     if (rs->eof()) return std::nullopt;
-    return leer_fila(*rs);
+    return leer_cabecera(*rs);
 }
 
 std::optional<Guardado> leer_guardado(clsConexion& db, const Clave& clave) {
     const auto rs = db.NewRecord("select * from ctcQuorvel " + sql_clave(clave));
     if (rs->eof()) return std::nullopt;
-    return Guardado{leer_fila(*rs), huella_guardada(db, *rs, clave)};
+    return Guardado{leer_cabecera(*rs), huella_guardada(db, *rs, clave)};
 }
 
 std::string consulta_lineas(const Clave& clave) {
@@ -116,13 +116,24 @@ std::string consulta_contenido(const Clave& clave, std::int64_t conjunto) {
            sql_numero(conjunto) + orden;
 }
 
+Linea leer_linea(Recordset& rs, std::size_t desde) {
+    const auto texto = [&](std::size_t i) { return recortar_fin(sin_controles(rs.at(desde + i).text())); };
+    return {texto(0),
+            texto(1),
+            importe(rs.at(desde + 2)),
+            importe(rs.at(desde + 3)),
+            texto(4),
+            texto(5),
+            texto(6),
+            texto(7),
+            texto(8),
+            reemplazar(texto(9), ".", ",")};
+}
+
 std::vector<Linea> leer_lineas(clsConexion& db, const Clave& clave) {
     std::vector<Linea> lineas;
-    for (const auto rs = db.NewRecord(consulta_lineas(clave)); !rs->eof(); rs->MoveNext()) {
-        const auto texto = [&](std::size_t i) { return recortar_fin(sin_controles(rs->at(i).text())); };
-        lineas.push_back({texto(1), texto(2), pesos(rs->at(3)), pesos(rs->at(4)), texto(5), texto(6),
-                          texto(7), texto(8), texto(9), reemplazar(texto(10), ".", ",")});
-    }
+    for (const auto rs = db.NewRecord(consulta_lineas(clave)); !rs->eof(); rs->MoveNext())
+        lineas.push_back(leer_linea(*rs, 1));
     return lineas;
 }
 

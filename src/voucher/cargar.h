@@ -18,6 +18,10 @@ struct Guardado {
                                                        const std::string& documento,
                                                        const std::string& num_docum,
                                                        const std::string& subsistema = {});
+/// The same of a row that has been read already.
+[[nodiscard]] Comprobante leer_cabecera(Recordset& fila);
+/// A line, of a row whose columns from this one on are those of consulta_lineas without the number.
+[[nodiscard]] Linea leer_linea(Recordset& fila, std::size_t desde);
 /// Query of a voucher's lines in grid-column order, for the grid's RecordSource.
 [[nodiscard]] std::string consulta_lineas(const Clave& clave);
 /// Query of all that belongs to a voucher beside its header, in order: a row's first column tells a line (1)

@@ -62,16 +62,35 @@ void leer_periodo(Recordset& rs, Configuracion& k, Fecha hoy) {
     k.num_docum_cierre = valor("num_docum_cierre").text();
 }
 
+std::string columnas_periodo(const std::string& tabla) {
+    std::string lista;
+    for (const char* columna :
+         {"anio", "f_digi_inicial", "f_digi_final", "f_comp_cierre", "documento_cierre", "num_docum_cierre"})
+        lista += (lista.empty() ? "" : ", ") + tabla + columna;
+    return lista;
+}
+
 } // namespace
 
 Configuracion leer_periodo(clsConexion& db, int empresa, Fecha hoy) {
     Configuracion k;
-    const auto rs =
-        db.NewRecord("select top 1 anio, f_digi_inicial, f_digi_final, f_comp_cierre, documento_cierre,"
-                     " num_docum_cierre from ctmconfigu where empresa=" +
-                     sql_numero(empresa) + " order by anio desc");
+    const auto rs = db.NewRecord("select top 1 " + columnas_periodo("") + " from ctmconfigu where empresa=" +
+                                 sql_numero(empresa) + " order by anio desc");
     if (!rs->eof()) leer_periodo(*rs, k, hoy);
     return k;
+}
+
+std::pair<Configuracion, Proteccion> leer_periodo_protegido(clsConexion& db, int empresa, Fecha hoy) {
+    if (!db.has_table("ctmhistoria")) return {leer_periodo(db, empresa, hoy), {}};
+    std::pair<Configuracion, Proteccion> todo;
+    const auto rs = db.NewRecord("select top 1 " + columnas_periodo("k.") +
+                                 ", h.guarda, h.cerrado, h.meses from ctmconfigu k left join ctmhistoria h on"
+                                 " h.empresa=k.empresa where k.empresa=" +
+                                 sql_numero(empresa) + " order by k.anio desc");
+    if (rs->eof()) return {Configuracion{}, leer_proteccion(db, empresa)};
+    leer_periodo(*rs, todo.first, hoy);
+    todo.second = leer_proteccion(*rs);
+    return todo;
 }
 
 Configuracion leer_configuracion(clsConexion& db, int empresa, Fecha hoy) {

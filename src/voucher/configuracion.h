@@ -1,4 +1,5 @@
 #pragma once
+#include "historia/proteccion.h"
 #include "platform/db/clsConexion.h"
 #include "text/fecha.h"
 
@@ -6,6 +7,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 
 namespace quorvel {
 
@@ -36,6 +38,9 @@ struct Configuracion {
 /// Only what decides whether a voucher may still be written: period, open year, closing voucher.
 /// @throws ErrorSesion
 [[nodiscard]] Configuracion leer_periodo(clsConexion& db, int empresa, Fecha hoy);
+/// The same and what protects the company, in one question to the database.
+[[nodiscard]] std::pair<Configuracion, Proteccion> leer_periodo_protegido(clsConexion& db, int empresa,
+                                                                          Fecha hoy);
 /// Whether a line on the account must carry an auxiliary: "1", otherwise "0" (empty or unknown account too).
 [[nodiscard]] std::string req_aux(clsConexion& db, const std::string& cuenta);
 

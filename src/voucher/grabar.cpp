@@ -2,6 +2,7 @@
 
 #include "platform/db/literal.h"
 #include "text/numeros.h"
+#include "voucher/anotar.h"
 #include "voucher/cargar.h"
 #include "voucher/conjunto.h"
 #include "voucher/esta_grabado.h"
@@ -33,6 +34,7 @@ public:
         if (o_.nuevo) cabecera_nueva();
         if (!c_.lineas.empty()) detalle();
         adjuntos(antes);
+        if (proteccion_.historia) historia();
         pasos_.ejecutar(db_, o_.avance);
     }
     [[nodiscard]] ResultadoGrabar resultado(std::string error) const {
@@ -49,9 +51,12 @@ public:
 private:
     /// Another screen may have closed the year or moved the period since this one was loaded.
     void revisar_periodo() {
-        const Configuracion k = leer_periodo(db_, c_.empresa, o_.hoy);
+        const auto [k, proteccion] = leer_periodo_protegido(db_, c_.empresa, o_.hoy);
         if (const auto r = rechazo_periodo(c_, k, db_, o_.hoy)) throw PasoFallido(r->mensaje);
         cierre_ = (o_.nuevo && o_.registrar_cierre) || es_comprobante_cierre(c_, k);
+        proteccion_ = proteccion;
+        exigir_mes_abierto(proteccion_, c_);
+        if (proteccion_.cierre && c_.apertura) exigir_unica_apertura(db_, c_);
     }
 
     /// The set of the stored voucher, which is still the one that was loaded.
@@ -112,6 +117,20 @@ private:
             pasos_.agregar(sql_adjunto(conjunto_, libres[i], c_.adjuntos[i]), PASO_DETALLE);
     }
 
+    void historia() {
+        Autoria a{.usuario = c_.usuario, .operacion = que_es(), .grupo = o_.grupo};
+        if (o_.sumar_adjunto)
+            for (const std::string& nombre : c_.adjuntos)
+                a.sumas += nombre + "\t" + o_.sumar_adjunto(conjunto_, nombre) + "\n";
+        anotar(pasos_, proteccion_, clave_, a);
+    }
+
+    [[nodiscard]] const char* que_es() const {
+        if (o_.operacion != nullptr) return o_.operacion;
+        if (cierre_) return operacion::CIERRE;
+        return o_.nuevo ? operacion::NUEVO : operacion::GRABADO;
+    }
+
     [[nodiscard]] std::int64_t mayor_correlativo() {
         const auto rs = db_.NewRecord("select max(correlativo) as num from ctdcomprad ");
         return rs->eof() ? 0 : rs->fields("num").Value.integer();
@@ -137,6 +156,7 @@ private:
     const Clave clave_;
     const char* const paso_;
     Pasos pasos_;
+    Proteccion proteccion_;
     ImportesSql importes_;
     std::int64_t conjunto_ = 0, copiado_ = 0;
     bool cierre_ = false;

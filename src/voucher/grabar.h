@@ -1,4 +1,5 @@
 #pragma once
+#include "historia/version.h"
 #include "voucher/comprobante.h"
 #include "voucher/configuracion.h"
 #include "voucher/pasos.h"
@@ -20,6 +21,10 @@ struct OpcionesGrabar {
     /// copies the files from the first set to the second. They stay in the first as well, since nobody knows
     /// yet whether the change will be kept. @return false: the next number is tried, after 50 the save stops
     std::function<bool(std::int64_t de, std::int64_t a)> copiar_adjuntos{};
+    const char* operacion = nullptr; ///< of its version; none: new, saved or closing
+    std::string grupo{};             ///< of the vouchers that one piece of work writes
+    /// SHA-256 of an attached file's bytes; asked only where the company keeps a history.
+    std::function<std::string(std::int64_t conjunto, const std::string& nombre)> sumar_adjunto{};
     AvancePasos avance{}; ///< false ends the save; never asked once the commit has begun
 };
 struct ResultadoGrabar {
@@ -52,8 +57,10 @@ struct ResultadoEliminar {
 };
 /// Deletes lines, attachment rows (never of set 0 or of one that another voucher shares) and header in one
 /// transaction. @param usuario whose lock counts as his own @param huella as it was loaded
+/// @param operacion what its last version says: deleted, or cut to be saved again under another key
 [[nodiscard]] ResultadoEliminar EliminarComprobante(clsConexion& db, const Clave& clave, int usuario,
-                                                    const std::string& huella);
+                                                    const std::string& huella,
+                                                    const char* operacion = operacion::ELIMINADO);
 /// Whether no such voucher is stored.
 [[nodiscard]] bool esta_eliminado(clsConexion& db, const Clave& clave);
 

@@ -85,11 +85,19 @@ constexpr Regla REGLAS[] = {
      nullptr, exclamacion, "", "cmbifrs"},
 };
 
-constexpr bool del_periodo(const Regla& r) {
-    return r.paso == 4 || r.paso == 5 || r.paso == 7 || r.paso == 8;
-}
+constexpr bool del_cierre(const Regla& r) { return r.paso == 7 || r.paso == 8; }
+constexpr bool del_periodo(const Regla& r) { return r.paso == 4 || r.paso == 5 || del_cierre(r); }
 Rechazo rechazar(const Regla& r, E e) {
     return {r.mensaje + (r.resto != nullptr ? r.resto(e) : std::string()), r.icono, r.foco, {}, {}, r.sobre};
+}
+
+std::optional<Rechazo> primero_de(bool (*cuenta)(const Regla&), const Comprobante& c, const Configuracion& k,
+                                  clsConexion& db, Fecha hoy) {
+    Maestros ninguno;
+    const EntradaValidacion e{c, k, ninguno, db, hoy, false, false};
+    for (const Regla& r : REGLAS)
+        if (cuenta(r) && r.falla(e)) return rechazar(r, e);
+    return std::nullopt;
 }
 
 } // namespace
@@ -108,11 +116,11 @@ bool cierre_vigente(clsConexion& db, int empresa, const Configuracion& k) {
 
 std::optional<Rechazo> rechazo_periodo(const Comprobante& c, const Configuracion& k, clsConexion& db,
                                        Fecha hoy) {
-    Maestros ninguno;
-    const EntradaValidacion e{c, k, ninguno, db, hoy, false, false};
-    for (const Regla& r : REGLAS)
-        if (del_periodo(r) && r.falla(e)) return rechazar(r, e);
-    return std::nullopt;
+    return primero_de(del_periodo, c, k, db, hoy);
+}
+
+std::optional<Rechazo> rechazo_cierre(const Comprobante& c, const Configuracion& k, clsConexion& db) {
+    return primero_de(del_cierre, c, k, db, Fecha{});
 }
 
 bool revisar_comprobante(E e, const OyeRechazo& oye) {

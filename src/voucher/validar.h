@@ -44,6 +44,9 @@ using DocumentoReferido = std::array<std::string, 4>;
 /// The checks against period, open year and closing voucher alone (steps 4, 5, 7 and 8). @throws ErrorSesion
 [[nodiscard]] std::optional<Rechazo> rechazo_periodo(const Comprobante& c, const Configuracion& k,
                                                      clsConexion& db, Fecha hoy);
+/// Of those, what a closed year alone forbids (steps 7 and 8). @throws ErrorSesion
+[[nodiscard]] std::optional<Rechazo> rechazo_cierre(const Comprobante& c, const Configuracion& k,
+                                                    clsConexion& db);
 /// The detail line checks, then the exact sums.
 [[nodiscard]] std::optional<Rechazo> ValidarLineas(const std::vector<Linea>& lineas, Recordset& cuentas);
 /// The year's closing voucher is recorded, still exists and is not annulled. @throws ErrorSesion

@@ -1,7 +1,9 @@
 #include "yearend/cerrar_anio.h"
 
+#include "historia/version.h"
 #include "platform/db/literal.h"
 #include "text/numeros.h"
+#include "voucher/pasos.h"
 #include "yearend/saldos.h"
 
 namespace quorvel {
@@ -79,12 +81,31 @@ bool quedo_abierto(clsConexion& db, int empresa, int anio, Fecha hoy) {
     }
 }
 
+/// The new year's row, and with it what the history says of it. @return false when it was refused
+bool abrir_anio(clsConexion& db, int empresa, int usuario, const Configuracion& k) {
+    const std::string sql = insertar_anio(db, empresa, k.anio + 1, k);
+    if (!leer_proteccion(db, empresa).historia) return db.executesql(sql) >= 1;
+    return en_transaccion(
+               db,
+               [&] {
+                   Pasos pasos;
+                   pasos.agregar(sql);
+                   for (std::string& una : sql_suceso({.empresa = empresa,
+                                           .usuario = usuario,
+                                           .operacion = "año cerrado: " + std::to_string(k.anio)}))
+                       pasos.agregar(std::move(una));
+                   pasos.ejecutar(db);
+               },
+               [&] { return leer_periodo(db, empresa, Fecha{}).anio == k.anio + 1; })
+        .empty();
+}
+
 bool alguna(clsConexion& db, const std::string& sql) { return !db.NewRecord(sql)->eof(); }
 
 } // namespace
 
 ResultadoCerrarAnio cerrar_anio_contable(clsConexion& db, int empresa, Fecha hoy,
-                                         const std::function<bool()>& sigue) {
+                                         const std::function<bool()>& sigue, int usuario) {
     const Configuracion k = leer_configuracion(db, empresa, hoy);
     if (!k.existe) return no("Empresa no configurada");
     if (!k.f_comp_cierre) return no(FALTA_CIERRE); // another screen may have closed the year meanwhile
@@ -96,7 +117,7 @@ ResultadoCerrarAnio cerrar_anio_contable(clsConexion& db, int empresa, Fecha hoy
     }
     if (!en_cero) return no("Comprobante de Cierre tiene errores que  descuadran el Balance General");
     const int nuevo = k.anio + 1;
-    if (db.executesql(insertar_anio(db, empresa, nuevo, k)) < 1 && !quedo_abierto(db, empresa, nuevo, hoy))
+    if (!abrir_anio(db, empresa, usuario, k) && !quedo_abierto(db, empresa, nuevo, hoy))
         return no("Problemas para cerrar el año");
     return terminar_cierre(db, empresa, k.anio, hoy);
 }

@@ -41,7 +41,7 @@ std::string unir(const std::vector<std::string>& hallazgos) {
 
 TEST_P(Herramientas, una_base_sana_no_tiene_observaciones) {
     EXPECT_EQ(unir(revisar(conexion)), "");
-    EXPECT_EQ(afinar(conexion), 0);
+    EXPECT_EQ(afinar(conexion).indices, 0);
 }
 
 TEST_P(Herramientas, no_se_crea_dos_veces) {
@@ -134,7 +134,7 @@ TEST_P(Herramientas, afinar_repone_todos_los_indices) {
     ASSERT_GT(indices.size(), 10U);
     for (const auto& indice : indices) base->ejecutar("drop index " + indice[0]);
     EXPECT_EQ(revisar(conexion).size(), indices.size());
-    EXPECT_EQ(afinar(conexion), static_cast<int>(indices.size()));
+    EXPECT_EQ(afinar(conexion).indices, static_cast<int>(indices.size()));
     EXPECT_EQ(unir(revisar(conexion)), "");
 }
 
@@ -148,7 +148,7 @@ TEST_P(Herramientas, una_base_antigua_admite_despues_columnas_sin_llenar) {
     EXPECT_EQ(otra->executesql(sin_glosa), 0);
     EXPECT_EQ(unir(revisar(conexion)),
               "La tabla ctdquorvel no admite filas de otros programas con columnas sin llenar\n");
-    EXPECT_EQ(afinar(conexion), 0);
+    EXPECT_EQ(afinar(conexion).indices, 0);
     EXPECT_EQ(unir(revisar(conexion)), "");
     EXPECT_EQ(otra->executesql(sin_glosa), 1) << otra->last_error();
     EXPECT_EQ(otra->executesql("update ctdquorvel set centro=null"), 0);
@@ -165,6 +165,29 @@ TEST_P(Herramientas, numeros_repetidos_de_una_base_antigua) {
         std::string::npos);
     EXPECT_THROW(afinar(conexion), ErrorSesion); // the key cannot be built, but nothing else is left out
     EXPECT_EQ(unir(revisar(conexion)).find("ctcquorvel_bloqueo"), std::string::npos);
+}
+
+TEST_P(Herramientas, la_historia_comienza_con_lo_que_hay_y_dice_lo_que_cambio_sin_ella) {
+    ejecutar("drop table ctdhistoria");
+    ejecutar("drop table ctmhistoria");
+    EXPECT_EQ(unir(revisar(conexion)),
+              "Falta la tabla ctmhistoria; db tune la crea\nFalta la tabla ctdhistoria; db tune la crea\n");
+    const Afinado hecho = afinar(conexion);
+    EXPECT_TRUE(hecho.historia);
+    EXPECT_EQ(hecho.versiones, 1);
+    EXPECT_FALSE(afinar(conexion).historia);
+    EXPECT_EQ(unir(revisar(conexion)), "");
+    ejecutar("update ctdquorvel set glosa='otra' where secuencia=2");
+    EXPECT_EQ(unir(revisar(conexion)),
+              "Historia de la empresa 1: comprobante 2024-05-03|001|01|7 cambió sin historia\n");
+    ejecutar("update ctdhistoria set usuario=9");
+    EXPECT_NE(
+        unir(revisar(conexion)).find("la versión 1 (inicio, comprobante 2024-05-03|001|01|7) fue cambiada"),
+        std::string::npos);
+    ejecutar("delete from ctdquorvel");
+    ejecutar("delete from ctcquorvel");
+    EXPECT_NE(unir(revisar(conexion)).find("2024-05-03|001|01|7 se quitó sin historia"), std::string::npos);
+    EXPECT_EQ(revisar_codigo(conexion, "1-9-00000000").size(), 1U);
 }
 
 TEST_P(Herramientas, tablas_y_columnas_que_faltan) {

@@ -2,6 +2,7 @@
 
 #include "dbtools/esquema.h"
 #include "dbtools/revisar.h"
+#include "historia/comenzar.h"
 #include "platform/files/attachments.h"
 #include "screen/detalle/detalle.h"
 
@@ -158,6 +159,7 @@ Escena escena(apoyo::Motor motor) {
     if (modelo.conexion.empty()) {
         modelo = {apoyo::conexion_nueva(motor), apoyo::carpeta_nueva()};
         sembrar(modelo);
+        comenzar_historia(*abrir_sesion(modelo.conexion), 1, 1);
     }
     return con_archivos(modelo, apoyo::copia_de(modelo.conexion));
 }

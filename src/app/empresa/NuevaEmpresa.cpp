@@ -1,8 +1,10 @@
 #include "app/empresa/NuevaEmpresa.h"
 
 #include "app/areas.h"
+#include "app/avisos.h"
 #include "app/empresa/formulario.h"
 #include "dbtools/datos.h"
+#include "historia/comenzar.h"
 #include "platform/files/engine_files.h"
 #include "qt/file_dialog.h"
 #include "qt/icons.h"
@@ -218,14 +220,20 @@ bool NuevaEmpresa::revisar() {
 }
 
 bool NuevaEmpresa::crear() {
+    const EmpresaNueva e = leer();
     try {
         if (!revisar()) return false;
-        crear_empresa(*db_, leer(), dbtools::leer_tabla("plan/codigos.csv"));
-        return true;
-    } catch (const std::exception& e) {
-        estado_->setText(QString::fromUtf8("✖ No se ha creado nada: ") + to_qt(e.what()));
+        crear_empresa(*db_, e, dbtools::leer_tabla("plan/codigos.csv"));
+    } catch (const std::exception& error) {
+        estado_->setText(QString::fromUtf8("✖ No se ha creado nada: ") + to_qt(error.what()));
         return false;
     }
+    try {
+        if (db_->has_table("ctmhistoria")) proteger(*db_, e.codigo, 1, true, true);
+    } catch (const std::exception& error) {
+        avisar_problema(this, QString::fromUtf8("La empresa se creó sin historia: ") + to_qt(error.what()));
+    }
+    return true;
 }
 
 } // namespace quorvel::app

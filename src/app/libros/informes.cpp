@@ -1,6 +1,7 @@
 #include "app/libros/informes.h"
 
 #include "app/libros/grafico.h"
+#include "historia/cadena.h"
 #include "libros/diario.h"
 #include "libros/mayor.h"
 #include "libros/mensual.h"
@@ -23,6 +24,12 @@ struct Columna {
     ColumnKind kind = ColumnKind::text;
 };
 
+/// What tells later whether the vouchers of the printed days are still those.
+std::string historia(clsConexion& db, const PedidoLibro& p) {
+    const std::string codigo = codigo_historia(db, p.empresa, p.desde, p.hasta);
+    return codigo.empty() ? "" : " · historia " + codigo;
+}
+
 /// A table for a definition; every row begins with what the page header shows.
 class TablaInforme {
 public:
@@ -31,7 +38,8 @@ public:
         const auto rs =
             db.NewRecord("select n_empresa, rut from admempresa where empresa=" + sql_numero(p.empresa));
         comun_ = {Value(rs->eof() ? "" : rs->at(0).text()), Value(rs->eof() ? "" : rs->at(1).text()),
-                  Value(libros::titulo_libro(libro)), Value(texto_periodo(p))};
+                  Value(libros::titulo_libro(libro)),
+                  Value(texto_periodo(p) + (libro == libros::Libro::diario ? historia(db, p) : ""))};
         for (const char* nombre : {"empresa", "rut", "titulo", "periodo", "tipo"})
             datos.columns.push_back({nombre, ColumnKind::text});
         for (const Columna& c : columnas) datos.columns.push_back({c.nombre, c.kind});

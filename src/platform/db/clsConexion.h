@@ -6,6 +6,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <set>
 #include <span>
 #include <stdexcept>
 #include <string>
@@ -93,7 +94,8 @@ public:
 
 /// The host's database session. One thread only: the host's user-interface thread.
 /// Statements are complete SQL texts in the module's own dialect: dates #mm/dd/yyyy#, year() month() day()
-/// len() val(), select top 1, select … into; text equality ignores trailing blanks. One statement a call.
+/// len() val(), select top 1, select … into, sha256_hex() of a text, utc_now() "yyyy-mm-dd hh:mm:ss",
+/// json_array() and json_group_array(); text equality ignores trailing blanks. One statement a call.
 class clsConexion {
 public:
     virtual ~clsConexion() = default;
@@ -131,12 +133,18 @@ public:
     [[nodiscard]] virtual std::string last_error() const = 0;
     /// That statement was no bad one: the session itself failed (SesionFallida).
     [[nodiscard]] virtual bool session_failed() const { return false; }
+    /// Whether the database has a table of this name; one that is there is asked for once. @throws
+    /// ErrorSesion
+    [[nodiscard]] bool has_table(const std::string& name);
     /// Rows that the last successful executesql changed.
     [[nodiscard]] virtual std::int64_t rows_affected() const = 0;
     /// Has `go_on` asked while a statement keeps the caller waiting, until it is set again; an empty function
     /// ends that. Where it answers false the statement is interrupted and fails like a refused one. It must
     /// not use the session and not throw. A session that cannot do it never asks.
     virtual void while_waiting(std::function<bool()> go_on) { (void)go_on; }
+
+private:
+    std::set<std::string> tables_;
 };
 
 /// Runs work that only reads, with `go_on` asked while the engine keeps it waiting.

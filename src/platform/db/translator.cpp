@@ -281,7 +281,10 @@ private:
             const std::size_t as = cast_to_integer(open + 1, close);
             if (as == 0) return 0;
             leading_number(i, open + 1, as);
-        } else
+        } else if (const auto own = vocabulary::own_function(f))
+            around(engine_ == Engine::sqlite ? own->sqlite : own->postgres, open + 1, close,
+                   engine_ == Engine::sqlite ? own->sqlite_end : own->postgres_end);
+        else
             return 0;
         return close + 1;
     }

@@ -30,6 +30,12 @@ constexpr std::array TEXTS{Words{"coalesce"}, Words{"ifnull"}, Words{"max"}, Wor
 constexpr std::array PLAIN_TEXTS{Words{"concat"},    Words{"left"},  Words{"lower"}, Words{"ltrim"},
                                  Words{"replace"},   Words{"right"}, Words{"rtrim"}, Words{"substr"},
                                  Words{"substring"}, Words{"trim"},  Words{"upper"}};
+constexpr std::array OWN{
+    OwnFunction{"json_array", "json_array(", ")", "json_build_array(", ")"},
+    OwnFunction{"json_group_array", "json_group_array(", ")", "json_agg(", ")"},
+    OwnFunction{"sha256_hex", "sha256_hex(", ")", "encode(sha256(convert_to((", ")::text,'UTF8')),'hex')"},
+    OwnFunction{"utc_now", "datetime('now'", ")",
+                "to_char(clock_timestamp() at time zone 'UTC','YYYY-MM-DD HH24:MI:SS'", ")"}};
 
 template <class A> bool one_of(const A& words, std::string_view word) {
     return std::find(words.begin(), words.end(), word) != words.end();
@@ -43,5 +49,9 @@ bool ends_condition(std::string_view word) { return one_of(ENDING, word); }
 bool comparison(std::string_view op) { return one_of(COMPARISONS, op); }
 bool text_function(std::string_view name) { return plain_text_function(name) || one_of(TEXTS, name); }
 bool plain_text_function(std::string_view name) { return one_of(PLAIN_TEXTS, name); }
+std::optional<OwnFunction> own_function(std::string_view name) {
+    const auto found = std::ranges::find(OWN, name, &OwnFunction::name);
+    return found == OWN.end() ? std::nullopt : std::optional(*found);
+}
 
 } // namespace quorvel::vocabulary

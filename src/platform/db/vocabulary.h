@@ -1,4 +1,5 @@
 #pragma once
+#include <optional>
 #include <string_view>
 
 namespace quorvel::vocabulary {
@@ -14,5 +15,12 @@ namespace quorvel::vocabulary {
 [[nodiscard]] bool text_function(std::string_view name);
 /// The result is a "text" whatever went in.
 [[nodiscard]] bool plain_text_function(std::string_view name);
+
+/// A function of the module's own dialect: what stands before and behind its arguments in each engine.
+struct OwnFunction {
+    std::string_view name;
+    const char *sqlite, *sqlite_end, *postgres, *postgres_end;
+};
+[[nodiscard]] std::optional<OwnFunction> own_function(std::string_view name);
 
 } // namespace quorvel::vocabulary

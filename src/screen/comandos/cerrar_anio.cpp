@@ -21,9 +21,9 @@ void mostrar(frmQuorvel& f, const ResultadoCerrarAnio& r) {
 /// The check can be cancelled; what follows it is short and never is.
 ResultadoCerrarAnio cerrar(frmQuorvel& f, Fecha hoy) {
     const Ocupado ocupado(f.escritorio());
-    return cerrar_anio_contable(*f.glbdb, f.glbEmpresa, hoy, [&] {
-        return f.escritorio().progress("Revisando las cuentas de resultado", 0, 0);
-    });
+    return cerrar_anio_contable(
+        *f.glbdb, f.glbEmpresa, hoy,
+        [&] { return f.escritorio().progress("Revisando las cuentas de resultado", 0, 0); }, f.glbUsuario);
 }
 
 } // namespace

@@ -15,6 +15,7 @@ void cheque(frmQuorvel& f) {
     x.glbdbReport = f.glbdbReport;
     x.impresor = &f.servicios.impresor;
     x.clave = c.clave();
+    x.usuario = f.glbUsuario;
     x.empresa = f.ctlRegistro1.Company();
     x.nombre = f.txtnombre.Text();
     x.num_ref = f.txtnum_ref.Text();

@@ -44,7 +44,7 @@ void cortar(frmQuorvel& f) {
             "No se puede guardar un borrador en el disco: hasta que grabe, el comprobante estará solo "
             "en la pantalla. ¿Desea cortarlo de todas formas?"))
         return f.borrador->desistir();
-    const std::string error = eliminar_cargado(f);
+    const std::string error = eliminar_cargado(f, operacion::CORTADO);
     if (!error.empty()) {
         if (!cambiado_por_otro(error) && f.estado.en_duda == EnDuda::ninguno) f.borrador->desistir();
         return f.critico(error);

@@ -1,3 +1,4 @@
+#include "platform/files/sha256.h"
 #include "screen/adjuntos/adjuntos.h"
 #include "screen/borrador.h"
 #include "screen/campos.h"
@@ -58,6 +59,10 @@ OpcionesGrabar opciones(const frmQuorvel& f, const Comprobante& c) {
     o.huella = f.estado.huella_guardada;
     o.copiar_adjuntos = [&f, adjuntos = c.adjuntos](std::int64_t de, std::int64_t a) {
         return carpeta_adjuntos(f).copy_set(std::to_string(de), std::to_string(a), adjuntos);
+    };
+    o.sumar_adjunto = [&f](std::int64_t conjunto, const std::string& nombre) {
+        const auto archivo = carpeta_adjuntos(f).find(std::to_string(conjunto), nombre);
+        return archivo ? sha256_of_file(*archivo) : std::string();
     };
     o.avance = [&f](long hechos, long total) {
         return f.escritorio().progress("Grabando el comprobante", hechos, total);

@@ -83,7 +83,7 @@ void frmcheque::cmdbanco_Click() {
 }
 
 bool frmcheque::grabar() {
-    const std::string error = GrabarCheque(*x_.glbdb, x_.clave, leer_pantalla());
+    const std::string error = GrabarCheque(*x_.glbdb, x_.clave, leer_pantalla(), x_.usuario);
     if (!error.empty()) critico(error);
     return error.empty();
 }

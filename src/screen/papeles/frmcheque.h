@@ -12,6 +12,7 @@ struct EntradaCheque {
     clsConexion* glbdbReport = nullptr;
     ReportPrinter* impresor = nullptr;
     Clave clave;
+    int usuario = 0;
     std::string empresa; ///< toolbar caption: code, blank, name
     // proposed while the voucher has no cheque
     std::string nombre, num_ref;

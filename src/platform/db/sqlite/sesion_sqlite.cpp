@@ -5,6 +5,7 @@
 #include "platform/db/sqlite/file_fault.h"
 #include "platform/db/sqlite/open_file.h"
 #include "platform/db/sqlite/recordset_sqlite.h"
+#include "platform/files/sha256.h"
 #include "text/letras_utf8.h"
 
 #include <charconv>
@@ -21,18 +22,15 @@ struct Reset {
     ~Reset() { sqlite3_reset(stmt); }
 };
 
-void changed_case(sqlite3_context* context, sqlite3_value* value, std::string (*change)(std::string_view)) {
+void changed(sqlite3_context* context, sqlite3_value* value, std::string (*change)(std::string_view)) {
     if (sqlite3_value_type(value) == SQLITE_NULL) return sqlite3_result_null(context);
     const auto* text = reinterpret_cast<const char*>(sqlite3_value_text(value));
-    const std::string changed = change({text, static_cast<std::size_t>(sqlite3_value_bytes(value))});
-    sqlite3_result_text(context, changed.data(), static_cast<int>(changed.size()), SQLITE_TRANSIENT);
+    const std::string result = change({text, static_cast<std::size_t>(sqlite3_value_bytes(value))});
+    sqlite3_result_text(context, result.data(), static_cast<int>(result.size()), SQLITE_TRANSIENT);
 }
-void upper(sqlite3_context* context, int, sqlite3_value** values) {
-    changed_case(context, *values, mayusculas);
-}
-void lower(sqlite3_context* context, int, sqlite3_value** values) {
-    changed_case(context, *values, minusculas);
-}
+void upper(sqlite3_context* context, int, sqlite3_value** values) { changed(context, *values, mayusculas); }
+void lower(sqlite3_context* context, int, sqlite3_value** values) { changed(context, *values, minusculas); }
+void sha256_hex(sqlite3_context* context, int, sqlite3_value** values) { changed(context, *values, sha256); }
 
 } // namespace
 
@@ -66,6 +64,7 @@ void SesionSqlite::open(bool create) {
     constexpr int PURE = SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS;
     sqlite3_create_function(db_, "upper", 1, PURE, nullptr, upper, nullptr, nullptr);
     sqlite3_create_function(db_, "lower", 1, PURE, nullptr, lower, nullptr, nullptr);
+    sqlite3_create_function(db_, "sha256_hex", 1, PURE, nullptr, sha256_hex, nullptr, nullptr);
     if (sqlite3_exec(db_, "select count(*) from sqlite_master", nullptr, nullptr, nullptr) != SQLITE_OK) {
         const int code = sqlite3_errcode(db_) & 0xFF;
         if (code == SQLITE_NOTADB) throw ErrorSesion("El archivo " + path_ + " no es una base de datos", "");
