@@ -13,16 +13,17 @@ namespace quorvel::bench {
 /// Desktop without a person: a modal lookup gets its first row, a message ends the program.
 class EscritorioMudo final : public ui::Escritorio {
 public:
-    ui::Answer message(const std::string& text, ui::Icon, ui::Buttons, const std::string&) override {
+    void open_with(const std::string&) override {}
+    void busy(bool) override {}
+
+protected:
+    ui::Answer on_message(const std::string& text, ui::Icon, ui::Buttons, const std::string&) override {
         std::fprintf(stderr, "%s\n", text.c_str());
         std::exit(1);
     }
-    std::optional<std::string> ask_file(const ui::FileRequest&) override { return std::nullopt; }
-    void open_with(const std::string&) override {}
-    void busy(bool) override {}
-    bool progress(const std::string&, long, long) override { return true; }
-
-protected:
+    std::optional<std::string> on_ask_file(const ui::FileRequest&) override { return std::nullopt; }
+    std::vector<std::string> on_ask_files(const ui::FileRequest&) override { return {}; }
+    bool on_progress(const std::string&, long, long) override { return true; }
     void on_open(ui::Form&, bool) override {}
     void on_close(ui::Form&) override {}
     void wait(ui::Form& form) override {
@@ -31,7 +32,7 @@ protected:
 };
 
 struct SinImpresora final : ReportPrinter {
-    void run(const ReportJob&) override {}
+    bool run(const ReportJob&) override { return true; }
 };
 
 /// Hands the session over; the last property makes the screen load.

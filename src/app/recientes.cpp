@@ -1,8 +1,9 @@
 #include "app/recientes.h"
 
+#include "dbtools/sin_clave.h"
+
 #include <algorithm>
 #include <fstream>
-#include <regex>
 
 namespace quorvel::app {
 
@@ -23,15 +24,6 @@ std::vector<std::string> leer_recientes(const std::filesystem::path& archivo) {
     for (std::string linea; std::getline(entrada, linea) && lista.size() < MAXIMO;)
         if (!linea.empty()) lista.push_back(linea);
     return lista;
-}
-
-std::string sin_clave(const std::string& conexion) {
-    static const std::regex clave_url("(postgres(?:ql)?://[^:/@]+):[^@]*@");
-    static const std::regex clave_opcion("([?&])password=[^&]*&?");
-    std::string texto = std::regex_replace(conexion, clave_url, "$1@");
-    texto = std::regex_replace(texto, clave_opcion, "$1");
-    while (!texto.empty() && (texto.back() == '?' || texto.back() == '&')) texto.pop_back();
-    return texto;
 }
 
 void anotar_reciente(const std::filesystem::path& archivo, const std::string& conexion) {

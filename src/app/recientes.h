@@ -11,6 +11,5 @@ namespace quorvel::app {
 void anotar_reciente(const std::filesystem::path& archivo, const std::string& conexion);
 /// Takes a connection off the list.
 void olvidar_reciente(const std::filesystem::path& archivo, const std::string& conexion);
-[[nodiscard]] std::string sin_clave(const std::string& conexion);
 
 } // namespace quorvel::app

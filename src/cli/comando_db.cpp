@@ -1,10 +1,15 @@
 #include "cli/comando_db.h"
 
 #include "dbtools/avance.h"
+#include "dbtools/base.h"
 #include "dbtools/datos.h"
+#include "dbtools/directorio.h"
 #include "dbtools/esquema.h"
+#include "dbtools/estado_empresas.h"
 #include "dbtools/respaldo.h"
 #include "dbtools/revisar.h"
+#include "dbtools/sin_clave.h"
+#include "dbtools/traslado.h"
 #include "dbtools/usuarios.h"
 #include "demo/demo.h"
 #include "oficina/salida.h"
@@ -19,8 +24,10 @@ namespace quorvel::cli {
 namespace {
 
 struct Opciones {
-    std::string conexion, respaldo, adjuntos, codigo;
-    bool demo = false, reemplazar = false;
+    std::string conexion, respaldo, adjuntos, codigo, directorio, busca;
+    std::vector<std::string> bases;
+    dbtools::PedidoTraslado traslado;
+    bool demo = false, reemplazar = false, deshacer = false;
     dbtools::UsuarioNuevo usuario;
     /// Where the program itself keeps the attached files, unless told otherwise.
     [[nodiscard]] std::filesystem::path base_adjuntos() const {
@@ -104,6 +111,62 @@ int poner_respaldo(const Opciones& o) {
     return comprobar(o.conexion, o.base_adjuntos());
 }
 
+/// The directory says what is true of these databases now.
+void anotar(const std::string& directorio, const std::vector<std::string>& bases) {
+    const auto donde = dbtools::abrir_base(directorio, dbtools::Abrir::existente);
+    for (const std::string& base : bases)
+        std::cout << dbtools::anotar_en_directorio(*donde, base) << " empresas de " << dbtools::sin_clave(base) << "\n";
+}
+
+int mover(const Opciones& o) {
+    dbtools::PedidoTraslado pedido = o.traslado;
+    pedido.adjuntos = o.base_adjuntos();
+    if (o.deshacer) {
+        dbtools::deshacer_traslado(pedido);
+        std::cout << "La empresa " << pedido.empresa << " sigue donde estaba\n";
+        return BIEN;
+    }
+    const dbtools::Trasladado hecho = dbtools::trasladar(pedido, avance_en_terminal());
+    mostrar(hecho.faltan);
+    std::cout << "Empresa " << hecho.codigo << " trasladada: " << hecho.filas << " filas y "
+              << adjuntos(hecho.adjuntos) << "\n";
+    if (!o.directorio.empty()) anotar(o.directorio, {pedido.de, pedido.a});
+    return BIEN;
+}
+
+int poner_en_directorio(const Opciones& o) {
+    anotar(o.directorio, o.bases);
+    return BIEN;
+}
+
+int buscar(const Opciones& o) {
+    const auto halladas = dbtools::buscar_en_directorio(*dbtools::abrir_base(o.directorio, dbtools::Abrir::existente), o.busca);
+    for (const dbtools::EmpresaUbicada& e : halladas)
+        std::cout << e.empresa << '\t' << sin_controles(e.rut) << '\t' << sin_controles(e.nombre) << '\t'
+                  << e.conexion << "\n";
+    return halladas.empty() ? RECHAZADO : BIEN;
+}
+
+/// One line a company, for all databases that can be read.
+int listar(const Opciones& o) {
+    auto bases = o.bases;
+    if (!o.directorio.empty())
+        for (const std::string& base : dbtools::bases_del_directorio(*dbtools::abrir_base(o.directorio, dbtools::Abrir::existente)))
+            bases.push_back(base);
+    int codigo = BIEN;
+    std::cout << "empresa\trut\tnombre\tdescuadrados\tmeses sin cerrar\túltima actividad\tbase\n";
+    for (const std::string& base : bases) try {
+            for (const dbtools::EstadoEmpresa& e : dbtools::estado_de_empresas(base))
+                std::cout << e.empresa << '\t' << sin_controles(e.rut) << '\t' << sin_controles(e.nombre)
+                          << '\t' << e.descuadrados << '\t' << e.meses_abiertos << '\t' << e.ultima << '\t'
+                          << dbtools::sin_clave(base) << "\n";
+        } catch (const std::exception& e) {
+            std::cerr << dbtools::sin_clave(base) << ": " << e.what() << "\n";
+            codigo = RECHAZADO;
+        }
+    return codigo;
+}
+
 using Opcion = void (*)(CLI::App&, Opciones&);
 
 void con_conexion(CLI::App& c, Opciones& o) {
@@ -133,6 +196,28 @@ void con_reemplazar(CLI::App& c, Opciones& o) {
     c.add_flag("--reemplazar", o.reemplazar, "Reemplaza la base de datos que haya");
 }
 
+void con_traslado(CLI::App& c, Opciones& o) {
+    c.add_option("EMPRESA", o.traslado.empresa, "Número de la empresa")->required();
+    c.add_option("ORIGEN", o.traslado.de, "Base de datos donde está")->required();
+    c.add_option("DESTINO", o.traslado.a, "Base de datos adonde va")->required();
+    c.add_option("--codigo", o.traslado.codigo, "Número que tendrá en el destino, si no el mismo");
+    c.add_flag("--deshacer", o.deshacer, "Deja en el origen una empresa cuyo traslado no terminó");
+    c.add_option("--directorio", o.directorio, "Base de datos cuyo directorio se pone al día");
+}
+void con_directorio(CLI::App& c, Opciones& o) {
+    c.add_option("DIRECTORIO", o.directorio, "Base de datos que tiene el directorio de empresas")->required();
+}
+void con_texto(CLI::App& c, Opciones& o) {
+    c.add_option("TEXTO", o.busca, "Comienzo del nombre, de una de sus palabras o del RUT")->required();
+}
+void con_bases(CLI::App& c, Opciones& o) {
+    c.add_option("BASES", o.bases, "Bases de datos con empresas")->required();
+}
+void con_lista(CLI::App& c, Opciones& o) {
+    c.add_option("BASES", o.bases, "Bases de datos con empresas");
+    c.add_option("--directorio", o.directorio, "Todas las bases de datos de este directorio");
+}
+
 void agregar(CLI::App& db, const char* nombre, const char* ayuda, int (*accion)(const Opciones&),
              std::initializer_list<Opcion> lleva) {
     CLI::App* comando = db.add_subcommand(nombre, ayuda);
@@ -152,8 +237,8 @@ void agregar(CLI::App& db, const char* nombre, const char* ayuda, int (*accion)(
 } // namespace
 
 void agregar_comando_db(CLI::App& app) {
-    CLI::App* db =
-        app.add_subcommand("db", "Crea, revisa, afina, respalda y restaura bases de datos; agrega usuarios");
+    CLI::App* db = app.add_subcommand(
+        "db", "Crea, revisa, afina, respalda y restaura bases de datos; agrega usuarios y traslada empresas");
     db->require_subcommand(1);
     agregar(*db, "create", "Crea las tablas en una base de datos nueva", crear, {con_conexion, con_demo});
     agregar(*db, "check", "Muestra lo que falta y los datos que no concuerdan", comprobar,
@@ -164,6 +249,14 @@ void agregar_comando_db(CLI::App& app) {
             {con_conexion, con_destino, con_adjuntos});
     agregar(*db, "restore", "Comprueba un respaldo y lo pone en una base de datos", poner_respaldo,
             {con_respaldo, con_conexion, con_adjuntos, con_reemplazar});
+    agregar(*db, "move", "Traslada una empresa a otra base de datos, mientras otros trabajan", mover,
+            {con_traslado, con_adjuntos});
+    agregar(*db, "directory", "Anota en un directorio las empresas de unas bases de datos",
+            poner_en_directorio, {con_directorio, con_bases});
+    agregar(*db, "find", "Busca en el directorio en qué base de datos está una empresa", buscar,
+            {con_directorio, con_texto});
+    agregar(*db, "companies", "Muestra descuadres, meses sin cerrar y última actividad de cada empresa",
+            listar, {con_lista});
 }
 
 } // namespace quorvel::cli

@@ -42,7 +42,10 @@ enum class Abrir { existente, crear };
 /// All or nothing: what was run since is undone unless confirmed.
 class Lote {
 public:
-    explicit Lote(Base& base) : base_(base) { base_.ejecutar("begin"); }
+    explicit Lote(Base& base) : base_(base) {
+        // an embedded database refuses who has read and then wants to write after somebody else has
+        base_.ejecutar(base_.motor() == "sqlite" ? "begin immediate" : "begin");
+    }
     ~Lote() {
         if (abierto_) try {
                 base_.ejecutar("rollback");

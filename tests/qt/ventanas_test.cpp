@@ -1,4 +1,5 @@
 #include "app/recientes.h"
+#include "dbtools/sin_clave.h"
 #include "pantalla_qt.h"
 #include "qt/ConsultaView.h"
 #include "qt/RegistroBar.h"
