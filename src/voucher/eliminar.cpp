@@ -20,7 +20,7 @@ ResultadoEliminar EliminarComprobante(clsConexion& db, const Clave& clave, int u
         if (solo_de_uno(db, conjunto)) exigir(db, sql_borrar_adjuntos(conjunto));
         exigir(db, " delete from ctcquorvel " + sql_clave(clave));
     };
-    r.error = en_transaccion(db, eliminar, [&] { return esta_eliminado(db, clave); });
+    r.desenlace = en_transaccion(db, eliminar, [&] { return esta_eliminado(db, clave); });
     return r;
 }
 

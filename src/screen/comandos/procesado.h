@@ -1,13 +1,13 @@
 #pragma once
-#include <string>
+#include "voucher/desenlace.h"
 
 namespace quorvel {
 
 class frmQuorvel;
 /// The shown voucher is saved and in state "P"; says "Comprobante no válido" otherwise.
 [[nodiscard]] bool exigir_procesado(frmQuorvel& f);
-/// Deletes the shown voucher. @return what to tell, empty when it is gone
-[[nodiscard]] std::string eliminar_cargado(frmQuorvel& f);
+/// Deletes the shown voucher.
+[[nodiscard]] Desenlace eliminar_cargado(frmQuorvel& f);
 /// Turns the shown voucher into a new, unsaved one that keeps fields, lines and attachment entries.
 void RenovarComprobante(frmQuorvel& f);
 
