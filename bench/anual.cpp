@@ -37,7 +37,7 @@ struct Tarea {
 };
 
 void lineas(const ResultadoAsiento& r) {
-    if (r.rechazo) std::fprintf(stderr, "%s\n", r.rechazo->mensaje.c_str()), std::exit(1);
+    if (!r.desenlace) std::fprintf(stderr, "%s\n", r.desenlace.mensaje().c_str()), std::exit(1);
     if (r.asiento.lineas.size() < 100) std::fprintf(stderr, "too few lines\n"), std::exit(1);
 }
 void apertura(clsConexion& db) { lineas(generar_apertura(db, {1, 2025, "1", "APERTURA", false})); }

@@ -93,11 +93,12 @@ private:
     bool grabado(Accion a, const Comprobante& c, const OpcionesGrabar& o) {
         const auto r = medir(a, [&] {
             auto hecho = GrabarComprobante(*db_, c, o);
-            if (hecho.error.empty()) tomar(c.clave());
+            if (hecho.desenlace.mensaje().empty()) tomar(c.clave());
             return hecho;
         });
-        if (!r.error.empty()) rechazo(o.nuevo ? "save" : "save again", r.error + motivo());
-        return r.error.empty();
+        if (!r.desenlace.mensaje().empty())
+            rechazo(o.nuevo ? "save" : "save again", r.desenlace.mensaje() + motivo());
+        return r.desenlace.mensaje().empty();
     }
     /// " (why)" when a key of the database refused.
     [[nodiscard]] std::string motivo() const {
@@ -167,8 +168,8 @@ private:
         if (ajeno(c) || c.estado != "P" || !c.concepto.starts_with(MARCA)) return; // looked at
         c.usuario = e_.usuario;
         if (azar_() % 12 == 0) {
-            const std::string error =
-                medir(ANULAR, [&] { return AnularComprobante(*db_, c, apoyo::HOY, abierto.huella); });
+            const std::string error = medir(
+                ANULAR, [&] { return AnularComprobante(*db_, c, apoyo::HOY, abierto.huella).mensaje(); });
             if (error.empty())
                 ++j_.hechos[c.concepto].anulado;
             else

@@ -67,7 +67,8 @@ Grabar session(clsConexion& db) {
         OpcionesGrabar options;
         options.nuevo = true, options.hoy = TODAY;
         const auto r = GrabarComprobante(db, voucher(n), options);
-        if (!r.error.empty()) std::fprintf(stderr, "%s\n", r.error.c_str()), std::exit(1);
+        if (!r.desenlace.mensaje().empty())
+            std::fprintf(stderr, "%s\n", r.desenlace.mensaje().c_str()), std::exit(1);
     };
 }
 

@@ -77,7 +77,7 @@ public:
         OpcionesGrabar o;
         o.nuevo = true, o.hoy = apoyo::HOY, o.anio = 2024;
         const auto r = GrabarComprobante(*db_, c, o);
-        exigir(r.error.empty(), r.error.c_str());
+        exigir(r.desenlace.mensaje().empty(), r.desenlace.mensaje().c_str());
     }
     void planes(const std::string& motor) const {
         const auto& m = muestras_.front();

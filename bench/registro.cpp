@@ -69,7 +69,8 @@ void dar_a_conocer(clsConexion& db) {
         b.completar(d);
     }
     const registro::Balance hecho = b.contabilizar({});
-    if (hecho.contabilizados != CONTRAPARTES) std::fprintf(stderr, "%s\n", hecho.error.c_str()), std::exit(1);
+    if (hecho.contabilizados != CONTRAPARTES)
+        std::fprintf(stderr, "%s\n", hecho.desenlace.mensaje().c_str()), std::exit(1);
 }
 
 /// What the save of the screen does with a voucher that its assistant has filled.
@@ -84,7 +85,8 @@ void grabar_como_pantalla(registro::Bandeja& b, clsConexion& db, const Configura
     if (const auto r = ValidarComprobante({c, k, m, db, apoyo::HOY, true, false}))
         std::fprintf(stderr, "%s\n", r->mensaje.c_str()), std::exit(1);
     const auto r = GrabarComprobante(db, c, o);
-    if (!r.error.empty()) std::fprintf(stderr, "%s\n", r.error.c_str()), std::exit(1);
+    if (!r.desenlace.mensaje().empty())
+        std::fprintf(stderr, "%s\n", r.desenlace.mensaje().c_str()), std::exit(1);
 }
 
 void medir(const std::string& motor, const std::string& conexion, int comprobantes, double limite) {

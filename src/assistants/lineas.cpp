@@ -43,8 +43,6 @@ constexpr std::array<Variante, 4> VARIANTES{{
      false},
 }};
 
-constexpr std::size_t LARGO_GLOSA = 60;
-
 /// Collects lines, each with both sides.
 class Armador {
 public:

@@ -3,6 +3,7 @@
 #include "assistants/calculo.h"
 #include "platform/db/literal.h"
 #include "text/numeros.h"
+#include "voucher/grabar_sql.h"
 #include "voucher/iva.h"
 
 #include <cmath>
@@ -13,11 +14,8 @@ namespace {
 /// The voucher's stored other-tax line, whatever its side; 0 when there is none.
 double otro_guardado(clsConexion& db, const DocumentoAnterior& d) {
     if (!d.clave) return 0;
-    const auto rs = db.NewRecord(
-        "select * from ctdquorvel where empresa=" + sql_numero(d.clave->empresa) +
-        " and   subsistema=" + sql_texto(d.clave->subsistema) +
-        " and   f_comp=" + sql_fecha(d.clave->f_comp) + " and   documento=" + sql_texto(d.clave->documento) +
-        " and   num_docum=" + sql_texto(d.clave->num_docum) + " and centro =" + sql_texto(d.cuenta_otros));
+    const auto rs = db.NewRecord("select * from ctdquorvel" + sql_clave(*d.clave) +
+                                 " and centro =" + sql_texto(d.cuenta_otros));
     if (rs->eof()) return 0;
     return rs->fields("debe_nacional").Value.number() + rs->fields("haber_nacional").Value.number();
 }

@@ -27,7 +27,7 @@ void BarraAvance::mostrar(long hechas) {
     std::fflush(stderr);
 }
 
-Avance avance_en_terminal() {
+AvancePartes avance_en_terminal() {
     return [barra = std::shared_ptr<BarraAvance>(), parte = std::string()](const std::string& que,
                                                                            long hechas, long total) mutable {
         if (!barra || que != parte) {

@@ -21,8 +21,8 @@ private:
 };
 
 /// Hears how far a long work of several parts is: the part's name, what is done of it and the whole of it.
-using Avance = std::function<void(const std::string& que, long hechas, long total)>;
+using AvancePartes = std::function<void(const std::string& que, long hechas, long total)>;
 /// A bar for each part in turn.
-[[nodiscard]] Avance avance_en_terminal();
+[[nodiscard]] AvancePartes avance_en_terminal();
 
 } // namespace quorvel::dbtools

@@ -53,7 +53,7 @@ bool de_un_respaldo(const std::string& ruta) {
 
 } // namespace
 
-Contenido sumar(const fs::path& carpeta, const Avance& avance) {
+Contenido sumar(const fs::path& carpeta, const AvancePartes& avance) {
     std::vector<fs::path> archivos;
     Contenido contenido;
     for (const fs::directory_entry& e : fs::recursive_directory_iterator(carpeta)) {

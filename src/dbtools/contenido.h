@@ -15,7 +15,7 @@ using Contenido = std::map<std::string, std::string>;
 
 /// Reads every file below a folder but for the list itself. What is neither file nor folder has no sum.
 /// @throws std::runtime_error naming the file that cannot be read
-[[nodiscard]] Contenido sumar(const std::filesystem::path& carpeta, const Avance& avance);
+[[nodiscard]] Contenido sumar(const std::filesystem::path& carpeta, const AvancePartes& avance);
 /// Everything of the folder and then the list reach the disk, so that a list is never there without the rest.
 /// @throws std::runtime_error
 void escribir_contenido(const std::filesystem::path& carpeta, const Contenido& contenido);

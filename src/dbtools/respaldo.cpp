@@ -46,7 +46,7 @@ Attachments de_respaldo(const fs::path& carpeta) { return {carpeta, ""}; }
 
 /// Copies the files that the copy lacks or has older. One that is gone meanwhile was removed by somebody.
 void copiar(const Attachments& de, const std::vector<AttachedFile>& archivos, const fs::path& a,
-            const Avance& avance) {
+            const AvancePartes& avance) {
     long hechos = 0;
     for (const auto& [conjunto, nombre] : archivos) {
         const fs::path nuevo = a / conjunto / nombre;
@@ -110,7 +110,7 @@ void exigir_sin_choques(const std::vector<AttachedFile>& archivos, const Attachm
 } // namespace
 
 Respaldado respaldar(const std::string& conexion, const fs::path& destino, const fs::path& adjuntos,
-                     const Avance& avance) {
+                     const AvancePartes& avance) {
     const Volcado& volcado = volcado_de(conexion);
     const Attachments origen(adjuntos, attachment_database(conexion)), copia = de_respaldo(destino);
     CarpetaNueva carpeta(destino);
@@ -129,13 +129,13 @@ Respaldado respaldar(const std::string& conexion, const fs::path& destino, const
     return hecho;
 }
 
-std::vector<std::string> verificar(const fs::path& respaldo, const Avance& avance) {
+std::vector<std::string> verificar(const fs::path& respaldo, const AvancePartes& avance) {
     const Contenido lista = leer_contenido(respaldo);
     return comparar(lista, sumar(respaldo, avance));
 }
 
 Restaurado restaurar(const fs::path& respaldo, const std::string& conexion, const fs::path& adjuntos,
-                     bool reemplazar, const Avance& avance) {
+                     bool reemplazar, const AvancePartes& avance) {
     const Volcado& volcado = volcado_de(conexion);
     if (!fs::exists(respaldo / volcado.archivo))
         throw std::runtime_error("El respaldo es de otro motor de base de datos: no tiene " +

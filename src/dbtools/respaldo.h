@@ -20,11 +20,12 @@ struct Respaldado {
 /// @param destino a folder that is empty or does not exist; when the copy fails, what was copied goes away
 /// @throws std::runtime_error, ErrorSesion
 [[nodiscard]] Respaldado respaldar(const std::string& conexion, const std::filesystem::path& destino,
-                                   const std::filesystem::path& adjuntos, const Avance& avance);
+                                   const std::filesystem::path& adjuntos, const AvancePartes& avance);
 
 /// Compares a backup with its list: what is missing, changed or too much.
 /// @throws std::runtime_error when it has no list, or one that is no backup's
-[[nodiscard]] std::vector<std::string> verificar(const std::filesystem::path& respaldo, const Avance& avance);
+[[nodiscard]] std::vector<std::string> verificar(const std::filesystem::path& respaldo,
+                                                 const AvancePartes& avance);
 
 struct Restaurado {
     std::size_t adjuntos = 0;
@@ -37,6 +38,6 @@ struct Restaurado {
 /// @throws std::runtime_error, ErrorSesion; the database is what it was then
 [[nodiscard]] Restaurado restaurar(const std::filesystem::path& respaldo, const std::string& conexion,
                                    const std::filesystem::path& adjuntos, bool reemplazar,
-                                   const Avance& avance);
+                                   const AvancePartes& avance);
 
 } // namespace quorvel::dbtools

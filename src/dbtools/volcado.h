@@ -14,7 +14,7 @@ public:
     virtual ~Destino() = default;
     /// Puts a copy in, wholly: whoever dies on the way leaves what was there before.
     /// @throws std::runtime_error, ErrorSesion
-    virtual void poner(const std::filesystem::path& archivo, const Avance& avance) = 0;
+    virtual void poner(const std::filesystem::path& archivo, const AvancePartes& avance) = 0;
 };
 
 /// How an engine writes a whole database into one file and back.
@@ -24,7 +24,7 @@ struct Volcado {
     /// @return a connection that sees that moment
     /// @throws std::runtime_error, ErrorSesion
     std::unique_ptr<Base> (*sacar)(const std::string& conexion, const std::filesystem::path& archivo,
-                                   const Avance& avance);
+                                   const AvancePartes& avance);
     /// @param reemplazar whether its tables may go
     /// @throws ErrorSesion when there are tables that may not go or somebody else is in the database
     std::unique_ptr<Destino> (*destino)(const std::string& conexion, bool reemplazar);

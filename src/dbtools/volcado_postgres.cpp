@@ -49,7 +49,7 @@ bool dice_por_que(const std::string& linea) { return linea.find("error") != std:
 /// A program of the server's makers, at work on one database and asking nobody anything. It names each object
 /// as it comes to it: that many of the total are done.
 void ejecutar(const std::string& conexion, std::vector<std::string> orden, const char* que, long total,
-              const Avance& avance) {
+              const AvancePartes& avance) {
     const Partes partes = partir(conexion);
     orden.insert(orden.begin() + 1, {"--verbose", "--no-password", "--dbname", partes.publica});
     avance(que, 0, total);
@@ -77,7 +77,8 @@ long objetos(const std::string& archivo) {
     return n;
 }
 
-std::unique_ptr<Base> sacar(const std::string& conexion, const fs::path& archivo, const Avance& avance) {
+std::unique_ptr<Base> sacar(const std::string& conexion, const fs::path& archivo,
+                            const AvancePartes& avance) {
     auto base = abrir_base(conexion, Abrir::existente);
     base->ejecutar("begin isolation level repeatable read read only;"
                    " set local idle_in_transaction_session_timeout = 0");
@@ -108,7 +109,7 @@ public:
         }
         if (!quienes.empty()) throw ErrorSesion(EN_USO + (" (" + quienes) + ")", {});
     }
-    void poner(const fs::path& archivo, const Avance& avance) override {
+    void poner(const fs::path& archivo, const AvancePartes& avance) override {
         // Whoever restores owns what comes; what others may do comes with the tables and wants their roles.
         std::vector<std::string> orden = {"pg_restore", "--single-transaction", "--no-owner"};
         if (reemplazar_) orden.insert(orden.end(), {"--clean", "--if-exists"});

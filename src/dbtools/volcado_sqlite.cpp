@@ -52,7 +52,7 @@ void exigir_sana(sqlite3* db) {
 }
 
 /// Page by page in one transaction of the target: until its last page nothing has changed there.
-void copiar_paginas(sqlite3* de, sqlite3* a, const std::string& que, const Avance& avance) {
+void copiar_paginas(sqlite3* de, sqlite3* a, const std::string& que, const AvancePartes& avance) {
     constexpr int PAGINAS = 100;
     const std::unique_ptr<sqlite3_backup, int (*)(sqlite3_backup*)> copia(
         sqlite3_backup_init(a, "main", de, "main"), sqlite3_backup_finish);
@@ -72,7 +72,8 @@ std::string ruta_de(const std::string& conexion) {
     return ruta;
 }
 
-std::unique_ptr<Base> sacar(const std::string& conexion, const fs::path& archivo, const Avance& avance) {
+std::unique_ptr<Base> sacar(const std::string& conexion, const fs::path& archivo,
+                            const AvancePartes& avance) {
     const Manija origen = abrir(ruta_de(conexion), SQLITE_OPEN_READWRITE);
     ejecutar(origen.get(), "begin");
     (void)valor(origen.get(),
@@ -105,7 +106,7 @@ public:
     DestinoSqlite(const DestinoSqlite&) = delete;
     DestinoSqlite& operator=(const DestinoSqlite&) = delete;
 
-    void poner(const fs::path& archivo, const Avance& avance) override {
+    void poner(const fs::path& archivo, const AvancePartes& avance) override {
         const Manija origen = abrir(archivo.string(), SQLITE_OPEN_READONLY);
         exigir_sana(origen.get());
         if (valor(origen.get(), "select 1 from sqlite_master where name='ctcquorvel'").empty())

@@ -12,8 +12,6 @@ namespace quorvel {
 
 namespace {
 
-constexpr std::size_t LARGO_GLOSA = 60;
-
 class QuorvelRem final : public SesionHost<clsQuorvelRem> {
 public:
     explicit QuorvelRem(Servicios s) : SesionHost(std::move(s)) { nombrar_miembros(); }

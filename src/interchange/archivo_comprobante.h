@@ -1,4 +1,5 @@
 #pragma once
+#include "platform/db/avance.h"
 #include "voucher/comprobante.h"
 
 #include <array>
@@ -40,18 +41,15 @@ struct ProblemaArchivo {
     bool grave = true;          ///< false: the screen reads on, for the person to see and mend
 };
 using AvisoProblema = std::function<void(ProblemaArchivo)>;
-/// Called now and then with lines done and lines in all. @return false stops with ErrorArchivo
-using AvanceLectura = std::function<bool(long hechas, long total)>;
 /// @throws ErrorArchivo
 [[nodiscard]] std::string leer_archivo(const std::filesystem::path& archivo);
 /// @param bytes Windows-1252, or UTF-8: no file of the former is by accident one of the latter
-/// @throws ErrorArchivo for the first grave problem
-[[nodiscard]] ComprobanteImportado interpretar_archivo(std::string_view bytes,
-                                                       const AvanceLectura& avance = {});
+/// @param avance of lines; ending it stops with ErrorArchivo @throws ErrorArchivo for the first grave problem
+[[nodiscard]] ComprobanteImportado interpretar_archivo(std::string_view bytes, const Avance& avance = {});
 /// Reads to the end whatever it meets; a line with a problem is read as far as it goes, so that rows and
 /// lines stay side by side. @throws ErrorArchivo only when stopped
 [[nodiscard]] ComprobanteImportado revisar_archivo(std::string_view bytes, const AvisoProblema& aviso,
-                                                   const AvanceLectura& avance = {});
+                                                   const Avance& avance = {});
 
 /// Names of the fields as lines 1 and 3 of the file give them.
 extern const char* const NOMBRES_CABECERA;

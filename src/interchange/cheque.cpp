@@ -5,24 +5,20 @@
 #include "text/letras_utf8.h"
 #include "text/numeros.h"
 #include "voucher/anotar.h"
+#include "voucher/grabar_sql.h"
 #include "voucher/pasos.h"
 
 namespace quorvel {
 
 namespace {
 
-/// A voucher's date, kind and number are unique in its company, so its subsystem does not count.
-std::string condicion(const Clave& k) {
-    return " where empresa=" + sql_numero(k.empresa) + " and f_comp=" + sql_fecha(k.f_comp) +
-           " and documento=" + sql_texto(k.documento) + " and num_docum=" + sql_texto(k.num_docum);
-}
-std::string consulta(const Clave& k) { return "select * from ctcquorvel " + condicion(k); }
+std::string consulta(const Clave& k) { return "select * from ctcquorvel " + sql_clave_corta(k); }
 
 std::string actualizacion(const Clave& k, const Cheque& c) {
     return "update ctcquorvel set cheque=" + sql_texto(c.cheque) + ",fecha_cheque=" + sql_fecha(c.fecha) +
            ",beneficiario=" + sql_texto(c.beneficiario) + ",banco=" + sql_texto(c.banco) +
            ",cuenta=" + sql_texto(c.cuenta) + ",nominativo=" + sql_numero(c.nominativo) +
-           ",cruzado=" + sql_numero(c.cruzado) + condicion(k);
+           ",cruzado=" + sql_numero(c.cruzado) + sql_clave_corta(k);
 }
 
 } // namespace
@@ -57,7 +53,7 @@ std::optional<std::int64_t> proximo_cheque(clsConexion& db, const std::string& b
     return static_cast<std::int64_t>(mayor) + 1;
 }
 
-std::string GrabarCheque(clsConexion& db, const Clave& clave, const Cheque& c, int usuario) {
+Desenlace GrabarCheque(clsConexion& db, const Clave& clave, const Cheque& c, int usuario) {
     const auto grabar = [&] {
         const auto rs = db.NewRecord(consulta(clave));
         if (rs->eof()) throw PasoFallido("Comprobante contable no encontrado");

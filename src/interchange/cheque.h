@@ -1,6 +1,7 @@
 #pragma once
 #include "interchange/tablas_impresion.h"
 #include "voucher/comprobante.h"
+#include "voucher/desenlace.h"
 
 #include <optional>
 
@@ -14,8 +15,7 @@ using Cheque = Comprobante::Cheque;
 [[nodiscard]] std::optional<std::int64_t> proximo_cheque(clsConexion& db, const std::string& banco,
                                                          const std::string& cuenta);
 /// Writes the cheque into the voucher's header in one transaction. @param usuario who issues it
-/// @return the failure's text, empty when saved
-[[nodiscard]] std::string GrabarCheque(clsConexion& db, const Clave& clave, const Cheque& c, int usuario = 0);
+[[nodiscard]] Desenlace GrabarCheque(clsConexion& db, const Clave& clave, const Cheque& c, int usuario = 0);
 /// Fills the cheque's staging table. @throws std::runtime_error, ErrorSesion
 void preparar_cheque(clsConexion& reporte, const std::string& empresa, const Cheque& c,
                      const std::string& total);

@@ -4,6 +4,7 @@
 #include "text/letras_utf8.h"
 #include "text/numeros.h"
 #include "text/rut.h"
+#include "voucher/grabar_sql.h"
 #include "voucher/iva.h"
 
 namespace quorvel {
@@ -81,10 +82,7 @@ std::optional<Cliente> buscar_cliente(clsConexion& db, const std::string& ruc) {
 }
 
 std::optional<Factura> leer_factura(clsConexion& db, const Clave& k) {
-    const auto rs =
-        db.NewRecord("select * from ftcfactura where empresa=" + sql_numero(k.empresa) +
-                     " and f_comp=" + sql_fecha(k.f_comp) + " and documento=" + sql_texto(k.documento) +
-                     " and num_docum=" + sql_texto(k.num_docum));
+    const auto rs = db.NewRecord("select * from ftcfactura" + sql_clave_corta(k));
     if (rs->eof()) return {};
     Factura f;
     f.numero = recortar_fin(rs->fields("proforma").Value.text());
@@ -109,28 +107,28 @@ std::optional<Factura> leer_factura(clsConexion& db, const Clave& k) {
 
 std::optional<Rechazo> ValidarFactura(const Factura& f, bool editando) {
     constexpr int DESCRIPCION = 1, CANTIDAD = 2, PRECIO = 3;
-    const auto no = [](std::string mensaje, std::string foco, std::optional<int> fila = {},
+    const auto no = [](std::string mensaje, Campo campo, std::optional<int> fila = {},
                        std::optional<int> col = {}) {
-        return Rechazo{std::move(mensaje), Icono::critico, std::move(foco), fila, col};
+        return Rechazo{std::move(mensaje), Icono::critico, campo, true, fila, col};
     };
-    if (recortar(f.numero).empty()) return no("Numero de factura no válido", "txtfactura");
-    if (!f.fecha) return no("Fecha no válida", "txtfecha");
-    if (f.lineas.empty()) return no("Ingrese detalle la factura", "grdfac");
+    if (recortar(f.numero).empty()) return no("Numero de factura no válido", Campo::numero);
+    if (!f.fecha) return no("Fecha no válida", Campo::fecha);
+    if (f.lineas.empty()) return no("Ingrese detalle la factura", Campo::detalle);
     if (editando)
-        return no("Cuadricula en modo de edicion, cambiese de fila para cambiar el modo ", "grdfac");
+        return no("Cuadricula en modo de edicion, cambiese de fila para cambiar el modo ", Campo::detalle);
     for (std::size_t i = 0; i < f.lineas.size(); ++i) {
         const LineaFactura& l = f.lineas[i];
         const int fila = static_cast<int>(i);
         if (recortar(l.descripcion).empty())
-            return no("Descripcion en linea " + std::to_string(i + 1), "grdfac", fila, DESCRIPCION);
-        if (recortar(l.cantidad).empty()) return no("Ingrese cantidad", "grdfac", fila, CANTIDAD);
-        if (recortar(l.precio).empty()) return no("Ingrese precio unitario", "grdfac", fila, PRECIO);
+            return no("Descripcion en linea " + std::to_string(i + 1), Campo::detalle, fila, DESCRIPCION);
+        if (recortar(l.cantidad).empty()) return no("Ingrese cantidad", Campo::detalle, fila, CANTIDAD);
+        if (recortar(l.precio).empty()) return no("Ingrese precio unitario", Campo::detalle, fila, PRECIO);
     }
     const Decimal suma = suma_de(f.lineas), diferencia = suma - Decimal::leer(f.neto);
     if (diferencia == Decimal()) return {};
     return no("Total detalle " + suma.formato(FORMATO) + " es diferente a neto factura " + f.neto +
                   ". La diferencia es " + diferencia.formato(FORMATO),
-              "");
+              Campo::ninguno);
 }
 
 } // namespace quorvel

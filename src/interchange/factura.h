@@ -2,7 +2,7 @@
 #include "interchange/tablas_impresion.h"
 #include "voucher/comprobante.h"
 #include "voucher/configuracion.h"
-#include "voucher/rechazo.h"
+#include "voucher/desenlace.h"
 
 #include <optional>
 #include <vector>
@@ -49,8 +49,8 @@ struct MontosFactura {
 [[nodiscard]] std::optional<Cliente> buscar_cliente(clsConexion& db, const std::string& ruc);
 /// The checks before saving in their order. @param editando a cell edit is open or a row is being added
 [[nodiscard]] std::optional<Rechazo> ValidarFactura(const Factura& f, bool editando);
-/// Customer, invoice and lines in one transaction. @return the failing step's text, empty when saved
-[[nodiscard]] std::string GrabarFactura(clsConexion& db, const Clave& clave, const Factura& f);
+/// Customer, invoice and lines in one transaction.
+[[nodiscard]] Desenlace GrabarFactura(clsConexion& db, const Clave& clave, const Factura& f);
 /// Fills the invoice's staging table. @throws std::runtime_error, ErrorSesion
 void preparar_factura(clsConexion& reporte, const Factura& f);
 

@@ -3,6 +3,7 @@
 #include "text/letras_utf8.h"
 #include "text/numeros.h"
 #include "text/rut.h"
+#include "voucher/grabar_sql.h"
 #include "voucher/pasos.h"
 
 namespace quorvel {
@@ -13,11 +14,6 @@ using Falla = PasoFallido;
 
 void paso(clsConexion& db, const std::string& sql, const std::string& mensaje) {
     exigir(db, sql, (mensaje + sql).c_str());
-}
-
-std::string de_comprobante(const Clave& k) {
-    return " where empresa=" + sql_numero(k.empresa) + " and f_comp=" + sql_fecha(k.f_comp) +
-           " and documento=" + sql_texto(k.documento) + " and num_docum=" + sql_texto(k.num_docum);
 }
 
 std::optional<std::int64_t> una_persona(clsConexion& db, const std::string& condicion) {
@@ -38,7 +34,7 @@ std::optional<std::int64_t> persona_conocida(clsConexion& db, const Cliente& c) 
 
 /// The customer that this invoice has and no other: without a RUT, what is saved now corrects it.
 std::optional<std::int64_t> persona_de_la_factura(clsConexion& db, const Clave& k) {
-    const auto rs = db.NewRecord("select cliente from ftcfactura" + de_comprobante(k));
+    const auto rs = db.NewRecord("select cliente from ftcfactura" + sql_clave_corta(k));
     if (rs->eof()) return {};
     const std::string cliente = sql_numero(rs->fields("cliente").Value.integer());
     const auto usos = db.NewRecord("select count(*) as usos from ftcfactura where cliente=" + cliente);
@@ -125,7 +121,7 @@ std::string insertar(clsConexion& db, const Clave& k, const Factura& f, std::int
 
 std::string grabar_cabecera(clsConexion& db, const Clave& k, const Factura& f, std::int64_t persona) {
     const Montos m = montos(f);
-    const auto rs = db.NewRecord("select * from ftcfactura" + de_comprobante(k));
+    const auto rs = db.NewRecord("select * from ftcfactura" + sql_clave_corta(k));
     if (rs->eof()) return insertar(db, k, f, persona, m);
     const std::string factura = recortar_fin(rs->fields("factura").Value.text());
     paso(db,
@@ -160,7 +156,7 @@ void grabar_detalle(clsConexion& db, int empresa, const std::string& factura, co
 bool quedo_grabada(clsConexion& db, const Clave& k, const Factura& f) {
     const Montos m = montos(f);
     const bool cabecera =
-        !db.NewRecord("select * from ftcfactura" + de_comprobante(k) + " and descuento_esp=" + m.neto +
+        !db.NewRecord("select * from ftcfactura" + sql_clave_corta(k) + " and descuento_esp=" + m.neto +
                       " and iva=" + m.iva + " and valor_total=" + m.total)
              ->eof();
     const auto g = leer_factura(db, k);
@@ -180,7 +176,7 @@ bool quedo_grabada(clsConexion& db, const Clave& k, const Factura& f) {
 
 } // namespace
 
-std::string GrabarFactura(clsConexion& db, const Clave& clave, const Factura& f) {
+Desenlace GrabarFactura(clsConexion& db, const Clave& clave, const Factura& f) {
     const auto grabar = [&] {
         const std::int64_t persona = grabar_persona(db, clave, f.cliente);
         const std::string factura = grabar_cabecera(db, clave, f, persona);

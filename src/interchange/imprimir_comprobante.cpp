@@ -3,6 +3,7 @@
 #include "platform/db/literal.h"
 #include "text/letras_utf8.h"
 #include "text/numeros.h"
+#include "voucher/grabar_sql.h"
 
 namespace quorvel {
 
@@ -19,11 +20,8 @@ std::string inicio_de_fila(const ImpresionComprobante& i) {
 
 /// An account that has left the chart keeps its line, so that the paper balances.
 std::string consulta(const Clave& k) {
-    return "SELECT a.*,b.n_centro from ctdQuorvel a left join ctmcentros b on a.centro=b.centro where "
-           "a.empresa=" +
-           sql_numero(k.empresa) + " and a.subsistema=" + sql_texto(k.subsistema) +
-           " and a.f_comp=" + sql_fecha(k.f_comp) + " and a.documento=" + sql_texto(k.documento) +
-           " and a.num_docum=" + sql_texto(k.num_docum) + " order by a.secuencia";
+    return "SELECT a.*,b.n_centro from ctdQuorvel a left join ctmcentros b on a.centro=b.centro" +
+           sql_clave(k, "a.") + " order by a.secuencia";
 }
 
 std::string nombre_auxiliar(Recordset& auxiliares, const std::string& codigo) {
@@ -62,7 +60,7 @@ bool preparar_comprobante(clsConexion& db, clsConexion& reporte, const Impresion
     const bool sin_lineas = rs->eof();
     for (long n = 1; !rs->eof(); rs->MoveNext(), ++n) {
         ejecutar_impresion(reporte, fila(inicio, firmas, *rs, auxiliares));
-        if (n % CADA == 0 && avance && !avance(n)) return false;
+        if (n % CADA == 0 && avance && !avance(n, 0)) return false;
     }
     ejecutar_impresion(reporte,
                        "insert into ctcQuorvel(empresa, usuario, documento, num_doc, f_comp, hora, concepto, "

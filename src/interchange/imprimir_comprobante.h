@@ -1,9 +1,8 @@
 #pragma once
 #include "interchange/tablas_impresion.h"
+#include "platform/db/avance.h"
 #include "voucher/comprobante.h"
 #include "voucher/configuracion.h"
-
-#include <functional>
 
 namespace quorvel {
 
@@ -15,11 +14,8 @@ struct ImpresionComprobante {
     std::string concepto, hora;
     std::string elaborado, revisado, aprobado;
 };
-/// Called now and then with the number of lines so far. @return false stops, and nothing is staged
-using Avance = std::function<bool(long hechas)>;
-
 /// Fills the staging table with the saved lines in their order, then the header row. All or nothing.
-/// @param auxiliares recordset of the auxiliaries, searched by code
+/// @param auxiliares recordset of the auxiliaries, searched by code @param avance hears of lines
 /// @return false when stopped @throws std::runtime_error, ErrorSesion
 bool preparar_comprobante(clsConexion& db, clsConexion& reporte, const ImpresionComprobante& i,
                           Recordset& auxiliares, const Avance& avance = {});

@@ -205,7 +205,7 @@ std::string a_utf8(std::string_view bytes, const AvisoProblema& aviso) {
 } // namespace
 
 ComprobanteImportado revisar_archivo(std::string_view bytes, const AvisoProblema& aviso,
-                                     const AvanceLectura& avance) {
+                                     const Avance& avance) {
     constexpr long CADA = 5000;
     if (bytes.find("empresa") > 3) return {}; // perhaps behind a mark
     const std::string utf8 = a_utf8(bytes, aviso);
@@ -239,7 +239,7 @@ ComprobanteImportado revisar_archivo(std::string_view bytes, const AvisoProblema
     return i;
 }
 
-ComprobanteImportado interpretar_archivo(std::string_view bytes, const AvanceLectura& avance) {
+ComprobanteImportado interpretar_archivo(std::string_view bytes, const Avance& avance) {
     const auto primero = [](const ProblemaArchivo& p) {
         if (!p.grave) return;
         const std::string campo = p.campo.empty() ? "" : ", campo \"" + p.campo + "\"";

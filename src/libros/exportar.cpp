@@ -17,9 +17,9 @@ constexpr const char* TITULOS[] = {"Libro diario", "Libro mayor", "Balance gener
 
 /// Counts rows and asks now and then whether to go on.
 struct Contador {
-    const AvanceLibro& avance;
+    const Avance& avance;
     long filas = 0;
-    bool operator()() { return ++filas % CADA != 0 || !avance || avance(filas); }
+    bool operator()() { return ++filas % CADA != 0 || !avance || avance(filas, 0); }
 };
 
 bool escribir_mayor(clsConexion& db, const PedidoLibro& p, std::ostream& salida, Contador sigue) {
@@ -45,7 +45,7 @@ std::optional<Rechazo> revisar_pedido(const PedidoLibro& p, Libro libro) {
 }
 
 bool escribir_libro_csv(clsConexion& db, Libro libro, const PedidoLibro& p, std::ostream& salida,
-                        const AvanceLibro& avance) {
+                        const Avance& avance) {
     switch (libro) {
     case Libro::balance: salida << balance_csv(leer_balance(db, p)); return true;
     case Libro::mensual:

@@ -1,7 +1,7 @@
 #pragma once
 #include "libros/libros.h"
+#include "platform/db/avance.h"
 
-#include <functional>
 #include <iosfwd>
 #include <string_view>
 
@@ -12,11 +12,9 @@ enum class Libro { diario, mayor, balance, mensual };
 /// What is wrong with a request for this book.
 [[nodiscard]] std::optional<Rechazo> revisar_pedido(const PedidoLibro& p, Libro libro);
 
-/// Called now and then with the rows written so far. @return false stops
-using AvanceLibro = std::function<bool(long filas)>;
 /// Writes a book as CSV (UTF-8, cells separated by ";"), page by page; monthly totals are those of the year
 /// in which the period begins. @return false when it was stopped @throws ErrorSesion
 bool escribir_libro_csv(clsConexion& db, Libro libro, const PedidoLibro& p, std::ostream& salida,
-                        const AvanceLibro& avance = {});
+                        const Avance& avance = {});
 
 } // namespace quorvel::libros

@@ -7,14 +7,11 @@
 namespace quorvel::libros {
 
 std::optional<Rechazo> revisar_pedido(const PedidoLibro& p, bool en_un_anio) {
-    const auto no = [](const char* texto, const char* foco) {
-        return Rechazo{texto, Icono::exclamacion, foco, std::nullopt, std::nullopt};
-    };
-    if (!p.desde.ok() || !p.hasta.ok()) return no("Indique las dos fechas del período", "desde");
-    if (p.desde > p.hasta) return no("La fecha inicial es posterior a la final", "desde");
+    const auto no = [](const char* texto) { return Rechazo{texto, Icono::exclamacion}; };
+    if (!p.desde.ok() || !p.hasta.ok()) return no("Indique las dos fechas del período");
+    if (p.desde > p.hasta) return no("La fecha inicial es posterior a la final");
     if (en_un_anio && anio(p.desde) != anio(p.hasta))
-        return no("El período debe estar dentro de un mismo año: el asiento de apertura trae lo anterior",
-                  "hasta");
+        return no("El período debe estar dentro de un mismo año: el asiento de apertura trae lo anterior");
     return std::nullopt;
 }
 

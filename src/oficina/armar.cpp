@@ -29,12 +29,11 @@ enum Lugar : std::size_t {
     OTRO_IMPUESTO = 17,
     NORMA = 22
 };
-/// The controls that the checks name, as fields of the file.
-constexpr std::pair<std::string_view, Lugar> CONTROLES[] = {
-    {"mskF_comp", F_COMP},   {"cmbDocumento", DOCUMENTO}, {"txtNum_doc", NUMERO},
-    {"lblTotalDebe", DEBE},  {"txtconcepto", CONCEPTO},   {"cmblibro", LIBRO},
-    {"txtrut_persona", RUT}, {"txtnum_ref", NUMERO_REF},  {"cmbdoc_libro", TIPO_DOCUMENTO},
-    {"txtnombre", NOMBRE},   {"txtfecha_doc", FECHA_DOC}, {"cmbifrs", NORMA},
+constexpr std::pair<Campo, Lugar> LUGARES[] = {
+    {Campo::fecha, F_COMP},  {Campo::documento, DOCUMENTO},       {Campo::numero, NUMERO},
+    {Campo::totales, DEBE},  {Campo::concepto, CONCEPTO},         {Campo::libro, LIBRO},
+    {Campo::rut, RUT},       {Campo::num_ref, NUMERO_REF},        {Campo::doc_libro, TIPO_DOCUMENTO},
+    {Campo::nombre, NOMBRE}, {Campo::fecha_documento, FECHA_DOC}, {Campo::norma, NORMA},
 };
 constexpr std::size_t DESDE_CELDA = 4; // the first cell of a row is the fifth field of its line
 
@@ -111,14 +110,13 @@ Comprobante armar_comprobante(Comprobante c, const Listas& listas, const AvisoPr
 }
 
 ProblemaArchivo situar(const Rechazo& r) {
-    const std::string& control = r.foco.empty() ? r.sobre : r.foco;
     if (r.fila && r.columna)
         return {PRIMERA_LINEA_DETALLE + *r.fila,
                 nombre_de_campo(NOMBRES_DETALLE, DESDE_CELDA + static_cast<std::size_t>(*r.columna)),
                 r.mensaje};
-    if (control == "grdDetalle") return {PRIMERA_LINEA_DETALLE, "detalle", r.mensaje};
-    const auto* const c = std::ranges::find(CONTROLES, control, &std::pair<std::string_view, Lugar>::first);
-    if (c == std::end(CONTROLES)) return {0, "", r.mensaje}; // about the company, not about the file
+    if (r.campo == Campo::detalle) return {PRIMERA_LINEA_DETALLE, "detalle", r.mensaje};
+    const auto* const c = std::ranges::find(LUGARES, r.campo, &std::pair<Campo, Lugar>::first);
+    if (c == std::end(LUGARES)) return {0, "", r.mensaje}; // about the company, not about the file
     return {LINEA_CABECERA, nombre_de_campo(NOMBRES_CABECERA, c->second), r.mensaje};
 }
 

@@ -58,7 +58,7 @@ void LoteArchivos::anotar(const std::string& archivo, const ProblemaArchivo& p) 
     problemas_.push_back({archivo, p.linea, p.campo, p.mensaje});
 }
 
-std::optional<Comprobante> LoteArchivos::leer(const std::string& archivo, const AvanceLectura& avance) {
+std::optional<Comprobante> LoteArchivos::leer(const std::string& archivo, const Avance& avance) {
     de_lectura_.clear();
     const AvisoProblema aviso = [&](const ProblemaArchivo& p) { de_lectura_.push_back(p); };
     ComprobanteImportado importado;
@@ -125,7 +125,7 @@ void LoteArchivos::comparar_con_los_demas(const EnLote& e, const Comprobante& c)
         anotar(e.archivo, {LINEA_CABECERA, "NUMERO_REF", "el mismo documento está en " + par->second});
 }
 
-void LoteArchivos::revisar_uno(const std::string& archivo, const AvanceLectura& avance) {
+void LoteArchivos::revisar_uno(const std::string& archivo, const Avance& avance) {
     auto c = leer(archivo, avance);
     if (!c) return;
     EnLote e{archivo, {}, "", c->lineas.size(), c->totales.debe.formato("#,##0")};
@@ -150,7 +150,7 @@ void LoteArchivos::leer_numeros(const std::vector<std::string>& archivos) {
 }
 
 void LoteArchivos::recorrer(const char* que, std::size_t cuantos,
-                            const std::function<void(std::size_t, const AvanceLectura&)>& uno) {
+                            const std::function<void(std::size_t, const Avance&)>& uno) {
     dbtools::BarraAvance barra(que, static_cast<long>(cuantos) * PASOS);
     for (std::size_t i = 0; i < cuantos; ++i) {
         const long antes = static_cast<long>(i) * PASOS;
@@ -165,10 +165,10 @@ void LoteArchivos::recorrer(const char* que, std::size_t cuantos,
 void LoteArchivos::revisar(const std::vector<std::string>& archivos) {
     if (renumerar_) leer_numeros(archivos);
     recorrer("Revisando", archivos.size(),
-             [&](std::size_t i, const AvanceLectura& avance) { revisar_uno(archivos[i], avance); });
+             [&](std::size_t i, const Avance& avance) { revisar_uno(archivos[i], avance); });
 }
 
-void LoteArchivos::grabar_uno(const EnLote& e, const AvanceLectura& avance) {
+void LoteArchivos::grabar_uno(const EnLote& e, const Avance& avance) {
     clsConexion& db = *oficina_.db;
     auto c = leer(e.archivo, avance);
     if (!c) return;
@@ -196,7 +196,7 @@ void LoteArchivos::grabar_uno(const EnLote& e, const AvanceLectura& avance) {
 
 void LoteArchivos::grabar() {
     Transaccion t(*oficina_.db);
-    recorrer("Grabando", comprobantes_.size(), [&](std::size_t i, const AvanceLectura& avance) {
+    recorrer("Grabando", comprobantes_.size(), [&](std::size_t i, const Avance& avance) {
         if (problemas_.empty()) grabar_uno(comprobantes_[i], avance);
     });
     if (!problemas_.empty()) return;

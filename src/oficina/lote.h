@@ -35,11 +35,11 @@ public:
 private:
     using Numeracion = std::pair<std::string, int>; // document kind and year
     void recorrer(const char* que, std::size_t cuantos,
-                  const std::function<void(std::size_t, const AvanceLectura&)>& uno);
+                  const std::function<void(std::size_t, const Avance&)>& uno);
     void leer_numeros(const std::vector<std::string>& archivos);
-    [[nodiscard]] std::optional<Comprobante> leer(const std::string& archivo, const AvanceLectura& avance);
-    void revisar_uno(const std::string& archivo, const AvanceLectura& avance);
-    void grabar_uno(const EnLote& e, const AvanceLectura& avance);
+    [[nodiscard]] std::optional<Comprobante> leer(const std::string& archivo, const Avance& avance);
+    void revisar_uno(const std::string& archivo, const Avance& avance);
+    void grabar_uno(const EnLote& e, const Avance& avance);
     [[nodiscard]] bool ocupado(const Comprobante& c);
     void numerar(EnLote& e, Comprobante& c);
     void comparar_con_los_demas(const EnLote& e, const Comprobante& c);

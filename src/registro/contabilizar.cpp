@@ -175,8 +175,9 @@ Contabilizado contabilizar(const Contabilidad& k, Maestros& maestros, const Fila
         if (c.num_docum == antes) break; // not the number was refused
         if (error = rechazo_de(k, maestros, c); !error.empty()) break;
         o.numero_propuesto = val_entero(c.num_docum);
-        error = GrabarComprobante(k.db, c, o).error;
-        if (error.empty()) return {"", c.clave()};
+        const Desenlace d = GrabarComprobante(k.db, c, o).desenlace;
+        if (d) return {"", c.clave()};
+        error = d.mensaje();
         if (k.db.session_failed()) break;
     }
     return {error, {}};

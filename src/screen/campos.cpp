@@ -86,6 +86,30 @@ void mostrar_libro(frmQuorvel& f, const Comprobante& c) {
 
 } // namespace
 
+ui::Control* control_de(frmQuorvel& f, Campo campo) {
+    const std::pair<Campo, ui::Control*> controles[] = {
+        {Campo::fecha, &f.mskF_comp},
+        {Campo::documento, &f.cmbDocumento},
+        {Campo::numero, &f.txtNum_doc},
+        {Campo::concepto, &f.txtconcepto},
+        {Campo::libro, &f.cmblibro},
+        {Campo::doc_libro, &f.cmbdoc_libro},
+        {Campo::num_ref, &f.txtnum_ref},
+        {Campo::fecha_documento, &f.txtfecha_doc},
+        {Campo::rut, &f.txtrut_persona},
+        {Campo::nombre, &f.txtnombre},
+        {Campo::norma, &f.cmbifrs},
+        {Campo::totales, &f.lblTotalDebe},
+        {Campo::detalle, &f.grdDetalle},
+        {Campo::cotizacion, &f.txtCotizacion},
+        {Campo::correlativo, &f.txtnro_correlativo},
+        {Campo::iva_activo_fijo, &f.txtiva_activo_fijo},
+        {Campo::adjuntos, &f.lstadjunto},
+    };
+    const auto* const c = std::ranges::find(controles, campo, &std::pair<Campo, ui::Control*>::first);
+    return c == std::end(controles) ? nullptr : c->second;
+}
+
 std::vector<std::string> entradas(const ui::ListControl& lista) {
     std::vector<std::string> todas;
     for (int i = 0; i < lista.ListCount(); ++i) todas.push_back(lista.List(i));
@@ -222,6 +246,19 @@ void mostrar_comprobante(frmQuorvel& f, const Comprobante& c) {
 std::string nombre_usuario(frmQuorvel& f, std::int64_t usuario) {
     const std::string codigo = std::to_string(usuario);
     return nombre_de(f.maestros[Maestro::personas], "persona=" + codigo, "persona", "n_persona", codigo);
+}
+
+void anotar_desenlace(frmQuorvel& f, const Desenlace& d, EnDuda cambio) {
+    f.estado.en_duda = d.como == Desenlace::desconocido ? cambio : EnDuda::ninguno;
+    if (d.como == Desenlace::adelantado) (void)f.borrador->conservar();
+}
+
+void avisar(frmQuorvel& f, const Rechazo& r) {
+    switch (r.icono) {
+    case Icono::critico: return f.critico(r.mensaje);
+    case Icono::exclamacion: return f.exclamacion(r.mensaje);
+    case Icono::informacion: return f.informacion(r.mensaje);
+    }
 }
 
 std::string titulo(const frmQuorvel& f, const std::string& estado) {

@@ -1,5 +1,7 @@
 #pragma once
+#include "screen/estado_pantalla.h"
 #include "voucher/comprobante.h"
+#include "voucher/desenlace.h"
 
 #include <string>
 #include <vector>
@@ -7,12 +9,15 @@
 namespace quorvel {
 
 namespace ui {
+class Control;
 class ListControl;
-}
+} // namespace ui
 class frmQuorvel;
 
 // The only code that knows both the controls and the record.
 
+/// The control of a field, null when it has none.
+[[nodiscard]] ui::Control* control_de(frmQuorvel& f, Campo campo);
 /// The voucher on the screen. While a saved voucher is shown, its key is the one that it was read with.
 [[nodiscard]] Comprobante leer_pantalla(const frmQuorvel& f);
 /// Date, document kind, number and currency, which only a new header is written with: open in a new voucher,
@@ -59,6 +64,10 @@ inline constexpr const char* ANULADO = "El comprobante está anulado";
 /// says why.
 void permitir_cambios(frmQuorvel& f, bool modificar, bool borrar_linea, bool imprimir,
                       const std::string& motivo);
+/// Remembers which change is in doubt; what somebody else's change kept from being saved stays as a draft.
+void anotar_desenlace(frmQuorvel& f, const Desenlace& d, EnDuda cambio);
+/// Shows what a rule says.
+void avisar(frmQuorvel& f, const Rechazo& r);
 /// Number and correlative rules, run by the lists' selection and after a date was set.
 void proponer_numero_documento(frmQuorvel& f);
 void proponer_correlativo_libro(frmQuorvel& f);

@@ -1,7 +1,6 @@
 #pragma once
 #include "text/numeros.h"
 #include "voucher/comprobante.h"
-#include "voucher/pasos.h"
 
 #include <optional>
 #include <string>
@@ -15,9 +14,6 @@ struct SeleccionRecordada {
 
 /// The last change, when nobody knows whether it was done: its repetition looks first.
 enum class EnDuda : std::uint8_t { ninguno, grabar, anular, eliminar };
-[[nodiscard]] inline EnDuda en_duda(const std::string& error, EnDuda cambio) {
-    return error == DESENLACE_DESCONOCIDO ? cambio : EnDuda::ninguno;
-}
 
 /// What outlives one event of the voucher screen.
 struct EstadoPantalla {

@@ -68,8 +68,8 @@ bool esta_anulado(clsConexion& db, const Clave& k) {
     return ahora && ahora->estado == "X";
 }
 
-std::string AnularComprobante(clsConexion& db, const Comprobante& c, Fecha f_ult_modificacion,
-                              const std::string& huella) {
+Desenlace AnularComprobante(clsConexion& db, const Comprobante& c, Fecha f_ult_modificacion,
+                            const std::string& huella) {
     const Clave clave = c.clave();
     const auto anular = [&] {
         const Comprobante guardado = retener_intacto(db, clave, c.usuario, huella);

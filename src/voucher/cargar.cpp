@@ -9,12 +9,6 @@
 namespace quorvel {
 namespace {
 
-/// " where empresa=… and f_comp=… and documento=… and num_docum=…"
-std::string sin_subsistema(int empresa, Fecha f_comp, const std::string& documento, const std::string& num) {
-    return " where empresa=" + sql_numero(empresa) + " and f_comp=" + sql_fecha(f_comp) +
-           " and documento=" + sql_texto(documento) + " and num_docum=" + sql_texto(num);
-}
-
 constexpr const char* LINEAS =
     "secuencia, centro, auxiliar,  debe_nacional, haber_nacional, glosa, centro2, conciliado, num_ref ,"
     " codigo_otro_impuesto, tasa_impuesto_otro   from ctdquorvel ";
@@ -89,7 +83,8 @@ std::string consulta_busqueda(int empresa, int usuario, int alias) {
 std::optional<Comprobante> leer_cabecera(clsConexion& db, int empresa, Fecha f_comp,
                                          const std::string& documento, const std::string& num_docum,
                                          const std::string& subsistema) {
-    std::string sql = "select * from ctcQuorvel " + sin_subsistema(empresa, f_comp, documento, num_docum);
+    std::string sql =
+        "select * from ctcQuorvel " + sql_clave_corta({empresa, subsistema, f_comp, documento, num_docum});
     if (!subsistema.empty()) sql += " and subsistema=" + sql_texto(subsistema);
     const auto rs = db.NewRecord(sql);
     if (rs->eof()) return std::nullopt;
@@ -163,8 +158,7 @@ std::vector<std::string> leer_adjuntos(clsConexion& db, const std::string& conju
 
 std::string numero_adjunto(clsConexion& db, const std::optional<Clave>& k) {
     if (k) {
-        const auto rs = db.NewRecord("select comprobante_adjunto from ctcquorvel " +
-                                     sin_subsistema(k->empresa, k->f_comp, k->documento, k->num_docum));
+        const auto rs = db.NewRecord("select comprobante_adjunto from ctcquorvel " + sql_clave_corta(*k));
         const std::int64_t propio = rs->eof() ? 0 : rs->fields("comprobante_adjunto").Value.integer();
         if (propio > 0) return std::to_string(propio);
     }

@@ -19,6 +19,8 @@ struct Clave {
     friend bool operator==(const Clave&, const Clave&) = default;
 };
 
+inline constexpr std::size_t LARGO_GLOSA = 60; ///< letters of a line's gloss that are stored
+
 /// One line. An amount that was not given is 0 in every sum.
 struct Linea {
     std::string centro, auxiliar;

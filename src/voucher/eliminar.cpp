@@ -30,7 +30,7 @@ ResultadoEliminar EliminarComprobante(clsConexion& db, const Clave& clave, int u
         eliminar_en_transaccion_abierta(db, *r.quien, proteccion,
                                         {.usuario = usuario, .operacion = operacion});
     };
-    r.error = en_transaccion(db, eliminar, [&] { return esta_eliminado(db, clave); });
+    r.desenlace = en_transaccion(db, eliminar, [&] { return esta_eliminado(db, clave); });
     return r;
 }
 

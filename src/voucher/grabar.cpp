@@ -37,12 +37,12 @@ public:
         if (proteccion_.historia) historia();
         pasos_.ejecutar(db_, o_.avance);
     }
-    [[nodiscard]] ResultadoGrabar resultado(std::string error) const {
+    [[nodiscard]] ResultadoGrabar resultado(Desenlace desenlace) const {
         ResultadoGrabar r;
-        r.error = std::move(error);
-        r.comprobante_adjunto = r.error.empty() ? conjunto_ : c_.comprobante_adjunto;
+        r.desenlace = std::move(desenlace);
+        r.comprobante_adjunto = r.desenlace ? conjunto_ : c_.comprobante_adjunto;
         r.copiado = copiado_;
-        if (!r.error.empty()) return r;
+        if (!r.desenlace) return r;
         r.huella = huella_escrita(c_, importes_, o_.hoy);
         r.cierre = cierre_;
         return r;

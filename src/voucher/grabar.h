@@ -25,10 +25,10 @@ struct OpcionesGrabar {
     std::string grupo{};             ///< of the vouchers that one piece of work writes
     /// SHA-256 of an attached file's bytes; asked only where the company keeps a history.
     std::function<std::string(std::int64_t conjunto, const std::string& nombre)> sumar_adjunto{};
-    AvancePasos avance{}; ///< false ends the save; never asked once the commit has begun
+    Avance avance{}; ///< false ends the save; never asked once the commit has begun
 };
 struct ResultadoGrabar {
-    std::string error;                    ///< empty when saved
+    Desenlace desenlace;
     std::int64_t comprobante_adjunto = 0; ///< the voucher's set; another than before when files were copied
     std::int64_t copiado = 0; ///< the set that the files were copied into, also when the save failed; 0 none
     std::string huella;       ///< of what is stored now
@@ -46,13 +46,13 @@ void grabar_en_transaccion_abierta(clsConexion& db, const Comprobante& c, const 
 [[nodiscard]] std::optional<ResultadoGrabar> grabado_sin_respuesta(clsConexion& db, const Comprobante& c,
                                                                    Fecha hoy);
 /// Takes the voucher's amounts out of the balances, marks it "X", deletes its lines, in one transaction.
-/// @param huella as it was loaded @return the failing step's text, empty when done
-[[nodiscard]] std::string AnularComprobante(clsConexion& db, const Comprobante& c, Fecha f_ult_modificacion,
-                                            const std::string& huella);
+/// @param huella as it was loaded
+[[nodiscard]] Desenlace AnularComprobante(clsConexion& db, const Comprobante& c, Fecha f_ult_modificacion,
+                                          const std::string& huella);
 /// Whether the stored voucher is annulled.
 [[nodiscard]] bool esta_anulado(clsConexion& db, const Clave& clave);
 struct ResultadoEliminar {
-    std::string error;                ///< the engine's description, empty when done
+    Desenlace desenlace;
     std::optional<Comprobante> quien; ///< the header that was deleted, or would have been
 };
 /// Deletes lines, attachment rows (never of set 0 or of one that another voucher shares) and header in one

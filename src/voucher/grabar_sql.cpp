@@ -7,10 +7,13 @@
 namespace quorvel {
 namespace {
 
-constexpr std::size_t LARGO_GLOSA = 60;
-
 /// RUT, name and document number are stored with one trailing blank.
 std::string con_blanco(const std::string& valor) { return sql_texto(valor + " "); }
+std::string clave(const Clave& k, const std::string& t, const std::string& subsistema) {
+    return " where " + t + "empresa=" + sql_numero(k.empresa) + subsistema + " and " + t +
+           "f_comp=" + sql_fecha(k.f_comp) + " and " + t + "documento=" + sql_texto(k.documento) + " and " +
+           t + "num_docum=" + sql_texto(k.num_docum);
+}
 /// A mark of a text column.
 std::string marca(bool si) { return si ? "'1'" : "'0'"; }
 std::string tasa(const std::string& pantalla) { return sql_texto(tasa_guardada(pantalla)); }
@@ -24,11 +27,11 @@ std::string tasa_guardada(const std::string& pantalla) {
     return reemplazar(chilena ? reemplazar(pantalla, ".", "") : pantalla, ",", ".");
 }
 
-std::string sql_clave(const Clave& k) {
-    return " where empresa=" + sql_numero(k.empresa) + " and subsistema=" + sql_texto(k.subsistema) +
-           " and f_comp=" + sql_fecha(k.f_comp) + " and documento=" + sql_texto(k.documento) +
-           " and num_docum=" + sql_texto(k.num_docum);
+std::string sql_clave(const Clave& k, const std::string& tabla) {
+    return clave(k, tabla, " and " + tabla + "subsistema=" + sql_texto(k.subsistema));
 }
+
+std::string sql_clave_corta(const Clave& k, const std::string& tabla) { return clave(k, tabla, {}); }
 
 std::string sql_H1(const Comprobante& c, const ImportesSql& m, Fecha hoy) {
     return "insert into ctcQuorvel( empresa,subsistema,f_comp, documento, num_docum,moneda, "
@@ -96,8 +99,7 @@ std::string sql_cheque(const Clave& k, const Comprobante::Cheque& q) {
 std::string sql_factura_sigue(const Clave& antes, const Clave& ahora) {
     return "update ftcfactura set f_comp=" + sql_fecha(ahora.f_comp) +
            ", documento=" + sql_texto(ahora.documento) + ", num_docum=" + sql_texto(ahora.num_docum) +
-           " where empresa=" + sql_numero(antes.empresa) + " and f_comp=" + sql_fecha(antes.f_comp) +
-           " and documento=" + sql_texto(antes.documento) + " and num_docum=" + sql_texto(antes.num_docum);
+           sql_clave_corta(antes);
 }
 
 std::string sql_borrar_detalle(const Clave& k) { return " delete from ctdquorvel " + sql_clave(k); }

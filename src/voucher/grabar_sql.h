@@ -13,7 +13,10 @@ struct ImportesSql {
 /// A tax rate as it is stored: the comma becomes a point; points that group thousands go.
 [[nodiscard]] std::string tasa_guardada(const std::string& pantalla);
 /// " where empresa=… and subsistema=… and f_comp=… and documento=… and num_docum=…"
-[[nodiscard]] std::string sql_clave(const Clave& clave);
+/// @param tabla what stands before each column, "a."
+[[nodiscard]] std::string sql_clave(const Clave& clave, const std::string& tabla = {});
+/// The same without the subsystem: date, kind and number are unique in a company.
+[[nodiscard]] std::string sql_clave_corta(const Clave& clave, const std::string& tabla = {});
 /// Header of a new voucher.
 [[nodiscard]] std::string sql_H1(const Comprobante& c, const ImportesSql& m, Fecha hoy);
 /// Header of a saved voucher.

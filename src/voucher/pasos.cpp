@@ -26,6 +26,8 @@ std::string nombre(clsConexion& db, int usuario) {
     return rs->eof() ? codigo : recortar(codigo + " " + rs->fields("n_persona").Value.text());
 }
 
+constexpr const char* CAMBIADO = "Este comprobante ya no es el que abrió: ";
+
 std::string por_quien(clsConexion& db, const std::optional<Guardado>& ahora) {
     const std::string queda = "\nNo se ha cambiado nada, y lo que muestra la pantalla queda como borrador. "
                               "Busque el comprobante (F3) para ver cómo está; Ctrl+R vuelve a lo suyo";
@@ -41,12 +43,12 @@ void exigir(clsConexion& db, const std::string& sql, const char* texto) {
     if (db.executesql(sql) == 0) fallar(db, texto);
 }
 
-void Pasos::ejecutar(clsConexion& db, const AvancePasos& avance) const {
+void Pasos::ejecutar(clsConexion& db, const Avance& avance) const {
     constexpr std::size_t TANDA = 1000; // no voucher written by hand is told about
     const std::span<const std::string> todas(sql_);
     for (std::size_t hechas = 0; hechas < todas.size(); hechas += TANDA) {
         if (hechas > 0 && avance && !avance(static_cast<long>(hechas), static_cast<long>(todas.size())))
-            throw PasoFallido(CANCELADA);
+            throw PasoFallido(CANCELADA, Desenlace::cancelado);
         const auto tanda = todas.subspan(hechas, std::min(TANDA, todas.size() - hechas));
         const auto filas = db.executesql_each(tanda);
         if (filas.size() < tanda.size()) fallar(db, textos_[hechas + filas.size()].texto);
@@ -63,21 +65,23 @@ Comprobante retener_intacto(clsConexion& db, const Clave& clave, int usuario, co
     exigir(db, "update ctcquorvel set subsistema=subsistema" + sql_clave(clave), texto);
     const auto guardado = leer_guardado(db, clave);
     if (guardado && bloqueado_por_otro(guardado->c.bloqueo_usuario, usuario)) throw PasoFallido(SOLO_LECTURA);
-    if (!guardado || guardado->huella != huella) throw PasoFallido(por_quien(db, guardado));
+    if (!guardado || guardado->huella != huella)
+        throw PasoFallido(por_quien(db, guardado), Desenlace::adelantado);
     return guardado->c;
 }
 
-std::string averiguar(const std::function<bool()>& quedo_hecho) {
+Desenlace averiguar(const std::function<bool()>& quedo_hecho) {
     constexpr int INTENTOS = 20; // ten seconds: a server that is restarted is back by then
     for (int i = 0; i < INTENTOS; ++i) {
         try {
-            return quedo_hecho() ? ""
-                                 : "Se perdió la conexión con la base de datos, el cambio no quedó hecho";
+            if (quedo_hecho()) return {};
+            return {Desenlace::rechazado,
+                    "Se perdió la conexión con la base de datos, el cambio no quedó hecho"};
         } catch (const ErrorSesion&) {
             std::this_thread::sleep_for(std::chrono::milliseconds(500));
         }
     }
-    return DESENLACE_DESCONOCIDO;
+    return {Desenlace::desconocido, DESENLACE_DESCONOCIDO};
 }
 
 } // namespace quorvel

@@ -1,4 +1,6 @@
 #pragma once
+#include "voucher/campo.h"
+
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -7,13 +9,13 @@ namespace quorvel {
 
 enum class Icono : std::uint8_t { critico, exclamacion, informacion };
 
-/// A rule says no: what to show and where the focus goes.
+/// A rule says no: what to show and what it is about.
 struct Rechazo {
     std::string mensaje;
     Icono icono = Icono::critico;
-    std::string foco;                 ///< control name, empty: stay
-    std::optional<int> fila, columna; ///< grid cell that becomes current
-    std::string sobre{};              ///< control that it is about when the focus stays
+    Campo campo = Campo::ninguno;
+    bool va = true;                       ///< the focus goes to the field
+    std::optional<int> fila{}, columna{}; ///< grid cell that becomes current
 };
 
 } // namespace quorvel

@@ -19,8 +19,8 @@ struct Regla {
     const char* mensaje;
     std::string (*resto)(E); ///< what follows the message, null is nothing
     Icono icono;
-    const char* foco;
-    const char* sobre = ""; ///< what it is about when the focus stays
+    Campo campo;
+    bool va = true; ///< the focus goes to the field
 };
 
 std::string dmy(const std::optional<Fecha>& f) { return f ? fecha_dmy(*f) : std::string(); }
@@ -47,48 +47,49 @@ bool descuadrado(E e) {
 
 constexpr Regla REGLAS[] = {
     {2, [](E e) { return e.c.documento.empty() || e.c.documento == "(Ninguno)"; },
-     "Ingrese tipo de documento", nullptr, critico, "cmbDocumento"},
+     "Ingrese tipo de documento", nullptr, critico, Campo::documento},
     {3, [](E e) { return recortar(e.c.num_docum).empty(); }, "Ingrese Número", nullptr, critico,
-     "txtNum_doc"},
+     Campo::numero},
     {4, despues_del_periodo, "Fecha fuera del período de digitacion, Máxima:",
-     [](E e) { return dmy(e.k.fin(e.hoy)); }, critico, "mskF_comp"},
+     [](E e) { return dmy(e.k.fin(e.hoy)); }, critico, Campo::fecha},
     {5, antes_del_periodo, "Fecha fuera del período de digitacion, Mínima:",
-     [](E e) { return dmy(e.k.inicio(e.hoy)); }, critico, "mskF_comp"},
+     [](E e) { return dmy(e.k.inicio(e.hoy)); }, critico, Campo::fecha},
     {6, [](E e) { return e.c.f_comp && e.c.fecha_factura && e.c.f_comp < e.c.fecha_factura; },
      "Fecha de comprobante ",
      [](E e) { return dmy(e.c.f_comp) + " menor a fecha de documento:" + dmy(e.c.fecha_factura); }, critico,
-     "txtfecha_doc"},
+     Campo::fecha_documento},
     {7, [](E e) { return e.k.existe && e.c.f_comp && anio(*e.c.f_comp) < e.k.anio; },
-     "Año del Comprobante ya esta cerrado ", nullptr, critico, "mskF_comp"},
+     "Año del Comprobante ya esta cerrado ", nullptr, critico, Campo::fecha},
     {8, anio_bloqueado_por_cierre, "No se puede ingresar mas Comprobantes en el año ",
      [](E e) {
          return std::to_string(e.k.anio) + "\r\n porque el Comprobante de Cierre Anual ha sido generado"
                                            "\r\n y todavia no se ha cerrado el Año Contable, para cerrar"
                                            "\r\n el año ejecute la opcion del menú Cerrar Año Contable";
      },
-     critico, "", "mskF_comp"},
-    {9, [](E e) { return e.c.concepto.empty(); }, "Ingrese Glosa", nullptr, critico, "txtconcepto"},
-    {10, [](E e) { return e.c.libro.empty(); }, "Ingrese libros", nullptr, critico, "cmblibro"},
+     critico, Campo::fecha, false},
+    {9, [](E e) { return e.c.concepto.empty(); }, "Ingrese Glosa", nullptr, critico, Campo::concepto},
+    {10, [](E e) { return e.c.libro.empty(); }, "Ingrese libros", nullptr, critico, Campo::libro},
     {11, [](E e) { return e.c.lineas.empty(); }, "Ingrese detalle del comprobante", nullptr, critico,
-     "grdDetalle"},
+     Campo::detalle},
     {12, [](E e) { return e.editando; },
-     "Cuadricula en modo de edicion, cambiese de fila para cambiar el modo ", nullptr, critico, "grdDetalle"},
-    {13, descuadrado, "Comprobante descuadrado", nullptr, critico, "", "lblTotalDebe"},
+     "Cuadricula en modo de edicion, cambiese de fila para cambiar el modo ", nullptr, critico,
+     Campo::detalle},
+    {13, descuadrado, "Comprobante descuadrado", nullptr, critico, Campo::totales, false},
     {14, [](E e) { return e.nuevo && ExisteComprobante(e.db, e.c.clave()); },
      "Ya existe un comprobante contable con el mismo numero para esa fecha, debe cambiar el numero de "
      "comprobante o la fecha del comprobante antes de volver a presionar el boton actualizar, para que la "
      "información quede grabada.",
-     nullptr, exclamacion, "", "txtNum_doc"},
+     nullptr, exclamacion, Campo::numero, false},
     {15, [](E e) { return e.c.libro != "CONTABLES" && (e.c.ifrs == "1" || e.c.ifrs == "2"); },
      "Norma ingresada no valida, cambiar el campo norma a Tributaria / IFRS, solamente los comprobantes de "
      "los libros CONTABLES pueden ser de norma tributaria e IFRS ",
-     nullptr, exclamacion, "", "cmbifrs"},
+     nullptr, exclamacion, Campo::norma, false},
 };
 
 constexpr bool del_cierre(const Regla& r) { return r.paso == 7 || r.paso == 8; }
 constexpr bool del_periodo(const Regla& r) { return r.paso == 4 || r.paso == 5 || del_cierre(r); }
 Rechazo rechazar(const Regla& r, E e) {
-    return {r.mensaje + (r.resto != nullptr ? r.resto(e) : std::string()), r.icono, r.foco, {}, {}, r.sobre};
+    return {r.mensaje + (r.resto != nullptr ? r.resto(e) : std::string()), r.icono, r.campo, r.va};
 }
 
 std::optional<Rechazo> primero_de(bool (*cuenta)(const Regla&), const Comprobante& c, const Configuracion& k,

@@ -1,5 +1,6 @@
 #include "platform/db/literal.h"
 #include "text/letras_utf8.h"
+#include "voucher/grabar_sql.h"
 #include "voucher/validar.h"
 
 #include <algorithm>
@@ -46,24 +47,25 @@ bool sin_nombre(E e) { return recortar(e.c.nombre).empty(); }
 struct CampoExigido {
     std::string_view libro;
     bool (*falla)(E);
-    const char *mensaje, *foco;
+    const char* mensaje;
+    Campo campo;
 };
 constexpr CampoExigido CAMPOS[] = {
-    {"VENTAS", sin_documento, "Ingrese boleta o factura de venta", "cmbdoc_libro"},
-    {"VENTAS", sin_numero, "Ingrese número de boleta o factura de venta", "txtnum_ref"},
-    {"VENTAS", sin_fecha, "Ingrese fecha de boleta o factura de venta", "txtfecha_doc"},
-    {"VENTAS", sin_rut, "Ingrese RUT del cliente", "txtrut_persona"},
-    {"VENTAS", sin_nombre, "Ingrese nombre del cliente", "txtnombre"},
-    {"COMPRAS", sin_documento, "Ingrese boleta o factura de compra", "cmbdoc_libro"},
-    {"COMPRAS", sin_numero, "Ingrese número de boleta o factura de compras", "txtnum_ref"},
-    {"COMPRAS", sin_fecha, "Ingrese fecha de boleta o factura de compras", "txtfecha_doc"},
-    {"COMPRAS", sin_rut, "Ingrese RUT del proveedor", "txtrut_persona"},
-    {"COMPRAS", sin_nombre, "Ingrese nombre del proveedor", "txtnombre"},
-    {"RETENCIONES", sin_boleta, "Ingrese boleta de honorarios", "cmbdoc_libro"},
-    {"RETENCIONES", sin_numero, "Ingrese número de boleta de honorarios", "txtnum_ref"},
-    {"RETENCIONES", sin_fecha, "Ingrese fecha de boleta de honorarios", "txtfecha_doc"},
-    {"RETENCIONES", sin_rut, "Ingrese RUT del prestador del servicio", "txtrut_persona"},
-    {"RETENCIONES", sin_nombre, "Ingrese nombre del prestador del servicio", "txtnombre"},
+    {"VENTAS", sin_documento, "Ingrese boleta o factura de venta", Campo::doc_libro},
+    {"VENTAS", sin_numero, "Ingrese número de boleta o factura de venta", Campo::num_ref},
+    {"VENTAS", sin_fecha, "Ingrese fecha de boleta o factura de venta", Campo::fecha_documento},
+    {"VENTAS", sin_rut, "Ingrese RUT del cliente", Campo::rut},
+    {"VENTAS", sin_nombre, "Ingrese nombre del cliente", Campo::nombre},
+    {"COMPRAS", sin_documento, "Ingrese boleta o factura de compra", Campo::doc_libro},
+    {"COMPRAS", sin_numero, "Ingrese número de boleta o factura de compras", Campo::num_ref},
+    {"COMPRAS", sin_fecha, "Ingrese fecha de boleta o factura de compras", Campo::fecha_documento},
+    {"COMPRAS", sin_rut, "Ingrese RUT del proveedor", Campo::rut},
+    {"COMPRAS", sin_nombre, "Ingrese nombre del proveedor", Campo::nombre},
+    {"RETENCIONES", sin_boleta, "Ingrese boleta de honorarios", Campo::doc_libro},
+    {"RETENCIONES", sin_numero, "Ingrese número de boleta de honorarios", Campo::num_ref},
+    {"RETENCIONES", sin_fecha, "Ingrese fecha de boleta de honorarios", Campo::fecha_documento},
+    {"RETENCIONES", sin_rut, "Ingrese RUT del prestador del servicio", Campo::rut},
+    {"RETENCIONES", sin_nombre, "Ingrese nombre del prestador del servicio", Campo::nombre},
 };
 
 /// A line on the account, or on the other one when there is one, must be there.
@@ -101,24 +103,17 @@ std::string consulta_repetido(E e, const DocumentoReferido& d) {
                p + "num_ref=" + sql_texto(d[3]) + " and " + p + "estado='P'";
     };
     if (e.nuevo) return "select * from ctcquorvel where " + condicion("");
-    const Clave k = e.c.clave();
     return "select * from ctcquorvel a where " + condicion("a.") +
-           " and not exists (select 1 from ctcquorvel x  where x.empresa=" + sql_numero(k.empresa) +
-           " and x.f_comp=" + sql_fecha(k.f_comp) + " and x.documento=" + sql_texto(k.documento) +
-           " and x.num_docum=" + sql_texto(k.num_docum) +
+           " and not exists (select 1 from ctcquorvel x " + sql_clave_corta(e.c.clave(), "x.") +
            " and x.empresa=a.empresa and x.f_comp=a.f_comp and x.documento=a.documento"
            " and x.num_docum=a.num_docum)";
-}
-
-Rechazo rechazo(std::string mensaje, std::string foco, std::string sobre) {
-    return {std::move(mensaje), Icono::critico, std::move(foco), {}, {}, std::move(sobre)};
 }
 
 bool revisar_campos(E e, const OyeRechazo& oye, bool& bien) {
     for (const CampoExigido& c : CAMPOS) {
         if (c.libro != e.c.libro || !c.falla(e)) continue;
         bien = false;
-        if (!oye(rechazo(c.mensaje, c.foco, ""))) return false;
+        if (!oye({c.mensaje, Icono::critico, c.campo})) return false;
     }
     return true;
 }
@@ -129,9 +124,9 @@ bool revisar_cuentas(E e, const OyeRechazo& oye, bool& bien) {
         if (tiene_cuenta(e, c.cuenta) || tiene_cuenta(e, c.otra)) continue;
         bien = false;
         const std::string otra = c.otra != nullptr ? e.k.*c.otra : std::string();
-        if (!oye(rechazo("Asiento Contable del libro de " + e.c.libro + c.mensaje + e.k.*c.cuenta +
-                             c.mensaje_otra + otra,
-                         "", "grdDetalle")))
+        if (!oye({"Asiento Contable del libro de " + e.c.libro + c.mensaje + e.k.*c.cuenta + c.mensaje_otra +
+                      otra,
+                  Icono::critico, Campo::detalle, false}))
             return false;
     }
     return true;
@@ -149,14 +144,14 @@ bool revisar_libro(const EntradaValidacion& e, const OyeRechazo& oye) {
     for (const CuentaObligatoria& o : OBLIGATORIAS) {
         if (!(e.k.*o.cuenta).empty()) continue;
         bien = false;
-        if (!oye(rechazo(o.mensaje, "", ""))) return false;
+        if (!oye({o.mensaje})) return false;
     }
     if (!revisar_campos(e, oye, bien) || !revisar_cuentas(e, oye, bien)) return false;
     const auto documento = documento_referido(e.c);
     if (!bien || !documento || e.db.NewRecord(consulta_repetido(e, *documento))->eof()) return true;
-    return oye(rechazo("Ya existe una documento:" + e.c.doc_libro + " numero:" + e.c.num_ref +
-                           " RUT:" + e.c.rut_persona,
-                       "", "txtnum_ref"));
+    return oye(
+        {"Ya existe una documento:" + e.c.doc_libro + " numero:" + e.c.num_ref + " RUT:" + e.c.rut_persona,
+         Icono::critico, Campo::num_ref, false});
 }
 
 std::optional<Rechazo> ValidarLibro(const EntradaValidacion& e) {

@@ -8,7 +8,6 @@
 namespace quorvel {
 namespace {
 
-constexpr const char* FOCO = "grdDetalle";
 enum Columna { CUENTA = 1, AUXILIAR = 2, DEBE = 3, HABER = 4 };
 
 struct Falla {
@@ -57,23 +56,21 @@ bool revisar_lineas(const std::vector<Linea>& lineas, Recordset& maestro, const 
     bool cabe = true;
     for (std::size_t i = 0; i < lineas.size(); ++i) {
         auto f = falla_de(lineas[i], i, cuentas);
-        if (f && !oye({std::move(f->mensaje), Icono::critico, FOCO, static_cast<int>(i), f->columna}))
+        if (f && !oye({std::move(f->mensaje), Icono::critico, Campo::detalle, true, static_cast<int>(i),
+                       f->columna}))
             return false;
         debe = debe + lineas[i].debe.value_or(0);
         haber = haber + lineas[i].haber.value_or(0);
         if (!cabe || (cabe_en_total(debe) && cabe_en_total(haber))) continue;
         cabe = false;
-        if (!oye({"Monto no válido", Icono::critico, FOCO, static_cast<int>(i),
+        if (!oye({"Monto no válido", Icono::critico, Campo::detalle, true, static_cast<int>(i),
                   cabe_en_total(debe) ? HABER : DEBE}))
             return false;
     }
     if (debe == haber) return true;
     return oye({"Cuadricula en modo de edición, debe cambiarse de fila para que el ultimo registro quede "
                 "ingresado correctamente, porque el comprobante esta descuadrado en el detalle",
-                Icono::critico,
-                FOCO,
-                {},
-                {}});
+                Icono::critico, Campo::detalle});
 }
 
 std::optional<Rechazo> ValidarLineas(const std::vector<Linea>& lineas, Recordset& cuentas) {

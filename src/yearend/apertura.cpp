@@ -39,20 +39,13 @@ std::string saldos_por_documento(const std::string& donde) {
            documento + donde + " group by " + orden + " order by " + orden;
 }
 
-Rechazo critico(std::string mensaje) {
-    return {std::move(mensaje), Icono::critico, "", std::nullopt, std::nullopt};
-}
-
 } // namespace
 
 ResultadoAsiento generar_apertura(clsConexion& db, const PedidoApertura& p, const Avance& avance) {
-    ResultadoAsiento r;
     const Configuracion k = leer_configuracion(db, p.empresa, Fecha{});
-    if (!k.existe)
-        r.rechazo = critico("Empresa no configurada");
-    else if (!tiene_movimientos(db, p.empresa, p.anio - 1))
-        r.rechazo = critico("Empresa no tiene movimientos en año " + std::to_string(p.anio - 1));
-    if (r.rechazo) return r;
+    if (!k.existe) return {Rechazo{"Empresa no configurada"}, {}};
+    if (!tiene_movimientos(db, p.empresa, p.anio - 1))
+        return {Rechazo{"Empresa no tiene movimientos en año " + std::to_string(p.anio - 1)}, {}};
 
     ArmadorAsiento a(p.glosa);
     const auto fila = [&](Saldo s) {
@@ -62,24 +55,17 @@ ResultadoAsiento generar_apertura(clsConexion& db, const PedidoApertura& p, cons
         s.haber = deudor ? Decimal() : saldo;
         a.poner(s, saldo > MEDIO_PESO);
     };
-    if (avance && !avance(0)) {
-        r.cancelado = true;
-        return r;
-    }
+    if (avance && !avance(0, 0)) return {{Desenlace::cancelado, CANCELADA}, {}};
     const std::string donde = desde_donde(p, k);
     const std::string sql = p.por_documento ? saldos_por_documento(donde) : saldos_por_auxiliar(donde);
-    if (!recorrer_saldos(db, sql, avance, fila)) {
-        r.cancelado = true;
-        return r;
-    }
+    if (!recorrer_saldos(db, sql, avance, fila)) return {{Desenlace::cancelado, CANCELADA}, {}};
     const bool perdida = a.haber() > a.debe();
     const std::string& cuenta = perdida ? k.centro_per : k.centro_gan;
-    if ((r.rechazo = sin_cuenta_resultado(cuenta, perdida))) return r;
+    if (auto rechazo = sin_cuenta_resultado(cuenta, perdida)) return {std::move(*rechazo), {}};
     a.poner({cuenta, "", "", perdida ? a.haber() - a.debe() : Decimal(),
              perdida ? Decimal() : a.debe() - a.haber()},
             true);
-    r.asiento = a.terminar({}, {});
-    return r;
+    return {{}, a.terminar({}, {})};
 }
 
 } // namespace quorvel

@@ -1,17 +1,13 @@
 #pragma once
+#include "platform/db/avance.h"
 #include "platform/db/clsConexion.h"
 #include "voucher/comprobante.h"
-#include "voucher/rechazo.h"
+#include "voucher/desenlace.h"
 
-#include <functional>
-#include <optional>
 #include <string>
 #include <vector>
 
 namespace quorvel {
-
-/// Hears how many rows were read. @return false cancels
-using Avance = std::function<bool(long filas)>;
 
 /// A generated line with the counter that its first cell shows (rows left out are counted too).
 struct LineaNumerada {
@@ -23,10 +19,8 @@ struct AsientoGenerado {
     std::vector<LineaNumerada> lineas;
     Totales totales;
 };
-/// One of: the lines, a refusal, or cancelled by the person.
 struct ResultadoAsiento {
-    std::optional<Rechazo> rechazo;
-    bool cancelado = false;
+    Desenlace desenlace;
     AsientoGenerado asiento;
 };
 

@@ -9,11 +9,7 @@
 namespace quorvel {
 namespace {
 
-ResultadoCerrarAnio no(const char* mensaje) {
-    ResultadoCerrarAnio r;
-    r.rechazo = Rechazo{mensaje, Icono::critico, "", std::nullopt, std::nullopt};
-    return r;
-}
+ResultadoCerrarAnio no(const char* mensaje) { return {Rechazo{mensaje}, {}, {}}; }
 
 bool resultados_en_cero(clsConexion& db, int empresa, int anio) {
     const auto rs = db.NewRecord("select sum(a.debe_nacional) as debe, sum(a.haber_nacional) as haber  from "
@@ -111,9 +107,7 @@ ResultadoCerrarAnio cerrar_anio_contable(clsConexion& db, int empresa, Fecha hoy
     if (!k.f_comp_cierre) return no(FALTA_CIERRE); // another screen may have closed the year meanwhile
     bool en_cero = false;
     if (!interruptible(db, sigue, [&] { en_cero = resultados_en_cero(db, empresa, k.anio); })) {
-        ResultadoCerrarAnio r;
-        r.cancelado = true;
-        return r;
+        return {{Desenlace::cancelado, CANCELADA}, {}, {}};
     }
     if (!en_cero) return no("Comprobante de Cierre tiene errores que  descuadran el Balance General");
     const int nuevo = k.anio + 1;

@@ -1,17 +1,16 @@
 #pragma once
 #include "platform/db/clsConexion.h"
 #include "voucher/configuracion.h"
-#include "voucher/rechazo.h"
+#include "voucher/desenlace.h"
 
 namespace quorvel {
 
 inline constexpr const char* FALTA_CIERRE = "Antes de Cerrar el Año de debe Generar el Comprobante de Cierre";
 
 struct ResultadoCerrarAnio {
-    std::optional<Rechazo> rechazo; ///< nothing was changed
-    bool cancelado = false;         ///< while the accounts were checked: nothing was changed
-    std::string mensaje;            ///< what was done
-    Configuracion nueva;            ///< configuration of the year that is open now
+    Desenlace desenlace;
+    std::string mensaje; ///< what was done
+    Configuracion nueva; ///< configuration of the year that is open now
 };
 /// Checks that the result accounts are at zero, opens the next year, restarts the numbering. The statements
 /// stand by themselves: what was done before a failure stays. @throws ErrorSesion

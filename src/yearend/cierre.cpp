@@ -12,7 +12,6 @@ ResultadoAsiento generar_lineas_cierre(clsConexion& db, const PedidoCierre& p, c
         sql_numero(p.empresa) + " and a.f_comp<=" + sql_fecha(p.hasta) + CUENTAS_RESULTADO +
         " group by a.centro,coalesce(a.auxiliar,'') order by sum(a.haber_nacional) desc, a.centro,"
         " coalesce(a.auxiliar,'') ";
-    ResultadoAsiento r;
     ArmadorAsiento a(p.glosa);
     Decimal debe, haber; // the year's result is the sum of the very rows that are reversed
     const auto fila = [&](Saldo s) {
@@ -23,16 +22,12 @@ ResultadoAsiento generar_lineas_cierre(clsConexion& db, const PedidoCierre& p, c
         s.haber = saldo > Decimal() ? saldo : Decimal();
         a.poner(s, true);
     };
-    if (!recorrer_saldos(db, sql, avance, fila)) {
-        r.cancelado = true;
-        return r;
-    }
+    if (!recorrer_saldos(db, sql, avance, fila)) return {{Desenlace::cancelado, CANCELADA}, {}};
     const bool perdida = debe > haber;
     const std::string& cuenta = perdida ? p.centro_per : p.centro_gan;
-    if ((r.rechazo = sin_cuenta_resultado(cuenta, perdida))) return r;
+    if (auto rechazo = sin_cuenta_resultado(cuenta, perdida)) return {std::move(*rechazo), {}};
     a.poner({cuenta, "", "", perdida ? debe - haber : Decimal(), perdida ? Decimal() : haber - debe}, true);
-    r.asiento = a.terminar(p.debe, p.haber);
-    return r;
+    return {{}, a.terminar(p.debe, p.haber)};
 }
 
 } // namespace quorvel

@@ -21,18 +21,18 @@ bool tiene_movimientos(clsConexion& db, int empresa, int anio) {
 
 bool recorrer_saldos(clsConexion& db, const std::string& sql, const Avance& avance,
                      const std::function<void(const Saldo&)>& fila) {
-    if (avance && !avance(0)) return false;
+    if (avance && !avance(0, 0)) return false;
     long n = 0;
     for (const auto rs = db.NewRecord(sql); !rs->eof(); rs->MoveNext()) {
         const bool con_ref = rs->columns().size() > 4;
         const auto texto = [&](std::size_t i) { return recortar_fin(rs->at(i).text()); };
         fila({texto(0), texto(1), con_ref ? texto(4) : "", rs->at(2).decimal(), rs->at(3).decimal()});
-        if (++n % CADA == 0 && avance && !avance(n)) return false;
+        if (++n % CADA == 0 && avance && !avance(n, 0)) return false;
     }
     return true;
 }
 
-ArmadorAsiento::ArmadorAsiento(const std::string& glosa) : glosa_(primeros(glosa, 60)) {}
+ArmadorAsiento::ArmadorAsiento(const std::string& glosa) : glosa_(primeros(glosa, LARGO_GLOSA)) {}
 
 void ArmadorAsiento::poner(const Saldo& s, bool con_linea) {
     ++contador_;
@@ -57,8 +57,7 @@ AsientoGenerado ArmadorAsiento::terminar(Decimal desde_debe, Decimal desde_haber
 std::optional<Rechazo> sin_cuenta_resultado(const std::string& cuenta, bool perdida) {
     if (!recortar(cuenta).empty()) return std::nullopt;
     return Rechazo{std::string("La cuenta de ") + (perdida ? "pérdida" : "utilidad") +
-                       " no esta configurada. Configure la contabilidad antes de generar el comprobante",
-                   Icono::critico, "", std::nullopt, std::nullopt};
+                   " no esta configurada. Configure la contabilidad antes de generar el comprobante"};
 }
 
 } // namespace quorvel

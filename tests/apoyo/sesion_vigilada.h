@@ -47,6 +47,7 @@ public:
         db_->rollback();
     }
     [[nodiscard]] int TypeDB() const override { return db_->TypeDB(); }
+    [[nodiscard]] bool sends_whole_results() const override { return db_->sends_whole_results(); }
     [[nodiscard]] std::string Name() const override { return db_->Name(); }
     [[nodiscard]] std::string last_error() const override { return db_->last_error(); }
     [[nodiscard]] bool session_failed() const override { return db_->session_failed(); }

@@ -30,7 +30,7 @@ using pruebas::correr;
 using pruebas::Corrida;
 using pruebas::Pantalla;
 
-const Avance CALLADO = [](const std::string&, long, long) {};
+const AvancePartes CALLADO = [](const std::string&, long, long) {};
 
 std::string leer(const fs::path& ruta) {
     std::ostringstream texto;

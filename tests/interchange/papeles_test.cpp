@@ -111,7 +111,7 @@ TEST_P(Papeles, AStoppedOrRefusedPrintoutKeepsTheOldRows) {
     for (int i = 1; i <= 501; ++i) linea(i, "'101001','',1,0,''");
     const auto auxiliares = db->NewRecord("select * from ctxaux_cod");
     long vistas = 0;
-    EXPECT_FALSE(preparar_comprobante(*db, *reporte, impresion(), *auxiliares, [&](long n) {
+    EXPECT_FALSE(preparar_comprobante(*db, *reporte, impresion(), *auxiliares, [&](long n, long) {
         vistas = n;
         return false;
     }));
@@ -152,7 +152,7 @@ TEST(Informe, StandsBesideTheReportDatabase) {
 TEST_P(Papeles, ChequeIsSavedReadAndNumbered) {
     EXPECT_FALSE(leer_cheque(*db, CLAVE));
     const Cheque c{"1040", "BANCO D'ESTADO", "12-3", "Juan Peñá", leer_fecha("07/03/2024"), 1, 0};
-    EXPECT_EQ(GrabarCheque(*db, CLAVE, c), "");
+    EXPECT_EQ(GrabarCheque(*db, CLAVE, c).mensaje(), "");
     const auto leido = leer_cheque(*db, CLAVE);
     ASSERT_TRUE(leido);
     EXPECT_EQ(leido->cheque + leido->banco + leido->cuenta + leido->beneficiario,
@@ -162,20 +162,20 @@ TEST_P(Papeles, ChequeIsSavedReadAndNumbered) {
     cabecera("9", "OTRO");
     Clave nueve = CLAVE;
     nueve.num_docum = "9";
-    EXPECT_EQ(GrabarCheque(*db, nueve, {"999", c.banco, c.cuenta, "B", {}, 0, 1}), "");
+    EXPECT_EQ(GrabarCheque(*db, nueve, {"999", c.banco, c.cuenta, "B", {}, 0, 1}).mensaje(), "");
     EXPECT_EQ(leer_cheque(*db, nueve)->fecha, std::nullopt);
     EXPECT_EQ(proximo_cheque(*db, c.banco, c.cuenta), 1041); // as numbers, not as texts
     EXPECT_FALSE(proximo_cheque(*db, c.banco, "otra"));
     Clave falta = CLAVE;
     falta.num_docum = "8888";
-    EXPECT_EQ(GrabarCheque(*db, falta, c), "Comprobante contable no encontrado");
+    EXPECT_EQ(GrabarCheque(*db, falta, c).mensaje(), "Comprobante contable no encontrado");
 }
 
 TEST_P(Papeles, AFailedChequeLeavesThePreviousOne) {
     const Cheque c{"1", "B", "C", "ANTES", leer_fecha("07/03/2024"), 0, 0};
-    ASSERT_EQ(GrabarCheque(*db, CLAVE, c), "");
+    ASSERT_EQ(GrabarCheque(*db, CLAVE, c).mensaje(), "");
     prohibir("ctcquorvel", "cruzado");
-    const std::string error = GrabarCheque(*db, CLAVE, {"2", "B", "C", "DESPUES", {}, 0, 0});
+    const std::string error = GrabarCheque(*db, CLAVE, {"2", "B", "C", "DESPUES", {}, 0, 0}).mensaje();
     EXPECT_EQ(error.rfind("problemas para modificar factura sql:update ctcquorvel", 0), 0U) << error;
     EXPECT_EQ(en_base("select cheque,beneficiario from ctcquorvel where num_docum='7'"), "1|ANTES");
     db->BeginTrans(); // no transaction was left open
@@ -233,25 +233,27 @@ TEST(Factura, ChecksBeforeSaving) {
              f.numero = " ";
              f.fecha.reset();
          },
-         true, "Numero de factura no válido", "txtfactura", -1, -1},
+         true, "Numero de factura no válido", Campo::numero, -1, -1},
         {[](auto& f) {
              f.fecha.reset();
              f.lineas.clear();
          },
-         true, "Fecha no válida", "txtfecha", -1, -1},
-        {[](auto& f) { f.lineas.clear(); }, true, "Ingrese detalle la factura", "grdfac", -1, -1},
+         true, "Fecha no válida", Campo::fecha, -1, -1},
+        {[](auto& f) { f.lineas.clear(); }, true, "Ingrese detalle la factura", Campo::detalle, -1, -1},
         {[](auto& f) { f.lineas[0].descripcion = ""; }, true,
-         "Cuadricula en modo de edicion, cambiese de fila para cambiar el modo ", "grdfac", -1, -1},
-        {[](auto& f) { f.lineas[1].descripcion = ""; }, false, "Descripcion en linea 2", "grdfac", 1, 1},
+         "Cuadricula en modo de edicion, cambiese de fila para cambiar el modo ", Campo::detalle, -1, -1},
+        {[](auto& f) { f.lineas[1].descripcion = ""; }, false, "Descripcion en linea 2", Campo::detalle, 1,
+         1},
         {[](auto& f) {
              f.lineas[0].cantidad = "";
              f.lineas[1].descripcion = "";
          },
-         false, "Ingrese cantidad", "grdfac", 0, 2},
-        {[](auto& f) { f.lineas[1].precio = ""; }, false, "Ingrese precio unitario", "grdfac", 1, 3},
+         false, "Ingrese cantidad", Campo::detalle, 0, 2},
+        {[](auto& f) { f.lineas[1].precio = ""; }, false, "Ingrese precio unitario", Campo::detalle, 1, 3},
         {[](auto& f) { f.lineas[1].total = "49.000"; }, false,
-         "Total detalle 99.000 es diferente a neto factura 100.000. La diferencia es -1.000", "", -1, -1},
-        {[](auto&) {}, false, nullptr, "", -1, -1},
+         "Total detalle 99.000 es diferente a neto factura 100.000. La diferencia es -1.000", Campo::ninguno,
+         -1, -1},
+        {[](auto&) {}, false, nullptr, Campo::ninguno, -1, -1},
     };
     for (const auto& c : casos) {
         Factura f = factura();
@@ -260,7 +262,7 @@ TEST(Factura, ChecksBeforeSaving) {
         ASSERT_EQ(r.has_value(), c.mensaje != nullptr) << (r ? r->mensaje : c.mensaje);
         if (!r) continue;
         EXPECT_EQ(r->mensaje, c.mensaje);
-        EXPECT_EQ(r->foco, c.foco);
+        EXPECT_EQ(r->campo, c.campo);
         EXPECT_EQ(r->fila.value_or(-1), c.fila);
         EXPECT_EQ(r->columna.value_or(-1), c.columna);
     }
@@ -269,7 +271,7 @@ TEST(Factura, ChecksBeforeSaving) {
 TEST_P(Papeles, InvoiceIsNumberedSavedAndEditedInPlace) {
     EXPECT_FALSE(leer_factura(*db, CLAVE));
     Factura f = factura();
-    ASSERT_EQ(GrabarFactura(*db, CLAVE, f), "");
+    ASSERT_EQ(GrabarFactura(*db, CLAVE, f).mensaje(), "");
     EXPECT_EQ(en_base("select factura,proforma,cliente,descuento_esp,iva,valor_total from ftcfactura"),
               "1|F-77|3|100000|19000|119000");
     EXPECT_EQ(en_base("select n_persona,provincia,tipo,activo from admpersona where persona=3"),
@@ -277,7 +279,7 @@ TEST_P(Papeles, InvoiceIsNumberedSavedAndEditedInPlace) {
     f.lineas.erase(f.lineas.begin());
     f.numero = "F-78";
     f.cliente.ruc = "12345678-5"; // the same RUT without points is the same person
-    ASSERT_EQ(GrabarFactura(*db, CLAVE, f), "");
+    ASSERT_EQ(GrabarFactura(*db, CLAVE, f).mensaje(), "");
     EXPECT_EQ(en_base("select factura,proforma,cliente from ftcfactura"), "1|F-78|3");
     EXPECT_EQ(en_base("select count(*) from admpersona"), "3");
     const auto leida = leer_factura(*db, CLAVE);
@@ -290,7 +292,7 @@ TEST_P(Papeles, InvoiceIsNumberedSavedAndEditedInPlace) {
     for (int n = 8; n <= 17; ++n) {
         Clave k = CLAVE;
         k.num_docum = std::to_string(n);
-        ASSERT_EQ(GrabarFactura(*db, k, f), "") << n;
+        ASSERT_EQ(GrabarFactura(*db, k, f).mensaje(), "") << n;
     }
     EXPECT_EQ(en_base("select factura from ftcfactura where num_docum='17'"), "11"); // 10 is not given twice
 }
@@ -302,33 +304,33 @@ TEST_P(Papeles, CustomersAreFoundByRutAndNeverSharedWithoutOne) {
     Factura f = factura();
     f.cliente.ruc = "";
     f.cliente.nombre = "UNO";
-    ASSERT_EQ(GrabarFactura(*db, CLAVE, f), "");
+    ASSERT_EQ(GrabarFactura(*db, CLAVE, f).mensaje(), "");
     Clave otra = CLAVE;
     otra.num_docum = "8";
     f.cliente.nombre = "DOS";
-    ASSERT_EQ(GrabarFactura(*db, otra, f), "");
+    ASSERT_EQ(GrabarFactura(*db, otra, f).mensaje(), "");
     const auto sin_rut = [&] {
         return en_base("select n_persona from admpersona where persona>2 order by persona");
     };
     EXPECT_EQ(sin_rut(), "UNO;DOS");
-    ASSERT_EQ(GrabarFactura(*db, otra, f),
+    ASSERT_EQ(GrabarFactura(*db, otra, f).mensaje(),
               ""); // again, with another name, and then for a customer that is there
     f.cliente.nombre = "TRES";
-    ASSERT_EQ(GrabarFactura(*db, otra, f), "");
+    ASSERT_EQ(GrabarFactura(*db, otra, f).mensaje(), "");
     EXPECT_EQ(sin_rut(), "UNO;TRES");
     f.cliente.nombre = "UNO";
-    ASSERT_EQ(GrabarFactura(*db, otra, f), "");
+    ASSERT_EQ(GrabarFactura(*db, otra, f).mensaje(), "");
     f.cliente.nombre = "CUATRO"; // UNO has another invoice now
-    ASSERT_EQ(GrabarFactura(*db, otra, f), "");
+    ASSERT_EQ(GrabarFactura(*db, otra, f).mensaje(), "");
     EXPECT_EQ(sin_rut(), "UNO;TRES;CUATRO");
     EXPECT_EQ(leer_factura(*db, CLAVE)->cliente.nombre, "UNO");
     ejecutar(*db, "delete from admpersona");
     f.cliente.ruc = "1-9";
-    EXPECT_EQ(GrabarFactura(*db, CLAVE, f), "maximo de persona no válido");
+    EXPECT_EQ(GrabarFactura(*db, CLAVE, f).mensaje(), "maximo de persona no válido");
 }
 
 TEST_P(Papeles, AFailedStepUndoesTheWholeInvoice) {
-    ASSERT_EQ(GrabarFactura(*db, CLAVE, factura()), "");
+    ASSERT_EQ(GrabarFactura(*db, CLAVE, factura()).mensaje(), "");
     Factura f = factura();
     f.numero = "NUEVO";
     f.cliente.nombre = "CAMBIADO";
@@ -338,23 +340,29 @@ TEST_P(Papeles, AFailedStepUndoesTheWholeInvoice) {
         EXPECT_EQ(en_base("select count(*) from ftdfactura"), "2") << paso;
     };
     f.lineas[1].cantidad = "dos";
-    EXPECT_EQ(GrabarFactura(*db, CLAVE, f), "problemas para grabar detalle factura ");
+    EXPECT_EQ(GrabarFactura(*db, CLAVE, f).mensaje(), "problemas para grabar detalle factura ");
     intacta("unreadable quantity");
     f.lineas[1].cantidad = "2";
     prohibir("ftdfactura", "observacion");
-    EXPECT_EQ(GrabarFactura(*db, CLAVE, f), "problemas para grabar detalle factura ");
+    EXPECT_EQ(GrabarFactura(*db, CLAVE, f).mensaje(), "problemas para grabar detalle factura ");
     intacta("lines");
     prohibir("ftcfactura", "descuento_esp");
-    EXPECT_EQ(GrabarFactura(*db, CLAVE, f).rfind("problemas para modificar factura sql:update ftcfactura", 0),
+    EXPECT_EQ(GrabarFactura(*db, CLAVE, f)
+                  .mensaje()
+                  .rfind("problemas para modificar factura sql:update ftcfactura", 0),
               0U);
     intacta("header");
     Clave otra = CLAVE;
     otra.num_docum = "8";
-    EXPECT_EQ(
-        GrabarFactura(*db, otra, f).rfind("Problemas para grabar factura sql:Insert into ftcfactura", 0), 0U);
+    EXPECT_EQ(GrabarFactura(*db, otra, f)
+                  .mensaje()
+                  .rfind("Problemas para grabar factura sql:Insert into ftcfactura", 0),
+              0U);
     prohibir("admpersona", "ciudad");
     // the column is gone from the statement too, so that only the customer's step can fail
-    EXPECT_EQ(GrabarFactura(*db, CLAVE, f).rfind("Problemas al ingresar persona sql:update admpersona", 0),
+    EXPECT_EQ(GrabarFactura(*db, CLAVE, f)
+                  .mensaje()
+                  .rfind("Problemas al ingresar persona sql:update admpersona", 0),
               0U);
 }
 

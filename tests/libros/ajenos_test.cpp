@@ -59,7 +59,7 @@ void sembrar(clsConexion& db, bool nulos) {
 }
 
 std::string lineas(const ResultadoAsiento& r) {
-    std::string texto = r.rechazo ? r.rechazo->mensaje : "";
+    std::string texto = r.desenlace.mensaje();
     for (const LineaNumerada& n : r.asiento.lineas)
         texto += n.linea.centro + "|" + n.linea.auxiliar + "|" + n.linea.debe->plano() + "|" +
                  n.linea.haber->plano() + "|" + n.linea.num_ref + "\n";

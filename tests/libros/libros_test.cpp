@@ -251,7 +251,8 @@ TEST_P(Libros, TotalesMensuales) {
 TEST(PedidoLibroTest, PeriodosQueNoSePuedenResponder) {
     const Fecha f = fecha(2024, 5, 1);
     EXPECT_FALSE(revisar_pedido({1, f, f}, true));
-    EXPECT_EQ(revisar_pedido({1, f, fecha(2024, 4, 30)}, false)->foco, "desde");
+    EXPECT_EQ(revisar_pedido({1, f, fecha(2024, 4, 30)}, false)->mensaje,
+              "La fecha inicial es posterior a la final");
     EXPECT_EQ(revisar_pedido({1, Fecha{}, f}, false)->mensaje, "Indique las dos fechas del período");
     EXPECT_FALSE(revisar_pedido({1, f, fecha(2025, 1, 1)}, false));
     EXPECT_TRUE(revisar_pedido({1, f, fecha(2025, 1, 1)}, true));

@@ -33,7 +33,7 @@ void alargar(clsConexion& db, apoyo::Motor motor) {
     apoyo::ejecutar(db, "create view ctdquorvel as select lineas.* from " + sin_fin + " cross join lineas");
 }
 
-class Avance : public ::testing::TestWithParam<apoyo::Motor> {
+class Avances : public ::testing::TestWithParam<apoyo::Motor> {
 protected:
     std::unique_ptr<clsConexion> db = apoyo::crear_empresa(GetParam());
     std::string carpeta = apoyo::carpeta_nueva();
@@ -107,10 +107,10 @@ protected:
                apoyo::filas(*db, "select documento,ultimo_emitido from adxemp_doc order by documento");
     }
 };
-INSTANTIATE_TEST_SUITE_P(Motores, Avance, ::testing::ValuesIn(apoyo::MOTORES),
+INSTANTIATE_TEST_SUITE_P(Motores, Avances, ::testing::ValuesIn(apoyo::MOTORES),
                          [](const auto& m) { return apoyo::nombre(m.param); });
 
-TEST_P(Avance, EscapeEndsWhatWouldTakeHours) {
+TEST_P(Avances, EscapeEndsWhatWouldTakeHours) {
     const std::string frase = "Operación cancelada, no se ha cambiado nada";
     alargar(*db, GetParam());
     f().txtconcepto.SetText("A mano");
@@ -143,7 +143,7 @@ TEST_P(Avance, EscapeEndsWhatWouldTakeHours) {
     EXPECT_EQ(todo(), generado) << "a close that was called off has opened no year";
 }
 
-TEST_P(Avance, AListOfThousandsKeepsItsButtonOnTheScreen) {
+TEST_P(Avances, AListOfThousandsKeepsItsButtonOnTheScreen) {
     apoyo::ejecutar(*db, "delete from ctdquorvel");
     for (int i = 0; i < 40; ++i) {
         std::string filas;

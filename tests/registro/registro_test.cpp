@@ -78,7 +78,7 @@ protected:
         OpcionesGrabar o;
         o.nuevo = true;
         o.hoy = apoyo::HOY;
-        ASSERT_EQ(GrabarComprobante(*db, c, o).error, "");
+        ASSERT_EQ(GrabarComprobante(*db, c, o).desenlace.mensaje(), "");
     }
     std::unique_ptr<clsConexion> db;
     Bandeja bandeja;
@@ -292,12 +292,12 @@ TEST_P(Registro_, EachDocumentHasItsState) {
     OpcionesGrabar o;
     o.nuevo = true;
     o.hoy = apoyo::HOY;
-    ASSERT_EQ(GrabarComprobante(*db, otro_mes, o).error, "");
+    ASSERT_EQ(GrabarComprobante(*db, otro_mes, o).desenlace.mensaje(), "");
     for (const char* numero : {"3", "4"}) {
         Comprobante doble = apoyo::compra(numero);
         doble.doc_libro = "F. ELECTRONICA";
         doble.num_ref = "88";
-        ASSERT_EQ(GrabarComprobante(*db, doble, o).error, "");
+        ASSERT_EQ(GrabarComprobante(*db, doble, o).desenlace.mensaje(), "");
     }
     apoyo::ejecutar(
         *db,

@@ -33,15 +33,15 @@ protected:
         return g ? g->huella : "";
     }
     std::string anular(const Comprobante& c, Fecha f = HOY) {
-        return AnularComprobante(*db, c, f, huella(c));
+        return AnularComprobante(*db, c, f, huella(c)).mensaje();
     }
     std::string eliminar(const Comprobante& c) {
-        return EliminarComprobante(*db, c.clave(), c.usuario, huella(c)).error;
+        return EliminarComprobante(*db, c.clave(), c.usuario, huella(c)).desenlace.mensaje();
     }
     std::string grabar(const Comprobante& c, OpcionesGrabar o) {
         o.hoy = HOY;
         if (!o.nuevo) o.huella = huella(c);
-        return GrabarComprobante(*db, c, o).error;
+        return GrabarComprobante(*db, c, o).desenlace.mensaje();
     }
     std::string nuevo(const Comprobante& c) { return grabar(c, {.nuevo = true}); }
     /// Everything that a save may touch.
@@ -196,7 +196,7 @@ TEST_P(Grabar, TwoSessionsForOneNumberOneLockAndOneAttachmentSet) {
     a.comprobante_adjunto = b.comprobante_adjunto = val_entero(numero_adjunto(*db, b.clave()));
     a.adjuntos = {"a.pdf"}, b.adjuntos = {"b.pdf"};
     const OpcionesGrabar o{.nuevo = true, .hoy = HOY};
-    ASSERT_EQ(GrabarComprobante(*otra, a, o).error, "");
+    ASSERT_EQ(GrabarComprobante(*otra, a, o).desenlace.mensaje(), "");
     EXPECT_EQ(nuevo(b), "Problemas al grabar cabecera") << "the number is taken";
     b.num_docum = "2";
     std::string movido;
@@ -206,7 +206,7 @@ TEST_P(Grabar, TwoSessionsForOneNumberOneLockAndOneAttachmentSet) {
         return a_donde != 2; // a folder that an abandoned voucher left behind
     };
     const auto r = GrabarComprobante(*db, b, mover);
-    EXPECT_EQ(r.error, "");
+    EXPECT_EQ(r.desenlace.mensaje(), "");
     EXPECT_EQ(r.comprobante_adjunto, 3);
     EXPECT_EQ(movido, "1>2 1>3 ");
     EXPECT_EQ(leer_adjuntos(*db, "1"), a.adjuntos);
@@ -232,7 +232,7 @@ TEST_P(Grabar, WhatAColleagueChangedIsNeverWrittenOver) {
     c.num_ref = " 9 ";
     c.tasa_impuesto_otro = "1.031,50", c.monto_exento = Decimal::leer("-0,4");
     const auto r = GrabarComprobante(*db, c, {.nuevo = true, .hoy = HOY});
-    ASSERT_EQ(r.error, "");
+    ASSERT_EQ(r.desenlace.mensaje(), "");
     ASSERT_EQ(r.huella, huella(c)) << "what was written is what is stored";
     for (const char* cambio :
          {"update ctcquorvel set usuario=2", "update ctcquorvel set ifrs='1'",
@@ -245,10 +245,10 @@ TEST_P(Grabar, WhatAColleagueChangedIsNeverWrittenOver) {
         ejecutar(*db, cambio);
         const std::string antes = todo();
         const OpcionesGrabar o{.hoy = HOY, .huella = abierto};
-        for (const std::string& dicho :
-             {GrabarComprobante(*db, c, o).error, AnularComprobante(*db, c, HOY, abierto),
-              EliminarComprobante(*db, c.clave(), 1, abierto).error})
-            EXPECT_TRUE(cambiado_por_otro(dicho)) << dicho;
+        for (const std::string& dicho : {GrabarComprobante(*db, c, o).desenlace.mensaje(),
+                                         AnularComprobante(*db, c, HOY, abierto).mensaje(),
+                                         EliminarComprobante(*db, c.clave(), 1, abierto).desenlace.mensaje()})
+            EXPECT_TRUE(dicho.starts_with("Este comprobante ya no es el que abrió: ")) << dicho;
         EXPECT_EQ(todo(), antes);
     }
     EXPECT_EQ(rows("select count(*) as n from ctcquorvel"), "0") << "nor made anew";
@@ -257,7 +257,7 @@ TEST_P(Grabar, WhatAColleagueChangedIsNeverWrittenOver) {
     ejecutar(*db, "update ctcquorvel set bloqueo_usuario=0, cheque='8', banco='BCI', cruzado=1");
     EXPECT_EQ(huella(c), abierto) << "a lock and a cheque are no change";
     ejecutar(*db, "update ctcquorvel set usuario=2, bloqueo_usuario=1");
-    const std::string dicho = AnularComprobante(*db, c, HOY, abierto);
+    const std::string dicho = AnularComprobante(*db, c, HOY, abierto).mensaje();
     EXPECT_TRUE(dicho.find("lo grabó 2 LUIS O'HIGGINS, 15/06/2024.") != std::string::npos) << dicho;
 }
 
@@ -294,11 +294,11 @@ TEST_P(Grabar, SetsOfSimultaneousSaves) {
     o.copiar_adjuntos = [&](std::int64_t, std::int64_t a_donde) {
         EXPECT_EQ(a_donde, 2);
         const auto r = GrabarComprobante(*otra, sin, {.nuevo = true, .hoy = HOY});
-        EXPECT_EQ(r.error, "");
+        EXPECT_EQ(r.desenlace.mensaje(), "");
         EXPECT_EQ(r.comprobante_adjunto, 3);
         return true;
     };
-    EXPECT_EQ(GrabarComprobante(*db, con, o).error, "");
+    EXPECT_EQ(GrabarComprobante(*db, con, o).desenlace.mensaje(), "");
     EXPECT_EQ(rows("select comprobante_adjunto from ctcquorvel order by num_docum"), "1;2;3");
 }
 
@@ -346,7 +346,7 @@ TEST_P(Grabar, AnnulmentTakesTheBalancesInTheirOwnOrder) {
             }
         orden += "/ ";
     };
-    ASSERT_EQ(AnularComprobante(vigilada, c, HOY, huella(c)), "");
+    ASSERT_EQ(AnularComprobante(vigilada, c, HOY, huella(c)).mensaje(), "");
     EXPECT_EQ(orden, "1 / 109 / 109001 / 2 / 201 / 201001 / 201001 000013 / 5 / 501 / 501002 / ");
 }
 

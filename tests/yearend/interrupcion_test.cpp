@@ -46,9 +46,8 @@ private:
 std::string cerrar(clsConexion& db) {
     try {
         auto r = cerrar_anio_contable(db, 1, HOY);
-        if (r.rechazo && r.rechazo->mensaje == FALTA_CIERRE)
-            r = completar_cierre_anio(db, 1, HOY).value_or(r);
-        return r.rechazo ? r.rechazo->mensaje : r.mensaje;
+        if (r.desenlace.mensaje() == FALTA_CIERRE) r = completar_cierre_anio(db, 1, HOY).value_or(r);
+        return r.desenlace ? r.mensaje : r.desenlace.mensaje();
     } catch (const ErrorSesion&) {
         return "lost";
     }

@@ -403,7 +403,7 @@ bool VentanaLibros::exportar(const QString& archivo, QString& motivo) {
         avance.setMinimumDuration(800);
         std::ostringstream texto;
         texto << "\xEF\xBB\xBF"; // spreadsheets then read it as UTF-8
-        const bool entero_ = escribir_libro_csv(*db_, libro, pedido(), texto, [&](long filas) {
+        const bool entero_ = escribir_libro_csv(*db_, libro, pedido(), texto, [&](long filas, long) {
             salida.write(QByteArray::fromStdString(texto.str()));
             texto.str({});
             avance.setLabelText(QString::fromUtf8("%1 líneas escritas").arg(entero(filas)));

@@ -127,6 +127,8 @@ public:
     virtual void rollback() = 0;
     /// 2 selects the file-database dialect of the numbering queries.
     [[nodiscard]] virtual int TypeDB() const = 0;
+    /// All rows of a query arrive before the first is read.
+    [[nodiscard]] virtual bool sends_whole_results() const { return false; }
     /// Path of the database file, or connection text of a server.
     [[nodiscard]] virtual std::string Name() const = 0;
     /// The engine's description of the last refused statement, empty when none was.

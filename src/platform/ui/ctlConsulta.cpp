@@ -41,8 +41,8 @@ void ctlConsulta::Load() {
     current_ = -1;
     if (db_ != nullptr && !sql_.empty()) {
         const std::string all_rows = order_by_.empty() ? sql_ : sql_ + " order by " + recortar(order_by_);
-        // A server sends a result as a whole: the rest is asked for when the person scrolls down to it.
-        rest_ = !order_by_.empty() && db_->TypeDB() != 2 ? all_rows : "";
+        // The rest of a result that comes as a whole is asked for when the person scrolls down to it.
+        rest_ = !order_by_.empty() && db_->sends_whole_results() ? all_rows : "";
         rs_ = db_->NewRecord(rest_.empty() ? all_rows : all_rows + " limit " + std::to_string(BLOCK));
         const auto& all = rs_->columns();
         names_ = wanted_;

@@ -61,10 +61,9 @@ void nuevo_conjunto(frmQuorvel& f) { fijar_conjunto(f, carpeta_adjuntos(f).first
 
 void quitar_copias(frmQuorvel& f, const Comprobante& c, const ResultadoGrabar& r) {
     const std::int64_t antes = c.comprobante_adjunto;
-    if (c.adjuntos.empty() || r.error == DESENLACE_DESCONOCIDO) return;
-    if (!r.error.empty() && r.copiado != 0) quitar_de(f, r.copiado, antes, c.adjuntos);
-    if (r.error.empty() && r.comprobante_adjunto != antes)
-        quitar_de(f, antes, r.comprobante_adjunto, c.adjuntos);
+    if (c.adjuntos.empty() || r.desenlace.como == Desenlace::desconocido) return;
+    if (!r.desenlace && r.copiado != 0) quitar_de(f, r.copiado, antes, c.adjuntos);
+    if (r.desenlace && r.comprobante_adjunto != antes) quitar_de(f, antes, r.comprobante_adjunto, c.adjuntos);
 }
 
 void adjunto_agregar(frmQuorvel& f) {

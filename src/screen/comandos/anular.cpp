@@ -24,13 +24,12 @@ void anular(frmQuorvel& f) {
         return;
     const Comprobante c = leer_pantalla(f);
     const bool ya = f.estado.en_duda == EnDuda::anular && esta_anulado(*f.glbdb, c.clave());
-    const std::string error =
-        ya ? ""
+    const Desenlace d =
+        ya ? Desenlace()
            : AnularComprobante(*f.glbdb, c, c.f_ult_modificacion.value_or(f.servicios.reloj.hoy()),
                                f.estado.huella_guardada);
-    f.estado.en_duda = en_duda(error, EnDuda::anular);
-    if (cambiado_por_otro(error)) (void)f.borrador->conservar();
-    if (!error.empty()) return f.critico(error);
+    anotar_desenlace(f, d, EnDuda::anular);
+    if (!d) return avisar(f, d.rechazo);
     f.lblEstado.SetCaption("X");
     f.estado.cargado->estado = "X";
     f.informacion("Comprobante Anulado");

@@ -21,8 +21,8 @@ generar_con_avance(frmQuorvel& f, const std::function<ResultadoAsiento(const Ava
     ResultadoAsiento r;
     if (!con_avance(f, "Generando comprobante", [&](const Avance& avance) { r = regla(avance); }))
         return std::nullopt;
-    if (r.rechazo) {
-        f.critico(r.rechazo->mensaje);
+    if (!r.desenlace) {
+        f.critico(r.desenlace.mensaje());
         return std::nullopt;
     }
     return std::move(r.asiento);

@@ -11,8 +11,7 @@ namespace quorvel {
 namespace {
 
 void mostrar(frmQuorvel& f, const ResultadoCerrarAnio& r) {
-    if (r.rechazo) return f.critico(r.rechazo->mensaje);
-    if (r.cancelado) return f.informacion(CANCELADA);
+    if (!r.desenlace) return avisar(f, r.desenlace.rechazo);
     f.config = r.nueva;
     f.informacion(r.mensaje);
     limpiar_para_nuevo(f);

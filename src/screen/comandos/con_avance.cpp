@@ -10,12 +10,12 @@ bool con_avance(frmQuorvel& f, const std::string& que, const std::function<void(
     {
         const Ocupado ocupado(f.escritorio());
         long leidas = 0;
-        const Avance avance = [&](long filas) {
+        const Avance avance = [&](long filas, long total) {
             leidas = filas;
-            return sigue = sigue && f.escritorio().progress(que, filas, 0);
+            return sigue = sigue && f.escritorio().progress(que, filas, total);
         };
         sigue = interruptible(
-                    *f.glbdb, [&] { return avance(leidas); }, [&] { trabajo(avance); }) &&
+                    *f.glbdb, [&] { return avance(leidas, 0); }, [&] { trabajo(avance); }) &&
                 sigue;
     }
     if (!sigue) f.informacion(CANCELADA);

@@ -44,10 +44,10 @@ void cortar(frmQuorvel& f) {
             "No se puede guardar un borrador en el disco: hasta que grabe, el comprobante estará solo "
             "en la pantalla. ¿Desea cortarlo de todas formas?"))
         return f.borrador->desistir();
-    const std::string error = eliminar_cargado(f, operacion::CORTADO);
-    if (!error.empty()) {
-        if (!cambiado_por_otro(error) && f.estado.en_duda == EnDuda::ninguno) f.borrador->desistir();
-        return f.critico(error);
+    const Desenlace d = eliminar_cargado(f, operacion::CORTADO);
+    if (!d) {
+        if (d.como == Desenlace::rechazado) f.borrador->desistir(); // it is stored all the same
+        return avisar(f, d.rechazo);
     }
     f.estado.cortado = f.estado.cargado;
     RenovarComprobante(f); // the attachment set stays: its files are where they were

@@ -20,13 +20,9 @@ void mostrar_rechazo(frmQuorvel& f, const Rechazo& r) {
         f.grdDetalle.SetRow(*r.fila);
         f.grdDetalle.SetCol(*r.columna);
     }
-    switch (r.icono) {
-    case Icono::critico: f.critico(r.mensaje); break;
-    case Icono::exclamacion: f.exclamacion(r.mensaje); break;
-    case Icono::informacion: f.informacion(r.mensaje); break;
-    }
+    avisar(f, r);
     if (f.grdDetalle.EditActive()) return; // leaving the unfinished cell could bring a second message
-    if (ui::Control* foco = r.foco.empty() ? nullptr : f.find(r.foco)) foco->SetFocus();
+    if (ui::Control* foco = r.va ? control_de(f, r.campo) : nullptr) foco->SetFocus();
 }
 
 bool rut_valido(frmQuorvel& f) {
@@ -114,11 +110,6 @@ void mostrar_grabado(frmQuorvel& f, Comprobante c, const ResultadoGrabar& r) {
     f.informacion("Comprobante Ingresado y Mayorizado");
 }
 
-void mostrar_error(frmQuorvel& f, const std::string& error) {
-    if (cambiado_por_otro(error)) (void)f.borrador->conservar();
-    error == CANCELADA ? f.informacion(error) : f.critico(error);
-}
-
 } // namespace
 
 void guardar(frmQuorvel& f) {
@@ -129,10 +120,10 @@ void guardar(frmQuorvel& f) {
                         : std::nullopt;
     if (!ya && !validar(f, c)) return;
     const ResultadoGrabar r = ya ? *ya : grabar(f, c);
-    f.estado.en_duda = en_duda(r.error, EnDuda::grabar);
-    r.error.empty() ? mostrar_grabado(f, c, r) : mostrar_error(f, r.error);
+    anotar_desenlace(f, r.desenlace, EnDuda::grabar);
+    r.desenlace ? mostrar_grabado(f, c, r) : avisar(f, r.desenlace.rechazo);
     f.grdDetalle.SetFocus();
-    if (r.error.empty()) { // a lock belongs to a saved voucher of one's own
+    if (r.desenlace) { // a lock belongs to a saved voucher of one's own
         desbloquear(*f.glbdb, f.glbEmpresa, f.glbUsuario);
         bloquear(*f.glbdb, f.estado.cargado->clave(), f.glbUsuario);
     }

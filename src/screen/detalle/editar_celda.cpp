@@ -14,7 +14,6 @@ namespace quorvel {
 namespace {
 
 constexpr const char* PATRON = "#,##0";
-constexpr std::size_t LARGO_GLOSA = 60;
 
 /// The code is as long as its group asks for.
 bool largo_de_grupo(Recordset& rs, const std::string& codigo) {

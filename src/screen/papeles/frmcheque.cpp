@@ -83,9 +83,9 @@ void frmcheque::cmdbanco_Click() {
 }
 
 bool frmcheque::grabar() {
-    const std::string error = GrabarCheque(*x_.glbdb, x_.clave, leer_pantalla(), x_.usuario);
-    if (!error.empty()) critico(error);
-    return error.empty();
+    const Desenlace d = GrabarCheque(*x_.glbdb, x_.clave, leer_pantalla(), x_.usuario);
+    if (!d) critico(d.mensaje());
+    return d.como == Desenlace::hecho;
 }
 
 void frmcheque::cmdaceptar_Click() {

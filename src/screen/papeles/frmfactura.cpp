@@ -193,14 +193,17 @@ bool frmfactura::grabar() {
     const Factura f = leer_pantalla();
     if (const auto r = ValidarFactura(f, grdfac.EditActive() || grdfac.NewRowPending() != 0)) {
         critico(r->mensaje);
-        if (ui::Control* foco = find(r->foco)) foco->SetFocus();
+        const std::pair<Campo, ui::Control*> controles[] = {
+            {Campo::numero, &txtfactura}, {Campo::fecha, &txtfecha}, {Campo::detalle, &grdfac}};
+        for (const auto& [campo, control] : controles)
+            if (campo == r->campo) control->SetFocus();
         if (r->fila) grdfac.SetRow(*r->fila);
         if (r->columna) grdfac.SetCol(*r->columna);
         return false;
     }
-    const std::string error = GrabarFactura(*x_.glbdb, x_.comprobante.clave(), f);
-    if (!error.empty()) critico(error);
-    return error.empty();
+    const Desenlace d = GrabarFactura(*x_.glbdb, x_.comprobante.clave(), f);
+    if (!d) critico(d.mensaje());
+    return d.como == Desenlace::hecho;
 }
 
 void frmfactura::cmdaceptar_Click() { grabar(); }

@@ -33,9 +33,9 @@ bool preparar_impresion(frmQuorvel& f) {
     i.revisado = f.config.revisado;
     i.aprobado = f.config.aprobado;
     const long total = f.grdDetalle.Rows();
-    return preparar_comprobante(*f.glbdb, reporte, i, f.maestros[Maestro::auxiliares], [&](long hechas) {
-        return f.escritorio().progress("Preparando la impresión", hechas, total);
-    });
+    return preparar_comprobante(
+        *f.glbdb, reporte, i, f.maestros[Maestro::auxiliares],
+        [&](long hechas, long) { return f.escritorio().progress("Preparando la impresión", hechas, total); });
 }
 
 } // namespace quorvel

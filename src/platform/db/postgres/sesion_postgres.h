@@ -26,6 +26,7 @@ public:
     void CommitTrans() override;
     void rollback() override;
     [[nodiscard]] int TypeDB() const override { return 1; }
+    [[nodiscard]] bool sends_whole_results() const override { return true; }
     [[nodiscard]] std::string Name() const override { return server_.name(); }
     [[nodiscard]] std::string last_error() const override { return last_error_; }
     [[nodiscard]] bool session_failed() const override { return failed_; }
