@@ -2,6 +2,7 @@
 #include "app/empresa/ConfiguracionWindow.h"
 #include "app/empresa/NuevaEmpresa.h"
 #include "app/libros/VentanaLibros.h"
+#include "app/libros/VentanaMeses.h"
 #include "app/recientes.h"
 #include "dbtools/esquema.h"
 #include "demo_run/escenas.h"
@@ -58,6 +59,11 @@ void escena_anfitrion(const Fotografo& fotografo, app::Teclado& teclado,
         if (libro == libros::Libro::mayor) teclado.escribir("103"); // clients: accounts with movements
         fotografo.foto(libros, foto);
     }
+    app::VentanaMeses meses(eleccion.conexion, eleccion.empresa, nombre, hoy,
+                            {[](const libros::Posicion&) {}, [] { return std::vector<BorradorLibre>(); },
+                             [](const fs::path&) {}});
+    meses.show();
+    fotografo.foto(meses, "meses");
 }
 
 } // namespace quorvel::demo_run
