@@ -6,13 +6,16 @@
 #include "app/historia/VentanaHistoria.h"
 #include "app/historia/VentanaProteccion.h"
 #include "app/historia/memoria.h"
+#include "app/zoom.h"
 #include "qt/FormWindow.h"
+#include "qt/keys.h"
 #include "qt/text.h"
 #include "screen/abrir.h"
 #include "screen/borrador.h"
 #include "screen/frmQuorvel.h"
 #include "screen/traer_version.h"
 #include "yearend/reabrir_anio.h"
+#include "voucher/cargar.h"
 
 #include <QApplication>
 #include <QMenuBar>
@@ -30,7 +33,10 @@ Anfitrion::Anfitrion(SesionApp& sesion, qt::QtEscritorio& escritorio, Eleccion_i
     if (auto* barra = ventana()->findChild<QMenuBar*>()) agregar_menus(*barra);
 }
 
-Anfitrion::~Anfitrion() { delete libros_; }
+Anfitrion::~Anfitrion() {
+    delete libros_;
+    delete meses_;
+}
 
 void Anfitrion::decir_lo_que_falta() {
     frmQuorvel& f = sesion_.pantalla();
@@ -42,42 +48,85 @@ void Anfitrion::decir_lo_que_falta() {
 
 QWidget* Anfitrion::ventana() const { return escritorio_.window_of(sesion_.pantalla()); }
 
-void Anfitrion::agregar_menus(QMenuBar& barra) {
-    const auto opcion = [&](QMenu* menu, const char* texto, const QKeySequence& tecla, auto accion) {
-        QAction* a = menu->addAction(QString::fromUtf8(texto));
-        if (!tecla.isEmpty()) a->setShortcut(tecla);
-        connect(a, &QAction::triggered, this, [this, accion] {
-            sesion_.pantalla().leave_for_command();
-            accion();
+template <class Accion>
+void Anfitrion::opcion(QMenu* menu, const QString& texto, const QKeySequence& tecla, Accion accion) {
+    QAction* a = menu->addAction(texto);
+    if (!tecla.isEmpty()) a->setShortcut(tecla);
+    connect(a, &QAction::triggered, this, [this, accion] {
+        sesion_.pantalla().leave_for_command();
+        accion();
+    });
+}
+
+/// What the toolbar and the lines offer, with their keys; the keys themselves are the screen's.
+void Anfitrion::agregar_edicion(QMenuBar& barra) {
+    using F = ui::ctlRegistro::Function;
+    constexpr std::pair<const char*, F> FUNCIONES[] = {{"&Nuevo\tF2", F::New},
+                                                       {"&Grabar\tF5", F::Save},
+                                                       {"&Buscar…\tF3", F::Search},
+                                                       {"&Imprimir…\tF6", F::Print},
+                                                       {"B&orrar línea\tF8", F::DeleteLine}};
+    QMenu* menu = barra.addMenu(QString::fromUtf8("Ed&ición"));
+    for (const auto& [texto, funcion] : FUNCIONES)
+        opcion(menu, QString::fromUtf8(texto), {}, [this, funcion = funcion] {
+            frmQuorvel& f = sesion_.pantalla();
+            f.atender([&] { f.ctlRegistro1.press(funcion); });
         });
-    };
+    menu->addSeparator();
+    opcion(menu, "&Deshacer\tCtrl+Z", {}, [this] { sesion_.pantalla().grdDetalle.undo(); });
+    opcion(menu, "&Rehacer\t" + qt::shortcut_text("ctrl+shift+z"), {},
+           [this] { sesion_.pantalla().grdDetalle.redo(); });
+    menu->addSeparator();
+    for (const ui::Command& orden : sesion_.pantalla().grdDetalle.commands())
+        opcion(menu, to_qt(orden.caption) + '\t' + qt::shortcut_text(orden.shortcut), {}, orden.run);
+}
+
+void Anfitrion::agregar_ayuda(QMenuBar& barra) {
+    QMenu* menu = barra.addMenu("Ay&uda");
+    opcion(menu, "&Ayuda del campo\tF1", {}, [this] { ventana()->findChild<QAction*>("ayuda")->trigger(); });
+    auto* zoom = qApp->findChild<Zoom*>();
+    if (zoom == nullptr) return;
+    menu->addSeparator();
+    opcion(menu, QString::fromUtf8("Letra más &grande\tCtrl++"), {},
+           [zoom] { zoom->cambiar(zoom->porcentaje() + Zoom::PASO); });
+    opcion(menu, QString::fromUtf8("Letra más &pequeña\tCtrl+-"), {},
+           [zoom] { zoom->cambiar(zoom->porcentaje() - Zoom::PASO); });
+    opcion(menu, "&Letra usual\tCtrl+0", {}, [zoom] { zoom->cambiar(Zoom::USUAL); });
+}
+
+void Anfitrion::agregar_menus(QMenuBar& barra) {
+    agregar_edicion(barra);
     QMenu* libros = barra.addMenu("&Libros");
-    opcion(libros, "Libro &diario…", QKeySequence("Ctrl+1"), [this] { ver_libro(libros::Libro::diario); });
-    opcion(libros, "Libro &mayor…", QKeySequence("Ctrl+2"), [this] { ver_libro(libros::Libro::mayor); });
-    opcion(libros, "&Balance de 8 columnas…", QKeySequence("Ctrl+3"),
+    opcion(libros, QString::fromUtf8("Libro &diario…"), QKeySequence("Ctrl+1"),
+           [this] { ver_libro(libros::Libro::diario); });
+    opcion(libros, QString::fromUtf8("Libro &mayor…"), QKeySequence("Ctrl+2"),
+           [this] { ver_libro(libros::Libro::mayor); });
+    opcion(libros, QString::fromUtf8("&Balance de 8 columnas…"), QKeySequence("Ctrl+3"),
            [this] { ver_libro(libros::Libro::balance); });
-    opcion(libros, "&Gráfico de totales por mes…", QKeySequence("Ctrl+4"),
+    opcion(libros, QString::fromUtf8("&Gráfico de totales por mes…"), QKeySequence("Ctrl+4"),
            [this] { ver_libro(libros::Libro::mensual); });
     libros->addSeparator();
-    opcion(libros, "Re&gistro de compras y ventas…", QKeySequence("Ctrl+5"),
+    opcion(libros, QString::fromUtf8("Re&gistro de compras y ventas…"), QKeySequence("Ctrl+5"),
            [this] { abrir_registro(sesion_.pantalla()); });
+    opcion(libros, QString::fromUtf8("Re&visión del mes…"), QKeySequence("Ctrl+6"), [this] { ver_meses(); });
     QMenu* empresa = barra.addMenu("&Empresa");
-    opcion(empresa, "&Recuperar lo último sin grabar\tCtrl+R", {},
+    opcion(empresa, QString::fromUtf8("&Recuperar lo último sin grabar\tCtrl+R"), {},
            [this] { sesion_.pantalla().atender([this] { recuperar(sesion_.pantalla()); }); });
-    opcion(empresa, "Comprobantes &sin grabar…", QKeySequence("Ctrl+Shift+R"), [this] {
+    opcion(empresa, QString::fromUtf8("Comprobantes &sin grabar…"), QKeySequence("Ctrl+Shift+R"), [this] {
         if (borradores_libres(sesion_.pantalla()).empty())
             return avisar(ventana(), "No hay comprobantes sin grabar.");
         ofrecer_borradores();
     });
     empresa->addSeparator();
-    opcion(empresa, "&Configuración contable…", QKeySequence("Ctrl+K"), [this] { configurar(); });
-    opcion(empresa, "&Historia del comprobante…", QKeySequence("Ctrl+H"), [this] { ver_historia(); });
-    opcion(empresa, "&Protección y meses bloqueados…", QKeySequence("Ctrl+Shift+K"),
+    opcion(empresa, QString::fromUtf8("&Configuración contable…"), QKeySequence("Ctrl+K"), [this] { configurar(); });
+    opcion(empresa, QString::fromUtf8("&Historia del comprobante…"), QKeySequence("Ctrl+H"), [this] { ver_historia(); });
+    opcion(empresa, QString::fromUtf8("&Protección y meses bloqueados…"), QKeySequence("Ctrl+Shift+K"),
            [this] { proteger_empresa(); });
-    opcion(empresa, "Rea&brir el año…", {}, [this] { reabrir_anio_cerrado(); });
+    opcion(empresa, QString::fromUtf8("Rea&brir el año…"), {}, [this] { reabrir_anio_cerrado(); });
     empresa->addSeparator();
-    opcion(empresa, "Cambiar de &empresa…", QKeySequence("Ctrl+Shift+E"),
+    opcion(empresa, QString::fromUtf8("Cambiar de &empresa…"), QKeySequence("Ctrl+Shift+E"),
            [this] { dejar(FinPantalla::otra_empresa); });
+    agregar_ayuda(barra);
 }
 
 void Anfitrion::ofrecer_borradores() {
@@ -110,6 +159,39 @@ void Anfitrion::ver_comprobante(const Clave& clave) {
         if (!abrir_comprobante(f, clave)) return f.critico("El comprobante ya no existe");
         f.grdDetalle.SetFocus();
     });
+}
+
+void Anfitrion::ver_meses() {
+    try {
+        if (!meses_)
+            meses_ = new VentanaMeses(eleccion_.conexion, eleccion_.empresa, sesion_.pantalla().glbN_empresa,
+                                      hoy_, acciones_de_meses());
+        else
+            meses_->actualizar();
+        meses_->show();
+        meses_->activateWindow();
+    } catch (const std::exception& e) {
+        avisar_problema(ventana(), to_qt(e.what()));
+    }
+}
+
+VentanaMeses::Acciones Anfitrion::acciones_de_meses() {
+    return {[this](const libros::Posicion& p) {
+                std::optional<Comprobante> c;
+                frmQuorvel& f = sesion_.pantalla();
+                f.atender([&] {
+                    c = leer_cabecera(*f.glbdb, eleccion_.empresa, p.f_comp, p.documento, p.num_docum);
+                    if (!c) f.critico("El comprobante ya no existe");
+                });
+                if (c) ver_comprobante(c->clave());
+            },
+            [this] { return borradores_libres(sesion_.pantalla()); },
+            [this](const fs::path& archivo) {
+                frmQuorvel& f = sesion_.pantalla();
+                if (!f.leave_for_command()) return;
+                ventana()->activateWindow();
+                f.atender([&] { (void)recuperar_borrador(f, archivo); });
+            }};
 }
 
 void Anfitrion::configurar() {

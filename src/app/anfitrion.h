@@ -1,11 +1,14 @@
 #pragma once
 #include "app/libros/VentanaLibros.h"
+#include "app/libros/VentanaMeses.h"
 #include "app/sesion_app.h"
 #include "voucher/comprobante.h"
 
 #include <QObject>
 #include <QPointer>
 
+class QKeySequence;
+class QMenu;
 class QMenuBar;
 
 namespace quorvel::app {
@@ -40,11 +43,17 @@ public:
 
 private:
     void agregar_menus(QMenuBar& barra);
+    void agregar_edicion(QMenuBar& barra);
+    void agregar_ayuda(QMenuBar& barra);
+    template <class Accion>
+    void opcion(QMenu* menu, const QString& texto, const QKeySequence& tecla, Accion accion);
     void decir_lo_que_falta();
     void configurar();
     void ver_historia();
     void proteger_empresa();
     void reabrir_anio_cerrado();
+    void ver_meses();
+    [[nodiscard]] VentanaMeses::Acciones acciones_de_meses();
     void dejar(FinPantalla como);
 
     SesionApp& sesion_;
@@ -52,6 +61,7 @@ private:
     Eleccion_inicial eleccion_;
     Fecha hoy_;
     QPointer<VentanaLibros> libros_;
+    QPointer<VentanaMeses> meses_;
     FinPantalla final_ = FinPantalla::salir;
     LoQueHabia habia_;
 };

@@ -4,6 +4,7 @@
 #include "app/idioma.h"
 #include "app/recientes.h"
 #include "app/sesion_app.h"
+#include "app/zoom.h"
 #include "cli/castellano.h"
 #include "cli/comando_db.h"
 #include "cli/comandos.h"
@@ -89,6 +90,7 @@ int con_ventanas(int argc, char** argv, const Opciones& opciones, const CLI::App
     app::hablar_castellano(aplicacion);
     app::aplicar_estilo(aplicacion, leer_tema(opciones.tema));
     if (app.got_subcommand("demo-run")) return demo_run::demo_run(opciones.salida);
+    new app::Zoom(dbtools::carpeta_personal(), &aplicacion);
     if (app.got_subcommand("show")) {
         const std::filesystem::path reporte = opciones.reporte.empty()
                                                   ? dbtools::carpeta_personal() / "print.db"

@@ -4,6 +4,7 @@
 #include "app/historia/VentanaHistoria.h"
 #include "app/historia/VentanaProteccion.h"
 #include "app/libros/VentanaLibros.h"
+#include "app/libros/VentanaMeses.h"
 #include "app/recientes.h"
 #include "dbtools/esquema.h"
 #include "demo_run/escenas.h"
@@ -94,6 +95,11 @@ void escena_anfitrion(const Fotografo& fotografo, app::Teclado& teclado,
         fotografo.foto(libros, foto);
     }
     historia(fotografo, eleccion, nombre, hoy);
+    app::VentanaMeses meses(eleccion.conexion, eleccion.empresa, nombre, hoy,
+                            {[](const libros::Posicion&) {}, [] { return std::vector<BorradorLibre>(); },
+                             [](const fs::path&) {}});
+    meses.show();
+    fotografo.foto(meses, "meses");
 }
 
 } // namespace quorvel::demo_run

@@ -33,10 +33,8 @@ void renglon_rechazado(Estudio& e) {
 /// The list of vouchers, and from it the one that was just saved.
 void buscar(Estudio& e, const std::string& foto) {
     e.fotografo.planear({{}, Qt::Key_Return, [&e, foto](QWidget& w) {
+                             e.m.t.escribir(COMPRA.numero); // into the list, wherever it stands
                              if (!foto.empty()) e.fotografo.foto(w, foto);
-                             ui::Form& forma = dynamic_cast<qt::FormWindow&>(w).form();
-                             if (forma.find("txtnum_ref")->SetFocus()) e.m.t.escribir(COMPRA.numero);
-                             forma.find("ctlConsulta1")->SetFocus();
                          }});
     e.m.t.tecla(Qt::Key_F3);
 }
@@ -85,8 +83,8 @@ void escena_compra(Estudio& e) {
     e.fotografo.foto(e.ventana, "comprobante");
     en_oscuro(e);
     renglon_rechazado(e);
-    e.fotografo.planear({"mensaje", Qt::Key_Return, {}});
     e.m.t.tecla(Qt::Key_F5);
+    e.fotografo.foto(e.ventana, "grabado");
     e.m.t.tecla(Qt::Key_F2);
     buscar(e, "busca_comprobante");
     imprimir(e);

@@ -47,7 +47,8 @@ constexpr ColumnRow COLUMNS[] = {
     {"usuario", "Usuario"},
     {"haber", "Haber", true},
     {"diferencia", "Diferencia", true},
-    {"t_debe", "Total", true},
+    {"t_debe", "Debe", true},
+    {"t_haber", "Haber", true},
     {"subsistema", "Subsistema"},
 };
 
@@ -106,9 +107,7 @@ void ConsultaModel::sync() {
     if (fetching_) return;
     const auto& rows = list_->rows();
     const int count = static_cast<int>(rows.size());
-    const void* first = rows.empty() || rows[0].empty() ? nullptr : rows[0][0].data();
-    const bool grown =
-        first == first_row_ && count >= rows_ && columns_ == list_->columns() && shown_sql_ == list_->SQL();
+    const bool grown = revision_ == list_->revision();
     if (grown && count == rows_) return;
     if (grown) {
         beginInsertRows({}, rows_, count - 1);
@@ -117,8 +116,7 @@ void ConsultaModel::sync() {
         return;
     }
     beginResetModel();
-    first_row_ = first;
-    shown_sql_ = list_->SQL();
+    revision_ = list_->revision();
     columns_ = list_->columns();
     rows_ = count;
     exhausted_ = false;
@@ -136,15 +134,31 @@ ConsultaView::ConsultaView(QWidget* parent) : QTableView(parent), model_(new Con
     setWordWrap(false);
     verticalHeader()->hide();
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 7);
-    verticalHeader()->setMinimumSectionSize(fontMetrics().height() + 4);
+    fit_rows();
     horizontalHeader()->setHighlightSections(false);
     horizontalHeader()->setStretchLastSection(true);
     horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    horizontalHeader()->setSectionsClickable(true);
+    connect(horizontalHeader(), &QHeaderView::sectionClicked, this, [this](int section) {
+        if (list_ != nullptr) list_->form().atender([&] { list_->sort_by(section); });
+    });
     connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this] {
         if (!fitting_ && list_ != nullptr && horizontalHeader()->cursor().shape() == Qt::SplitHCursor)
             keep_widths();
     });
+}
+
+void ConsultaView::fit_rows() {
+    verticalHeader()->setMinimumSectionSize(fontMetrics().height() + 4);
+    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 7);
+}
+
+void ConsultaView::changeEvent(QEvent* event) {
+    QTableView::changeEvent(event);
+    if (event->type() != QEvent::FontChange) return;
+    fit_rows();
+    fitted_width_ = 0;
+    if (list_ != nullptr) fit_columns();
 }
 
 void ConsultaView::attach(ui::ctlConsulta& list) {
@@ -166,6 +180,10 @@ void ConsultaView::sync() {
         if (wanted.isValid()) selectRow(wanted.row());
     }
     if (wanted.isValid()) scrollTo(wanted);
+    const auto [column, descending] = list_->sorting();
+    horizontalHeader()->setSortIndicatorShown(column >= 0);
+    if (column >= 0)
+        horizontalHeader()->setSortIndicator(column, descending ? Qt::DescendingOrder : Qt::AscendingOrder);
     fit_columns();
     show_typed();
 }

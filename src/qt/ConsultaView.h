@@ -26,8 +26,7 @@ public:
 
 private:
     ui::ctlConsulta* list_ = nullptr;
-    const void* first_row_ = nullptr;
-    std::string shown_sql_;
+    int revision_ = -1;
     std::vector<std::string> columns_;
     int rows_ = 0;
     bool exhausted_ = false, fetching_ = false;
@@ -50,9 +49,11 @@ protected:
     void mouseMoveEvent(QMouseEvent*) override {}
     void resizeEvent(QResizeEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
 private:
     void fit_columns();
+    void fit_rows();
     void show_typed();
     [[nodiscard]] QString widths() const; ///< that a person gave this list before
     void keep_widths();

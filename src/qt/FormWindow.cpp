@@ -1,11 +1,13 @@
 #include "qt/FormWindow.h"
 
 #include "qt/UiLoader.h"
+#include "qt/help.h"
 #include "qt/icons.h"
 #include "qt/keys.h"
 #include "qt/screen_room.h"
 #include "qt/text.h"
 
+#include <QAction>
 #include <QCloseEvent>
 #include <QDropEvent>
 #include <QKeyEvent>
@@ -38,6 +40,11 @@ FormWindow::FormWindow(ui::Form& form, QWidget* owner)
         binder_ = std::make_unique<Binder>(form, *layout);
         problems_.insert(problems_.end(), binder_->problems().begin(), binder_->problems().end());
     }
+    auto* help = new QAction(this);
+    help->setObjectName("ayuda");
+    help->setShortcut(Qt::Key_F1);
+    connect(help, &QAction::triggered, this, [this] { show_help_of_focus(); });
+    addAction(help);
     links_.push_back(form.Changed.connect([this] { setWindowTitle(to_qt(form_.Caption())); }));
     links_.push_back(form.FocusMoved.connect([this] { focus_active(); }));
 }
@@ -52,6 +59,12 @@ void FormWindow::focus_active() {
     binding->focused();
     QWidget& target = binding->focus_target();
     if (!target.hasFocus()) target.setFocus(Qt::OtherFocusReason);
+}
+
+void FormWindow::show_help_of_focus() {
+    const ui::Control* active = form_.active_control();
+    Binding* binding = retired_ || !binder_ || active == nullptr ? nullptr : binder_->find(active);
+    if (binding != nullptr) show_help(*active, binding->widget());
 }
 
 void FormWindow::retire() {

@@ -33,6 +33,7 @@ protected:
     void dropEvent(QDropEvent* event) override;
 
 private:
+    void show_help_of_focus();
     ui::Form& form_;
     std::unique_ptr<Binder> binder_;
     std::unique_ptr<MenuBuilder> menus_;

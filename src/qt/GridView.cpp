@@ -25,6 +25,16 @@
 
 namespace quorvel::qt {
 
+namespace {
+
+/// Widths are given for letters of the usual size.
+double zoom() {
+    const QVariant percent = qApp->property("zoom");
+    return percent.isValid() ? percent.toInt() / 100.0 : 1;
+}
+
+} // namespace
+
 GridView::GridView(QWidget* parent)
     : QTableView(parent), model_(new GridModel(this)), editor_(new QLineEdit(viewport())) {
     setModel(model_);
@@ -41,8 +51,7 @@ GridView::GridView(QWidget* parent)
     setHorizontalScrollMode(ScrollPerPixel);
     verticalHeader()->hide();
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
-    verticalHeader()->setMinimumSectionSize(fontMetrics().height() + 4);
+    fit_rows();
     horizontalHeader()->setHighlightSections(false);
     horizontalHeader()->setSectionsMovable(false);
     horizontalHeader()->setStretchLastSection(true);
@@ -59,7 +68,7 @@ GridView::GridView(QWidget* parent)
             ui::ctlPlanilla::Column& column = grid_->Columns(section);
             column.WidthChosen =
                 column.WidthChosen || horizontalHeader()->cursor().shape() == Qt::SplitHCursor;
-            column.Width = size;
+            column.Width = static_cast<int>(size / zoom());
         }
         place_editor();
     });
@@ -87,6 +96,18 @@ void GridView::detach() {
     model_->detach();
 }
 
+void GridView::fit_rows() {
+    verticalHeader()->setMinimumSectionSize(fontMetrics().height() + 4);
+    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
+}
+
+void GridView::changeEvent(QEvent* event) {
+    QTableView::changeEvent(event);
+    if (event->type() != QEvent::FontChange) return;
+    fit_rows();
+    sync_widths();
+}
+
 void GridView::sync() {
     model_->sync_shape();
     sync_widths();
@@ -98,10 +119,10 @@ void GridView::sync() {
 /// codes where there is room; what that takes too much of it, the widest column gives back.
 void GridView::sync_widths() {
     if (grid_ == nullptr || grid_->Cols() == 0) return;
-    constexpr int least = 120, least_beside_notes = 150;
+    const int least = static_cast<int>(120 * zoom()), least_beside_notes = static_cast<int>(150 * zoom());
     std::vector<int> widths;
     for (int i = 0; i < grid_->Cols(); ++i) {
-        const int wanted = grid_->Columns(i).Width;
+        const int wanted = static_cast<int>(grid_->Columns(i).Width * zoom());
         widths.push_back(
             std::max(wanted > 0 ? wanted : columnWidth(i), horizontalHeader()->sectionSizeHint(i)));
     }

@@ -45,12 +45,14 @@ protected:
     bool event(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
     void updateGeometries() override;
+    void changeEvent(QEvent* event) override;
     void scrollContentsBy(int dx, int dy) override;
 
 private:
     void sync_current();
     void sync_editor();
     void sync_widths();
+    void fit_rows();
     void resizeEvent(QResizeEvent* event) override;
     void place_editor();
     bool forward(QKeyEvent& event);

@@ -1,6 +1,7 @@
 #include "qt/RegistroBar.h"
 
 #include "platform/ui/form.h"
+#include "qt/BalanceLabel.h"
 #include "qt/bindings.h"
 #include "qt/icons.h"
 #include "qt/text.h"
@@ -11,6 +12,7 @@
 #include <QLabel>
 #include <QToolButton>
 #include <QVBoxLayout>
+#include <utility>
 
 namespace quorvel::qt {
 
@@ -90,7 +92,7 @@ void RegistroBar::draw_icons() {
 }
 
 void RegistroBar::paint_notice() {
-    const Notice shown = notice_colours(palette().color(QPalette::Window).lightness() < 128);
+    const Notice shown = notice_colours(palette().color(QPalette::Window).lightness() < 128, done_);
     QPalette colours = palette();
     colours.setColor(QPalette::Window, shown.ground);
     colours.setColor(QPalette::WindowText, shown.ink);
@@ -98,7 +100,11 @@ void RegistroBar::paint_notice() {
     sign_->setPixmap(lock_icon(shown.ink).pixmap(20, 20));
 }
 
-RegistroBar::Notice RegistroBar::notice_colours(bool dark) {
+RegistroBar::Notice RegistroBar::notice_colours(bool dark, bool done) {
+    if (done) {
+        const auto good = BalanceLabel::colours(dark, true);
+        return {good.ink, good.ground};
+    }
     return dark ? Notice{0xffd98a, 0x463714} : Notice{0x5c4300, 0xfdf0cf};
 }
 
@@ -119,7 +125,8 @@ void RegistroBar::show_state(const ui::ctlRegistro& registro) {
     const QString notice = to_qt(registro.Notice());
     notice_->setVisible(!registro.ModifyEnabled() || !notice.isEmpty());
     sign_->setVisible(!registro.ModifyEnabled());
-    reason_->setText(registro.ModifyEnabled() ? notice
+    if (std::exchange(done_, registro.NoticeDone()) != registro.NoticeDone()) paint_notice();
+    reason_->setText(registro.ModifyEnabled() ? (done_ ? QString::fromUtf8("✓  ") : QString()) + notice
                      : reason.isEmpty()       ? "Solo lectura"
                                               : QString::fromUtf8("Solo lectura  ·  ") + reason);
     company_->setText(to_qt(registro.Company()));

@@ -22,7 +22,7 @@ public:
     struct Notice {
         QColor ink, ground;
     };
-    [[nodiscard]] static Notice notice_colours(bool dark);
+    [[nodiscard]] static Notice notice_colours(bool dark, bool done = false);
 
 Q_SIGNALS:
     void pressed(int function);
@@ -35,6 +35,7 @@ private:
     void paint_notice();
     std::array<QToolButton*, 6> buttons_{};
     QFrame* notice_;
+    bool done_ = false; ///< the notice tells of something that went well
     QLabel *sign_, *reason_, *company_, *user_;
 };
 

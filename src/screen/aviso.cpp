@@ -6,10 +6,13 @@ namespace quorvel {
 
 namespace {
 
+bool grabado(const frmQuorvel& f) { return !f.estado.grabado.empty() && !f.borrador->hay(); }
+
 std::string aviso(const frmQuorvel& f) {
     if (f.estado.cortado)
         return "Cortado: hasta que lo grabe no está en la base. Cambie fecha, documento o número y grabe "
                "(F5)";
+    if (grabado(f)) return f.estado.grabado;
     const auto fecha = f.mskF_comp.date();
     const bool cerrado = f.config.existe && fecha && anio(*fecha) < f.config.anio;
     if (cerrado && !f.glbBanderaNuevo)
@@ -21,6 +24,6 @@ std::string aviso(const frmQuorvel& f) {
 
 } // namespace
 
-void avisar_estado(frmQuorvel& f) { f.ctlRegistro1.SetNotice(aviso(f)); }
+void avisar_estado(frmQuorvel& f) { f.ctlRegistro1.SetNotice(aviso(f), grabado(f)); }
 
 } // namespace quorvel

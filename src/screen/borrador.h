@@ -33,6 +33,8 @@ public:
     };
     /// What is on the screen is saved.
     void grabado();
+    /// Something has become different since it was saved or opened.
+    [[nodiscard]] bool hay() const { return archivo_.has_value(); }
     /// What is on the screen exists nowhere else (a cut voucher, a copy), although nobody has typed yet.
     void obligar();
     /// The same, written at once. @return false when the disk refused

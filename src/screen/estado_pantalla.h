@@ -24,6 +24,7 @@ struct EstadoPantalla {
     bool carga_fallida = false; ///< the load step has told already what the database refuses
     EnDuda en_duda = EnDuda::ninguno;
     bool anterior_sin_grabar = false; ///< what New took off the screen waits as a draft
+    std::string grabado;              ///< what our own host tells of the last save, until something changes
     std::string falta;                ///< what the host says is missing before vouchers can be entered
     std::int64_t numero_propuesto = 0;
     Decimal valor_editado;     ///< amount that the debit or credit cell held when its edit began

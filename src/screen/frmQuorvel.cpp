@@ -37,10 +37,10 @@ void tecla_de_la_barra(frmQuorvel& f, ui::KeyEvent& e) {
 } // namespace
 
 frmQuorvel::frmQuorvel(Servicios s) : Form(s.escritorio, "frmQuorvel", "Comprobante Contable"), servicios(s) {
+    borrador = std::make_unique<Borrador>(*this); // what is said about the screen depends on it
     conectar_comandos();
     conectar_campos();
     conectar_detalle();
-    borrador = std::make_unique<Borrador>(*this);
     if (servicios.propio) nombres = std::make_unique<NombresCodigos>(*this);
 }
 
@@ -112,6 +112,9 @@ void frmQuorvel::conectar_comandos() {
     orden("Proponer la diferencia", "f7", proponer_diferencia);
     orden("Explicar la diferencia", "f9", explicar_diferencia);
     orden("Ir al detalle", "f12", ir_al_detalle);
+    orden("Duplicar la línea", "ctrl+shift+d", duplicar_linea);
+    orden("Esta glosa en todas las líneas", "ctrl+g", glosa_en_todas);
+    orden("Repetir en el mes siguiente", "ctrl+m", repetir_mes);
     lstadjunto.AddCommand(
         {"Guardar una copia", "ctrl+shift+g", [this] { atender([&] { adjunto_guardar_copia(*this); }); }});
     txtnumero.AddCommand({"Calculadora", "f11", [this] { txtnumero.SetFocus(); }});

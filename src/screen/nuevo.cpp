@@ -50,6 +50,7 @@ void limpiar_para_nuevo(frmQuorvel& f) {
     EstadoPantalla& e = f.estado;
     e.anterior_sin_grabar = cambio.queda();
     e.comprobante_cierre = e.cierre_generado = false;
+    e.grabado.clear();
     e.cargado.reset();
     e.cortado.reset();
     e.tasa_de_lineas.clear();

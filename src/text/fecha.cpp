@@ -3,6 +3,8 @@
 #include <array>
 #include <cstdio>
 #include <ctime>
+#include <utility>
+#include <vector>
 
 namespace quorvel {
 namespace {
@@ -42,6 +44,27 @@ std::optional<Fecha> armar(int anio, int mes, int dia) {
     return f;
 }
 
+/// Digit groups of "5/3/24"; a text of four, six or eight digits is cut into day, month and year.
+std::vector<std::string> grupos(std::string_view texto) {
+    std::vector<std::string> partes(1);
+    for (const char c : texto) {
+        if (c == '/' || c == '-')
+            partes.emplace_back();
+        else
+            partes.back() += c;
+    }
+    const std::string todo = partes[0];
+    if (partes.size() == 1 && (todo.size() == 4 || todo.size() == 6 || todo.size() == 8))
+        partes = {todo.substr(0, 2), todo.substr(2, 2), todo.substr(4)};
+    if (partes.size() == 2) partes.emplace_back();
+    return partes;
+}
+
+bool cifras(const std::string& texto, std::size_t maximo) {
+    return !texto.empty() && texto.size() <= maximo &&
+           texto.find_first_not_of("0123456789") == std::string::npos;
+}
+
 std::string escribir(const char* patron, int a, int b, int c) {
     std::array<char, 48> texto{};
     const int n = std::snprintf(texto.data(), texto.size(), patron, a, b, c);
@@ -61,6 +84,17 @@ std::optional<Fecha> leer_fecha(std::string_view texto) {
     const auto p = partir(texto);
     if (!p || p->digitos[2] != 4) return std::nullopt;
     return armar(p->numero[2], p->numero[1], p->numero[0]);
+}
+
+std::optional<Fecha> leer_fecha_corta(std::string_view texto, int anio_por_omision) {
+    auto partes = grupos(sin_blancos(texto));
+    if (partes.size() != 3) return std::nullopt;
+    if (partes[0].size() == 4) std::swap(partes[0], partes[2]);
+    std::string& anio = partes[2];
+    if (anio.empty()) anio = std::to_string(anio_por_omision);
+    if (!cifras(partes[0], 2) || !cifras(partes[1], 2) || !cifras(anio, 4)) return std::nullopt;
+    if (anio.size() == 2) anio.insert(0, anio < "50" ? "20" : "19");
+    return leer_fecha(partes[0] + "/" + partes[1] + "/" + anio);
 }
 
 std::optional<Fecha> leer_fecha_mdy(std::string_view texto) {

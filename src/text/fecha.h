@@ -11,6 +11,9 @@ using Fecha = std::chrono::year_month_day;
 
 /// Reads "dd/mm/yyyy" ("-" also separates). @return nothing for an empty text or an impossible date.
 [[nodiscard]] std::optional<Fecha> leer_fecha(std::string_view dd_mm_yyyy);
+/// The same in the short forms that people type: "5/3/24", "050324", and "5/3" or "0503" in the given year;
+/// also "2024-03-05". Two-digit years lie between 1950 and 2049.
+[[nodiscard]] std::optional<Fecha> leer_fecha_corta(std::string_view texto, int anio_por_omision);
 /// Reads "mm/dd/yyyy".
 [[nodiscard]] std::optional<Fecha> leer_fecha_mdy(std::string_view mm_dd_yyyy);
 /// Reads "yyyy-mm-dd", the form in which both engines hand dates over; a time of day behind it is ignored.

@@ -3,7 +3,6 @@
 #include "text/letras_utf8.h"
 
 #include <algorithm>
-#include <utility>
 
 namespace quorvel {
 
@@ -18,19 +17,22 @@ bool de_palabra(char c) {
     return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || static_cast<unsigned char>(c) >= 0x80;
 }
 
-/// Each word of the text with a blank before it.
-std::string palabras_de(std::string_view texto) {
-    std::string palabras;
+/// Appends each word of a text without capitals and accents, a blank before it.
+void agregar_palabras(std::string& palabras, std::string_view plano) {
     bool dentro = false;
-    for (const char c : sin_acentos(texto)) {
-        if (!de_palabra(c)) {
-            dentro = false;
-            continue;
-        }
-        if (!std::exchange(dentro, true)) palabras += ' ';
-        palabras += c;
+    for (const char c : plano) {
+        const char minuscula = c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
+        const bool letra = de_palabra(minuscula);
+        if (letra && !dentro) palabras += ' ';
+        if (letra) palabras += minuscula;
+        dentro = letra;
     }
-    return palabras;
+}
+
+void agregar_texto(std::string& palabras, std::string_view texto) {
+    const bool ascii =
+        std::ranges::all_of(texto, [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+    ascii ? agregar_palabras(palabras, texto) : agregar_palabras(palabras, sin_acentos(texto));
 }
 
 /// They keep their blank: only the beginning of a word matches.
@@ -52,7 +54,7 @@ std::string_view tramo(const std::string& todo, const std::vector<std::uint32_t>
 
 void IndicePalabras::agregar(std::string_view codigo, std::string_view nombre, std::string_view otras) {
     comienzos_.push_back(static_cast<std::uint32_t>(plegado_.size()));
-    for (const std::string_view texto : {nombre, codigo, otras}) plegado_ += palabras_de(texto);
+    for (const std::string_view texto : {nombre, codigo, otras}) agregar_texto(plegado_, texto);
     plegado_ += '\n';
     comienzos_originales_.push_back(static_cast<std::uint32_t>(originales_.size()));
     ((originales_ += codigo) += '\t') += nombre;
@@ -92,7 +94,8 @@ IndicePalabras::Entrada IndicePalabras::original(std::size_t entrada) const {
 
 std::vector<IndicePalabras::Entrada> IndicePalabras::buscar(std::string_view texto,
                                                             std::size_t maximo) const {
-    const std::string entero = palabras_de(texto);
+    std::string entero;
+    agregar_texto(entero, texto);
     const std::vector<std::string> pedidas = separadas(entero);
     const auto mas_larga = std::ranges::max_element(pedidas, {}, &std::string::size);
     if (mas_larga == pedidas.end() || mas_larga->size() < 3) return {};

@@ -80,6 +80,12 @@ std::string consulta_busqueda(int empresa, int usuario, int alias) {
     return sql;
 }
 
+std::optional<Fecha> fecha_de_los_ultimos(clsConexion& db, const std::string& consulta, int cuantos) {
+    const auto rs = db.NewRecord("select f_comp from (" + consulta +
+                                 ") q order by f_comp desc limit 1 offset " + sql_numero(cuantos));
+    return rs->eof() ? std::nullopt : rs->at(0).date();
+}
+
 std::optional<Comprobante> leer_cabecera(clsConexion& db, int empresa, Fecha f_comp,
                                          const std::string& documento, const std::string& num_docum,
                                          const std::string& subsistema) {

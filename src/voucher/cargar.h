@@ -6,6 +6,10 @@ namespace quorvel {
 
 /// Query that the search form lists: the company's vouchers, only the user's own when alias is 2.
 [[nodiscard]] std::string consulta_busqueda(int empresa, int usuario, int alias);
+/// Date since which that query lists so many vouchers, the latest ones, and the rest of their first day;
+/// nothing when it lists no more than that. @throws ErrorSesion
+[[nodiscard]] std::optional<Fecha> fecha_de_los_ultimos(clsConexion& db, const std::string& consulta,
+                                                        int cuantos);
 /// A stored voucher: its header (no lines) and the fingerprint that tells it from any later state.
 struct Guardado {
     Comprobante c;

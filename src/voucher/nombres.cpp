@@ -22,9 +22,8 @@ const Consulta& consulta(Maestro maestro) {
         "select a.centro, a.n_centro from ctmcentroc a, ctmgcuentc b where a.g_cuenta=b.g_cuenta"
         " and a.activo='1' and len(a.centro)>=b.longitud order by a.centro",
         "select n_centro from ctmcentroc where centro="};
-    static constexpr Consulta AUXILIARES{
-        "select auxiliar, n_auxiliar, rut from ctxaux_cod where activo='1' order by auxiliar",
-        "select n_auxiliar from ctxaux_cod where auxiliar="};
+    static constexpr Consulta AUXILIARES{"select auxiliar, n_auxiliar, rut from ctxaux_cod where activo='1'",
+                                         "select n_auxiliar from ctxaux_cod where auxiliar="};
     switch (maestro) {
     case Maestro::cuentas: return CUENTAS;
     case Maestro::centros: return CENTROS;

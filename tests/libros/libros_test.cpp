@@ -8,6 +8,7 @@
 #include "libros/exportar.h"
 #include "libros/mayor.h"
 #include "libros/mensual.h"
+#include "libros/pendientes.h"
 
 #include <gtest/gtest.h>
 
@@ -86,6 +87,23 @@ protected:
 };
 
 INSTANTIATE_TEST_SUITE_P(Motores, Libros, ::testing::ValuesIn(MOTORES), como);
+
+TEST_P(Libros, LoQueFaltaEnCadaMes) {
+    voucher("02/11/2024", "002", "5", {{"101001", "", 100, 0}, {"301001", "", 0, 90}});
+    voucher("03/01/2024", "002", "7", {}, "0", "CONTABLES", "T");
+    voucher("03/02/2024", "002", "8", {{"101001", "", 1, 0}, {"301001", "", 0, 1}}, "0", "VENTAS", "P", 2);
+    std::string texto;
+    for (const MesRevisado& m : revisar_meses(*db, 1, 2024)) {
+        texto += std::to_string(m.comprobantes) + ":";
+        for (const Pendiente& p : m.pendientes)
+            texto += " " + std::to_string(static_cast<int>(p.que)) + " " + p.donde.documento + "-" +
+                     p.donde.num_docum + " " + p.detalle + ";";
+    }
+    EXPECT_EQ(texto, "3: 2 001-9 faltan del 2 al 8;"
+                     "4: 0 002-5 falta Haber 10; 2 002-5 faltan del 2 al 4;"
+                     "2: 1 002-7 Comprobante 7; 2 002-7 falta el 6;0:0:0:0:0:0:0:0:0:");
+    EXPECT_EQ(revisar_meses(*db, 1, 2023)[11].comprobantes, 1);
+}
 
 TEST_P(Libros, BalanceDeOchoColumnas) {
     const Balance b = leer_balance(*db, trimestre());

@@ -6,9 +6,11 @@
 #include "pantalla_qt.h"
 #include "qt/BalanceLabel.h"
 #include "qt/RegistroBar.h"
+#include "qt/help.h"
 
 #include <QScreen>
 #include <cmath>
+#include <set>
 
 namespace quorvel {
 
@@ -42,6 +44,32 @@ TEST(Accesibilidad, EveryControlHasAName) {
     }
 }
 
+TEST(Accesibilidad, EveryControlHasItsHelp) {
+    Pantalla p;
+    const auto sin_ayuda = [](const ui::Form& forma) {
+        std::string faltan;
+        for (const ui::Control* control : forma.controls())
+            if (control->takes_focus() && qt::help_text(*control).isEmpty()) faltan += control->name() + ";";
+        return faltan;
+    };
+    EXPECT_EQ(sin_ayuda(p.f()), "");
+    for (const auto& forma : pruebas::todas_las_formas(p)) EXPECT_EQ(sin_ayuda(*forma), "") << forma->name();
+    ui::ctlPlanilla& g = p.f().grdDetalle;
+    std::set<std::string> de_columnas;
+    for (int col = 0; col < g.Cols(); ++col) {
+        g.SetCol(col);
+        de_columnas.insert(qt::help_text(g).toStdString());
+    }
+    EXPECT_EQ(de_columnas.size(), 11U);
+    p.ir_a("txtconcepto");
+    p.escritorio.window_of(p.f())->findChild<QAction*>("ayuda")->trigger();
+    const QWidget* ayuda = nullptr;
+    for (const QWidget* w : QApplication::topLevelWidgets())
+        if (w->isVisible() && w->inherits("QWhatsThat")) ayuda = w;
+    EXPECT_NE(ayuda, nullptr);
+    p.teclado.tecla(Qt::Key_Escape);
+}
+
 TEST(Accesibilidad, TextIsReadableOnEveryGround) {
     using P = QPalette;
     EXPECT_NEAR(contrast(Qt::black, Qt::white), 21, 0.01);
@@ -68,8 +96,10 @@ TEST(Accesibilidad, TextIsReadableOnEveryGround) {
         // Disabled is seen at once: another ink, and boxes lose their ground.
         EXPECT_NE(colours.color(P::Disabled, P::Text), colours.color(P::Active, P::Text));
         EXPECT_NE(colours.color(P::Disabled, P::Base), colours.color(P::Active, P::Base));
-        const auto notice = qt::RegistroBar::notice_colours(dark);
-        EXPECT_GE(contrast(notice.ink, notice.ground), 4.5) << dark;
+        for (const bool done : {false, true}) {
+            const auto notice = qt::RegistroBar::notice_colours(dark, done);
+            EXPECT_GE(contrast(notice.ink, notice.ground), 4.5) << dark << done;
+        }
         for (const bool balanced : {false, true}) {
             const auto shown = qt::BalanceLabel::colours(dark, balanced);
             EXPECT_GE(contrast(shown.ink, shown.ground), 4.5) << dark << balanced;

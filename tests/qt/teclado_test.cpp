@@ -131,13 +131,35 @@ TEST_F(TecladoQt, TheContextMenuOffersWhatTheCellCanDo) {
         menu->close();
         return texto;
     };
-    const std::string ordenes = "Proponer la diferencia\tF7;Explicar la diferencia\tF9;Ir al detalle\tF12;";
+    const std::string ordenes = "Proponer la diferencia\tF7;Explicar la diferencia\tF9;Ir al detalle\tF12;"
+                                "Duplicar la línea\tCtrl+Mayús+D;Esta glosa en todas las líneas\tCtrl+G;"
+                                "Repetir en el mes siguiente\tCtrl+M;";
     EXPECT_EQ(abrir(), "Buscar\tCtrl+Y;" + ordenes);
     g.move_to(0, 3);
     EXPECT_EQ(abrir(), ordenes);
     g.move_to(0, 1);
     g.type(U'1');
     EXPECT_EQ(abrir(), "Buscar\tCtrl+Y;Deshacer\tCtrl+Z;" + ordenes);
+}
+
+TEST_F(TecladoQt, NoTwoThingsHaveOneKey) {
+    std::map<std::string, std::string> teclas{
+        {"f2", "Nuevo"},        {"f3", "Buscar"},       {"f5", "Grabar"},    {"f6", "Imprimir"},
+        {"f8", "Borrar línea"}, {"f1", "Ayuda"},        {"ctrl+n", "Nuevo"}, {"ctrl+r", "Recuperar"},
+        {"ctrl+y", "Buscar"},   {"ctrl+z", "Deshacer"}, {"ctrl+0", "Tamaño"}};
+    const auto anotar = [&](const std::string& tecla, const std::string& que) {
+        if (tecla.empty()) return;
+        EXPECT_TRUE(ui::parse_key(tecla)) << tecla;
+        EXPECT_TRUE(teclas.emplace(tecla, que).second) << tecla << ": " << que << " and " << teclas[tecla];
+    };
+    for (const ui::Control* control : p.f().controls()) {
+        if (const auto* menu = dynamic_cast<const ui::MenuItem*>(control))
+            anotar(menu->shortcut(), menu->Caption());
+        if (const auto* boton = dynamic_cast<const ui::CommandButton*>(control))
+            anotar(boton->shortcut(), boton->name());
+        for (const ui::Command& orden : control->commands()) anotar(orden.shortcut, orden.caption);
+    }
+    EXPECT_GT(teclas.size(), 35U);
 }
 
 TEST_F(TecladoQt, TheWheelChangesNoList) {

@@ -3,46 +3,11 @@
 #include "text/letras_utf8.h"
 
 #include <algorithm>
-#include <cctype>
 
 namespace quorvel::ui {
 
-namespace {
-
-/// Digit groups of "5/3/24"; a text of four, six or eight digits is cut into day, month and year.
-std::vector<std::string> groups(const std::string& text) {
-    std::vector<std::string> parts(1);
-    for (const char c : text) {
-        if (c == '/' || c == '-')
-            parts.emplace_back();
-        else
-            parts.back() += c;
-    }
-    const std::string& all = parts[0];
-    if (parts.size() == 1 && (all.size() == 4 || all.size() == 6 || all.size() == 8))
-        parts = {all.substr(0, 2), all.substr(2, 2), all.substr(4)};
-    if (parts.size() == 2) parts.emplace_back();
-    return parts;
-}
-
-bool digits(const std::string& text, std::size_t most) {
-    return !text.empty() && text.size() <= most &&
-           std::ranges::all_of(text, [](unsigned char c) { return std::isdigit(c) != 0; });
-}
-
-} // namespace
-
-/// Two-digit years lie between 1950 and 2049.
 std::optional<Fecha> ctlCalendario::understand(const std::string& typed) const {
-    auto parts = groups(recortar(typed));
-    if (parts.size() != 3) return std::nullopt;
-    if (parts[0].size() == 4) std::swap(parts[0], parts[2]); // "2024-03-05" of a spreadsheet
-    const std::string &day = parts[0], &month = parts[1];
-    std::string& year = parts[2];
-    if (year.empty()) year = std::to_string(anio(clock_ ? clock_->hoy() : RelojSistema().hoy()));
-    if (!digits(day, 2) || !digits(month, 2) || !digits(year, 4)) return std::nullopt;
-    if (year.size() == 2) year.insert(0, year < "50" ? "20" : "19");
-    return leer_fecha(day + "/" + month + "/" + year);
+    return leer_fecha_corta(typed, anio(clock_ ? clock_->hoy() : RelojSistema().hoy()));
 }
 
 std::optional<Fecha> ctlCalendario::date() const { return understand(Text()); }

@@ -27,9 +27,37 @@ void ctlConsulta::SetSQL(std::string sql) {
     if (loaded_) Load();
 }
 
+void ctlConsulta::Narrow(std::string sql, Words words) {
+    const bool same = loaded_ && sql == sql_ && order() == loaded_order_;
+    sql_ = std::move(sql);
+    words_ = std::move(words);
+    if (!same) return Load();
+    apply_filter();
+    Changed();
+}
+
+std::string ctlConsulta::order() const {
+    if (sorting_.column < 0) return order_by_;
+    const std::string name = names_[static_cast<std::size_t>(sorting_.column)];
+    const bool numeric = std::ranges::find(numeric_, name) != numeric_.end();
+    const std::string by = (numeric ? "val(" + name + ")" : name) + (sorting_.descending ? " desc" : "");
+    return by + (order_by_.empty() ? "" : ", " + recortar(order_by_));
+}
+
+void ctlConsulta::sort_by(int column) {
+    if (column < 0 || column >= static_cast<int>(names_.size())) return;
+    sorting_ = {column, column == sorting_.column && !sorting_.descending};
+    bool loaded = false;
+    Sorted(loaded);
+    if (!loaded) Load();
+}
+
 void ctlConsulta::Load() {
+    const std::string order_by = loaded_order_ = order(); // in the columns of the rows before
     loaded_ = true;
+    ++revision_;
     rows_.clear();
+    read_.clear();
     folded_.clear();
     names_.clear();
     kinds_.clear();
@@ -40,9 +68,9 @@ void ctlConsulta::Load() {
     missed_ = false;
     current_ = -1;
     if (db_ != nullptr && !sql_.empty()) {
-        const std::string all_rows = order_by_.empty() ? sql_ : sql_ + " order by " + recortar(order_by_);
+        const std::string all_rows = order_by.empty() ? sql_ : sql_ + " order by " + recortar(order_by);
         // The rest of a result that comes as a whole is asked for when the person scrolls down to it.
-        rest_ = !order_by_.empty() && db_->sends_whole_results() ? all_rows : "";
+        rest_ = !order_by.empty() && db_->sends_whole_results() ? all_rows : "";
         rs_ = db_->NewRecord(rest_.empty() ? all_rows : all_rows + " limit " + std::to_string(BLOCK));
         const auto& all = rs_->columns();
         names_ = wanted_;
@@ -54,13 +82,50 @@ void ctlConsulta::Load() {
             sources_.push_back(it == all.end() ? NONE : static_cast<std::size_t>(it - all.begin()));
             kinds_.push_back(it == all.end() ? ColumnKind::text : it->kind);
         }
-        more();
+        read_block();
         current_ = rows_.empty() ? -1 : 0;
+        if (filtered()) apply_filter();
     }
     Changed();
 }
 
+/// Rows are read once and kept while words are looked for in them.
+void ctlConsulta::apply_filter() {
+    ++revision_;
+    if (!read_.empty()) rows_ = std::move(read_);
+    read_.clear();
+    if (filtered()) {
+        while (read_block()) {
+        }
+        fold();
+        read_ = std::move(rows_);
+        rows_.clear();
+        const auto has = [](const std::string& row, const std::string& spelling) {
+            return row.find("\n" + spelling) != std::string::npos ||
+                   row.find(" " + spelling) != std::string::npos;
+        };
+        for (std::size_t i = 0; i < read_.size(); ++i)
+            if (std::ranges::all_of(words_, [&](const auto& spellings) {
+                    return std::ranges::any_of(spellings, [&](const auto& s) { return has(folded_[i], s); });
+                }))
+                rows_.push_back(read_[i]);
+    }
+    current_ = rows_.empty() ? -1 : 0;
+}
+
 bool ctlConsulta::more() {
+    const bool read = read_block();
+    if (read) Changed();
+    return read;
+}
+
+void ctlConsulta::read_all() {
+    bool read = false;
+    while (read_block()) read = true;
+    if (read) Changed();
+}
+
+bool ctlConsulta::read_block() {
     if (!rs_ && rest_.empty()) return false;
     if (!rs_) {
         rs_ = db_->NewRecord(std::exchange(rest_, {}));
@@ -76,7 +141,6 @@ bool ctlConsulta::more() {
     }
     if (n < BLOCK) rest_.clear();
     if (n < BLOCK || !rest_.empty()) rs_.reset();
-    if (n > 0) Changed();
     return n > 0;
 }
 
@@ -100,8 +164,7 @@ void ctlConsulta::cancel() {
     form().atender([this] { Cancelled(); });
 }
 
-/// First row read so far, not before `from`, with the text after a mark: '\n' begins a cell, a blank a word.
-int ctlConsulta::find_folded(const std::string& wanted, std::size_t from) {
+void ctlConsulta::fold() {
     while (folded_.size() < rows_.size()) {
         std::string text;
         for (const auto& cell : rows_[folded_.size()]) {
@@ -111,6 +174,11 @@ int ctlConsulta::find_folded(const std::string& wanted, std::size_t from) {
         }
         folded_.push_back(std::move(text));
     }
+}
+
+/// First row read so far, not before `from`, with the text after a mark: '\n' begins a cell, a blank a word.
+int ctlConsulta::find_folded(const std::string& wanted, std::size_t from) {
+    fold();
     for (; from < folded_.size(); ++from)
         if (folded_[from].find(wanted) != std::string::npos) return static_cast<int>(from);
     return -1;
@@ -118,7 +186,7 @@ int ctlConsulta::find_folded(const std::string& wanted, std::size_t from) {
 
 bool ctlConsulta::search(const std::string& typed) {
     const std::string wanted = sin_acentos(recortar(typed));
-    if (wanted.empty()) return false;
+    if (wanted.empty() || filtered()) return false;
     int found = -1;
     std::size_t from = 0;
     do {
@@ -149,7 +217,16 @@ void ctlConsulta::type(const KeyEvent& e) {
     Changed();
 }
 
+void ctlConsulta::on_sort_key(KeyEvent& e) {
+    const int columns = static_cast<int>(names_.size()), step = e.key == Key::right  ? 1
+                                                                : e.key == Key::left ? -1
+                                                                                     : 0;
+    e.handled = step != 0 && columns > 0;
+    if (e.handled) sort_by((std::max(sorting_.column, step > 0 ? -1 : 0) + step + columns) % columns);
+}
+
 void ctlConsulta::on_key(KeyEvent& e) {
+    if (e.ctrl && !e.alt && !e.shift) return on_sort_key(e);
     if (e.ctrl || e.alt) return;
     e.handled = true;
     if (e.key == Key::character || e.key == Key::backspace) return type(e);
@@ -161,10 +238,7 @@ void ctlConsulta::on_key(KeyEvent& e) {
     case Key::page_up: return set_current(std::max(current_ - 10, 0));
     case Key::page_down: return set_current(current_ + 10);
     case Key::home: return set_current(0);
-    case Key::end:
-        while (more()) {
-        }
-        return set_current(static_cast<int>(rows_.size()) - 1);
+    case Key::end: read_all(); return set_current(static_cast<int>(rows_.size()) - 1);
     case Key::enter: return pick(current_);
     case Key::escape: return cancel();
     default: e.handled = false;

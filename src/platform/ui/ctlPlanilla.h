@@ -94,6 +94,8 @@ public:
     /// RowsChanged. @return false when there is none
     bool undo();
     bool redo();
+    /// What the work does to the rows is taken back as one step.
+    void one_step(const std::function<void()>& work);
     [[nodiscard]] bool can_undo() const { return editing_ || pending_ || !history_.done.empty(); }
     [[nodiscard]] bool can_redo() const { return !history_.undone.empty(); }
     /// Text from the clipboard: lines and tabs fill cells from the current one, until one does not take its

@@ -28,8 +28,9 @@ void ctlRegistro::SetPrinter(std::string text) {
     if (replace(printer_, std::move(text))) Changed();
 }
 
-void ctlRegistro::SetNotice(std::string text) {
-    if (replace(notice_, std::move(text))) Changed();
+void ctlRegistro::SetNotice(std::string text, bool done) {
+    const bool other = replace(notice_done_, done);
+    if (replace(notice_, std::move(text)) || other) Changed();
 }
 
 void ctlRegistro::SetFlag(int i, bool on) {

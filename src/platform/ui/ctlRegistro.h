@@ -32,7 +32,9 @@ public:
     void SetModifyEnabled(bool on);
     /// What a person should know about what is on the screen; empty for nothing.
     [[nodiscard]] const std::string& Notice() const { return notice_; }
-    void SetNotice(std::string text);
+    /// @param done it tells of something that went well
+    void SetNotice(std::string text, bool done = false);
+    [[nodiscard]] bool NoticeDone() const { return notice_done_; }
     /// Save needs modify, Print print, DeleteLine both delete line and modify; the others are always on.
     [[nodiscard]] bool enabled(Function f) const;
 
@@ -47,6 +49,7 @@ public:
 private:
     std::string company_, user_, program_, printer_, notice_;
     std::array<bool, 5> flags_{};
+    bool notice_done_ = false;
     bool print_ = true, delete_line_ = true, modify_ = true;
 };
 

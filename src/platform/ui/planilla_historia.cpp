@@ -45,6 +45,11 @@ bool ctlPlanilla::replay(std::vector<History::Step>& from, std::vector<History::
     return true;
 }
 
+void ctlPlanilla::one_step(const std::function<void()>& work) {
+    const History::Recording step(history_);
+    work();
+}
+
 bool ctlPlanilla::undo() {
     if (editing_ || pending_) {
         editing_ ? cancel_edit() : cancel_pending_row();

@@ -110,6 +110,7 @@ bool abrir_comprobante(frmQuorvel& f, const Clave& clave) {
     apertura.pantalla = Apertura::a_medias;
     f.estado.cierre_generado = false;
     f.estado.cortado.reset();
+    f.estado.grabado.clear();
     f.ctlRegistro1.RecordShown();
     f.estado.cargado = c;
     f.estado.huella_guardada = guardado->huella; // older than what is read from here on

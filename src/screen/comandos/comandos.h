@@ -16,11 +16,15 @@ void salir(frmQuorvel&);
 // Amounts.
 void proponer_diferencia(frmQuorvel&);
 void explicar_diferencia(frmQuorvel&);
+// Lines.
+void duplicar_linea(frmQuorvel&);
+void glosa_en_todas(frmQuorvel&);
 // Life of the voucher.
 void anular(frmQuorvel&);
 void eliminar(frmQuorvel&);
 void cortar(frmQuorvel&);
 void copiar(frmQuorvel&);
+void repetir_mes(frmQuorvel&);
 // Year end.
 void generar_cierre(frmQuorvel&);
 void cerrar_anio(frmQuorvel&);

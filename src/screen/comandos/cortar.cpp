@@ -15,6 +15,7 @@ void RenovarComprobante(frmQuorvel& f) {
     desbloquear_usuario(f);
     f.estado.comprobante_cierre = f.estado.cierre_generado = false;
     f.estado.cargado.reset();
+    f.estado.grabado.clear();
     f.glbBanderaNuevo = f.glbBanderaLeer = true;
     permitir_identidad(f, true);
     f.lblEstado.SetCaption(""); // what is on the screen is saved nowhere

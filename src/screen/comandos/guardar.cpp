@@ -85,6 +85,14 @@ void numerar_lineas(frmQuorvel& f) {
     for (int i = 0; i < f.grdDetalle.Rows(); ++i) f.grdDetalle.SetTextMatrix(i, 0, std::to_string(i + 1));
 }
 
+/// A box waits for an answer; whoever enters vouchers all day only wants to know.
+void avisar_grabado(frmQuorvel& f) {
+    if (!f.servicios.propio) return f.informacion("Comprobante Ingresado y Mayorizado");
+    const bool imprime = f.ctlRegistro1.enabled(ui::ctlRegistro::Function::Print);
+    f.estado.grabado = "Grabado: " + f.cmbDocumento.Text() + ", Nro. " + f.txtNum_doc.Text() +
+                       (imprime ? "  ·  F6 lo imprime" : "") + "  ·  F2 sigue con otro";
+}
+
 void mostrar_grabado(frmQuorvel& f, Comprobante c, const ResultadoGrabar& r) {
     c.comprobante_adjunto = r.comprobante_adjunto;
     fijar_conjunto(f, std::to_string(c.comprobante_adjunto));
@@ -107,7 +115,7 @@ void mostrar_grabado(frmQuorvel& f, Comprobante c, const ResultadoGrabar& r) {
     f.SetCaption(titulo(f, "P"));
     f.estado.huella_guardada = r.huella;
     f.borrador->grabado();
-    f.informacion("Comprobante Ingresado y Mayorizado");
+    avisar_grabado(f);
 }
 
 } // namespace

@@ -21,10 +21,10 @@ public:
 private:
     struct Leido {
         IndicePalabras indice;
-        std::chrono::steady_clock::time_point cuando;
+        std::chrono::steady_clock::time_point vale_hasta;
     };
     [[nodiscard]] std::vector<IndicePalabras::Entrada> buscar(Maestro maestro, const std::string& texto);
-    [[nodiscard]] const Leido& leer(Maestro maestro, std::chrono::seconds edad_maxima);
+    [[nodiscard]] const IndicePalabras& leer(Maestro maestro);
     frmQuorvel& f_;
     std::map<Maestro, Leido> leidos_; ///< each read when it is first searched
 };
