@@ -36,7 +36,6 @@ std::optional<Propuesta> proponer_reapertura(clsConexion& db, const DocumentoAnt
                 "0"};
     const double documento = Round(iva_de(d.neto)) + d.neto + d.exento;
     const double diferencia = valnumeroformato(d.total_debe) - documento;
-    if (diferencia == 0) return p;
     if (std::fabs(diferencia) > 1) p.otro = mostrar_monto(otro_impuesto(db, d, diferencia));
     p.total = mostrar_monto(documento + valnumeroformato(p.otro));
     return p;
