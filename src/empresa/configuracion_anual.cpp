@@ -28,15 +28,15 @@ std::string donde(int empresa, int anio) {
 }
 
 struct Ficha {
-    bool existe = false, activa = false, auxiliar = false, de_resultado = false;
+    bool activa, auxiliar, de_resultado;
 };
-Ficha buscar_cuenta(clsConexion& db, const std::string& codigo) {
+std::optional<Ficha> buscar_cuenta(clsConexion& db, const std::string& codigo) {
     const auto rs = db.NewRecord("select a.activo, a.req_auxiliar, g.transitorio from ctmcentros a left join "
                                  "ctmgcuenta g on g.g_cuenta=a.g_cuenta where a.centro=" +
                                  sql_texto(codigo));
-    if (rs->eof()) return {};
+    if (rs->eof()) return std::nullopt;
     const auto uno = [&](std::size_t i) { return recortar(rs->at(i).text()) == "1"; };
-    return {true, uno(0), uno(1), uno(2)};
+    return Ficha{uno(0), uno(1), uno(2)};
 }
 
 void revisar_fechas(const ConfiguracionAnual& c, std::vector<Observacion>& o) {
@@ -61,13 +61,13 @@ void revisar_cuenta(clsConexion& db, const CuentaConfigurada& que, const std::st
                      false});
         return;
     }
-    const Ficha f = buscar_cuenta(db, codigo);
-    if (!f.existe) return o.push_back({que.columna, "La cuenta " + codigo + " no existe"});
-    if (!f.activa)
+    const auto f = buscar_cuenta(db, codigo);
+    if (!f) return o.push_back({que.columna, "La cuenta " + codigo + " no existe"});
+    if (!f->activa)
         return o.push_back({que.columna, "La cuenta " + codigo + " es un título o no está en uso"});
-    if (que.de_tercero && !f.auxiliar)
+    if (que.de_tercero && !f->auxiliar)
         o.push_back({que.columna, "La cuenta " + codigo + " no pide auxiliar", false});
-    if (de_cierre && f.de_resultado)
+    if (de_cierre && f->de_resultado)
         o.push_back({que.columna, "La cuenta " + codigo + " es de resultado: el cierre la saldaría"});
 }
 
