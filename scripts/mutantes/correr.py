@@ -8,8 +8,8 @@ processor are spent. Tests on PostgreSQL stay out: the rules are the
 same on both engines. Survivors and the table go into docs/tests.md, changes that cannot alter anything are
 listed with the reason in equivalentes.txt.
 
---again tries only what the last run of these folders left unnoticed; --each N every Nth change, an estimate;
---list prints the changes.
+--again believes the last run of these folders in what it noticed and tries the others and what is new;
+--each N every Nth change, an estimate; --list prints the changes.
 """
 import argparse
 import collections
@@ -279,8 +279,10 @@ def try_all(run_, again, each):
     reach, seconds = run_.reached()
     trial, outcome = Trial(reach, seconds), {}
     pairs = [(f, c) for f in run_.files.values() for c in f.changes][::each]
-    if again is not None:
-        pairs = [(f, c) for f, c in pairs if run_.name(f, c) in again]
+    for f, c in pairs:
+        if (before := again.get(run_.name(f, c))) is not None:
+            outcome[c.number] = tuple(before)
+    pairs = [(f, c) for f, c in pairs if c.number not in outcome]
     print(f"{len(pairs)} changes, {len(seconds)} tests of {sum(seconds.values()):.0f} s", flush=True)
     begin, done = time.time(), 0
     with concurrent.futures.ThreadPoolExecutor(2) as pool:
@@ -292,7 +294,7 @@ def try_all(run_, again, each):
             done += 1
             if done % 100 == 0:
                 print(f"  {done} of {len(pairs)}, {time.time() - begin:.0f} s", flush=True)
-                keep(list(outcome.values()), again)
+                keep(list(outcome.values()))
     return [outcome[n] for n in sorted(outcome)]
 
 
@@ -301,16 +303,15 @@ def equivalents():
     return {l.split(" | ")[0].strip(): l.split(" | ")[1] for l in lines if " | " in l and not l.startswith("#")}
 
 
-def keep(outcome, again):
+def kept():
+    return json.loads(RESULTS.read_text()) if RESULTS.exists() else {}
+
+
+def keep(outcome):
     """The results of all runs by file; a file that was run now replaces what was there."""
-    old = json.loads(RESULTS.read_text()) if RESULTS.exists() else {}
-    if again is None:
-        for path in {o[0] for o in outcome}:
-            old[path] = [o for o in outcome if o[0] == path]
-    else:
-        now = {o[1]: o for o in outcome}
-        for path, results in old.items():
-            old[path] = [now.get(o[1], o) if o[2] is None else o for o in results]
+    old = kept()
+    for path in {o[0] for o in outcome}:
+        old[path] = [o for o in outcome if o[0] == path]
     RESULTS.write_text(json.dumps(old, indent=0, ensure_ascii=False))
     return old
 
@@ -357,12 +358,10 @@ def main():
         for file in run_.files.values():
             print("\n".join(f"{c.number} {run_.name(file, c)}" for c in file.changes))
         return
-    again = None
-    if options.again and RESULTS.exists():
-        again = {o[1] for all_ in json.loads(RESULTS.read_text()).values() for o in all_ if o[2] is None}
+    again = {o[1]: o for all_ in kept().values() for o in all_ if o[2] is not None} if options.again else {}
     print(f"Building {sum(len(f.changes) for f in run_.files.values())} changes", flush=True)
     run_.build()
-    results = keep(try_all(run_, again, options.each), again)
+    results = keep(try_all(run_, again, options.each))
     rows, survivors = table(results)
     write_down(rows, survivors)
     print("\n".join(rows + survivors))

@@ -23,11 +23,11 @@ bool existe(clsConexion& db, const std::string& sql) { return !db.NewRecord(sql)
 
 constexpr std::int64_t MAYOR_SEIS = 999999;
 
-/// The number that a code is; nothing for a code with other signs, or with more digits than a number holds.
+/// The number that a code is; nothing for a code with other signs.
 std::optional<std::int64_t> numero_de(const std::string& codigo) {
     const bool digitos =
         std::all_of(codigo.begin(), codigo.end(), [](char c) { return c >= '0' && c <= '9'; });
-    if (codigo.empty() || codigo.size() > 18 || !digitos) return std::nullopt;
+    if (!digitos) return std::nullopt;
     return val_entero(codigo);
 }
 
@@ -49,8 +49,7 @@ std::int64_t mayor_numero(clsConexion& db) {
 /// The highest text of the index is the highest number wherever every code has six digits.
 std::int64_t ultimo_numero(clsConexion& db) {
     const auto rs = db.NewRecord("select max(auxiliar) as max_aux from ctxaux_cod a  where a.activo='1' ");
-    const std::string mayor = rs->eof() ? "" : recortar(rs->fields("max_aux").Value.text());
-    if (mayor.empty()) return 0;
+    const std::string mayor = recortar(rs->fields("max_aux").Value.text());
     const auto n = numero_de(mayor);
     return n && mayor.size() == 6 && *n < MAYOR_SEIS ? *n : mayor_numero(db);
 }

@@ -40,12 +40,12 @@ double LeerNumero(std::string_view texto) { return valnumeroformato(texto); }
 bool monto_escrito(std::string_view texto) {
     constexpr std::int64_t MAYOR = 999'999'999'999'999; // what arithmetic on doubles keeps exact
     const Decimal monto = Decimal::leer(texto);
-    return recortar(texto).empty() || (monto_sql(texto) && monto >= -MAYOR && monto <= MAYOR);
+    return monto_sql(texto) && monto >= -MAYOR && monto <= MAYOR;
 }
 
 bool tasa_escrita(std::string_view texto) {
     const std::string tasa = reemplazar(recortar(texto), ".", ",");
-    return tasa.empty() || (numero_sql(tasa) && tasa.find_first_of("+-") == std::string::npos);
+    return numero_sql(tasa) && tasa.find_first_of("+-") == std::string::npos;
 }
 
 std::string mostrar_monto(double v) { return formato(v, "#,##0"); }

@@ -35,7 +35,6 @@ std::optional<Propuesta> proponer_reapertura(clsConexion& db, const DocumentoAnt
                 d.total_debe.formato("#,##0"), "0"};
     const double documento = Round(iva_de(neto)) + neto + exento;
     const double diferencia = d.total_debe.valor() - documento;
-    if (diferencia == 0) return p;
     if (std::fabs(diferencia) > 1) p.otro = mostrar_monto(otro_impuesto(db, d, diferencia));
     p.total = mostrar_monto(documento + valnumeroformato(p.otro));
     return p;

@@ -93,7 +93,7 @@ struct Lado {
 
 class Traslado {
 public:
-    Traslado(const PedidoTraslado& p, Avance avance)
+    Traslado(const PedidoTraslado& p, AvancePartes avance)
         : de_(p.de, p.empresa, p.adjuntos), a_(p.a, p.codigo > 0 ? p.codigo : p.empresa, p.adjuntos),
           turno_(*de_.base, de_.conexion), avance_(std::move(avance)),
           compartidos_(*de_.base, *a_.base, p.empresa), cerradura_(*de_.base, p.empresa) {
@@ -297,7 +297,7 @@ private:
 
     Lado de_, a_;
     Turno turno_;
-    Avance avance_;
+    AvancePartes avance_;
     Compartidos compartidos_;
     Cerradura cerradura_;
     Codigos codigos_;
@@ -306,7 +306,7 @@ private:
 
 } // namespace
 
-Trasladado trasladar(const PedidoTraslado& pedido, const Avance& avance) {
+Trasladado trasladar(const PedidoTraslado& pedido, const AvancePartes& avance) {
     return Traslado(pedido, avance).ejecutar();
 }
 

@@ -28,7 +28,7 @@ struct Trasladado {
 /// is lost or twice.
 /// @throws std::runtime_error in Spanish: codes that clash (nothing is changed), a copy that differs (the
 /// company stays where it was, closed for changes until the move is repeated or undone)
-[[nodiscard]] Trasladado trasladar(const PedidoTraslado& pedido, const Avance& avance);
+[[nodiscard]] Trasladado trasladar(const PedidoTraslado& pedido, const AvancePartes& avance);
 /// Takes an unfinished move back: the company can be changed again where it was, the copy goes.
 /// @throws std::runtime_error when the company is not there any more
 void deshacer_traslado(const PedidoTraslado& pedido);

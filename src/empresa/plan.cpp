@@ -62,8 +62,7 @@ private:
         if (tipo == std::end(TIPOS))
             return error(c, "tipo", "\"" + texto + "\" no es activo, pasivo, patrimonio, ingreso ni gasto");
         c.de_resultado = tipo->de_resultado;
-        const auto [grupo, nuevo] = grupos_.emplace(c.grupo, c.de_resultado);
-        if (!nuevo && grupo->second != c.de_resultado)
+        if (grupos_.emplace(c.grupo, c.de_resultado).first->second != c.de_resultado)
             error(c, "tipo", "el grupo " + c.grupo + " mezcla cuentas de balance y de resultado");
     }
     void leer_auxiliar(CuentaPlan& c, const std::string& texto) {

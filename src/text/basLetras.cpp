@@ -37,7 +37,7 @@ Entero leer_entero(std::string_view texto) {
     std::string s = reemplazar(texto, " ", "");
     Entero e;
     const bool vacio = s.empty();
-    if (!s.empty() && (s[0] == '-' || s[0] == '+')) {
+    if (s[0] == '-' || s[0] == '+') {
         e.negativo = s[0] == '-';
         s.erase(0, 1);
     }
@@ -46,15 +46,13 @@ Entero leer_entero(std::string_view texto) {
     };
     std::string enteros = s.substr(0, s.find(','));
     std::string decimales = enteros.size() < s.size() ? s.substr(enteros.size() + 1) : std::string();
-    if (enteros.find('.') != std::string::npos) {
-        if (bien_agrupado(enteros)) {
-            std::erase(enteros, '.');
-        } else { // not where thousands are: it can only be a decimal mark
-            if (!decimales.empty()) throw invalido();
-            const auto punto = enteros.find('.');
-            decimales = enteros.substr(punto + 1);
-            enteros.erase(punto);
-        }
+    if (bien_agrupado(enteros)) {
+        std::erase(enteros, '.');
+    } else { // not where thousands are: it can only be a decimal mark
+        if (!decimales.empty()) throw invalido();
+        const auto punto = enteros.find('.');
+        decimales = enteros.substr(punto + 1);
+        enteros.erase(punto);
     }
     if (!std::all_of(enteros.begin(), enteros.end(), es_digito) ||
         !std::all_of(decimales.begin(), decimales.end(), es_digito) ||
@@ -116,7 +114,7 @@ std::string Letras(std::string_view strnumero, int largo_total, const std::optio
     const std::string centesimos = fraccion ? recortar(*fraccion) + " " : "";
     const std::string s = reemplazar(strnumero, " ", "");
     const auto coma = s.find(',');
-    std::string decimales = coma == std::string::npos ? "" : s.substr(coma + 1, 2);
+    std::string decimales = coma == std::string::npos ? "" : s.substr(coma + 1);
     decimales.resize(2, '0');
     std::string enteros = s.substr(0, coma);
     if (coma != std::string::npos)

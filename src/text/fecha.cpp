@@ -1,5 +1,7 @@
 #include "text/fecha.h"
 
+#include "text/blancos.h"
+
 #include <array>
 #include <cstdio>
 #include <ctime>
@@ -14,26 +16,19 @@ struct Partes {
     std::array<std::size_t, 3> digitos{};
 };
 
-std::string_view sin_blancos(std::string_view t) {
-    while (!t.empty() && t.front() == ' ') t.remove_prefix(1);
-    while (!t.empty() && t.back() == ' ') t.remove_suffix(1);
-    return t;
-}
-
-/// Three groups of digits with "/" or "-" between them.
+/// Up to three groups of digits with "/" or "-" between them; a missing one is 0, which no date has.
 std::optional<Partes> partir(std::string_view texto) {
     texto = sin_blancos(texto);
     Partes p;
     std::size_t grupo = 0;
     for (const char c : texto) {
         if (c == '/' || c == '-') {
-            if (p.digitos[grupo] == 0 || ++grupo > 2) return std::nullopt;
+            if (++grupo > 2) return std::nullopt;
             continue;
         }
         if (c < '0' || c > '9' || ++p.digitos[grupo] > 4) return std::nullopt;
         p.numero[grupo] = p.numero[grupo] * 10 + (c - '0');
     }
-    if (grupo != 2 || p.digitos[2] == 0) return std::nullopt;
     return p;
 }
 

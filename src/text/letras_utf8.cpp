@@ -1,5 +1,7 @@
 #include "text/letras_utf8.h"
 
+#include "text/blancos.h"
+
 #include <utf8proc.h>
 
 #include <algorithm>
@@ -78,14 +80,10 @@ std::string sin_acentos(std::string_view texto) {
     return minusculas(transformar(texto, UTF8PROC_STABLE | UTF8PROC_DECOMPOSE | UTF8PROC_STRIPMARK));
 }
 
-std::string recortar(std::string_view texto) {
-    while (!texto.empty() && texto.front() == ' ') texto.remove_prefix(1);
-    return recortar_fin(texto);
-}
+std::string recortar(std::string_view texto) { return std::string(sin_blancos(texto)); }
 
 std::string recortar_fin(std::string_view texto) {
-    while (!texto.empty() && texto.back() == ' ') texto.remove_suffix(1);
-    return std::string(texto);
+    return std::string(texto.substr(0, texto.find_last_not_of(' ') + 1));
 }
 
 bool es_utf8(std::string_view texto) {

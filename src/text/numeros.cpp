@@ -1,5 +1,7 @@
 #include "text/numeros.h"
 
+#include "text/blancos.h"
+
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -12,16 +14,10 @@ namespace {
 
 constexpr bool es_digito(char c) { return c >= '0' && c <= '9'; }
 
-std::string_view sin_blancos(std::string_view t) {
-    while (!t.empty() && t.front() == ' ') t.remove_prefix(1);
-    while (!t.empty() && t.back() == ' ') t.remove_suffix(1);
-    return t;
-}
-
 /// A number as decimal digits, which is where the rounding rules are defined.
 struct Cifras {
     bool negativo = false;
-    std::string entero; ///< at least one digit
+    std::string entero;
     std::string decimales;
 };
 
@@ -29,7 +25,7 @@ struct Cifras {
 Cifras cifras_de(double valor) {
     Cifras c;
     c.entero = "0";
-    if (!std::isfinite(valor) || valor == 0) return c;
+    if (!std::isfinite(valor)) return c;
     std::array<char, 40> cientifica{};
     std::snprintf(cientifica.data(), cientifica.size(), "%.14e", std::fabs(valor));
     std::string digitos;
@@ -42,12 +38,11 @@ Cifras cifras_de(double valor) {
     std::from_chars(p, cientifica.data() + cientifica.size(), exponente);
     c.negativo = valor < 0;
     if (exponente < 0) {
-        if (exponente < -30) return Cifras{false, "0", ""};
         c.decimales = std::string(static_cast<std::size_t>(-exponente - 1), '0') + digitos;
         return c;
     }
     const auto enteros = static_cast<std::size_t>(exponente) + 1;
-    if (digitos.size() < enteros) digitos.append(enteros - digitos.size(), '0');
+    digitos.resize(std::max(digitos.size(), enteros), '0');
     c.entero = digitos.substr(0, enteros);
     c.decimales = digitos.substr(enteros);
     return c;
@@ -68,12 +63,12 @@ void sumar_uno(Cifras& c, std::size_t decimales) {
 enum class Mitad { fuera, par };
 
 void redondear(Cifras& c, std::size_t decimales, Mitad mitad) {
-    const std::string resto = c.decimales.size() > decimales ? c.decimales.substr(decimales) : std::string();
+    const std::string resto = c.decimales.substr(std::min(decimales, c.decimales.size()));
     c.decimales.resize(decimales, '0');
-    if (resto.empty() || resto[0] < '5') return;
+    if (resto[0] < '5') return; // or nothing is left
     const bool exacta = resto.find_first_not_of('0', 1) == std::string::npos && resto[0] == '5';
-    const char ultima = decimales > 0 ? c.decimales.back() : c.entero.back();
-    if (exacta && mitad == Mitad::par && (ultima - '0') % 2 == 0) return;
+    const bool ultima_par = (c.entero + c.decimales).back() % 2 == 0; // '0' is even
+    if (exacta && mitad == Mitad::par && ultima_par) return;
     sumar_uno(c, decimales);
 }
 
@@ -101,11 +96,10 @@ std::string presentar(Cifras c, std::string_view patron) {
 /// The number at the front of a text whose decimal mark is "." already; 0 when there is none.
 double numero_inicial(std::string_view texto) {
     texto = sin_blancos(texto);
-    if (!texto.empty() && texto.front() == '+') texto.remove_prefix(1);
+    if (texto.starts_with('+')) texto.remove_prefix(1);
     double valor = 0;
-    const auto r =
-        std::from_chars(texto.data(), texto.data() + texto.size(), valor, std::chars_format::fixed);
-    return r.ec == std::errc() && std::isfinite(valor) ? valor : 0;
+    std::from_chars(texto.data(), texto.data() + texto.size(), valor, std::chars_format::fixed);
+    return std::isfinite(valor) ? valor : 0;
 }
 
 std::string sin_grupos(std::string_view chileno) {
@@ -123,13 +117,12 @@ Decimal Decimal::leer(std::string_view chileno) {
     const std::string texto = sin_grupos(chileno);
     std::size_t i = 0;
     Cifras c;
-    if (i < texto.size() && (texto[i] == '-' || texto[i] == '+')) c.negativo = texto[i++] == '-';
-    while (i < texto.size() && es_digito(texto[i])) c.entero += texto[i++];
-    if (i < texto.size() && texto[i] == '.')
-        for (++i; i < texto.size() && es_digito(texto[i]); ++i) c.decimales += texto[i];
+    if (texto[i] == '-' || texto[i] == '+') c.negativo = texto[i++] == '-';
+    while (es_digito(texto[i])) c.entero += texto[i++];
+    if (texto[i] == '.')
+        for (++i; es_digito(texto[i]); ++i) c.decimales += texto[i];
     c.entero.erase(0, std::min(c.entero.find_first_not_of('0'), c.entero.size()));
     if (c.entero.size() > 24) return {};
-    if (c.entero.empty()) c.entero = "0";
     redondear(c, 6, Mitad::fuera);
     Entero m = 0;
     for (const char d : c.entero + c.decimales) m = m * 10 + (d - '0');
@@ -227,7 +220,7 @@ bool bien_agrupado(std::string_view entero) {
 
 std::optional<std::string> monto_sql(std::string_view escrito, std::size_t decimales) {
     std::string_view t = sin_blancos(escrito);
-    if (!t.empty() && (t[0] == '-' || t[0] == '+')) t.remove_prefix(1);
+    if (t.starts_with('-') || t.starts_with('+')) t.remove_prefix(1);
     const std::size_t coma = t.find(',');
     const std::string_view fraccion = coma == std::string_view::npos ? "" : t.substr(coma + 1);
     if (!bien_agrupado(t.substr(0, coma)) || fraccion.size() > decimales ||

@@ -45,8 +45,7 @@ ResultadoRut validarut(std::string_view strrut) {
     std::string_view numero = std::string_view(rut).substr(0, rut.size() - 2);
     const char ultimo = rut.back() == 'k' ? 'K' : rut.back();
     const auto es_digito = [](char c) { return c >= '0' && c <= '9'; };
-    if (numero.empty() || !std::all_of(numero.begin(), numero.end(), es_digito))
-        return rechazo(DIGITO_ERRADO);
+    if (!std::all_of(numero.begin(), numero.end(), es_digito)) return rechazo(DIGITO_ERRADO);
     numero.remove_prefix(std::min(numero.find_first_not_of('0'), numero.size()));
     if (numero.empty() || ultimo != digito_verificador(numero)) return rechazo(DIGITO_ERRADO);
     return {true, agrupado(numero) + '-' + ultimo, ""};

@@ -121,8 +121,8 @@ Linea leer_linea(Recordset& rs, std::size_t desde) {
     const auto texto = [&](std::size_t i) { return recortar_fin(sin_controles(rs.at(desde + i).text())); };
     return {texto(0),
             texto(1),
-            importe(rs.at(desde + 2)),
-            importe(rs.at(desde + 3)),
+            pesos(rs.at(desde + 2)),
+            pesos(rs.at(desde + 3)),
             texto(4),
             texto(5),
             texto(6),

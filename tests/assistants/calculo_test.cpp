@@ -68,15 +68,17 @@ TEST(Calculo, CuadreDeLasPartes) {
     EXPECT_EQ(cuadre(EGRESOS, "", "0", "", "850.000"), "") << "no parts";
     EXPECT_EQ(cuadre(INGRESOS, "100.000", "7", "19.000", "119.007"), "") << "parts that are not shown";
     EXPECT_EQ(cuadre(COMPRAS, "", "", "", ""), "Diferencia 500");
+    EXPECT_EQ(texto_cuadre({COMPRAS, "FACTURA", "", "", "", "", "", "", ""}), "") << "nothing yet";
 }
 
 TEST(Calculo, LoEscritoEsUnSoloNumero) {
-    for (const char* bueno : {"", "0", "150", "-500", "1.000", "12.345.678", "1234,5", " 7 "})
+    for (const char* bueno :
+         {"", " ", "0", "150", "-500", "1.000", "12.345.678", "1234,5", " 7 ", "-999999999999999"})
         EXPECT_TRUE(monto_escrito(bueno)) << bueno;
-    for (const char* malo :
-         {"abc", "12x4", "150.00", "1.5", "1,234,567", "1.2345", "0.150", "--5", ",", "1000000000000000"})
+    for (const char* malo : {"abc", "12x4", "150.00", "1.5", "1,234,567", "1.2345", "0.150", "--5", ",",
+                             "1000000000000000", "-1000000000000000"})
         EXPECT_FALSE(monto_escrito(malo)) << malo;
-    for (const char* buena : {"", "31,5", "31.5", "0"}) EXPECT_TRUE(tasa_escrita(buena)) << buena;
+    for (const char* buena : {"", " ", "31,5", "31.5", "0"}) EXPECT_TRUE(tasa_escrita(buena)) << buena;
     for (const char* mala : {"-5", "19,5%", "abc", "1/2", "1.000,5"})
         EXPECT_FALSE(tasa_escrita(mala)) << mala;
 }

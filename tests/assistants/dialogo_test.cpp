@@ -2,6 +2,8 @@
 // the dialogs only.
 #include "assistants/asistentes.h"
 #include "assistants/auxiliares.h"
+#include "assistants/documentos.h"
+#include "assistants/impuestos.h"
 #include "assistants/reapertura.h"
 
 using namespace quorvel;
@@ -178,14 +180,17 @@ TEST_P(Asistentes, ElOtroImpuestoVaPorSuCodigo) {
 }
 
 TEST_P(Asistentes, ReaperturaReparteElTotal) {
+    std::optional<Clave> clave;
     const auto propuesta = [&](std::int64_t neto, std::int64_t exento, std::int64_t total, const char* tasa,
                                std::optional<double> linea = {}) {
-        const auto r =
-            proponer_reapertura(*p.db, {neto, exento, total, tasa,
-                                        Clave{1, "01", fecha(2024, 3, 20), "002", "7"}, "109002", linea});
+        const auto r = proponer_reapertura(*p.db, {neto, exento, total, tasa, clave, "109002", linea});
         return r ? r->neto + " " + r->iva + " " + r->otro + " " + r->total : "nothing";
     };
+    EXPECT_EQ(propuesta(100000, 0, 119700, ""), "100.000 19.000 0 119.000") << "not stored yet";
+    clave = Clave{1, "01", fecha(2024, 3, 20), "002", "7"};
     EXPECT_EQ(propuesta(0, 0, 119000, ""), "nothing");
+    EXPECT_EQ(propuesta(1, 0, 1, ""), "1 0 0 1");
+    EXPECT_EQ(propuesta(0, 5000, 5000, ""), "0 0 0 5.000");
     EXPECT_EQ(propuesta(100000, 0, 119000, ""), "100.000 19.000 0 119.000");
     EXPECT_EQ(propuesta(150, 0, 179, ""), "150 29 0 178");
     EXPECT_EQ(propuesta(100000, 5000, 155500, "31,5"), "100.000 19.000 31.500 155.500");
@@ -196,7 +201,8 @@ TEST_P(Asistentes, ReaperturaReparteElTotal) {
     EXPECT_EQ(propuesta(100000, 0, 119700, "31,5", 700), "100.000 19.000 700 119.700")
         << "typed against the rate";
     EXPECT_EQ(propuesta(100000, 0, 118300, "", 700), "100.000 19.000 -700 118.300");
-    EXPECT_EQ(propuesta(150, 0, 179, ""), "150 29 0 178") << "a peso is rounding, no other tax";
+    EXPECT_EQ(propuesta(150, 0, 179, "31,5", 1), "150 29 0 178") << "a peso is rounding, no other tax";
+    EXPECT_EQ(propuesta(150, 0, 180, "31,5", 2), "150 29 2 180");
 }
 
 TEST_P(Asistentes, GeneraAuxiliar) {
@@ -245,6 +251,28 @@ TEST_P(Asistentes, CodigosDeAuxiliar) {
                             codigo + "','x','1','" + codigo + "')");
     EXPECT_EQ(creado("6-K"), "1000000");
     EXPECT_EQ(creado("7-8"), "1000001");
+    EXPECT_THROW(generar_auxiliar(*p.db, "7-7", "x"), std::invalid_argument) << "its check digit is 8";
+    const struct {
+        std::vector<const char*> codigos;
+        const char* siguiente;
+    } casos[] = {{{}, "000001"},
+                 {{"000050", "7"}, "000051"},
+                 {{"000050", "PROV9"}, "000051"},
+                 {{"000050", "99A"}, "000051"},
+                 {{"000050", "99:"}, "000051"},
+                 {{"000050", "99-1"}, "000051"},
+                 {{"000005", "1000000"}, "000006"},
+                 {{"1234567"}, "000001"},
+                 {{"9", "10", "000002", "A"}, "000011"},
+                 {{"999999", "1000041", "1000000", "10000000", "10000005"}, "1000042"},
+                 {{"999999", "9999990", "10000000", "10000005"}, "9999991"}};
+    for (const auto& c : casos) {
+        ejecutar(*p.db, "delete from ctxaux_cod");
+        for (const std::string codigo : c.codigos)
+            ejecutar(*p.db, "insert into ctxaux_cod(auxiliar,n_auxiliar,activo,rut) values ('" + codigo +
+                                "','x','1','" + codigo + "')");
+        EXPECT_EQ(creado("1-9"), c.siguiente) << c.codigos.size();
+    }
     EXPECT_EQ(codigo_de_entrada("34 - PEREZ - HIJO") + codigo_de_entrada("00000034 - X"), "3400000034");
 }
 
@@ -280,6 +308,7 @@ TEST_P(Asistentes, UnaLineaNoQuedaNegativa) {
         const char *libro, *documento, *cuenta, *montos[2];
     } casos[] = {{"COMPRAS", "FACTURA", "501002", {"txtNeto=-500", ""}},
                  {"COMPRAS", "FACTURA", "501002", {"txtNeto=1000", "txttotal=100"}},
+                 {"VENTAS", "FACTURA", "401001", {"txtNeto=1000", "txttotal=100"}},
                  {"RETENCIONES", "BOLETA", "501001", {"txttotal=-9", ""}},
                  {"EGRESOS", "EGRESO", "101002", {"txttotal=-9", ""}},
                  {"RET. SOCIO", "EGRESO", "101002", {"txtCuenta2=301001", "txttotal=-9"}}};
@@ -320,7 +349,19 @@ TEST_P(Asistentes, ExigenciasDelBoton) {
     EXPECT_EQ(p.e.formas_abiertas.size(), 1U) << "the general journal has no assistant";
 }
 
+TEST_P(Asistentes, TasaDeUnCodigoCorto) {
+    ejecutar(*p.db, "insert into ctmotroimp(otro_impuesto,descripcion,tasa) values ('','NADA',9)");
+    ejecutar(*p.db, "insert into ctmotroimp(otro_impuesto,descripcion,tasa) values ('27','PIEL',15.5)");
+    for (const auto& [entrada, tasa] : {std::pair("27 PIEL", "15,5"), std::pair("024 LICORES", "31,5"),
+                                        std::pair("", "none"), std::pair("999 X", "none")})
+        EXPECT_EQ(tasa_de_entrada(*p.db, entrada).value_or("none"), tasa) << entrada;
+}
+
 TEST_P(Asistentes, DocumentosDeIngresoYEgreso) {
+    EXPECT_EQ(habilitar_documentos_caja(*p.db), 2);
+    ejecutar(*p.db, "delete from adxdoc_sub where documento='007'");
+    EXPECT_EQ(habilitar_documentos_caja(*p.db), 1);
+    ejecutar(*p.db, "delete from adxdoc_sub where documento in ('006','007')");
     cabecera("COMPRAS", "FACTURA");
     p.e.al_abrir([&](ui::Form& d) {
         escribir(d, "txtCuenta", "501002");

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <stdexcept>
 
 using namespace quorvel;
 
@@ -80,6 +81,20 @@ TEST(Lineas, RetencionYRetiro) {
     EXPECT_EQ(en_texto(lineas_retencion(d, sin, "g")), "hpro D100000 | ret H0 | hon H100000");
     EXPECT_EQ(en_texto(lineas_retiro_socio({"banco", "77", "socio", "14", 500000}, "g")),
               "banco/77 D500000 | socio/14 H500000");
+}
+
+TEST(Lineas, CadaLibroConSuAsistente) {
+    const char* const titulos[] = {"libro sin asistente", "Asistente de Ventas",  "Asistente de Compras",
+                                   "libro sin asistente", "Asistente de Ingreso", "Asistente de Egreso",
+                                   "libro sin asistente"};
+    for (int libro = 0; libro <= RET_SOCIO; ++libro) {
+        try {
+            EXPECT_EQ(variante(libro).titulo, std::string_view(titulos[libro]));
+        } catch (const std::out_of_range& e) {
+            EXPECT_EQ(e.what(), std::string_view(titulos[libro]));
+        }
+    }
+    for (const int otro : {-1, RET_SOCIO + 1}) EXPECT_EQ(documentos_ofrecidos(otro).size(), 1U) << otro;
 }
 
 /// A kind that the screen lacks could not be carried back.

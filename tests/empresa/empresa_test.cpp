@@ -43,12 +43,26 @@ INSTANTIATE_TEST_SUITE_P(Motores, Empresas, ::testing::ValuesIn(MOTORES),
 TEST_P(Empresas, FromTheTemplateInAnEmptyDatabase) {
     const auto db = crear_base(GetParam());
     EmpresaNueva e = nueva(1);
+    EXPECT_EQ(proponer_codigo_empresa(*db), 1);
     EXPECT_EQ(todas(revisar_empresa(*db, e)), "plan! La base no tiene plan de cuentas\n");
     e.plan = leer_plan(dbtools::leer_dato("plan/plan_general.csv"));
     EXPECT_EQ(todos(e.plan->errores), "");
     EXPECT_EQ(todas(revisar_empresa(*db, e)), "");
-    crear_empresa(*db, e, codigos());
+    e.usuario = " ";
+    EXPECT_EQ(todas(revisar_empresa(*db, e)), "usuario! Falta el nombre del usuario\n");
+    e.usuario = " ANA ";
+    auto base = codigos();
+    base.push_back({"admdocumen", "090", "SIN SUBSISTEMA", ""});
+    base.push_back({"admmonedas", "ZZ"}); // a line that is cut off
+    crear_empresa(*db, e, base);
     EXPECT_EQ(filas(*db, "select n_empresa,rut from admempresa"), "Panadería O'Higgins; Ñuñoa|76.854.320-8");
+    EXPECT_EQ(filas(*db, "select moneda,n_moneda from admmonedas order by moneda"),
+              "PS|PESO;UF|UNIDAD DE FOMENTO;US|DOLAR");
+    EXPECT_EQ(filas(*db, "select tipo_aux,n_tipo_aux,sistema from ctmtipoaux where tipo_aux='PS'"),
+              "PS|PERSONAS NATURALES Y JURIDICAS|0");
+    EXPECT_EQ(filas(*db, "select usuario,n_usuario,alias,permiso from admusuario"), "1|ANA|1|11111");
+    EXPECT_EQ(filas(*db, "select persona,n_persona,tipo,activo from admpersona"), "1|ANA|N|1");
+    EXPECT_EQ(filas(*db, "select f_digi_inicial,f_digi_final from ctmconfigu"), "2024-01-01|2024-12-31");
     EXPECT_EQ(contar_cuentas(*db), static_cast<std::int64_t>(e.plan->cuentas.size()));
     EXPECT_EQ(filas(*db, "select formato_centro,num_nivel,longitud from ctmgcuenta where g_cuenta='5'"),
               "9.99.999|3|6");
@@ -63,17 +77,99 @@ TEST_P(Empresas, FromTheTemplateInAnEmptyDatabase) {
     EXPECT_EQ(k.factura_cobrar + k.req_factura_cobrar + " " + k.iva + " " + k.centro_gan,
               "1020011 202001 302001");
     EXPECT_EQ(filas(*db, "select documento from adxemp_doc where empresa=1 order by documento"),
-              "001;002;003;004;005;006;007");
-    EXPECT_EQ(filas(*db, "select documento from adxdoc_sub order by documento"),
-              "001;002;003;004;005;006;007")
+              "001;002;003;004;005;006;007;090");
+    EXPECT_EQ(filas(*db, "select subsistema,documento from adxdoc_sub order by documento"),
+              "01|001;01|002;01|003;01|004;01|005;01|006;01|007")
         << "income and egress too";
     EXPECT_EQ(proponer_codigo_empresa(*db), 2);
-    // the next company takes the chart and the accounts of the first
+    ejecutar(*db, "insert into ctmconfigu(empresa,anio,iva) values (1,2023,'x')");
+    // the next company takes the chart and the last accounts of the first
     EmpresaNueva otra = nueva(2);
     EXPECT_EQ(todas(revisar_empresa(*db, otra)), "");
     crear_empresa(*db, otra, codigos());
     EXPECT_EQ(leer_configuracion_anual(*db, 2, 2024)->cuentas, c->cuentas);
     EXPECT_EQ(filas(*db, "select count(*) from admusuario"), "1");
+    ejecutar(*db, "delete from ctmconfigu");
+    ejecutar(*db, "delete from admusuario");
+    ejecutar(*db, "delete from admempresa where empresa=1");
+    ejecutar(*db, "update admpersona set n_persona='EVA'");
+    EXPECT_EQ(proponer_codigo_empresa(*db), 1);
+    crear_empresa(*db, nueva(3), {});
+    EXPECT_EQ(filas(*db, "select empresa,iva from ctmconfigu"), "3|") << "nobody's accounts to take";
+    EXPECT_EQ(filas(*db, "select n_persona from admpersona"), "EVA") << "a person who is there stays";
+}
+
+TEST_P(Empresas, WhatANewOneLacks) {
+    const auto db = crear_empresa(GetParam());
+    const struct {
+        void (*cambio)(EmpresaNueva&);
+        const char* dicho;
+    } casos[] = {
+        {[](EmpresaNueva&) {}, ""},
+        {[](EmpresaNueva& e) { e.usuario = ""; }, ""}, // there are users
+        {[](EmpresaNueva& e) { e.codigo = 0; }, "codigo! El código va de 1 a 32767\n"},
+        {[](EmpresaNueva& e) { e.codigo = 32767; }, ""},
+        {[](EmpresaNueva& e) { e.codigo = 32768; }, "codigo! El código va de 1 a 32767\n"},
+        {[](EmpresaNueva& e) { e.rut = " "; }, "rut! Falta el RUT\n"},
+        {[](EmpresaNueva& e) { e.desde = std::nullopt; }, "desde! Falta la fecha inicial\n"},
+        {[](EmpresaNueva& e) { std::swap(e.desde, e.hasta); },
+         "hasta! El período termina antes de empezar\n"},
+        {[](EmpresaNueva& e) { e.hasta = fecha(2025, 1, 1); }, "hasta! La fecha debe ser del año 2024\n"},
+        {[](EmpresaNueva& e) { e.plan = leer_plan("cuenta;nombre;tipo\n6;;activo\n"); },
+         "plan! línea 2, nombre: falta\n"},
+        {[](EmpresaNueva& e) { e.plan = leer_plan("cuenta;nombre;tipo\n1;X;gasto\n"); },
+         "plan! línea 2, tipo: el grupo 1 de la base es de balance\n"}};
+    for (const auto& c : casos) {
+        EmpresaNueva e = nueva();
+        c.cambio(e);
+        EXPECT_EQ(todas(revisar_empresa(*db, e)), c.dicho);
+    }
+    for (const int anio : {1989, 1990, 2100, 2101}) {
+        EmpresaNueva e = nueva();
+        e.anio = anio;
+        e.desde = fecha(anio, 1, 1);
+        e.hasta = fecha(anio, 12, 31);
+        EXPECT_EQ(todas(revisar_empresa(*db, e)),
+                  anio == 1989 || anio == 2101 ? "anio! El año va de 1990 a 2100\n" : "");
+    }
+}
+
+TEST_P(Empresas, WhatABaseLacks) {
+    const auto db = crear_base(GetParam());
+    const char* const pasos[][2] = {
+        {"Esta base no tiene plan de cuentas.\nNueva empresa…, en la ventana de inicio, trae uno de muestra "
+         "o "
+         "lo importa de un archivo CSV.",
+         "insert into ctmcentros(centro,n_centro) values ('1','X')"},
+        {"Esta base no tiene tipos de documento.\nNueva empresa…, en la ventana de inicio, los crea.",
+         "insert into adxdoc_sub(subsistema,documento) values ('01','001')"},
+        {"La empresa no tiene configuración contable.\nSe ingresa con Ctrl+K, o en la ventana de inicio.",
+         "insert into ctmconfigu(empresa,anio) values (7,2024)"}};
+    for (const auto& [falta, remedio] : pasos) {
+        EXPECT_EQ(falta_para_trabajar(*db, 7), falta);
+        ejecutar(*db, remedio);
+    }
+    EXPECT_EQ(falta_para_trabajar(*db, 7), "");
+}
+
+TEST_P(Empresas, ChartIntoTheDatabase) {
+    const auto db = crear_empresa(GetParam());
+    const Plan plan = leer_plan("cuenta;nombre;tipo;auxiliar\n901;UNA;activo;s\n9;GRUPO;activo;\n"
+                                "801001;OTRA;gasto;no\n701;MAS;patrimonio;0\n101001;caja;activo;\n");
+    EXPECT_EQ(todos(comparar_plan(*db, plan)), "");
+    EXPECT_EQ(agregar_plan(*db, plan), 4);
+    EXPECT_EQ(filas(*db, "select g_cuenta,n_g_cuenta,transitorio,formato_centro,num_nivel,longitud from "
+                         "ctmgcuenta where g_cuenta>'6' order by g_cuenta"),
+              "7|BALANCE|0|9.99.999|3|6;8|RESULTADO|1|9.99.999|3|6;9|GRUPO|0|9.99.999|3|6");
+    EXPECT_EQ(filas(*db, "select centro,n_centro,g_cuenta,activo,req_auxiliar from ctmcentros where "
+                         "g_cuenta>'6' order by centro"),
+              "701|MAS|7|1|0;801001|OTRA|8|1|0;9|GRUPO|9|0|0;901|UNA|9|1|1");
+    const auto cuentas = cuentas_imputables(*db);
+    EXPECT_EQ(cuentas.front().codigo + " " + cuentas.front().nombre, "101001 CAJA");
+    EXPECT_EQ(cuentas.back().codigo + " " + cuentas.back().nombre, "901 UNA");
+    EXPECT_EQ(std::to_string(cuentas.size()), filas(*db, "select count(*) from ctmcentros where activo='1'"));
+    ejecutar(*db, "alter table ctmcentros rename column req_auxiliar to otra");
+    EXPECT_THROW((void)agregar_plan(*db, leer_plan("cuenta;nombre;tipo\n902;X;activo\n")), ErrorSesion);
 }
 
 TEST_P(Empresas, NothingIsHalfDone) {
@@ -83,8 +179,7 @@ TEST_P(Empresas, NothingIsHalfDone) {
     EXPECT_EQ(todas(revisar_empresa(*db, e)), "");
     const std::string antes = filas(*db, "select count(*) from ctmcentros");
     // the last step is refused: another user created the configuration meanwhile
-    ejecutar(*db, GetParam() == Motor::sqlite ? "insert into adxemp_doc(empresa,documento) values (7,'002')"
-                                              : "insert into adxemp_doc(empresa,documento) values (7,'002')");
+    ejecutar(*db, "insert into adxemp_doc(empresa,documento) values (7,'002')");
     EXPECT_THROW(crear_empresa(*db, e, codigos()), ErrorSesion);
     EXPECT_EQ(filas(*db, "select count(*) from admempresa where empresa=7"), "0");
     EXPECT_EQ(filas(*db, "select count(*) from ctmcentros"), antes);
@@ -110,40 +205,76 @@ TEST_P(Empresas, NothingIsHalfDone) {
 
 TEST_P(Empresas, ConfigurationOfTheYear) {
     const auto db = crear_empresa(GetParam());
+    ejecutar(*db, "update ctmconfigu set elaborado=null,revisado='Jefe ',aprobado=''");
     auto c = *leer_configuracion_anual(*db, 1, 2024);
+    EXPECT_EQ(c.elaborado + "|" + c.revisado + "|" + c.aprobado, "Elaborado|Jefe|");
+    EXPECT_EQ(c.f_digi_inicial, fecha(2024, 1, 1));
+    EXPECT_EQ(c.f_digi_final, fecha(2024, 12, 31));
     EXPECT_EQ(todas(revisar_configuracion(*db, c)), "");
     EXPECT_EQ(anios_configurados(*db, 1), std::vector<int>{2024});
     EXPECT_FALSE(leer_configuracion_anual(*db, 1, 2025));
     c.f_digi_inicial = fecha(2024, 12, 1);
     c.f_digi_final = fecha(2024, 1, 31);
-    c.cuentas["iva"] = "";
+    c.cuentas.erase("iva");
+    c.cuentas["centro_per"] = " ";
+    c.cuentas["otros_impuestos"] = "501001"; // of the result, as it may be
+    c.cuentas["honorarios_pagar"] = "101002";
     c.cuentas["factura_cobrar"] = "101001";
     c.cuentas["factura_pagar"] = "999999";
     c.cuentas["boleta_pagar"] = "501009";
     c.cuentas["centro_gan"] = "401001";
-    c.aprobado = "Una firma de más de treinta letras";
+    c.elaborado = c.revisado = "Una firma de más de treinta les";
+    c.aprobado = "Una firma de treinta letras ññ";
     EXPECT_EQ(todas(revisar_configuracion(*db, c)),
               "f_digi_final! El período termina antes de empezar\n"
               "factura_cobrar  La cuenta 101001 no pide auxiliar\n"
               "factura_pagar! La cuenta 999999 no existe\n"
               "boleta_pagar! La cuenta 501009 es un título o no está en uso\n"
               "iva  Falta: sin ella no se graba ningún comprobante\n"
+              "honorarios_pagar  La cuenta 101002 no pide auxiliar\n"
               "centro_gan! La cuenta 401001 es de resultado: el cierre la saldaría\n"
-              "aprobado! Tiene más de 30 letras\n");
+              "centro_per  Falta: se necesita para cerrar el año\n"
+              "elaborado! Tiene más de 30 letras\nrevisado! Tiene más de 30 letras\n");
+    c = *leer_configuracion_anual(*db, 1, 2024);
+    c.f_digi_final = fecha(2025, 1, 1);
+    EXPECT_EQ(todas(revisar_configuracion(*db, c)), "f_digi_final! La fecha debe ser del año 2024\n");
+    c.f_digi_final = fecha(2023, 1, 1);
+    c.f_digi_final = std::nullopt;
+    EXPECT_EQ(todas(revisar_configuracion(*db, c)), "") << "each end of the period may be open";
+    c.f_digi_final = fecha(2024, 1, 1);
+    c.f_digi_inicial = fecha(2024, 2, 1);
+    c.f_digi_inicial = std::nullopt;
+    EXPECT_EQ(todas(revisar_configuracion(*db, c)), "");
     c = *leer_configuracion_anual(*db, 1, 2024);
     c.cuentas["iva"] = "203002";
+    c.cuentas.erase("otros_impuestos");
     c.f_digi_inicial = std::nullopt;
     c.elaborado = "O'Higgins";
+    c.aprobado = "Jefa";
     ejecutar(*db, "update ctmconfigu set f_comp_cierre=#12/31/2024#,documento_cierre='001',"
                   "num_docum_cierre='9'");
     grabar_configuracion(*db, c);
-    EXPECT_EQ(filas(*db, "select iva,elaborado,f_comp_cierre,num_docum_cierre from ctmconfigu"),
-              "203002|O'Higgins|2024-12-31|9");
+    EXPECT_EQ(filas(*db, "select iva,otros_impuestos,elaborado,revisado,aprobado,f_comp_cierre,"
+                         "num_docum_cierre from ctmconfigu"),
+              "203002||O'Higgins|Jefe|Jefa|2024-12-31|9");
     EXPECT_EQ(leer_configuracion_anual(*db, 1, 2024)->cierre, "001 9 del 31/12/2024");
     EXPECT_FALSE(leer_configuracion_anual(*db, 1, 2024)->f_digi_inicial);
     c.anio = 2025;
     grabar_configuracion(*db, c);
     EXPECT_EQ(anios_configurados(*db, 1), (std::vector<int>{2025, 2024}));
+    ejecutar(*db, "alter table ctmconfigu rename column aprobado to otra");
+    EXPECT_THROW(grabar_configuracion(*db, c), ErrorSesion);
+    std::string titulos; // in the order of a save, those of persons with a star
+    for (const CuentaConfigurada& t : cuentas_configuradas())
+        titulos += std::string(t.columna) + (t.de_tercero ? "*" : "") + " " + t.titulo + "\n";
+    EXPECT_EQ(titulos, "factura_cobrar* Clientes, facturas por cobrar\nboleta_cobrar Boletas por cobrar\n"
+                       "factura_pagar* Proveedores, facturas por pagar\nboleta_pagar Boletas por pagar\n"
+                       "iva IVA de ventas (débito fiscal)\notros_impuestos Otros impuestos de ventas\n"
+                       "iva_compra IVA de compras (crédito fiscal)\n"
+                       "otros_impuestos_compra Otros impuestos de compras\n"
+                       "honorarios_pagar* Honorarios por pagar\n"
+                       "retencion_seg_cat Retención de segunda categoría\n"
+                       "centro_gan Utilidad del ejercicio\ncentro_per Pérdida del ejercicio\n");
 }
 
 TEST(PlanCsv, EveryErrorByLineAndField) {
@@ -175,6 +306,36 @@ TEST(PlanCsv, EveryErrorByLineAndField) {
                   .errores),
         "línea 2, uso: La cuenta 1 es un título o no está en uso\n"
         "línea 4, uso: La cuenta 41 es de resultado: el cierre la saldaría\n");
+    const std::string veinte(20, '1'), letras(48, 'n');
+    EXPECT_EQ(todos(leer_plan("cuenta;nombre;tipo;auxiliar\n" + veinte + ";" + letras + "ñá;pasivo;1\n" +
+                              veinte + "1;" + letras +
+                              "ñáx;activo;n\n;CAJA;activo\n2\n1/2;A;activo;\n"
+                              "1:;A;activo;x\n")
+                        .errores),
+              "línea 3, cuenta: tiene más de 20 dígitos\n"
+              "línea 3, nombre: tiene más de 50 letras\n"
+              "línea 4, cuenta: falta\n"
+              "línea 5, nombre: falta\n"
+              "línea 5, tipo: \"\" no es activo, pasivo, patrimonio, ingreso ni gasto\n"
+              "línea 6, cuenta: \"1/2\" no es un código de dígitos\n"
+              "línea 7, cuenta: \"1:\" no es un código de dígitos\n"
+              "línea 7, auxiliar: \"x\" no es 1 ni 0\n");
+    EXPECT_EQ(todos(leer_plan("cuenta;nombre;tipo\n1;;activo\n").errores), "línea 2, nombre: falta\n");
+    std::string once = "cuenta;nombre;tipo\n";
+    for (std::size_t largo = 1; largo <= 10; ++largo) once += veinte.substr(0, largo) + ";X;activo\n";
+    EXPECT_EQ(todos(leer_plan(once).errores), "");
+    EXPECT_EQ(todos(leer_plan(once + "11111111111;X;activo\n").errores),
+              "línea 1, cuenta: los códigos tienen más de 10 largos distintos\n");
+}
+
+TEST(PlanCsv, KindsAndAuxiliaries) {
+    std::string leido;
+    for (const CuentaPlan& c : leer_plan("cuenta;nombre;tipo;auxiliar\n11;A;activo;1\n12;A;activo;0\n"
+                                         "21;A;Pasivo;si\n22;A;pasivo;No\n31;A;patrimonio;S\n"
+                                         "41;A;ingreso;n\n51;A;gasto;\n")
+                                   .cuentas)
+        leido += c.codigo + "/" + c.grupo + (c.de_resultado ? " R" : " B") + (c.auxiliar ? "x " : " ");
+    EXPECT_EQ(leido, "11/1 Bx 12/1 B 21/2 Bx 22/2 B 31/3 Bx 41/4 R 51/5 R ");
 }
 
 TEST(PlanCsv, AsSpreadsheetsWriteIt) {

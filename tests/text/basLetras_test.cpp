@@ -39,6 +39,9 @@ TEST(Letras, WholeNumbersInWords) {
         {"1000000", "un millón"},
         {"1500000", "un millón quinientos mil"},
         {"1001000", "un millón una mil"},
+        {"999999", "novecientos noventa y nueve mil novecientos noventa y nueve"},
+        {"1999999", "un millón novecientos noventa y nueve mil novecientos noventa y nueve"},
+        {"2000000", "dos millones"},
         {"2000001", "dos millones una"},
         {"21000000", "veintiuna millones"},
         {"1001001000", "mil una millones una mil"},
@@ -51,6 +54,8 @@ TEST(Letras, WholeNumbersInWords) {
         {"", "cero"},
         {"0.5", "cero"},
         {"-0,9", "cero"},
+        {",5", "cero"},
+        {"+7", "siete"},
         {"1.234", "mil doscientos treinta y cuatro"},
         {"1 234", "mil doscientos treinta y cuatro"},
         {"1.234.567", "un millón doscientos treinta y cuatro mil quinientos sesenta y siete"},
@@ -70,7 +75,11 @@ TEST(Letras, AmountsWithDecimalsUnitsAndWidth) {
     EXPECT_EQ(Letras("1 . 000 . 000"), "un millón");
     EXPECT_EQ(Letras("20", 0, " pesos "), "veinte pesos");
     EXPECT_EQ(Letras("20,10", 0, "pesos"), "veinte pesos con diez");
+    EXPECT_EQ(Letras("20,10", 0, "pesos", " centavos "), "veinte pesos con diezcentavos");
+    EXPECT_EQ(Letras("10, 50"), "diez con cincuenta");
+    EXPECT_EQ(Letras("12.34,5"), "mil doscientos treinta y cuatro con cincuenta") << "points can only group";
     EXPECT_EQ(Letras("20", 10), "veinte    ");
+    EXPECT_EQ(Letras("20", 1), "v");
     EXPECT_EQ(Letras("1000000", 7), "un mill");
     EXPECT_EQ(Letras("1000000", 9), "un millón");
     EXPECT_EQ(mayusculas(Letras("1.234.567")),
@@ -78,8 +87,16 @@ TEST(Letras, AmountsWithDecimalsUnitsAndWidth) {
 }
 
 TEST(Letras, RefusesWhatItCannotSay) {
-    for (const char* malo : {"abc", "12a", "1:", "1.2.3", "--1", "1,a5", "-"})
-        EXPECT_THROW((void)Letras(malo), std::invalid_argument) << malo;
-    EXPECT_THROW((void)Letras("1.000.000.000.000"), std::out_of_range);
-    EXPECT_THROW((void)NumeroALetras("99999999999999999999999999"), std::out_of_range);
+    const auto motivo = [](const char* texto) {
+        try {
+            return NumeroALetras(texto);
+        } catch (const std::logic_error& e) {
+            return std::string(e.what());
+        }
+    };
+    for (const std::string malo : {"abc", "12a", "1:", "1.2.3", "--1", "1,a", "1.a", "1.2,5", "-"})
+        EXPECT_EQ(motivo(malo.c_str()), "\"" + malo + "\" no es un número");
+    for (const char* grande : {"1.000.000.000.000", "99999999999999999999999999"})
+        EXPECT_EQ(motivo(grande), "El monto es demasiado grande para escribirlo en letras");
+    EXPECT_THROW((void)Letras("1,a5"), std::invalid_argument);
 }

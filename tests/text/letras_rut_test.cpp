@@ -14,8 +14,11 @@ TEST(Letras, CodePointsNotBytes) {
     EXPECT_EQ(largo("ñandú €"), 7U);
     EXPECT_EQ(mayusculas("año ñandú áéíóú ü ç"), "AÑO ÑANDÚ ÁÉÍÓÚ Ü Ç");
     EXPECT_EQ(minusculas("COTIZACIÓN ÑÜ"), "cotización ñü");
+    EXPECT_EQ(minusculas("@AZ["), "@az[");
     EXPECT_EQ(sin_acentos("CAMIÓN Ñuñoa"), "camion nunoa");
-    EXPECT_EQ(normalizar("n\xCC\x83"), "ñ");
+    EXPECT_EQ(sin_acentos("½ \xCC\x81"), "½ ");
+    EXPECT_EQ(sin_acentos("\xCC\x81"), "") << "nothing is left";
+    EXPECT_EQ(normalizar("n\xCC\x83 ½"), "ñ ½") << "composed, and no more than that";
     EXPECT_EQ(normalizar("a\xFFz"), "a\xEF\xBF\xBDz");
     EXPECT_EQ(mayusculas("a\xC3"), "A\xEF\xBF\xBD") << "a letter cut in half";
     EXPECT_EQ(recortar("  a b  "), "a b");
@@ -23,8 +26,23 @@ TEST(Letras, CodePointsNotBytes) {
     EXPECT_EQ(sin_controles("a\tb\r\nñ\x7F"), "a b  ñ ");
     EXPECT_EQ(reemplazar("a.b..c", ".", ""), "abc");
     EXPECT_EQ(reemplazar("aaa", "a", "aa"), "aaaaaa");
-    EXPECT_TRUE(igual_sin_caso("Cotización", "COTIZACIÓN"));
-    EXPECT_FALSE(igual_sin_caso("ano", "año"));
+    EXPECT_EQ(reemplazar("aaa", "", "b"), "aaa");
+    for (const char* utf8 : {"", "a", "ñ", "\xEF\xBF\xBD"}) EXPECT_TRUE(es_utf8(utf8)) << utf8;
+    for (const char* otro : {"\xFF", "a\xF1", "\xC3 a"}) EXPECT_FALSE(es_utf8(otro)) << otro;
+    const struct {
+        const char *a, *b;
+        bool iguales;
+    } pares[] = {{"Cotización", "COTIZACIÓN", true},
+                 {"ano", "año", false},
+                 {"[", "{", false},
+                 {"", "", true},
+                 {"ab", "AB", true},
+                 {"ab", "AB ", false},
+                 {"k", "\xE2\x84\xAA", true}}; // the kelvin sign
+    for (const auto& c : pares) {
+        EXPECT_EQ(igual_sin_caso(c.a, c.b), c.iguales) << c.a << ' ' << c.b;
+        EXPECT_EQ(igual_sin_caso(c.b, c.a), c.iguales) << c.b << ' ' << c.a;
+    }
 }
 
 TEST(Rut, EachRefusalHasItsText) {
@@ -52,6 +70,8 @@ TEST(Rut, EachRefusalHasItsText) {
         {"12A45678-5", "", C},
         {"-0", "", C},
         {"1-2-9", "", C},
+        {"1:-K", "", C}, // the check character that the sign's code would give
+        {"1/-K", "", C},
         {"00-0", "", C},
         {"12345678-ñ", "", B},
     };

@@ -1,6 +1,6 @@
 // Goal: a year end that is broken off leaves nothing half done. Method: the connection is cut at each
-// statement of the close in turn, before the server gets it or before its answer arrives; each generating
-// command is cancelled at its start and half way.
+// statement of the close in turn, before the server gets it or before its answer arrives, and the same
+// without a server by a session that fails; each generating command is cancelled at its start and half way.
 #include "apoyo/dialogo.h"
 #include "apoyo/pg.h"
 #include "yearend/cerrar_anio.h"
@@ -10,11 +10,40 @@ using namespace quorvel::apoyo;
 
 namespace {
 
-class SesionQueSeCorta final : public clsConexion {
+/// A session whose statements from one on fail, some of them or all, though the last may have been done.
+class SesionQueFalla : public clsConexion {
 public:
-    SesionQueSeCorta(clsConexion& db, int en, bool tras) : db_(db), en_(en), tras_(tras) {}
+    SesionQueFalla(clsConexion& db, int en, bool tras, int cuantas = 1)
+        : db_(db), en_(en), hasta_(en + cuantas), tras_(tras) {}
     int sentencias = 0;
 
+    std::unique_ptr<Recordset> NewRecord(const std::string& sql) override {
+        if (falla()) throw ErrorSesion("lost", sql);
+        return db_.NewRecord(sql);
+    }
+    int executesql(const std::string& sql) override {
+        if (!falla()) return db_.executesql(sql);
+        if (tras_) (void)db_.executesql(sql);
+        return 0;
+    }
+    void BeginTrans() override { db_.BeginTrans(); }
+    void CommitTrans() override { db_.CommitTrans(); }
+    void rollback() override { db_.rollback(); }
+    [[nodiscard]] int TypeDB() const override { return db_.TypeDB(); }
+    [[nodiscard]] std::string Name() const override { return db_.Name(); }
+    [[nodiscard]] std::string last_error() const override { return db_.last_error(); }
+    [[nodiscard]] std::int64_t rows_affected() const override { return db_.rows_affected(); }
+
+protected:
+    bool falla() { return ++sentencias >= en_ && sentencias < hasta_; }
+    clsConexion& db_;
+    int en_, hasta_;
+    bool tras_;
+};
+
+class SesionQueSeCorta final : public SesionQueFalla {
+public:
+    using SesionQueFalla::SesionQueFalla;
     std::unique_ptr<Recordset> NewRecord(const std::string& sql) override {
         if (++sentencias == en_) pg_cortar_conexiones();
         return db_.NewRecord(sql);
@@ -29,18 +58,6 @@ public:
         } // the session has met the loss, as one that waits for an answer does
         return 0;
     }
-    void BeginTrans() override { db_.BeginTrans(); }
-    void CommitTrans() override { db_.CommitTrans(); }
-    void rollback() override { db_.rollback(); }
-    [[nodiscard]] int TypeDB() const override { return db_.TypeDB(); }
-    [[nodiscard]] std::string Name() const override { return db_.Name(); }
-    [[nodiscard]] std::string last_error() const override { return db_.last_error(); }
-    [[nodiscard]] std::int64_t rows_affected() const override { return db_.rows_affected(); }
-
-private:
-    clsConexion& db_;
-    int en_;
-    bool tras_;
 };
 
 std::string cerrar(clsConexion& db) {
@@ -77,6 +94,35 @@ TEST(ServidorPerdido, LaSegundaVezSeCompleta) {
             EXPECT_EQ(filas(*db, "select ultimo_emitido from adxemp_doc"), "0;0");
         }
     EXPECT_GE(cortadas, 12);
+}
+
+TEST(CierreFallido, LaSegundaVezSeCompleta) {
+    const auto db = crear_empresa(Motor::sqlite);
+    ejecutar(*db, "update ctmconfigu set f_comp_cierre=#12/31/2024#,documento_cierre='001',"
+                  "num_docum_cierre='1'");
+    const auto letra = [](const std::string& dicho) {
+        return dicho == CERRADO ? "done" : dicho == "lost" ? "lost" : dicho.substr(0, 25);
+    };
+    std::string primeras;
+    for (const bool tras : {false, true})
+        for (const int cuantas : {1, 2}) {
+            for (int en = 1;; ++en) {
+                SCOPED_TRACE(std::to_string(en) + " " + std::to_string(cuantas));
+                ejecutar(*db, "delete from ctmconfigu where anio=2025");
+                SesionQueFalla fallida(*db, en, tras, cuantas);
+                const std::string primera = cerrar(fallida);
+                if (fallida.sentencias < en) break;
+                if (!primeras.ends_with(letra(primera))) primeras += "|" + letra(primera);
+                const bool entero = primera == CERRADO && filas(*db, "select documento_cierre from "
+                                                                     "ctmconfigu where anio=2025") != "---";
+                EXPECT_EQ(cerrar(*db), entero ? FALTA_CIERRE : CERRADO) << "first: " << primera;
+            }
+            primeras += "\n";
+        }
+    EXPECT_EQ(primeras, "|lost|Problemas para cerrar el |lost|done\n"
+                        "|lost|Problemas para cerrar el |lost|Cierre anual completado, |done\n"
+                        "|lost|done|lost|done\n"
+                        "|lost|Problemas para cerrar el |lost|Cierre anual completado, |done\n");
 }
 
 class Interrumpido : public ::testing::TestWithParam<Motor> {
