@@ -14,8 +14,8 @@
 #include "screen/borrador.h"
 #include "screen/frmQuorvel.h"
 #include "screen/traer_version.h"
-#include "yearend/reabrir_anio.h"
 #include "voucher/cargar.h"
+#include "yearend/reabrir_anio.h"
 
 #include <QApplication>
 #include <QMenuBar>
@@ -118,8 +118,10 @@ void Anfitrion::agregar_menus(QMenuBar& barra) {
         ofrecer_borradores();
     });
     empresa->addSeparator();
-    opcion(empresa, QString::fromUtf8("&Configuración contable…"), QKeySequence("Ctrl+K"), [this] { configurar(); });
-    opcion(empresa, QString::fromUtf8("&Historia del comprobante…"), QKeySequence("Ctrl+H"), [this] { ver_historia(); });
+    opcion(empresa, QString::fromUtf8("&Configuración contable…"), QKeySequence("Ctrl+K"),
+           [this] { configurar(); });
+    opcion(empresa, QString::fromUtf8("&Historia del comprobante…"), QKeySequence("Ctrl+H"),
+           [this] { ver_historia(); });
     opcion(empresa, QString::fromUtf8("&Protección y meses bloqueados…"), QKeySequence("Ctrl+Shift+K"),
            [this] { proteger_empresa(); });
     opcion(empresa, QString::fromUtf8("Rea&brir el año…"), {}, [this] { reabrir_anio_cerrado(); });
@@ -242,10 +244,10 @@ void Anfitrion::reabrir_anio_cerrado() {
                         .arg(r.anio + 1) +
                     rehacer))
             return;
-        const std::string error = reabrir_anio(*db, eleccion_.empresa, eleccion_.usuario, hoy_);
-        hecho = error.empty();
+        const Desenlace d = reabrir_anio(*db, eleccion_.empresa, eleccion_.usuario, hoy_);
+        hecho = d.como == Desenlace::hecho;
         hecho ? avisar(ventana(), QString::fromUtf8("El año %1 está abierto.").arg(r.anio) + rehacer)
-              : avisar_problema(ventana(), to_qt(error));
+              : avisar_problema(ventana(), to_qt(d.mensaje()));
     });
     if (hecho) dejar(FinPantalla::reabrir);
 }
@@ -291,7 +293,8 @@ FinPantalla una_pantalla(const Eleccion_inicial& eleccion, std::optional<LoQueHa
         anfitrion.reponer(*habia);
     else
         anfitrion.ofrecer_borradores();
-    const MemoriaHistoria memoria(carpeta_personal() / "historia.txt", eleccion.conexion, eleccion.empresa);
+    const MemoriaHistoria memoria(dbtools::carpeta_personal() / "historia.txt", eleccion.conexion,
+                                  eleccion.empresa);
     f.atender([&] {
         if (const std::string mal = memoria.comparar(*abrir_sesion(eleccion.conexion)); !mal.empty())
             avisar_problema(anfitrion.ventana(), to_qt(mal));

@@ -3,6 +3,7 @@
 #include "platform/files/settings_file.h"
 
 #include <QApplication>
+#include <QFont>
 #include <QKeyEvent>
 #include <algorithm>
 #include <optional>

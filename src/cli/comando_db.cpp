@@ -58,10 +58,10 @@ int comprobar(const std::string& conexion, const std::filesystem::path& adjuntos
 
 int comprobar(const Opciones& o) {
     const auto distinta =
-        o.codigo.empty() ? std::vector<std::string>{} : revisar_codigo(o.conexion, o.codigo);
+        o.codigo.empty() ? std::vector<std::string>{} : dbtools::revisar_codigo(o.conexion, o.codigo);
     mostrar(distinta);
     const int codigo = comprobar(o.conexion, o.adjuntos);
-    return distinta.empty() ? codigo : RECHAZADO;
+    return distinta.empty() ? codigo : oficina::RECHAZADO;
 }
 
 int mejorar(const Opciones& o) {
@@ -115,7 +115,8 @@ int poner_respaldo(const Opciones& o) {
 void anotar(const std::string& directorio, const std::vector<std::string>& bases) {
     const auto donde = dbtools::abrir_base(directorio, dbtools::Abrir::existente);
     for (const std::string& base : bases)
-        std::cout << dbtools::anotar_en_directorio(*donde, base) << " empresas de " << dbtools::sin_clave(base) << "\n";
+        std::cout << dbtools::anotar_en_directorio(*donde, base) << " empresas de "
+                  << dbtools::sin_clave(base) << "\n";
 }
 
 int mover(const Opciones& o) {
@@ -124,36 +125,38 @@ int mover(const Opciones& o) {
     if (o.deshacer) {
         dbtools::deshacer_traslado(pedido);
         std::cout << "La empresa " << pedido.empresa << " sigue donde estaba\n";
-        return BIEN;
+        return oficina::BIEN;
     }
-    const dbtools::Trasladado hecho = dbtools::trasladar(pedido, avance_en_terminal());
+    const dbtools::Trasladado hecho = dbtools::trasladar(pedido, dbtools::avance_en_terminal());
     mostrar(hecho.faltan);
     std::cout << "Empresa " << hecho.codigo << " trasladada: " << hecho.filas << " filas y "
               << adjuntos(hecho.adjuntos) << "\n";
     if (!o.directorio.empty()) anotar(o.directorio, {pedido.de, pedido.a});
-    return BIEN;
+    return oficina::BIEN;
 }
 
 int poner_en_directorio(const Opciones& o) {
     anotar(o.directorio, o.bases);
-    return BIEN;
+    return oficina::BIEN;
 }
 
 int buscar(const Opciones& o) {
-    const auto halladas = dbtools::buscar_en_directorio(*dbtools::abrir_base(o.directorio, dbtools::Abrir::existente), o.busca);
+    const auto halladas =
+        dbtools::buscar_en_directorio(*dbtools::abrir_base(o.directorio, dbtools::Abrir::existente), o.busca);
     for (const dbtools::EmpresaUbicada& e : halladas)
         std::cout << e.empresa << '\t' << sin_controles(e.rut) << '\t' << sin_controles(e.nombre) << '\t'
                   << e.conexion << "\n";
-    return halladas.empty() ? RECHAZADO : BIEN;
+    return halladas.empty() ? oficina::RECHAZADO : oficina::BIEN;
 }
 
 /// One line a company, for all databases that can be read.
 int listar(const Opciones& o) {
     auto bases = o.bases;
     if (!o.directorio.empty())
-        for (const std::string& base : dbtools::bases_del_directorio(*dbtools::abrir_base(o.directorio, dbtools::Abrir::existente)))
+        for (const std::string& base :
+             dbtools::bases_del_directorio(*dbtools::abrir_base(o.directorio, dbtools::Abrir::existente)))
             bases.push_back(base);
-    int codigo = BIEN;
+    int codigo = oficina::BIEN;
     std::cout << "empresa\trut\tnombre\tdescuadrados\tmeses sin cerrar\túltima actividad\tbase\n";
     for (const std::string& base : bases) try {
             for (const dbtools::EstadoEmpresa& e : dbtools::estado_de_empresas(base))
@@ -162,7 +165,7 @@ int listar(const Opciones& o) {
                           << dbtools::sin_clave(base) << "\n";
         } catch (const std::exception& e) {
             std::cerr << dbtools::sin_clave(base) << ": " << e.what() << "\n";
-            codigo = RECHAZADO;
+            codigo = oficina::RECHAZADO;
         }
     return codigo;
 }

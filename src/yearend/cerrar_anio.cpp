@@ -80,19 +80,19 @@ bool quedo_abierto(clsConexion& db, int empresa, int anio, Fecha hoy) {
 bool abrir_anio(clsConexion& db, int empresa, int usuario, const Configuracion& k) {
     const std::string sql = insertar_anio(db, empresa, k.anio + 1, k);
     if (!leer_proteccion(db, empresa).historia) return db.executesql(sql) >= 1;
-    return en_transaccion(
-               db,
-               [&] {
-                   Pasos pasos;
-                   pasos.agregar(sql);
-                   for (std::string& una : sql_suceso({.empresa = empresa,
-                                           .usuario = usuario,
-                                           .operacion = "año cerrado: " + std::to_string(k.anio)}))
-                       pasos.agregar(std::move(una));
-                   pasos.ejecutar(db);
-               },
-               [&] { return leer_periodo(db, empresa, Fecha{}).anio == k.anio + 1; })
-        .empty();
+    const Desenlace d = en_transaccion(
+        db,
+        [&] {
+            Pasos pasos;
+            pasos.agregar(sql);
+            for (std::string& una : sql_suceso({.empresa = empresa,
+                                    .usuario = usuario,
+                                    .operacion = "año cerrado: " + std::to_string(k.anio)}))
+                pasos.agregar(std::move(una));
+            pasos.ejecutar(db);
+        },
+        [&] { return leer_periodo(db, empresa, Fecha{}).anio == k.anio + 1; });
+    return d.como == Desenlace::hecho;
 }
 
 bool alguna(clsConexion& db, const std::string& sql) { return !db.NewRecord(sql)->eof(); }

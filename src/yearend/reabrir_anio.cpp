@@ -110,7 +110,7 @@ std::string por_rehacer(const Reapertura& r) {
     return texto;
 }
 
-std::string reabrir_anio(clsConexion& db, int empresa, int usuario, Fecha hoy) {
+Desenlace reabrir_anio(clsConexion& db, int empresa, int usuario, Fecha hoy) {
     const int antes = leer_periodo(db, empresa, hoy).anio;
     return en_transaccion(
         db, [&] { reabrir(db, empresa, usuario, hoy); },

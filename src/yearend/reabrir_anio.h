@@ -1,6 +1,7 @@
 #pragma once
 #include "platform/db/clsConexion.h"
 #include "voucher/comprobante.h"
+#include "voucher/desenlace.h"
 
 #include <optional>
 #include <string>
@@ -24,7 +25,6 @@ struct Reapertura {
 /// Undoes the close of the last year in one transaction: its closing voucher, the row of the year after it
 /// and, where that year holds nothing else, its openings go; numbers go on from the last of the year that is
 /// open again.
-/// @return what keeps it from being done, empty when it is done
-[[nodiscard]] std::string reabrir_anio(clsConexion& db, int empresa, int usuario, Fecha hoy);
+[[nodiscard]] Desenlace reabrir_anio(clsConexion& db, int empresa, int usuario, Fecha hoy);
 
 } // namespace quorvel

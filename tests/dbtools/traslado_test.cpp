@@ -25,9 +25,9 @@ namespace fs = std::filesystem;
 using apoyo::Motor;
 using pruebas::correr;
 
-const Avance CALLADO = [](const std::string&, long, long) {};
+const AvancePartes CALLADO = [](const std::string&, long, long) {};
 
-std::string guardar(clsConexion& db, const std::string& numero, const std::string& conjunto = "",
+std::string guardar(clsConexion& db, const std::string& numero, std::int64_t conjunto = 0,
                     const std::vector<std::string>& adjuntos = {}, const std::string& auxiliar = "000013") {
     Comprobante c = apoyo::compra(numero);
     c.f_comp = apoyo::fecha(2024, 1 + static_cast<unsigned>(std::stoi(numero)) % 3, 20);
@@ -36,7 +36,7 @@ std::string guardar(clsConexion& db, const std::string& numero, const std::strin
     c.lineas[2].auxiliar = auxiliar;
     OpcionesGrabar o;
     o.nuevo = true, o.hoy = apoyo::HOY, o.anio = 2024;
-    return GrabarComprobante(db, c, o).error;
+    return GrabarComprobante(db, c, o).desenlace.mensaje();
 }
 
 /// Two databases that know each other's codes only in part, and a folder of attached files.
@@ -52,11 +52,11 @@ struct Mudanza {
         std::ofstream(carpeta + "/factura.txt") << "factura";
         EXPECT_TRUE(archivos.add("3", carpeta + "/factura.txt"));
         EXPECT_EQ(guardar(*origen_db, "1"), "");
-        EXPECT_EQ(guardar(*origen_db, "2", "3", {"factura.txt", "perdida.txt"}), "");
+        EXPECT_EQ(guardar(*origen_db, "2", 3, {"factura.txt", "perdida.txt"}), "");
         EXPECT_EQ(guardar(*origen_db, "3"), "");
         apoyo::ejecutar(*destino_db, "insert into ctxaux_cod(auxiliar,n_auxiliar,tipo,activo,rut) values "
                                      "('000020','OTRO','PR','1','1-9')");
-        EXPECT_EQ(guardar(*destino_db, "1", "3", {}, "000020"), "") << "the same number and set there";
+        EXPECT_EQ(guardar(*destino_db, "1", 3, {}, "000020"), "") << "the same number and set there";
         for (const char* sql :
              {"insert into admempresa(empresa,n_empresa,rut) values (2,'Otra','1-9')",
               "insert into ctmsdcenth(empresa,anio,centro,debe3) values (1,2024,'501002',100)",
@@ -196,9 +196,8 @@ TEST(Traslado, mientras_otros_graban) {
         const auto db = abrir_sesion(m.a);
         for (int n = 100; n < 1000; ++n)
             if (guardar(*db, std::to_string(n),
-                        std::to_string(
-                            1 + std::stoi(apoyo::filas(
-                                    *db, "select coalesce(max(comprobante_adjunto),0) from ctcquorvel"))),
+                        1 + std::stoi(apoyo::filas(
+                                *db, "select coalesce(max(comprobante_adjunto),0) from ctcquorvel")),
                         {}, "000020") != "")
                 return;
     });
@@ -219,7 +218,7 @@ TEST(Traslado, lo_que_choca_se_dice_y_nada_cambia) {
         "db move 1 " + m.de.substr(7) + " " + m.a.substr(7) + " --adjuntos " + m.carpeta;
     EXPECT_EQ(correr(orden).error, "Ya hay una empresa 1 en el destino; --codigo le da otro\n");
     const auto corrida = correr(orden + " --codigo 7");
-    EXPECT_EQ(corrida.codigo, SIN_DATOS);
+    EXPECT_EQ(corrida.codigo, oficina::SIN_DATOS);
     EXPECT_EQ(corrida.error, "El auxiliar 000013 es otro en el destino: 76.418.352-5 aquí, 1-9 allá\n"
                              "El tipo de documento 002 es otro en el destino: COMPRA aquí, VENTA allá\n");
     EXPECT_EQ(guardar(*abrir_sesion(m.de), "8"), "");
@@ -235,9 +234,9 @@ TEST(Traslado, lo_que_choca_se_dice_y_nada_cambia) {
                   "\n7\t76.111.222-8\tEmpresa de Prueba Ltda.\t" + m.a + "\n");
     EXPECT_EQ(correr("db find " + directorio + " 761").texto,
               correr("db find " + directorio + " 76.111.222-8").texto);
-    EXPECT_EQ(correr("db find " + directorio + " mpre").codigo, RECHAZADO);
+    EXPECT_EQ(correr("db find " + directorio + " mpre").codigo, oficina::RECHAZADO);
     const auto lista = correr("db companies /no/hay.db --directorio " + directorio);
-    EXPECT_EQ(lista.codigo, RECHAZADO);
+    EXPECT_EQ(lista.codigo, oficina::RECHAZADO);
     EXPECT_NE(lista.texto.find("7\t76.111.222-8\tEmpresa de Prueba Ltda.\t0\t3\t15/06/2024\t" + m.a),
               std::string::npos)
         << lista.texto;

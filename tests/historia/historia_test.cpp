@@ -40,9 +40,9 @@ protected:
         if (!o.nuevo) o.huella = huella(c);
         return GrabarComprobante(*db, c, o);
     }
-    std::string nuevo(const Comprobante& c) { return grabar(c, {.nuevo = true}).error; }
+    std::string nuevo(const Comprobante& c) { return grabar(c, {.nuevo = true}).desenlace.mensaje(); }
     std::string eliminar(const Comprobante& c, const char* como = operacion::ELIMINADO) {
-        return EliminarComprobante(*db, c.clave(), 2, huella(c), como).error;
+        return EliminarComprobante(*db, c.clave(), 2, huella(c), como).desenlace.mensaje();
     }
     /// "nuevo 1 002;anulado 2": operations in their order with who did them.
     std::string operaciones() {
@@ -54,7 +54,7 @@ protected:
         for (const char* n : {"1", "2", "3", "4", "5"}) ASSERT_EQ(nuevo(compra(n)), "");
         Comprobante c = compra("3");
         c.concepto = "Otra glosa";
-        ASSERT_EQ(grabar(c, {}).error, "");
+        ASSERT_EQ(grabar(c, {}).desenlace.mensaje(), "");
     }
 };
 std::string como(const ::testing::TestParamInfo<Motor>& m) { return nombre(m.param); }
@@ -71,11 +71,11 @@ TEST_P(Historia, TellsAVouchersLife) {
     ASSERT_EQ(
         grabar(c, {.nuevo = true,
                    .sumar_adjunto = [](auto de, auto& n) { return std::to_string(de) + n.substr(0, 1); }})
-            .error,
+            .desenlace.mensaje(),
         "");
     c.usuario = 2;
     c.lineas[1].glosa = "línea nueva";
-    ASSERT_EQ(grabar(c, {}).error, "");
+    ASSERT_EQ(grabar(c, {}).desenlace.mensaje(), "");
     ASSERT_EQ(GrabarCheque(*db, c.clave(), {"77", "BANCO", "1-2", "ROBLE", HOY, 1, 0}, 2), "");
     ASSERT_EQ(AnularComprobante(*db, c, HOY, huella(c)), "");
     EXPECT_EQ(operaciones(), "nuevo|1;grabado|2;cheque|2;anulado|2");
@@ -97,7 +97,7 @@ TEST_P(Historia, KeepsWhatWasDeletedAndNothingThatFailed) {
     ASSERT_EQ(nuevo(compra("1")), "");
     ASSERT_EQ(nuevo(compra("2")), "");
     EXPECT_NE(nuevo(compra("2")), "");
-    EXPECT_NE(EliminarComprobante(*db, compra("1").clave(), 1, "otra").error, "");
+    EXPECT_NE(EliminarComprobante(*db, compra("1").clave(), 1, "otra").desenlace.mensaje(), "");
     ASSERT_EQ(eliminar(compra("1")), "");
     ASSERT_EQ(eliminar(compra("2"), operacion::CORTADO), "");
     EXPECT_EQ(operaciones(), "nuevo|1;nuevo|1;eliminado|2;cortado|2");
@@ -145,7 +145,7 @@ TEST_P(Historia, ComparesByCell) {
     c.concepto = "Otra";
     c.lineas.insert(c.lineas.begin() + 1, {"501001", "", 5000, {}, "flete"});
     c.lineas[0].debe = 95000;
-    ASSERT_EQ(grabar(c, {}).error, "");
+    ASSERT_EQ(grabar(c, {}).desenlace.mensaje(), "");
     std::string distintas;
     for (const CeldaComparada& x : comparar_versiones(*leer_version(*db, 1, 1), *leer_version(*db, 1, 2)))
         if (x.distinta()) distintas += x.donde + ":" + x.antes + ">" + x.ahora + ";";
@@ -165,9 +165,9 @@ TEST_P(Historia, WhatIsClosedTakesNoChange) {
         return e.starts_with("El mes 03/2024 está bloqueado");
     };
     EXPECT_TRUE(bloqueado(nuevo(compra("4"))));
-    EXPECT_TRUE(bloqueado(grabar(compra("1"), {}).error));
+    EXPECT_TRUE(bloqueado(grabar(compra("1"), {}).desenlace.mensaje()));
     EXPECT_TRUE(bloqueado(eliminar(compra("1"))));
-    EXPECT_TRUE(bloqueado(AnularComprobante(*db, compra("1"), HOY, huella(compra("1")))));
+    EXPECT_TRUE(bloqueado(AnularComprobante(*db, compra("1"), HOY, huella(compra("1"))).mensaje()));
     Comprobante abril = compra("4");
     abril.f_comp = fecha(2024, 4, 1);
     EXPECT_EQ(nuevo(abril), "");
@@ -179,7 +179,7 @@ TEST_P(Historia, WhatIsClosedTakesNoChange) {
                e.find("Reabrir") != std::string::npos;
     };
     EXPECT_TRUE(cerrado(eliminar(compra("2"))));
-    EXPECT_TRUE(cerrado(AnularComprobante(*db, compra("2"), HOY, huella(compra("2")))));
+    EXPECT_TRUE(cerrado(AnularComprobante(*db, compra("2"), HOY, huella(compra("2"))).mensaje()));
     proteger(*db, 1, 1, true, false);
     EXPECT_EQ(eliminar(compra("2")), "");
     EXPECT_NE(operaciones().find("mes desbloqueado: 2024-03|2"), std::string::npos);
@@ -194,7 +194,8 @@ TEST_P(Historia, AMonthThatIsLockedMeanwhileStopsTheSave) {
     vigilada->antes = [&](const std::string& sql) {
         if (sql.starts_with("insert into ctcQuorvel")) bloquear_mes(*db, 1, 2, 2024, 3, true);
     };
-    EXPECT_EQ(GrabarComprobante(*vigilada, compra(), {.nuevo = true, .hoy = HOY}).error, PASO_MES);
+    EXPECT_EQ(GrabarComprobante(*vigilada, compra(), {.nuevo = true, .hoy = HOY}).desenlace.mensaje(),
+              PASO_MES);
     EXPECT_EQ(filas(*db, "select count(*) from ctcquorvel"), "0");
 }
 
@@ -276,7 +277,7 @@ TEST_P(Historia, StaysOneChainUnderTwoWriters) {
             for (int i = 0; i < CADA_UNO; ++i)
                 EXPECT_EQ(GrabarComprobante(*propia, compra(std::to_string(mano * 100 + i)),
                                             {.nuevo = true, .hoy = HOY})
-                              .error,
+                              .desenlace.mensaje(),
                           "");
         });
     for (std::thread& m : manos) m.join();

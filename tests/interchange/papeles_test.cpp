@@ -226,7 +226,8 @@ TEST(Factura, ChecksBeforeSaving) {
     struct Caso {
         std::function<void(Factura&)> cambio;
         bool editando;
-        const char *mensaje, *foco;
+        const char* mensaje;
+        Campo campo;
         int fila, columna;
     } const casos[] = {
         {[](auto& f) {

@@ -51,8 +51,8 @@ protected:
             "insert into ctcquorvel(empresa,f_comp,documento,num_docum) values (1,#03/05/2024#,'001','7')");
     }
     EntradaCheque entrada_cheque() {
-        return {db.get(),    reporte.get(), &impresor,       c.clave(), "1 Empresa",
-                "ANA ROJAS", "4512",        c.fecha_factura, 1234567};
+        return {db.get(),    reporte.get(), &impresor, c.clave(),       1,
+                "1 Empresa", "ANA ROJAS",   "4512",    c.fecha_factura, 1234567};
     }
     EntradaFactura entrada_factura() {
         return {db.get(), reporte.get(), &impresor, c, "203001", "109001", "1 Empresa"};

@@ -55,7 +55,7 @@ protected:
     void guardar(const ResultadoAsiento& r, const std::string& dia) {
         std::vector<Apunte> apuntes;
         for (const auto& [n, l] : r.asiento.lineas)
-            apuntes.push_back({l.centro, l.auxiliar, l.debe->pesos(), l.haber->pesos()});
+            apuntes.push_back({l.centro, l.auxiliar, l.debe->valor(), l.haber->valor()});
         comprobante(dia, apuntes);
     }
     void registrar_cierre() {
@@ -114,20 +114,21 @@ TEST_P(Anual, AvanceDeLasFilas) {
     std::vector<long> oidas;
     const auto hasta = [&](std::size_t veces) {
         oidas.clear();
-        return [&oidas, veces](long filas) { return oidas.push_back(filas), oidas.size() < veces; };
+        return [&oidas, veces](long filas, long) { return oidas.push_back(filas), oidas.size() < veces; };
     };
     EXPECT_EQ(cierre().asiento.lineas.size(), 1001U);
     for (const std::size_t veces : {1U, 2U, 3U, 4U}) {
-        EXPECT_EQ(cierre(hasta(veces)).cancelado, veces < 4);
+        EXPECT_EQ(cierre(hasta(veces)).desenlace.como == Desenlace::cancelado, veces < 4);
         EXPECT_EQ(oidas.size(), std::min<std::size_t>(veces, 3));
     }
     EXPECT_EQ(oidas, todas);
-    for (const std::size_t veces : {1U, 2U}) EXPECT_TRUE(apertura(false, "1", hasta(veces)).cancelado);
-    EXPECT_FALSE(apertura(true, "1", hasta(3)).cancelado);
+    for (const std::size_t veces : {1U, 2U})
+        EXPECT_EQ(apertura(false, "1", hasta(veces)).desenlace.como, Desenlace::cancelado);
+    EXPECT_TRUE(apertura(true, "1", hasta(3)).desenlace);
     EXPECT_EQ(oidas, std::vector<long>({0, 0}));
     if (GetParam() == Motor::postgres) return; // which answers before anybody is asked
     registrar_cierre();
-    EXPECT_TRUE(cerrar_anio_contable(*db, 1, HOY, [] { return false; }).cancelado);
+    EXPECT_EQ(cerrar_anio_contable(*db, 1, HOY, [] { return false; }).desenlace.como, Desenlace::cancelado);
     EXPECT_EQ(filas(*db, "select max(anio) from ctmconfigu"), "2024");
 }
 
@@ -229,7 +230,7 @@ TEST_P(Anual, CerradoAunqueNoSeRenumere) {
     EXPECT_EQ(filas(*db, "select documento_cierre from ctmconfigu where anio=2025"), "");
     EXPECT_FALSE(completar_cierre_anio(*db, 1, HOY));
     ejecutar(*db, "delete from ctmconfigu");
-    EXPECT_EQ(en_texto(cerrar_anio_contable(*db, 1, HOY).rechazo.value()), "Empresa no configurada");
+    EXPECT_EQ(en_texto(cerrar_anio_contable(*db, 1, HOY).desenlace.rechazo), "Empresa no configurada");
     EXPECT_FALSE(completar_cierre_anio(*db, 1, HOY));
 }
 

@@ -34,7 +34,7 @@ protected:
     std::string grabar(const Comprobante& c, OpcionesGrabar o) {
         o.nuevo = true;
         o.hoy = HOY;
-        return GrabarComprobante(*db, c, o).error;
+        return GrabarComprobante(*db, c, o).desenlace.mensaje();
     }
     static Comprobante con_lineas(const AsientoGenerado& a, Fecha f, const std::string& numero) {
         Comprobante c = compra(numero);
@@ -82,7 +82,7 @@ INSTANTIATE_TEST_SUITE_P(Motores, Reabrir, ::testing::ValuesIn(MOTORES),
 } // namespace
 
 TEST_P(Reabrir, TakesBackTheCloseAndClosesAlike) {
-    EXPECT_EQ(reabrir_anio(*db, 1, 1, HOY), "No hay un año cerrado que reabrir");
+    EXPECT_EQ(reabrir_anio(*db, 1, 1, HOY).mensaje(), "No hay un año cerrado que reabrir");
     ejecutar(*db, "update adxemp_doc set ultimo_emitido='2' where documento='002'");
     const std::string antes = todo();
     cerrar();
@@ -94,7 +94,7 @@ TEST_P(Reabrir, TakesBackTheCloseAndClosesAlike) {
     EXPECT_EQ(r.anio, 2024);
     EXPECT_EQ(r.aperturas.size(), 2U);
     EXPECT_EQ(r.otros, 0);
-    ASSERT_EQ(reabrir_anio(*db, 1, 2, HOY), "");
+    ASSERT_EQ(reabrir_anio(*db, 1, 2, HOY).mensaje(), "");
     ejecutar(*db, "update adxemp_doc set ultimo_emitido='0', f_u_emision=null where documento='001'");
     ejecutar(*db, "update adxemp_doc set f_u_emision=null");
     EXPECT_EQ(todo(), antes);
@@ -118,15 +118,16 @@ TEST_P(Reabrir, KeepsAYearThatHasBegunAndIsAllOrNothing) {
     ASSERT_EQ(grabar(enero, {}), "");
     const std::string antes = todo();
     ejecutar(*db, "update ctcquorvel set bloqueo_usuario=2 where num_docum='9'");
-    EXPECT_NE(reabrir_anio(*db, 1, 1, HOY).find("Otro usuario tiene abierto"), std::string::npos);
+    EXPECT_NE(reabrir_anio(*db, 1, 1, HOY).mensaje().find("Otro usuario tiene abierto"), std::string::npos);
     ejecutar(*db, "update ctcquorvel set bloqueo_usuario=0");
     bloquear_mes(*db, 1, 1, 2024, 12, true);
-    EXPECT_NE(reabrir_anio(*db, 1, 1, HOY).find("El mes 12/2024 está bloqueado"), std::string::npos);
+    EXPECT_NE(reabrir_anio(*db, 1, 1, HOY).mensaje().find("El mes 12/2024 está bloqueado"),
+              std::string::npos);
     bloquear_mes(*db, 1, 1, 2024, 12, false);
     EXPECT_EQ(todo(), antes);
     const std::string rehacer = por_rehacer(leer_reapertura(*db, 1));
     EXPECT_NE(rehacer.find("que queda: ábrala y genérela otra vez"), std::string::npos) << rehacer;
-    ASSERT_EQ(reabrir_anio(*db, 1, 1, HOY), "");
+    ASSERT_EQ(reabrir_anio(*db, 1, 1, HOY).mensaje(), "");
     EXPECT_EQ(filas(*db, "select num_docum from ctcquorvel order by f_comp, num_docum"), "1;2;1;5");
     EXPECT_EQ(filas(*db, "select anio from ctmconfigu"), "2024");
     EXPECT_EQ(romper_cadena(*db, 1), std::nullopt);

@@ -1,6 +1,7 @@
 #include "app/historia/memoria.h"
 
 #include "app/recientes.h"
+#include "dbtools/sin_clave.h"
 #include "historia/cadena.h"
 
 #include <fstream>
@@ -19,7 +20,8 @@ std::vector<std::string> leer(const std::filesystem::path& archivo) {
 } // namespace
 
 MemoriaHistoria::MemoriaHistoria(std::filesystem::path archivo, std::string conexion, int empresa)
-    : archivo_(std::move(archivo)), conexion_(sin_clave(conexion)), prefijo_(std::to_string(empresa) + "-") {}
+    : archivo_(std::move(archivo)), conexion_(dbtools::sin_clave(conexion)),
+      prefijo_(std::to_string(empresa) + "-") {}
 
 std::string MemoriaHistoria::comparar(clsConexion& db) const {
     for (const std::string& linea : leer(archivo_)) {

@@ -53,7 +53,7 @@ private:
     void mostrar_cuenta(int fila);
     void decir(const QString& texto, bool problema = false);
     void al_elegir(QTableView* vista, std::function<void(int fila)> accion);
-    void ver_comprobante(const std::optional<Posicion>& donde);
+    void ver_comprobante(const std::optional<libros::Posicion>& donde);
     void ver_mayor_de(int fila);
     void pedir_archivo(const char* filtro, const char* ending);
 

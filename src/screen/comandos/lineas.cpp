@@ -10,8 +10,6 @@ namespace quorvel {
 
 namespace {
 
-constexpr std::size_t LARGO_GLOSA = 60;
-
 bool listas(frmQuorvel& f) {
     return !f.grdDetalle.Locked() && f.grdDetalle.SetFocus() && f.grdDetalle.commit_edit();
 }

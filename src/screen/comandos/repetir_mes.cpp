@@ -9,8 +9,6 @@ namespace quorvel {
 
 namespace {
 
-constexpr std::size_t LARGO_GLOSA = 60;
-
 std::optional<Fecha> siguiente(const std::optional<Fecha>& fecha) {
     return fecha ? std::optional(mes_siguiente(*fecha)) : std::nullopt;
 }
