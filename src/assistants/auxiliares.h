@@ -15,7 +15,8 @@ namespace quorvel {
 /// up; codes that are taken, also by auxiliaries out of use, are skipped, and codes that are no numbers do not
 /// count. @throws ErrorSesion
 [[nodiscard]] std::string siguiente_codigo(clsConexion& db);
-/// Creates an auxiliary of the counterpart unless it has an active one. One transaction; nothing stays of a failure.
+/// Creates an auxiliary of the counterpart unless it has an active one. One transaction; nothing stays of a
+/// failure.
 /// @throws std::invalid_argument asking for the RUT, or telling that it is none; std::runtime_error with the
 /// description of what failed
 void generar_auxiliar(clsConexion& db, const std::string& rut, const std::string& nombre);

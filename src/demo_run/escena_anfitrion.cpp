@@ -55,20 +55,20 @@ Clave corregir(clsConexion& db, Fecha hoy) {
     for (const char* glosa : {"Compra de insumos", "Compra de insumos, bodega norte"}) {
         c.concepto = c.lineas.front().glosa = glosa;
         const auto r = GrabarComprobante(db, c, {.hoy = hoy, .huella = leer_guardado(db, c.clave())->huella});
-        if (!r.error.empty()) throw std::runtime_error(r.error);
+        if (!r.desenlace) throw std::runtime_error(r.desenlace.mensaje());
     }
     return c.clave();
 }
 
-void historia(const Fotografo& fotografo, const Eleccion_inicial& eleccion, const std::string& nombre,
+void historia(const Fotografo& fotografo, const app::Eleccion_inicial& eleccion, const std::string& nombre,
               Fecha hoy) {
     const Clave corregido = corregir(*abrir_sesion(eleccion.conexion), hoy);
-    VentanaHistoria ventana(eleccion.conexion, eleccion.empresa, nombre, corregido);
+    app::VentanaHistoria ventana(eleccion.conexion, eleccion.empresa, nombre, corregido);
     ventana.show();
     fotografo.foto(ventana, "historia");
     const auto db = abrir_sesion(eleccion.conexion);
     for (int m = 1; m < mes(hoy); ++m) bloquear_mes(*db, eleccion.empresa, 1, anio(hoy), m, true);
-    VentanaProteccion proteccion(eleccion.conexion, eleccion.empresa, 1, nombre, hoy);
+    app::VentanaProteccion proteccion(eleccion.conexion, eleccion.empresa, 1, nombre, hoy);
     proteccion.show();
     fotografo.foto(proteccion, "proteccion");
 }

@@ -92,11 +92,14 @@ TEST_P(Anual, AperturaLineaPorLinea) {
         << "an account at zero has no line and is counted; norm 2 and next year do not count";
     EXPECT_EQ(en_texto(apertura(false, "2")),
               "1|101001||500|0|;3|103001|000012|119|0|;4|301001||0|500|;5|302001||0|119|");
-    comprobante("04/01/2024", {{"501001", "", 950.5, 0}, {"101001", "", 0, 950}, {"101002", "", 0, 0.5}});
-    EXPECT_EQ(en_texto(apertura()), "1|101001||0|450|;3|301001||0|500|;4|302002||951|0|")
-        << "half a peso has no line and is counted";
-    comprobante("04/02/2024", {{"501001", "", 0.25, 0}, {"101002", "", 0, 0.25}});
-    EXPECT_EQ(en_texto(apertura()), "1|101001||0|450|;2|101002||0|1|;3|301001||0|500|;4|302002||951|0|");
+    if (GetParam() == Motor::sqlite) { // the server's columns hold whole pesos alone
+        comprobante("04/01/2024", {{"501001", "", 950.5, 0}, {"101001", "", 0, 950}, {"101002", "", 0, 0.5}});
+        EXPECT_EQ(en_texto(apertura()), "1|101001||0|450|;3|301001||0|500|;4|302002||951|0|")
+            << "half a peso has no line and is counted";
+        comprobante("04/02/2024", {{"501001", "", 0.25, 0}, {"101002", "", 0, 0.25}});
+        EXPECT_EQ(en_texto(apertura()),
+                  "1|101001||0|450|;2|101002||0|1|;3|301001||0|500|;4|302002||951|0|");
+    }
     ejecutar(*db, "update ctmconfigu set centro_per=' '");
     EXPECT_EQ(en_texto(apertura()), "La cuenta de pérdida no esta configurada. Configure la contabilidad "
                                     "antes de generar el comprobante");
