@@ -29,9 +29,9 @@ struct Nota {
 };
 /// A name that no other piece of work gets.
 [[nodiscard]] std::string nuevo_grupo();
-/// Texts of the steps of a version.
-inline constexpr const char* PASO_MES = "El mes del comprobante está bloqueado";
-inline constexpr const char* PASO_HISTORIA = "Problemas al grabar la historia del comprobante";
+/// Text of the steps of a version.
+inline constexpr const char* PASO_HISTORIA =
+    "Problemas al grabar la historia del comprobante: su mes se bloqueó entretanto, o la base no la admite";
 
 /// Three columns of a statement: the stored voucher's header, lines and names of files.
 [[nodiscard]] std::string sql_contenido(const std::string& donde);

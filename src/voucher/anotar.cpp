@@ -17,11 +17,7 @@ void anotar(Pasos& pasos, const Proteccion& p, const Clave& k, const Autoria& a)
                             .sumas = a.sumas,
                             .solo_abierto = a.operacion != std::string_view(operacion::CHEQUE)},
                            sql_clave(k));
-    const char* texto = PASO_MES; // only the first statement looks at it
-    for (std::string& una : sql) {
-        pasos.agregar(std::move(una), texto, Pasos::Filas::alguna);
-        texto = PASO_HISTORIA;
-    }
+    for (std::string& una : sql) pasos.agregar(std::move(una), PASO_HISTORIA, Pasos::Filas::alguna);
 }
 
 void anotar(clsConexion& db, const Proteccion& p, const Clave& clave, const Autoria& autoria) {

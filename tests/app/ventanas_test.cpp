@@ -17,6 +17,7 @@
 #include "app/zoom.h"
 #include "dbtools/esquema.h"
 #include "demo/demo.h"
+#include "text/letras_utf8.h"
 #include "qt/FormWindow.h"
 #include "qt/SuggestionBox.h"
 #include "qt/text.h"

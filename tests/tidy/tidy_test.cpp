@@ -217,13 +217,13 @@ const std::map<std::string, std::string> EDGES{
     {"empresa", "text platform/db platform/files"},
     {"catalogos", "text platform/db voucher assistants empresa"},
     {"screen",
-     "text platform/db platform/files platform/report platform/ui historia voucher assistants yearend "
-     "interchange registro"},
+     "text platform/db platform/files platform/report platform/ui voucher assistants yearend interchange "
+     "registro"},
     {"host", "text platform/db screen"},
     {"driver", "text platform/report platform/ui screen host"},
     {"dbtools", "text platform/db platform/db/postgres platform/db/sqlite platform/files historia voucher"},
     {"demo", "text platform/db voucher dbtools"},
-    {"oficina", "text platform/db historia voucher assistants interchange dbtools"},
+    {"oficina", "text platform/db voucher assistants interchange dbtools"},
     {"qt", "text platform/files platform/ui platform/report"},
     {"app", "text platform/db platform/files platform/report historia voucher yearend screen host libros "
             "empresa dbtools demo qt"},
