@@ -79,6 +79,15 @@ public:
         const auto r = GrabarComprobante(*db_, c, o);
         exigir(r.desenlace.mensaje().empty(), r.desenlace.mensaje().c_str());
     }
+    /// A word typed letter by letter into the open list, which reads the latest vouchers at the first one.
+    double primera_letra() {
+        return segundos([&] { buscar_.txtbuscar.SetText("c"); });
+    }
+    void letra(int i) {
+        buscar_.txtbuscar.SetText(std::string("compra").substr(0, 2 + static_cast<std::size_t>(i % 5)));
+        exigir(buscar_.ctlConsulta1.filtered(), "a filter");
+    }
+    void sin_texto() { buscar_.txtbuscar.SetText(""); }
     void planes(const std::string& motor) const {
         const auto& m = muestras_.front();
         const std::string de = "select * from ctcquorvel where empresa=1 and ";
@@ -96,7 +105,9 @@ public:
               de + "libro='COMPRAS' and doc_libro='FACTURA' and rut_persona='" + m.rut +
                   "' and num_ref='x' and estado='P'",
               consulta_lineas(clave(0)), consulta_busqueda(1, 1, 1) + orden + " limit 200",
-              de + "num_ref='7'" + orden + " limit 200",
+              "select f_comp from (" + consulta_busqueda(1, 1, 1) +
+                  ") q order by f_comp desc limit 1 offset 20000",
+              de + "f_comp>=#12/01/2024#" + orden, de + "num_ref='7'" + orden + " limit 200",
               de + "rut_persona='" + m.rut + "'" + orden + " limit 200",
               std::string("select top 1 empresa from ctcquorvel where comprobante_adjunto=5"),
               std::string(
@@ -186,6 +197,14 @@ int main(int argc, char** argv) {
             fila(apoyo::nombre(motor) + ": " + t.que + texto(", %d / %d", mucho, poco),
                  texto("%.2f (%.4g us / %.4g us)", p.otro / p.uno, p.otro * 1e6, p.uno * 1e6), "<= 1.3");
         }
+        const double primera_chico = chico.primera_letra(), primera = grande.primera_letra();
+        const Par p = alternar(
+            50, [&](int i) { chico.letra(i); }, [&](int i) { grande.letra(i); });
+        chico.sin_texto(), grande.sin_texto();
+        fila(apoyo::nombre(motor) + texto(": first letter in the search of vouchers, %d / %d", mucho, poco),
+             texto("%.0f ms / %.0f ms", primera * 1e3, primera_chico * 1e3), "");
+        fila(apoyo::nombre(motor) + texto(": each further letter, %d / %d", mucho, poco),
+             texto("%.1f ms / %.1f ms", p.otro * 1e3, p.uno * 1e3), "< 16 ms");
         grande.planes(apoyo::nombre(motor));
     }
 }
