@@ -28,7 +28,7 @@ std::vector<std::string> leer_recientes(const std::filesystem::path& archivo) {
 
 void anotar_reciente(const std::filesystem::path& archivo, const std::string& conexion) {
     auto lista = leer_recientes(archivo);
-    const std::string limpia = sin_clave(conexion);
+    const std::string limpia = dbtools::sin_clave(conexion);
     std::erase(lista, limpia);
     lista.insert(lista.begin(), limpia);
     if (lista.size() > MAXIMO) lista.resize(MAXIMO);

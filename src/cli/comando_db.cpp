@@ -105,7 +105,8 @@ int poner_respaldo(const Opciones& o) {
 void anotar(const std::string& directorio, const std::vector<std::string>& bases) {
     const auto donde = dbtools::abrir_base(directorio, dbtools::Abrir::existente);
     for (const std::string& base : bases)
-        std::cout << dbtools::anotar_en_directorio(*donde, base) << " empresas de " << dbtools::sin_clave(base) << "\n";
+        std::cout << dbtools::anotar_en_directorio(*donde, base) << " empresas de "
+                  << dbtools::sin_clave(base) << "\n";
 }
 
 int mover(const Opciones& o) {
@@ -130,7 +131,8 @@ int poner_en_directorio(const Opciones& o) {
 }
 
 int buscar(const Opciones& o) {
-    const auto halladas = dbtools::buscar_en_directorio(*dbtools::abrir_base(o.directorio, dbtools::Abrir::existente), o.busca);
+    const auto halladas =
+        dbtools::buscar_en_directorio(*dbtools::abrir_base(o.directorio, dbtools::Abrir::existente), o.busca);
     for (const dbtools::EmpresaUbicada& e : halladas)
         std::cout << e.empresa << '\t' << sin_controles(e.rut) << '\t' << sin_controles(e.nombre) << '\t'
                   << e.conexion << "\n";
@@ -141,7 +143,8 @@ int buscar(const Opciones& o) {
 int listar(const Opciones& o) {
     auto bases = o.bases;
     if (!o.directorio.empty())
-        for (const std::string& base : dbtools::bases_del_directorio(*dbtools::abrir_base(o.directorio, dbtools::Abrir::existente)))
+        for (const std::string& base :
+             dbtools::bases_del_directorio(*dbtools::abrir_base(o.directorio, dbtools::Abrir::existente)))
             bases.push_back(base);
     int codigo = BIEN;
     std::cout << "empresa\trut\tnombre\tdescuadrados\tmeses sin cerrar\túltima actividad\tbase\n";
