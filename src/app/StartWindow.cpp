@@ -3,6 +3,7 @@
 #include "app/areas.h"
 #include "app/empresa/ConfiguracionWindow.h"
 #include "app/empresa/NuevaEmpresa.h"
+#include "app/empresas/VentanaEmpresas.h"
 #include "app/libros/VentanaLibros.h"
 #include "app/recientes.h"
 #include "dbtools/base.h"
@@ -154,6 +155,9 @@ QWidget* StartWindow::build_databases() {
     forget_ =
         button("&Quitar", "Quita la base de la lista; el archivo queda donde está", &StartWindow::forget);
     actions->addWidget(forget_);
+    if (!conexion_del_directorio(folder_).empty())
+        actions->addWidget(button("&Buscar empresa…", "Busca una empresa en todas las bases del directorio",
+                                  &StartWindow::search_companies));
     column->addWidget(recent_, 1);
     column->addLayout(line);
     column->addLayout(actions);
@@ -343,6 +347,18 @@ void StartWindow::show_books() {
         window.setModal(true);
         window.abrir(libros::Libro::balance);
         window.exec();
+    } catch (const std::exception& e) {
+        show_problem(e.what());
+    }
+}
+
+void StartWindow::search_companies() {
+    try {
+        VentanaEmpresas window(conexion_del_directorio(folder_), this);
+        if (window.exec() != QDialog::Accepted) return;
+        choose(window.elegida().conexion);
+        companies_->setCurrentIndex(companies_->findData(window.elegida().empresa));
+        users_->setFocus();
     } catch (const std::exception& e) {
         show_problem(e.what());
     }

@@ -40,6 +40,7 @@ private:
     void create_company();
     void configure();
     void show_books();
+    void search_companies();
     /// @return empty when cancelled
     QString ask_new_file(const char* title, const char* name);
     void show_problem(const std::string& text);
