@@ -8,7 +8,8 @@ processor are spent. Tests on PostgreSQL stay out: the rules are the
 same on both engines. Survivors and the table go into docs/tests.md, changes that cannot alter anything are
 listed with the reason in equivalentes.txt.
 
---again believes the last run of these folders in what it noticed and tries the others and what is new;
+--again believes the last run of these folders in what it noticed and tries the others and what is new; --own
+asks the folders' own tests only, which is quickly built;
 --each N every Nth change, an estimate; --list prints the changes.
 """
 import argparse
@@ -349,11 +350,14 @@ def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("what", nargs="*", default=FOLDERS)
     parser.add_argument("--again", action="store_true")
+    parser.add_argument("--own", action="store_true")
     parser.add_argument("--each", type=int, default=1)
     parser.add_argument("--list", action="store_true")
     options = parser.parse_args()
     os.chdir(ROOT)
     run_ = Run(options.what)
+    if options.own:
+        PROGRAMS[:] = run_.folders
     if options.list:
         for file in run_.files.values():
             print("\n".join(f"{c.number} {run_.name(file, c)}" for c in file.changes))

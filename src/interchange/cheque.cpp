@@ -47,7 +47,7 @@ std::optional<std::int64_t> proximo_cheque(clsConexion& db, const std::string& b
     const auto rs =
         db.NewRecord("select max(val(cheque)) as cheque from ctcquorvel where banco=" + sql_texto(banco) +
                      " and cuenta=" + sql_texto(cuenta) + " and cheque<>''");
-    if (rs->eof() || rs->fields("cheque").Value.null()) return {};
+    if (rs->fields("cheque").Value.null()) return {};
     const double mayor = rs->fields("cheque").Value.number();
     if (mayor < 0 || mayor > MAYOR) return {};
     return static_cast<std::int64_t>(mayor) + 1;

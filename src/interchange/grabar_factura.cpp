@@ -51,7 +51,7 @@ constexpr const char* MENSAJE = "Problemas al ingresar persona sql:";
 
 std::int64_t ultima_persona(clsConexion& db) {
     const auto rs = db.NewRecord("select max(persona) as maximo from admpersona ");
-    if (rs->eof() || rs->fields("maximo").Value.null()) throw Falla("maximo de persona no válido");
+    if (rs->fields("maximo").Value.null()) throw Falla("maximo de persona no válido");
     return rs->fields("maximo").Value.integer();
 }
 
@@ -100,7 +100,6 @@ std::string numero_siguiente(clsConexion& db, int empresa) {
     const std::string maximo = db.TypeDB() == 2 ? "max(val(factura))" : "max(factura)";
     const auto rs =
         db.NewRecord("select " + maximo + " as maximo from ftcfactura  where empresa=" + sql_numero(empresa));
-    if (rs->eof() || rs->fields("maximo").Value.null()) return "1";
     return std::to_string(rs->fields("maximo").Value.integer() + 1);
 }
 

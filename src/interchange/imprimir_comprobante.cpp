@@ -36,9 +36,7 @@ std::string fila(const std::string& inicio, const std::string& firmas, Recordset
     if (!auxiliar.empty()) cuenta += "-" + auxiliar;
     std::string n_cuenta = rs.fields("n_centro").Value.text();
     if (n_cuenta.empty()) n_cuenta = " ";
-    const auto monto = [&](const char* columna) {
-        return reemplazar(formato(rs.fields(columna).Value.number(), "0"), ",", ".");
-    };
+    const auto monto = [&](const char* columna) { return formato(rs.fields(columna).Value.number(), "0"); };
     return "insert into ctcQuorvel values(" + inicio + sql_numero(rs.fields("secuencia").Value.integer()) +
            "," + cortado(cuenta, 26) + "," + cortado(n_cuenta, 50) + "," +
            cortado(nombre_auxiliar(auxiliares, auxiliar), 80) + "," + monto("debe_nacional") + "," +
@@ -69,7 +67,7 @@ bool preparar_comprobante(clsConexion& db, clsConexion& reporte, const Impresion
     if (sin_lineas) // the captions under the signatures come with the lines
         ejecutar_impresion(reporte, "update ctcQuorvel set revisado=" + cortado(i.revisado, 30) +
                                         ",aprobado=" + cortado(i.aprobado, 30) +
-                                        ",elaborado=" + cortado(i.elaborado, 30) + " where secuencia=-1");
+                                        ",elaborado=" + cortado(i.elaborado, 30));
     t.confirmar();
     return true;
 }

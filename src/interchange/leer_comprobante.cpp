@@ -99,7 +99,7 @@ std::string tasa(std::string_view campo, const Sitio& s, std::size_t indice) {
 
 /// dd/mm/yyyy or nothing for an impossible date.
 std::optional<Fecha> fecha(std::string_view campo, const Sitio& s, std::size_t indice) {
-    const auto f = leer_fecha(reemplazar(primeros(campo, 10), "-", "/"));
+    const auto f = leer_fecha(primeros(campo, 10));
     if (!f && !recortar(campo).empty())
         s.problema(indice, "\"" + std::string(campo) + "\" no es una fecha (dd/mm/aaaa)", false);
     return f;
@@ -139,9 +139,11 @@ Linea leer_linea(std::string_view linea, long n, bool& sobran, const AvisoProble
     const Sitio s{n, NOMBRES_DETALLE, aviso};
     const auto f = campos_de<CAMPOS_DETALLE>(linea, s, sobran);
     const auto texto = [&](std::size_t i) { return sin_controles(f[i]); };
-    const std::string auxiliar = f[6].empty() ? std::string() : codigo_seis(texto(6));
-    return {texto(5),  auxiliar,  monto(f[7], s, 7), monto(f[8], s, 8), texto(9),
-            texto(10), texto(11), texto(12),         texto(13),         tasa(f[TASA], s, TASA)};
+    return {texto(5),          codigo_seis(texto(6)),
+            monto(f[7], s, 7), monto(f[8], s, 8),
+            texto(9),          texto(10),
+            texto(11),         texto(12),
+            texto(13),         tasa(f[TASA], s, TASA)};
 }
 
 const char* nombres_de_linea(long n) { return n < 3 ? NOMBRES_CABECERA : NOMBRES_DETALLE; }

@@ -69,10 +69,9 @@ clsConexion& base_informes(clsConexion* reporte) {
 }
 
 bool misma_base(const clsConexion& a, const clsConexion& b) {
-    if (&a == &b) return true;
     if (a.TypeDB() != b.TypeDB()) return false;
     std::error_code error;
-    return a.Name() == b.Name() || (std::filesystem::equivalent(a.Name(), b.Name(), error) && !error);
+    return a.Name() == b.Name() || std::filesystem::equivalent(a.Name(), b.Name(), error);
 }
 
 void exigir_base_de_informes(const clsConexion& db, clsConexion& reporte) {
@@ -99,7 +98,7 @@ std::filesystem::path archivo_informe(const std::string& name, const std::string
     if (ruta.find("://") != std::string::npos) // a connection text may hold a password
         throw std::runtime_error("La base de informes debe ser un archivo llamado print.db y no un servidor");
     const auto barra = ruta.find_last_of("/\\");
-    if (ruta.size() - (barra == std::string::npos ? 0 : barra + 1) != LARGO_NOMBRE)
+    if (ruta.size() - (barra + 1) != LARGO_NOMBRE) // none is -1
         throw std::runtime_error("La base de informes debe ser un archivo llamado print.db y no " + ruta);
     const auto alfanumerico = [](char c) {
         return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');

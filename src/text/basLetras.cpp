@@ -111,7 +111,7 @@ std::string NumeroALetras(std::string_view strnumero) {
 std::string Letras(std::string_view strnumero, int largo_total, const std::optional<std::string>& moneda,
                    const std::optional<std::string>& fraccion) {
     const std::string unidad = moneda ? " " + recortar(*moneda) + " " : " ";
-    const std::string centesimos = fraccion ? recortar(*fraccion) + " " : "";
+    const std::string centesimos = fraccion ? recortar(*fraccion) : "";
     const std::string s = reemplazar(strnumero, " ", "");
     const auto coma = s.find(',');
     std::string decimales = coma == std::string::npos ? "" : s.substr(coma + 1);

@@ -1,4 +1,5 @@
 #include "apoyo/disco.h"
+#include "apoyo/sesiones.h"
 #include "interchange/archivo_comprobante.h"
 #include "text/letras_utf8.h"
 
@@ -16,7 +17,7 @@ namespace {
 Comprobante venta() {
     Comprobante c;
     c.f_comp = leer_fecha("05/03/2015");
-    c.documento = "001";
+    c.documento = "001 TRASPASO";
     c.num_docum = "000123";
     c.concepto = "Venta de ñandúes, 50% \"al contado\" €";
     c.libro = "VENTAS";
@@ -25,13 +26,13 @@ Comprobante venta() {
     c.rut_persona = "12.345.678-5 ";
     c.nombre = "O'HIGGINS Y CÍA. ";
     c.fecha_factura = leer_fecha("29/02/2012");
-    c.codigo_no_recuperable = "1";
-    c.codigo_otro_impuesto = "024";
+    c.codigo_no_recuperable = "1 IVA";
+    c.codigo_otro_impuesto = "024X";
     c.tasa_impuesto_otro = "31,5";
     c.activo_fijo = true;
     c.apertura = true;
     c.monto_neto = 1234567;
-    c.ifrs = "2";
+    c.ifrs = "2 IFRS";
     c.totales = {1234567, 1234567};
     c.lineas = {{"103001", "1234", 1234567, {}, "Línea 'uno' \\ ;", "CC1", "S", "77", "024", "31,5"},
                 {"401001", "", 0, 1234567}};
@@ -81,6 +82,12 @@ TEST(Archivo, IsWrittenByteForByte) {
         "a;05/03/2015;001;000123;1;103001;1234;1234567;;L\xED"
         "nea 'uno' \\;CC1;S;77;024;31.5\r\n";
     EXPECT_EQ(bytes(c), esperado);
+    Comprobante vacio;
+    vacio.totales.debe = Decimal::leer("1.234,5");
+    vacio.monto_exento = 7;
+    const std::string dos_lineas = bytes(vacio).substr(esperado.find("Norma") + 7);
+    EXPECT_EQ(dos_lineas.substr(0, dos_lineas.find('\r')), "1 Ferreter\xED"
+                                                           "a;;;;PS PESO;1234.5;;;;;; ;;;;;0;;;0;7;0;0");
 }
 
 TEST(Archivo, ComesBackAsItWasWritten) {
@@ -109,17 +116,21 @@ TEST(Archivo, RefusesValuesThatWouldShiftOrLoseText) {
         std::function<void(Comprobante&)> cambio;
         const char* dice;
     } const casos[] = {
-        {"separator", [](auto& c) { c.concepto = "a;b"; }, "Línea 2, campo \"concepto\""},
-        {"line end", [](auto& c) { c.nombre = "a\r\nb"; }, "Línea 2, campo \"NOMBRE\""},
-        {"tab", [](auto& c) { c.lineas[1].glosa = "a\tb"; }, "Línea 5, campo \"glosa\""},
-        {"foreign letter", [](auto& c) { c.lineas[0].glosa = "Łódź"; }, "\"Ł\" no existe"},
-        {"zero byte", [](auto& c) { c.num_ref = std::string("a\0b", 3); }, "campo \"NUMERO_REF\""},
+        {"separator", [](auto& c) { c.concepto = "a;b"; },
+         "Línea 2, campo \"concepto\": no puede llevar \";\" (a;b)"},
+        {"line end", [](auto& c) { c.nombre = "a\r\nb"; },
+         "Línea 2, campo \"NOMBRE\": tiene un carácter de control (a  b)"},
+        {"tab", [](auto& c) { c.lineas[1].glosa = "a\tb"; },
+         "Línea 5, campo \"glosa\": tiene un carácter de control (a b)"},
+        {"foreign letter", [](auto& c) { c.lineas[0].glosa = "Łódź"; },
+         "Línea 4, campo \"glosa\": el carácter \"Ł\" no existe en el archivo (Łódź)"},
+        {"zero byte", [](auto& c) { c.num_ref = std::string("a\0b", 3); },
+         "Línea 2, campo \"NUMERO_REF\": tiene un carácter de control (a b)"},
     };
     for (const auto& caso : casos) {
         Comprobante c = venta();
         caso.cambio(c);
-        const std::string e = error_de([&] { (void)bytes(c); });
-        EXPECT_NE(e.find(caso.dice), std::string::npos) << caso.que << ": " << e;
+        EXPECT_EQ(error_de([&] { (void)bytes(c); }), caso.dice) << caso.que;
     }
 }
 
@@ -136,6 +147,11 @@ TEST(Archivo, CellsReadFromTheFile) {
         {"1", "0012", "000001 12"},
         {"1", "0.125", "000001 0"},
         {"1", "1234,5", "000001 1235"},
+        {"1", ".5", "000001 1"},
+        {"1", ".500", "000001 1"},
+        {"1", "1234.500", "000001 1235"},
+        {"1", "5.", "000001 5"},
+        {"1", "0.1234567890123456", "000001 0"},
         {"1", "000123456789012345", "000001 123456789012345"},
     };
     for (const auto& c : casos) {
@@ -155,12 +171,17 @@ TEST(Archivo, SaysLineAndFieldOfWhatItCannotRead) {
     } casos[] = {
         {con_fila(";;;;;cta;;1.234.567;;g;;;;;"), "Línea 4, campo \"debe_nacional\""},
         {con_fila(";;;;;cta;;1.234;;g;;;;;"), "parece llevar puntos de miles"},
+        {con_fila(";;;;;cta;;123.456;;g;;;;;"), "parece llevar puntos de miles"},
+        {con_fila(";;;;;cta;;12:;;g;;;;;"), "\"12:\" no es un número (sin puntos de miles)"},
+        {con_fila(";;;;;cta;;-;;g;;;;;"), "\"-\" no es un número"},
+        {con_fila(";;;;;cta;;0.12345678901234567;;g;;;;;"), "\"0.12345678901234567\" no es un número"},
         {con_fila(";;;;;cta;;1234567890123456;;g;;;;;"),
          "campo \"debe_nacional\": \"1234567890123456\" es demasiado"},
         {con_fila(";;;;;cta;;;doce;g;;;;;"), "Línea 4, campo \"haber_nacional\""},
         {con_fila(";;;;;cta;;1;1;g;;;;;\n;;;;;cta;;1"), "Línea 5: tiene 8 campos y deben ser 15"},
         {con_fila("\n;;;;;cta;;1;1;g;;;;;"), "Línea 4: tiene 1 campos"},
         {con_fila(";;;;;cta;;1;1;a\tb;;;;;"), "campo \"glosa\": tiene un tabulador"},
+        {con_fila("\t;;;;;cta;;1;1;a;;;;;"), "campo \"empresa\": tiene un tabulador"},
         {con_fila(";;;;;cta;;1;1;a\x81;;;;;"), "Línea 4, campo \"glosa\": tiene un carácter desconocido"},
         {con_fila(";;;;;cta;;1;1;g;;;;;1/2-3"), "Línea 4, campo \"Tasa Imp.\": \"1/2-3\" no es una tasa"},
         {con_montos("1/2-3;;"), "Línea 2, campo \"Tasa Otro Impuesto\""},
@@ -186,11 +207,108 @@ TEST(Archivo, AcceptsOtherLineEndsCodePagesAndExtraFields) {
     for (const char* otro : {"", "Empresa;f_comp", "\xD0\xCF\x11", "empresas;x\n"})
         EXPECT_FALSE(interpretar_archivo(otro).reconocido) << otro;
     EXPECT_FALSE(interpretar_archivo("empresa").con_cabecera);
-    EXPECT_EQ(error_de([] {
-                  (void)interpretar_archivo(con_fila(std::string(20000, '\n') + "x"),
-                                            [](long, long) { return false; });
-              }).find("Línea 4"),
-              0U);
+    EXPECT_EQ(montos.c.totales.debe, 10);
+    EXPECT_EQ(montos.c.num_docum, "7");
+    const Comprobante vacios =
+        interpretar_archivo("empresa\n;;;;;;22;;;;;;;;05/03/2024x;123;-1;0245;;;;;21").c;
+    EXPECT_EQ(vacios.codigo_no_recuperable + "|" + vacios.codigo_otro_impuesto + "|" + vacios.ifrs,
+              "12|024|2");
+    EXPECT_EQ(vacios.totales, (Totales{0, 22}));
+    EXPECT_EQ(vacios.fecha_pago, leer_fecha("05/03/2024"));
+    EXPECT_TRUE(vacios.monto_neto + vacios.monto_exento == 0 && !vacios.activo_fijo && !vacios.apertura);
+    EXPECT_EQ(interpretar_archivo("empresa\n;;;;;;;;;;;;;;;;;;;;;1;").c.apertura, true);
+    EXPECT_FALSE(interpretar_archivo("\x81\x81\x81\x81"
+                                     "empresa;f_comp")
+                     .reconocido)
+        << "nor read at all";
+    EXPECT_FALSE(interpretar_archivo("x\x81").reconocido);
+}
+
+/// Everything that a file has to be told of, as the lines of a message; empty for a file that has nothing.
+TEST(Archivo, TellsEveryProblemOfAFile) {
+    ComprobanteImportado leido;
+    const auto problemas = [&](const std::string& b) {
+        std::string t;
+        leido = revisar_archivo(b, [&](const ProblemaArchivo& p) {
+            t += std::to_string(p.linea) + (p.grave ? "! " : "  ") + p.campo + ": " + p.mensaje + "\n";
+        });
+        return t;
+    };
+    const std::string propio = bytes(venta());
+    EXPECT_EQ(problemas(propio), "");
+    const auto con = [&](const char* que, const char* por) { return reemplazar(propio, que, por); };
+    EXPECT_EQ(problemas(con("Norma", " NORMA ")), "") << "the same title";
+    EXPECT_EQ(problemas(con("Norma", "Normas")), "1  Norma: el título de la columna es \"Normas\"\n");
+    EXPECT_EQ(problemas(con("Tasa Imp.", "Tasa")), "3  Tasa Imp.: el título de la columna es \"Tasa\"\n");
+    EXPECT_EQ(problemas("empresa\n" + propio.substr(propio.find('\n') + 1)),
+              "1  f_comp: el título de la columna es \"\"\n");
+    EXPECT_EQ(problemas(con("numero;moneda;debe", "moneda;numero;debe")),
+              "1  numero: el título de la columna es \"moneda\"\n");
+
+    const std::string titulos[] = {propio.substr(0, propio.find('\n') + 1),
+                                   reemplazar(std::string(NOMBRES_DETALLE), "C\xF3", "C") + "\n"};
+    const std::string cabecera =
+        titulos[0] + ";1/13/2024;1;7;PS;a;b;c;;;;;n;31/02/2024;x;;;;%;c;1.234;;\n" + titulos[1];
+    EXPECT_EQ(problemas(cabecera +
+                        ";;;;;cta;;1;;g;;;;;;sobra; \n;;;;;cta;;1;;g;;;;;; ;\n;;;;;cta;;u;;g;;;;;\n"
+                        ";;;;;cta;;1\n"),
+              "2  f_comp: \"1/13/2024\" no es una fecha (dd/mm/aaaa)\n"
+              "2! debe: \"a\" no es un número (sin puntos de miles)\n"
+              "2! haber: \"b\" no es un número (sin puntos de miles)\n"
+              "2  Fecha Doc: \"31/02/2024\" no es una fecha (dd/mm/aaaa)\n"
+              "2  Fecha Vencimiento: \"x\" no es una fecha (dd/mm/aaaa)\n"
+              "2! Tasa Otro Impuesto: \"%\" no es una tasa\n"
+              "2! Monto Neto: \"c\" no es un número (sin puntos de miles)\n"
+              "2! Monto Exento: \"1.234\" parece llevar puntos de miles\n"
+              "4  : tiene 17 campos y deben ser 15\n"
+              "6! debe_nacional: \"u\" no es un número (sin puntos de miles)\n"
+              "7! : tiene 8 campos y deben ser 15\n");
+    EXPECT_TRUE(leido.sobran_campos);
+    EXPECT_TRUE(leido.c.monto_neto + leido.c.monto_exento == 0 && leido.c.totales == Totales());
+    EXPECT_EQ(leido.c.lineas.at(2), (Linea{"cta", "", 0, {}, "g"}));
+
+    const std::string fila = ";;;;;cta;;1;;";
+    EXPECT_EQ(problemas("empresa\x81;;;\x81\n"), "1! empresa: tiene un carácter desconocido\n"
+                                                 "1! numero: tiene un carácter desconocido\n");
+    EXPECT_EQ(problemas(con("ZZ", "") + fila +
+                        "a\x81\x8D"
+                        "b\xF1;;;;;;x\x81\n"),
+              "6! glosa: tiene un carácter desconocido\n6! glosa: tiene un carácter desconocido\n"
+              "6! : tiene un carácter desconocido\n6  : tiene 16 campos y deben ser 15\n");
+    EXPECT_EQ(leido.c.lineas.at(2), (Linea{"cta", "", 1, {}, "a??bñ"}));
+    EXPECT_EQ(
+        problemas(con("empresa;f_comp;documento;numero;sec", "emp\x81resa;f_comp;documento;numero;sec")),
+        "3! empresa: tiene un carácter desconocido\n"
+        "3  empresa: el título de la columna es \"emp?resa\"\n");
+    EXPECT_EQ(problemas(con("VENTAS;", "\x81;;;;;;;;;;;;;;;\x81;")),
+              "2! libro: tiene un carácter desconocido\n2! : tiene un carácter desconocido\n"
+              "2  : tiene 38 campos y deben ser 23\n");
+
+    const std::string nada = "empresa\n" + std::string(22, ';') + "\n" + titulos[1];
+    const std::string titulo = "1  f_comp: el título de la columna es \"\"\n";
+    EXPECT_EQ(problemas(nada + fila + "½ año;;;;;"), titulo) << "UTF-8 without a mark";
+    EXPECT_EQ(leido.c.lineas.at(0), (Linea{"cta", "", 1, {}, "½ año"}));
+    EXPECT_EQ(problemas(nada + fila + "\xEF\xBF\xBD;;;;;"), titulo)
+        << "another program's loss, kept as it is";
+    EXPECT_EQ(leido.c.lineas.at(0), (Linea{"cta", "", 1, {}, "ï¿½"}));
+    EXPECT_EQ(problemas("\xEF\xBB\xBF" + nada + fila + "½\xFF\xFF;;;;;"),
+              "4  glosa: tiene un carácter desconocido\n4  glosa: tiene un carácter desconocido\n" + titulo);
+}
+
+TEST(Archivo, ALongFileIsReadInSteps) {
+    std::string largo = con_fila("");
+    for (int i = 0; i < 9998; ++i) largo += ";;;;;cta;;1;;g;;;;;\n";
+    std::string oido;
+    const auto hasta = [&](long fin) {
+        return [&oido, fin](long hechas, long total) {
+            oido += std::to_string(hechas) + "/" + std::to_string(total) + " ";
+            return hechas < fin;
+        };
+    };
+    EXPECT_EQ(interpretar_archivo(largo, hasta(20000)).c.lineas.size(), 9998U);
+    EXPECT_EQ(oido, "5000/10001 10000/10001 ");
+    EXPECT_EQ(error_de([&] { (void)interpretar_archivo(largo, hasta(10000)); }), "Importación cancelada");
+    EXPECT_EQ(interpretar_archivo(largo).c.lineas.size(), 9998U);
 }
 
 TEST(Archivo, ReplacesTheOldFileAsAWhole) {
@@ -199,13 +317,23 @@ TEST(Archivo, ReplacesTheOldFileAsAWhole) {
     escribir_archivo(archivo, std::string(10000, 'x'));
     escribir_archivo(archivo, "corto\r\n");
     EXPECT_EQ(leer_archivo(archivo), "corto\r\n");
-    EXPECT_NE(error_de([&] { escribir_archivo(carpeta / "no" / "x.csv", "a"); }).find("x.csv"),
-              std::string::npos);
-    fs::create_directory(carpeta / "ocupado.csv");
-    EXPECT_NE(error_de([&] { escribir_archivo(carpeta / "ocupado.csv", "a"); }).find("ocupado.csv"),
-              std::string::npos);
-    EXPECT_NE(error_de([&] { (void)leer_archivo(carpeta / "falta.csv"); }).find("falta.csv"),
-              std::string::npos);
+    EXPECT_EQ(fs::status(archivo).permissions(), fs::perms(0644));
+    const fs::path falta = carpeta / "no" / "x.csv", ocupado = carpeta / "ocupado.csv";
+    fs::create_directory(ocupado);
+    const auto escribir = [](const fs::path& a) { return error_de([&] { escribir_archivo(a, "a"); }); };
+    const auto leer = [](const fs::path& a) { return error_de([&] { (void)leer_archivo(a); }); };
+    EXPECT_EQ(escribir(falta),
+              "No se puede escribir el archivo " + falta.string() + ": No such file or directory");
+    EXPECT_EQ(escribir(ocupado), "No se puede escribir el archivo " + ocupado.string() + ": Is a directory");
+    EXPECT_EQ(leer(falta), "No se puede abrir el archivo " + falta.string() + ": No such file or directory");
+    EXPECT_EQ(leer(ocupado), "No se puede abrir el archivo " + ocupado.string());
+    {
+        const fs::path base = apoyo::carpeta_nueva() + "/print.db";
+        const auto abierta = abrir_sesion_informes(base.string());
+        for (const auto& error : {escribir(base), leer(base)})
+            EXPECT_EQ(error,
+                      "El archivo " + base.string() + " es de la base de datos que está abierta: elija otro");
+    }
     std::size_t n = 0;
     for (const auto& e : fs::directory_iterator(carpeta)) n += e.exists();
     EXPECT_EQ(n, 2U); // no leftovers

@@ -77,6 +77,7 @@ TEST(Letras, AmountsWithDecimalsUnitsAndWidth) {
     EXPECT_EQ(Letras("20,10", 0, "pesos"), "veinte pesos con diez");
     EXPECT_EQ(Letras("20,10", 0, "pesos", " centavos "), "veinte pesos con diezcentavos");
     EXPECT_EQ(Letras("10, 50"), "diez con cincuenta");
+    EXPECT_EQ(Letras("10.5"), "diez") << "the decimals of another mark are dropped";
     EXPECT_EQ(Letras("12.34,5"), "mil doscientos treinta y cuatro con cincuenta") << "points can only group";
     EXPECT_EQ(Letras("20", 10), "veinte    ");
     EXPECT_EQ(Letras("20", 1), "v");
