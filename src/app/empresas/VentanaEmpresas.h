@@ -3,6 +3,7 @@
 #include "dbtools/base.h"
 
 #include <QDialog>
+#include <filesystem>
 
 class QCheckBox;
 class QLabel;
