@@ -212,7 +212,8 @@ void Anfitrion::ver_historia() {
     f.atender([&] {
         const auto clave =
             !f.glbBanderaNuevo && f.estado.cargado ? std::optional(f.estado.cargado->clave()) : std::nullopt;
-        VentanaHistoria historia(eleccion_.conexion, eleccion_.empresa, f.glbN_empresa, clave, ventana());
+        VentanaHistoria historia(eleccion_.conexion, eleccion_.empresa, eleccion_.usuario, f.glbN_empresa,
+                                 clave, ventana());
         if (historia.exec() == QDialog::Accepted && historia.elegido()) traer_version(f, *historia.elegido());
     });
 }

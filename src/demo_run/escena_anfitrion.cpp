@@ -63,7 +63,7 @@ Clave corregir(clsConexion& db, Fecha hoy) {
 void historia(const Fotografo& fotografo, const app::Eleccion_inicial& eleccion, const std::string& nombre,
               Fecha hoy) {
     const Clave corregido = corregir(*abrir_sesion(eleccion.conexion), hoy);
-    app::VentanaHistoria ventana(eleccion.conexion, eleccion.empresa, nombre, corregido);
+    app::VentanaHistoria ventana(eleccion.conexion, eleccion.empresa, 1, nombre, corregido);
     ventana.show();
     fotografo.foto(ventana, "historia");
     const auto db = abrir_sesion(eleccion.conexion);

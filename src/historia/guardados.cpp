@@ -63,7 +63,7 @@ std::vector<std::string> quitados_sin_historia(clsConexion& db, int empresa) {
 
 void comparar_con_historia(clsConexion& db, int empresa,
                            const std::function<void(const std::string&)>& dice) {
-    if (!leer_proteccion(db, empresa).historia) return;
+    if (!leer_proteccion(db, empresa).historia || !db.has_table("ctdhistoria")) return;
     for (const ComprobanteGuardado& c : comprobantes_guardados(db, empresa))
         if (const std::string d = diferencia(db, empresa, c); !d.empty())
             dice("comprobante " + c.clave + " " + d);

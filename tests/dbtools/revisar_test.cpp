@@ -188,6 +188,8 @@ TEST_P(Herramientas, la_historia_comienza_con_lo_que_hay_y_dice_lo_que_cambio_si
     ejecutar("delete from ctcquorvel");
     EXPECT_NE(unir(revisar(conexion)).find("2024-05-03|001|01|7 se quitó sin historia"), std::string::npos);
     EXPECT_EQ(revisar_codigo(conexion, "1-9-00000000").size(), 1U);
+    ejecutar("drop table ctdhistoria");
+    EXPECT_NE(unir(revisar(conexion)).find("llegaba a la 1 y hay hasta la 0"), std::string::npos);
 }
 
 TEST_P(Herramientas, tablas_y_columnas_que_faltan) {

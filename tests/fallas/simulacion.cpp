@@ -122,7 +122,7 @@ std::string Simulacion::paso() {
     ultima_ =
         "window " + std::to_string(cual) + " of user " + std::to_string(v.usuario) + ": " + accion->nombre;
     (void)v.p->mensajes();
-    const std::string antes = Modelo::leer(*db_), versiones = versiones_de(*db_);
+    const std::string antes = huella(*db_), versiones = versiones_de(*db_);
     const std::string esperado = (this->*accion->hacer)(v);
     v.p->escritorio.olvidar();
     const std::string dicho = ultimo_aviso(*v.p);
@@ -131,8 +131,8 @@ std::string Simulacion::paso() {
     const std::string base = Modelo::leer(*db_), modelo = modelo_.texto();
     const bool ajeno = accion->hacer == &Simulacion::otro_programa;
     if (ajeno) comenzar_historia(*db_, 1, 0); // the history catches up with what it was not told
-    if (!ajeno &&
-        (versiones_de(*db_) != versiones) != (dicho == GRABADO || dicho == "Cheque Grabado" || antes != base))
+    if (!ajeno && (versiones_de(*db_) != versiones) !=
+                      (dicho == GRABADO || dicho == "Cheque Grabado" || antes != huella(*db_)))
         return "history: " + versiones + " > " + versiones_de(*db_);
     if (base != modelo) return "database:\n" + base + "\nmodel:\n" + modelo;
     for (const Ventana& w : ventanas_) {

@@ -12,6 +12,7 @@
 #include "voucher/anotar.h"
 #include "voucher/cargar.h"
 #include "voucher/de_version.h"
+#include "voucher/deshacer.h"
 #include "voucher/grabar.h"
 
 #include <gtest/gtest.h>
@@ -266,6 +267,31 @@ TEST_P(Historia, BeginsWithWhatStandsAndIsSilentWhereItIsOff) {
     EXPECT_EQ(nuevo(compra("7")), "");
     EXPECT_EQ(codigo_historia(*db, 1), "");
     EXPECT_EQ(rota(), "entera");
+}
+
+TEST_P(Historia, AnImportIsUndoneWholeOrNotAtAll) {
+    const std::string grupo = nuevo_grupo();
+    for (const char* n : {"1", "2", "3"})
+        ASSERT_EQ(grabar(compra(n), {.nuevo = true, .operacion = operacion::IMPORTADO, .grupo = grupo})
+                      .desenlace.mensaje(),
+                  "");
+    ASSERT_EQ(nuevo(compra("4")), "");
+    Comprobante c = compra("2");
+    c.concepto = "Otra";
+    ASSERT_EQ(grabar(c, {}).desenlace.mensaje(), "");
+    EXPECT_EQ(leer_grupo(*db, 1, grupo).comprobantes.size(), 3U);
+    EXPECT_EQ(deshacer_grupo(*db, 1, 2, grupo).mensaje(),
+              "Cambió después el comprobante documento 002, Nro.2, 20/03/2024");
+    EXPECT_EQ(filas(*db, "select num_docum from ctcquorvel order by num_docum"), "1;2;3;4");
+    ejecutar(*db, "delete from ctdhistoria where numero=5"); // as if nobody had changed it
+    ejecutar(*db, "update ctcquorvel set bloqueo_usuario=1 where num_docum='3'");
+    EXPECT_NE(deshacer_grupo(*db, 1, 2, grupo).mensaje().find("tiene abierto"), std::string::npos);
+    EXPECT_EQ(filas(*db, "select count(*) from ctcquorvel"), "4");
+    ejecutar(*db, "update ctcquorvel set bloqueo_usuario=0");
+    EXPECT_EQ(deshacer_grupo(*db, 1, 2, grupo).mensaje(), "");
+    EXPECT_EQ(filas(*db, "select num_docum from ctcquorvel"), "4");
+    EXPECT_NE(deshacer_grupo(*db, 1, 2, grupo).mensaje(), "");
+    EXPECT_NE(deshacer_grupo(*db, 1, 2, "").mensaje(), "");
 }
 
 TEST_P(Historia, StaysOneChainUnderTwoWriters) {

@@ -1,5 +1,6 @@
 #include "app/historia/VentanaHistoria.h"
 
+#include "app/avisos.h"
 #include "app/sesion_app.h"
 #include "historia/cadena.h"
 #include "historia/comparar.h"
@@ -8,6 +9,7 @@
 #include "qt/screen_room.h"
 #include "qt/text.h"
 #include "voucher/de_version.h"
+#include "voucher/deshacer.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -50,9 +52,10 @@ QTableWidgetItem* celda(const QString& texto, bool resaltada = false) {
 
 } // namespace
 
-VentanaHistoria::VentanaHistoria(const std::string& conexion, int empresa, const std::string& n_empresa,
-                                 const std::optional<Clave>& clave, QWidget* parent)
-    : QDialog(parent), db_(abrir_sesion(conexion)), empresa_(empresa) {
+VentanaHistoria::VentanaHistoria(const std::string& conexion, int empresa, int usuario,
+                                 const std::string& n_empresa, const std::optional<Clave>& clave,
+                                 QWidget* parent)
+    : QDialog(parent), db_(abrir_sesion(conexion)), empresa_(empresa), usuario_(usuario) {
     if (clave) clave_ = clave_version(clave->f_comp, clave->documento, clave->subsistema, clave->num_docum);
     for (const Nombrado& u : leer_usuarios(*db_)) usuarios_[u.codigo] = u.nombre;
     setObjectName("historia");
@@ -147,12 +150,17 @@ QLayout* VentanaHistoria::construir_abajo() {
     llevar_ = new QPushButton("&Llevar a la pantalla", this);
     llevar_->setDefault(true);
     llevar_->setToolTip("Muestra esta versión como un comprobante nuevo, sin grabarla");
+    deshacer_ = new QPushButton(QString::fromUtf8("&Deshacer esta importación…"), this);
+    deshacer_->setAutoDefault(false);
+    deshacer_->setToolTip("Elimina todos los comprobantes que se importaron o contabilizaron juntos");
+    connect(deshacer_, &QPushButton::clicked, this, [this] { deshacer(); });
     auto* cerrar = new QPushButton("Ce&rrar", this);
     cerrar->setAutoDefault(false);
     connect(llevar_, &QPushButton::clicked, this, [this] { llevar(); });
     connect(cerrar, &QPushButton::clicked, this, [this] { reject(); });
     auto* fila = new QHBoxLayout;
     fila->addWidget(estado_, 1);
+    fila->addWidget(deshacer_);
     fila->addWidget(llevar_);
     fila->addWidget(cerrar);
     return fila;
@@ -230,6 +238,8 @@ void VentanaHistoria::comparar() {
     celdas_->setRowCount(0);
     titulo_->clear();
     llevar_->setEnabled(actual() != nullptr);
+    deshacer_->setVisible(actual() != nullptr && (actual()->operacion == operacion::IMPORTADO ||
+                                                  actual()->operacion == operacion::REGISTRO));
     if (actual() == nullptr) return;
     intentar([&] {
         const auto ahora = leer_version(*db_, empresa_, actual()->numero);
@@ -251,6 +261,25 @@ void VentanaHistoria::comparar() {
         }
         celdas_->resizeColumnToContents(0);
         celdas_->setColumnWidth(1, 190);
+    });
+}
+
+void VentanaHistoria::deshacer() {
+    if (actual() == nullptr) return;
+    const std::string grupo = actual()->grupo;
+    intentar([&] {
+        const Grupo g = leer_grupo(*db_, empresa_, grupo);
+        if (!g.cambiados.empty()) {
+            QString cuales;
+            for (const std::string& c : g.cambiados) cuales += "\n" + to_qt(c);
+            return avisar_problema(this, QString::fromUtf8("No se puede deshacer:") + cuales);
+        }
+        if (!preguntar(this, QString::fromUtf8("¿Eliminar los %1 comprobantes que se grabaron juntos?")
+                                 .arg(g.comprobantes.size())))
+            return;
+        const Desenlace d = deshacer_grupo(*db_, empresa_, usuario_, grupo);
+        if (d.como == Desenlace::hecho) return listar();
+        avisar_problema(this, to_qt(d.mensaje()));
     });
 }
 

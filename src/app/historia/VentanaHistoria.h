@@ -22,7 +22,7 @@ class VentanaHistoria : public QDialog {
     Q_OBJECT
 public:
     /// @param clave of the shown voucher; none lists the deleted ones @throws ErrorSesion
-    VentanaHistoria(const std::string& conexion, int empresa, const std::string& n_empresa,
+    VentanaHistoria(const std::string& conexion, int empresa, int usuario, const std::string& n_empresa,
                     const std::optional<Clave>& clave, QWidget* parent = nullptr);
     ~VentanaHistoria() override;
     /// The voucher that the person wants on the screen, once the window was accepted.
@@ -37,13 +37,14 @@ private:
     void elegir_fila();
     void comparar();
     void llevar();
+    void deshacer();
     /// Runs what reads the database and tells what went wrong.
     template <class F> void intentar(F&& f);
     [[nodiscard]] const Version* actual() const;
     [[nodiscard]] QString quien(int usuario) const;
 
     std::unique_ptr<clsConexion> db_;
-    int empresa_;
+    int empresa_, usuario_;
     std::string clave_;
     std::map<int, std::string> usuarios_;
     std::vector<Version> filas_, anteriores_;
@@ -52,7 +53,7 @@ private:
     QTableWidget *versiones_, *celdas_;
     QCheckBox* cambios_;
     QLabel *titulo_, *estado_;
-    QPushButton* llevar_;
+    QPushButton *llevar_, *deshacer_;
 };
 
 } // namespace quorvel::app
