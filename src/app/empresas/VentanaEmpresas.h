@@ -4,6 +4,8 @@
 
 #include <QDialog>
 
+#include <filesystem>
+
 class QCheckBox;
 class QLabel;
 class QLineEdit;
