@@ -3,6 +3,7 @@
 // accountants.
 #include "apoyo/comprobante.h"
 #include "apoyo/empresa.h"
+#include "dbtools/base.h"
 #include "dbtools/esquema.h"
 #include "dbtools/revisar.h"
 #include "tabla.h"

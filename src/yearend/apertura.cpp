@@ -32,8 +32,8 @@ std::string saldos_por_auxiliar(const std::string& donde) {
 /// behind a pooler, and cost a second one.
 std::string saldos_por_documento(const std::string& donde) {
     const std::string auxiliar = "coalesce(a.auxiliar,'')",
-                      documento = "coalesce(case when len(a.auxiliar)>0 and len(a.num_ref)=0 and "
-                                  "len(d.num_ref)>0 then d.num_ref else a.num_ref end,'')",
+                      documento = "coalesce(case when a.auxiliar<>'' and coalesce(a.num_ref,'')='' and "
+                                  "d.num_ref<>'' then d.num_ref else a.num_ref end,'')",
                       orden = "a.centro, " + auxiliar + ", " + documento;
     return "select a.centro," + auxiliar + ",sum(a.debe_nacional) as debe, sum(a.haber_nacional) as haber," +
            documento + donde + " group by " + orden + " order by " + orden;

@@ -5,6 +5,8 @@
 #include <QDialog>
 #include <filesystem>
 
+#include <filesystem>
+
 class QCheckBox;
 class QLabel;
 class QLineEdit;
