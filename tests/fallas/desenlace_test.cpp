@@ -3,6 +3,7 @@
 // longer than anybody waits.
 #include "apoyo/proceso.h"
 #include "fallas/puesto.h"
+#include "historia/comenzar.h"
 #include "screen/abrir.h"
 #include "voucher/pasos.h"
 
@@ -68,6 +69,7 @@ TEST_P(Consultas, LaQueFallaNoDejaGrabarMedioComprobante) {
         SCOPED_TRACE("query " + std::to_string(n));
         const Escena e = escena(Motor::sqlite);
         ejecutar(*abrir_sesion(e.conexion), "update ctcquorvel set concepto='Uno' where num_docum='1'");
+        comenzar_historia(*abrir_sesion(e.conexion), 1, 1); // which was not told of that
         const std::string antes = guardados(e);
         Puesto puesto(e, e.conexion);
         Pantalla& p = puesto.p;
