@@ -11,9 +11,9 @@ namespace quorvel {
 [[nodiscard]] std::string codigo_de_entrada(const std::string& entrada);
 /// Active auxiliaries registered for a RUT, as the list shows them: code, " - ", name. @throws ErrorSesion
 [[nodiscard]] std::vector<std::string> auxiliares_de_rut(clsConexion& db, const std::string& rut);
-/// The code of the next auxiliary: it follows the highest number of six digits, or of more once those are used
-/// up; codes that are taken, also by auxiliaries out of use, are skipped, and codes that are no numbers do not
-/// count. @throws ErrorSesion
+/// The code of the next auxiliary: it follows the highest number of six digits, or of more once those are
+/// used up; codes that are taken, also by auxiliaries out of use, are skipped, and codes that are no numbers
+/// do not count. @throws ErrorSesion
 [[nodiscard]] std::string siguiente_codigo(clsConexion& db);
 /// Creates an auxiliary of the counterpart unless it has an active one. One transaction; nothing stays of a
 /// failure.

@@ -97,9 +97,9 @@ TEST_P(Anual, AperturaLineaPorLinea) {
         EXPECT_EQ(en_texto(apertura()), "1|101001||0|450|;3|301001||0|500|;4|302002||951|0|")
             << "half a peso has no line and is counted";
         comprobante("04/02/2024", {{"501001", "", 0.25, 0}, {"101002", "", 0, 0.25}});
-        EXPECT_EQ(en_texto(apertura()),
-                  "1|101001||0|450|;2|101002||0|1|;3|301001||0|500|;4|302002||951|0|");
+        EXPECT_EQ(en_texto(apertura()), "1|101001||0|450|;2|101002||0|1|;3|301001||0|500|;4|302002||951|0|");
     }
+    comprobante("04/03/2024", {{"501001", "", 10, 0}, {"101001", "", 0, 10}});
     ejecutar(*db, "update ctmconfigu set centro_per=' '");
     EXPECT_EQ(en_texto(apertura()), "La cuenta de pérdida no esta configurada. Configure la contabilidad "
                                     "antes de generar el comprobante");
