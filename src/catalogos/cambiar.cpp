@@ -65,7 +65,7 @@ std::map<std::string, std::string> escritura(clsConexion& db, const Catalogo& c,
         std::string& texto = letras[x.nombre];
         if (texto.empty() && !nueva)
             texto = recortar_fin(db.NewRecord(std::string("select ") + x.nombre + " from " + c.tabla +
-                                              " where" + sql_clave(c, fila[0]))
+                                              " where" + sql_fila(c, fila[0]))
                                      ->at(0)
                                      .text());
         if (texto.empty()) texto = "11111";
@@ -89,7 +89,7 @@ void actualizar(clsConexion& db, const Catalogo& c, const FilaCatalogo& fila) {
     std::string cambios;
     for (const auto& [nombre, valor] : escritura(db, c, fila, false))
         if (nombre != c.columnas[0].nombre) cambios += (cambios.empty() ? "" : ", ") + nombre + "=" + valor;
-    exigir(db, std::string("update ") + c.tabla + " set " + cambios + " where" + sql_clave(c, fila[0]));
+    exigir(db, std::string("update ") + c.tabla + " set " + cambios + " where" + sql_fila(c, fila[0]));
 }
 
 /// Takes hold of the row until the transaction ends. @return why it is not the one that was read, "" when it
@@ -97,7 +97,7 @@ void actualizar(clsConexion& db, const Catalogo& c, const FilaCatalogo& fila) {
 std::string retener(clsConexion& db, const Catalogo& c, const FilaCatalogo& antes) {
     const std::string nombre = c.columnas[1].nombre;
     exigir(db, std::string("update ") + c.tabla + " set " + nombre + "=" + nombre + " where" +
-                   sql_clave(c, antes[0]));
+                   sql_fila(c, antes[0]));
     const auto ahora = leer_fila(db, c, antes[0]);
     if (!ahora) return "Otro usuario ya borró " + std::string(c.singular) + " " + antes[0];
     if (*ahora != antes)
@@ -159,7 +159,7 @@ std::string borrar_fila(clsConexion& db, const Catalogo& c, const FilaCatalogo& 
     if (std::string ajena = retener(db, c, antes); !ajena.empty()) return ajena;
     if (const std::string uso = quien_lo_usa(db, c, antes); !uso.empty())
         return "No se borra " + std::string(c.singular) + " " + antes[0] + ". " + uso;
-    exigir(db, std::string("delete from ") + c.tabla + " where" + sql_clave(c, antes[0]));
+    exigir(db, std::string("delete from ") + c.tabla + " where" + sql_fila(c, antes[0]));
     if (c.al_borrar != nullptr) c.al_borrar(db, antes);
     t.confirmar();
     return {};

@@ -50,12 +50,12 @@ std::string sql_valor(const ColumnaCatalogo& x, const std::string& valor) {
     }
 }
 
-std::string sql_clave(const Catalogo& c, const std::string& codigo) {
+std::string sql_fila(const Catalogo& c, const std::string& codigo) {
     return std::string(" ") + c.columnas[0].nombre + "=" + sql_valor(c.columnas[0], codigo);
 }
 
 std::optional<FilaCatalogo> leer_fila(clsConexion& db, const Catalogo& c, const std::string& codigo) {
-    const auto rs = db.NewRecord(consulta(c) + sql_clave(c, codigo));
+    const auto rs = db.NewRecord(consulta(c) + sql_fila(c, codigo));
     if (rs->eof()) return std::nullopt;
     return leida(c, *rs);
 }

@@ -8,7 +8,7 @@ namespace quorvel {
 /// A value as a statement takes it.
 [[nodiscard]] std::string sql_valor(const ColumnaCatalogo& columna, const std::string& valor);
 /// " tabla.clave=…" of a row's code.
-[[nodiscard]] std::string sql_clave(const Catalogo& c, const std::string& codigo);
+[[nodiscard]] std::string sql_fila(const Catalogo& c, const std::string& codigo);
 /// Filled up with zeros in front.
 [[nodiscard]] std::string rellenar(const std::string& digitos, std::size_t ancho);
 

@@ -12,7 +12,7 @@ namespace {
 
 using Celdas = std::vector<std::string>;
 
-std::string legible(const Celdas& celdas, std::size_t i, const Columna& c) {
+std::string legible(const Celdas& celdas, std::size_t i, const ColumnaGuardada& c) {
     if (i >= celdas.size()) return {};
     if (c.monto) return Decimal::leer(reemplazar(celdas[i], ".", ",")).formato("#,##0");
     if (const auto fecha = leer_fecha_iso(celdas[i])) return fecha_dmy(*fecha);
@@ -20,8 +20,8 @@ std::string legible(const Celdas& celdas, std::size_t i, const Columna& c) {
 }
 
 template <std::size_t N>
-void comparar_fila(const std::string& prefijo, const std::array<Columna, N>& columnas, const Celdas& antes,
-                   const Celdas& ahora, std::vector<CeldaComparada>& todas) {
+void comparar_fila(const std::string& prefijo, const std::array<ColumnaGuardada, N>& columnas,
+                   const Celdas& antes, const Celdas& ahora, std::vector<CeldaComparada>& todas) {
     for (std::size_t i = 0; i < N; ++i) {
         CeldaComparada c{prefijo + columnas[i].rotulo, legible(antes, i, columnas[i]),
                          legible(ahora, i, columnas[i])};

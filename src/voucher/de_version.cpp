@@ -15,7 +15,7 @@ namespace {
 class FilaDeVersion final : public Recordset {
 public:
     template <std::size_t N>
-    FilaDeVersion(const std::array<Columna, N>& columnas, const std::vector<std::string>& celdas) {
+    FilaDeVersion(const std::array<ColumnaGuardada, N>& columnas, const std::vector<std::string>& celdas) {
         for (std::size_t i = 0; i < N; ++i)
             agregar(columnas[i].nombre, i < celdas.size() && !celdas[i].empty() ? Value(celdas[i]) : Value());
     }

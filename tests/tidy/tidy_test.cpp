@@ -263,6 +263,42 @@ TEST(Tidy, FoldersIncludeOnlyWhatStandsBelowThem) {
     compare(unused, {}, "an arrow that nobody uses goes");
 }
 
+/// Types that a file declares for others, and functions that a header does, each with its namespace.
+Names declared(const Source& s) {
+    static const std::regex space(R"(namespace ([\w:]+) \{)");
+    static const std::regex type(
+        R"((?:template <.*> )?(?:class|struct|enum class|enum) (\w+)[^;]*(?:\{.*)?)");
+    static const std::regex alias(R"(using (\w+) =.*)");
+    static const std::regex function(R"((?:\[\[\w+\]\] |[\w:<>,&*]+ )+[&*]?(\w+)\(.*)");
+    Names names;
+    std::string where;
+    bool own = false;
+    std::istringstream in(s.code);
+    std::smatch m;
+    for (std::string line; std::getline(in, line);) {
+        if (std::regex_match(line, m, space)) where = m[1];
+        if (line == "namespace {") own = true;
+        if (line.starts_with("}") && own && line.find(';') == std::string::npos && line.size() > 1)
+            own = false;
+        if (own || line.starts_with(' ') || line.starts_with('}')) continue;
+        if (std::regex_match(line, m, type) || std::regex_match(line, m, alias) ||
+            (s.path.ends_with(".h") && std::regex_match(line, m, function)))
+            names.insert(where + "::" + std::string(m[1]));
+    }
+    return names;
+}
+
+TEST(Tidy, OneWordIsOneThing) {
+    std::map<std::string, Names> where;
+    for (const Source& s : sources())
+        if (s.in("src/"))
+            for (const std::string& name : declared(s)) where[name].insert(folder_of(s.path.substr(4)));
+    Names twice;
+    for (const auto& [name, folders] : where)
+        if (folders.size() > 1) twice.insert(name);
+    compare(twice, {}, "a name of a namespace is declared in one folder");
+}
+
 TEST(Tidy, EachThingHasItsPlace) {
     compare(files_where([](const Source& s) {
                 constexpr const char* WINDOWS[] = {

@@ -159,7 +159,7 @@ std::array<Exigencia, 4> frmAsistente::exigencias() {
 void frmAsistente::cmdaceptar_Click() {
     const std::string cuenta = txtCuenta.Text();
     if (!exigir_todas(*this, exigencias()) ||
-        !exigir(*this, existe_cuenta(*this, cuenta), "Cuenta no válida") ||
+        !comprobar(*this, existe_cuenta(*this, cuenta), "Cuenta no válida") ||
         !exigir_auxiliares(*this, *this, parte_auxiliar(), cuenta, cmbAuxiliar))
         return;
     aceptar_lineas(*this, *this, armar(), txttotal);

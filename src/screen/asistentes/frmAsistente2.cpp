@@ -51,8 +51,8 @@ std::array<Exigencia, 5> frmAsistente2::exigencias() {
 void frmAsistente2::cmdaceptar_Click() {
     const std::string banco = txtCuenta.Text(), socio = txtCuenta2.Text();
     if (!exigir_todas(*this, exigencias()) ||
-        !exigir(*this, existe_cuenta(*this, socio), "Cuenta SOCIO no válida") ||
-        !exigir(*this, existe_cuenta(*this, banco), "Cuenta BANCOS no válida") ||
+        !comprobar(*this, existe_cuenta(*this, socio), "Cuenta SOCIO no válida") ||
+        !comprobar(*this, existe_cuenta(*this, banco), "Cuenta BANCOS no válida") ||
         !exigir_auxiliares(*this, *this, parte_auxiliar(), socio, cmbAuxiliar))
         return;
     aceptar_lineas(*this, *this, armar(), txttotal);

@@ -99,8 +99,8 @@ void conectar_auxiliar(ui::Form& f, SesionAsistente& s, const ParteCodigo& auxil
         if (!tomar_auxiliar(f, s, auxiliar, auxiliar.codigo.Text())) devolver(auxiliar.codigo, rechaza);
     };
     conectar_busqueda(f, auxiliar, [&f, &s, auxiliar, &cuenta] {
-        if (!exigir(f, !cuenta.Text().empty(), "Ingrese cuenta")) return;
-        if (!exigir(f, existe_cuenta(s, cuenta.Text()), "Cuenta no válida")) return;
+        if (!comprobar(f, !cuenta.Text().empty(), "Ingrese cuenta")) return;
+        if (!comprobar(f, existe_cuenta(s, cuenta.Text()), "Cuenta no válida")) return;
         const auto elegido = elegir_auxiliar(f.escritorio(), *s.gdb);
         if (elegido && tomar_auxiliar(f, s, auxiliar, elegido->codigo))
             auxiliar.codigo.SetText(elegido->codigo);
@@ -168,19 +168,19 @@ void tecla_dialogo(ui::Form& f, ui::KeyEvent& e, ui::CommandButton& aceptar) {
 bool exigir_auxiliares(ui::Form& f, SesionAsistente& s, const ParteCodigo& auxiliar,
                        const std::string& cuenta, ui::ComboBox& contraparte) {
     const auto vigente = [&](const std::string& codigo, ui::Control& foco) {
-        return exigir(f, buscar_codigo((*s.maestros)[Maestro::auxiliares], "auxiliar", codigo),
-                      "Auxiliar no válido", &foco);
+        return comprobar(f, buscar_codigo((*s.maestros)[Maestro::auxiliares], "auxiliar", codigo),
+                         "Auxiliar no válido", &foco);
     };
     if (cuenta_requiere_auxiliar(s, cuenta)) {
         const std::string codigo = auxiliar.codigo.Text();
         if (codigo.empty()) habilitar(auxiliar, true);
-        if (!exigir(f, !codigo.empty(), "Ingrese auxiliar", &auxiliar.codigo)) return false;
+        if (!comprobar(f, !codigo.empty(), "Ingrese auxiliar", &auxiliar.codigo)) return false;
         if (!vigente(codigo, auxiliar.codigo)) return false;
     }
     return vigente(codigo_de_entrada(contraparte.Text()), contraparte);
 }
 
-bool exigir(ui::Form& f, bool ok, const char* mensaje, ui::Control* foco) {
+bool comprobar(ui::Form& f, bool ok, const char* mensaje, ui::Control* foco) {
     if (ok) return true;
     f.critico(mensaje);
     if (foco != nullptr) foco->SetFocus();
@@ -188,12 +188,12 @@ bool exigir(ui::Form& f, bool ok, const char* mensaje, ui::Control* foco) {
 }
 
 bool exigir_todas(ui::Form& f, std::span<const Exigencia> exigencias) {
-    return std::ranges::all_of(exigencias,
-                               [&](const Exigencia& e) { return exigir(f, e.cumplida, e.mensaje, e.foco); });
+    return std::ranges::all_of(
+        exigencias, [&](const Exigencia& e) { return comprobar(f, e.cumplida, e.mensaje, e.foco); });
 }
 
 void aceptar_lineas(ui::Form& f, SesionAsistente& s, std::vector<Linea> lineas, ui::ctlEntrada& total) {
-    if (!exigir(f, !con_monto_negativo(lineas), MONTO_NEGATIVO, &total)) return;
+    if (!comprobar(f, !con_monto_negativo(lineas), MONTO_NEGATIVO, &total)) return;
     s.lineas = std::move(lineas);
     const Decimal monto = Decimal::leer(total.Text());
     s.totales = {monto, monto};

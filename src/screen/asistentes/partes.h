@@ -57,7 +57,7 @@ void conectar_monto(ui::Form& f, ui::ctlEntrada& monto, std::function<void()> al
 /// Shows what the box does not take and keeps the person in it.
 void rechazar_texto(ui::Form& f, ui::ctlEntrada& caja, const char* mensaje, bool& rechaza);
 /// Shows a failed check and goes to its control. @return ok
-bool exigir(ui::Form& f, bool ok, const char* mensaje, ui::Control* foco = nullptr);
+bool comprobar(ui::Form& f, bool ok, const char* mensaje, ui::Control* foco = nullptr);
 /// What a dialog cannot do without, in the order of the checks.
 struct Exigencia {
     bool cumplida;

@@ -28,7 +28,7 @@ void generar(frmQuorvel& f, bool por_documento) {
     });
     if (!asiento) return;
     if (otro) {
-        preparar_comprobante(f, fecha->year() / std::chrono::January / 1, glosa);
+        nuevo_asiento(f, fecha->year() / std::chrono::January / 1, glosa);
         f.cmbifrs.SetListIndex(norma);
     } else {
         f.grdDetalle.Clear();

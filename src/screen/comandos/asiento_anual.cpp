@@ -28,7 +28,7 @@ generar_con_avance(frmQuorvel& f, const std::function<ResultadoAsiento(const Ava
     return std::move(r.asiento);
 }
 
-void preparar_comprobante(frmQuorvel& f, Fecha fecha, const std::string& glosa) {
+void nuevo_asiento(frmQuorvel& f, Fecha fecha, const std::string& glosa) {
     limpiar_para_nuevo(f);
     if (f.cmbDocumento.ListCount() > 1) f.cmbDocumento.SetListIndex(1);
     f.mskF_comp.SetDate(fecha);

@@ -13,7 +13,7 @@ class frmQuorvel;
 generar_con_avance(frmQuorvel& f, const std::function<ResultadoAsiento(const Avance&)>& regla);
 /// New voucher of the second document kind with this date and gloss; number and correlative are those of the
 /// date.
-void preparar_comprobante(frmQuorvel& f, Fecha fecha, const std::string& glosa);
+void nuevo_asiento(frmQuorvel& f, Fecha fecha, const std::string& glosa);
 /// Adds the lines behind those of the grid and shows both totals.
 void agregar_lineas(frmQuorvel& f, const AsientoGenerado& a);
 

@@ -54,7 +54,7 @@ void generar_cierre(frmQuorvel& f) {
     const auto asiento = generar_con_avance(
         f, [&](const Avance& avance) { return generar_lineas_cierre(*f.glbdb, p, avance); });
     if (!asiento) return;
-    if (!rehacer) preparar_comprobante(f, p.hasta, p.glosa);
+    if (!rehacer) nuevo_asiento(f, p.hasta, p.glosa);
     agregar_lineas(f, *asiento);
     f.estado.cierre_generado = true;
 }

@@ -49,7 +49,7 @@ Value number(std::string_view digits) {
 
 } // namespace
 
-std::shared_ptr<const ResultColumns> columnas(const PGresult* description) {
+std::shared_ptr<const ResultColumns> postgres_columns(const PGresult* description) {
     auto columns = std::make_shared<ResultColumns>();
     for (int i = 0; i < PQnfields(description); ++i) {
         columns->info.push_back({minusculas(PQfname(description, i)), kind_of(PQftype(description, i))});
@@ -69,7 +69,7 @@ bool same_columns(const ResultColumns& columns, const PGresult* rows) {
     return true;
 }
 
-Value valor(const PGresult* rows, int row, int column) {
+Value postgres_value(const PGresult* rows, int row, int column) {
     if (PQgetisnull(rows, row, column) != 0) return {};
     const std::string_view text(PQgetvalue(rows, row, column),
                                 static_cast<std::size_t>(PQgetlength(rows, row, column)));

@@ -5,9 +5,9 @@
 
 namespace quorvel {
 
-[[nodiscard]] std::shared_ptr<const ResultColumns> columnas(const PGresult* description);
+[[nodiscard]] std::shared_ptr<const ResultColumns> postgres_columns(const PGresult* description);
 /// Whether a result has these columns.
 [[nodiscard]] bool same_columns(const ResultColumns& columns, const PGresult* rows);
-[[nodiscard]] Value valor(const PGresult* rows, int row, int column);
+[[nodiscard]] Value postgres_value(const PGresult* rows, int row, int column);
 
 } // namespace quorvel

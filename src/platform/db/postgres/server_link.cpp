@@ -84,7 +84,9 @@ void ServerLink::connect() {
     }
 }
 
-int ServerLink::asked_process() { return static_cast<int>(valor(command(PROCESS).get(), 0, 0).integer()); }
+int ServerLink::asked_process() {
+    return static_cast<int>(postgres_value(command(PROCESS).get(), 0, 0).integer());
+}
 
 void ServerLink::fail(const PGresult* r, const std::string& sql) const {
     std::string why = r != nullptr ? trimmed(PQresultErrorField(r, PG_DIAG_MESSAGE_PRIMARY)) : "";
@@ -137,7 +139,7 @@ bool ServerLink::send_prepare(const Command& command) {
 bool ServerLink::send_begin() { return send(BEGIN) && (!pooled_ || send_text(PROCESS)); }
 
 void ServerLink::began(std::span<const Result> results) {
-    if (pooled_) process_ = static_cast<int>(valor(results[1].get(), 0, 0).integer());
+    if (pooled_) process_ = static_cast<int>(postgres_value(results[1].get(), 0, 0).integer());
 }
 
 ServerLink::Answers ServerLink::finish(std::size_t commands, bool pipeline, bool queued) {

@@ -140,7 +140,7 @@ void SesionPostgres::prepare(Statement& s, const std::string& sql) {
     if (!server_.pooled()) fresh.name = "q" + std::to_string(++names_);
     const auto answers = exchange(sql, 2, [&] { return server_.send_prepare(fresh); });
     s.command = std::move(fresh);
-    s.columns = columnas(answers.back().get());
+    s.columns = postgres_columns(answers.back().get());
 }
 
 bool SesionPostgres::due(const Statement& s) const {
@@ -243,11 +243,11 @@ std::shared_ptr<const ResultColumns> SesionPostgres::read(const std::string& sql
             if (s.translation.kind != Translation::Kind::query)
                 throw ErrorSesion("La sentencia no devuelve filas", sql);
             const Result rows = execute(s, sql);
-            if (!same_columns(*s.columns, rows.get())) s.columns = columnas(rows.get());
+            if (!same_columns(*s.columns, rows.get())) s.columns = postgres_columns(rows.get());
             const int height = PQntuples(rows.get()), width = PQnfields(rows.get());
             cells.reserve(cells.size() + static_cast<std::size_t>(height) * static_cast<std::size_t>(width));
             for (int row = 0; row < height; ++row)
-                for (int i = 0; i < width; ++i) cells.push_back(valor(rows.get(), row, i));
+                for (int i = 0; i < width; ++i) cells.push_back(postgres_value(rows.get(), row, i));
             return s.columns;
         },
         true);
@@ -335,7 +335,7 @@ bool SesionPostgres::reserve(std::int64_t number) {
         reconnect_if_lost();
         return exchange("reserva", 1, [&] { return server_.send(ServerLink::RESERVE, values); });
     });
-    return valor(answers.front().get(), 0, 0).integer() == 1;
+    return postgres_value(answers.front().get(), 0, 0).integer() == 1;
 }
 
 void SesionPostgres::begin(bool strict) {

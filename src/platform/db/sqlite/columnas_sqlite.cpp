@@ -19,7 +19,7 @@ ColumnKind kind_of(const std::string& type) {
 
 } // namespace
 
-std::shared_ptr<const ResultColumns> columnas(sqlite3_stmt* stmt) {
+std::shared_ptr<const ResultColumns> sqlite_columns(sqlite3_stmt* stmt) {
     auto columns = std::make_shared<ResultColumns>();
     for (int i = 0; i < sqlite3_column_count(stmt); ++i) {
         const std::string type = declared_type(stmt, i);
@@ -40,7 +40,7 @@ std::string definicion(sqlite3_stmt* stmt) {
     return columns;
 }
 
-Value valor(sqlite3_stmt* stmt, int column) {
+Value sqlite_value(sqlite3_stmt* stmt, int column) {
     switch (sqlite3_column_type(stmt, column)) {
     case SQLITE_NULL: return {};
     case SQLITE_INTEGER: return Value(static_cast<std::int64_t>(sqlite3_column_int64(stmt, column)));

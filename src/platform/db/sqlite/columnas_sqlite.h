@@ -5,9 +5,9 @@
 
 namespace quorvel {
 
-[[nodiscard]] std::shared_ptr<const ResultColumns> columnas(sqlite3_stmt* stmt);
+[[nodiscard]] std::shared_ptr<const ResultColumns> sqlite_columns(sqlite3_stmt* stmt);
 /// Column definitions of a table that takes the query's rows and compares their texts as the sources do.
 [[nodiscard]] std::string definicion(sqlite3_stmt* stmt);
-[[nodiscard]] Value valor(sqlite3_stmt* stmt, int column);
+[[nodiscard]] Value sqlite_value(sqlite3_stmt* stmt, int column);
 
 } // namespace quorvel

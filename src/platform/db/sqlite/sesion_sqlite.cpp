@@ -158,7 +158,7 @@ SesionSqlite::Cache::Entry& SesionSqlite::acquire(const std::string& sql) {
     for (const std::size_t literal : s.translation.params) lifted[literal] = true;
     if (s.translation.kind != Translation::Kind::definition) {
         s.stmt = prepare(s.translation.text, sql);
-        s.columns = columnas(s.stmt);
+        s.columns = sqlite_columns(s.stmt);
     }
     return cache_.add(skeleton_, std::move(lifted), std::move(s),
                       [](Statement& old) { sqlite3_finalize(old.stmt); });
@@ -216,7 +216,7 @@ void SesionSqlite::step_all(sqlite3_stmt* stmt, const std::string& sql) {
 
 void SesionSqlite::refresh(Statement& s) {
     const auto width = static_cast<std::size_t>(sqlite3_column_count(s.stmt));
-    if (width != s.columns->info.size()) s.columns = columnas(s.stmt);
+    if (width != s.columns->info.size()) s.columns = sqlite_columns(s.stmt);
 }
 
 std::shared_ptr<const ResultColumns> SesionSqlite::read(const std::string& sql, std::vector<Value>& cells) {
@@ -227,7 +227,7 @@ std::shared_ptr<const ResultColumns> SesionSqlite::read(const std::string& sql, 
     int code;
     while ((code = sqlite3_step(s.stmt)) == SQLITE_ROW) {
         const int width = sqlite3_data_count(s.stmt);
-        for (int i = 0; i < width; ++i) cells.push_back(valor(s.stmt, i));
+        for (int i = 0; i < width; ++i) cells.push_back(sqlite_value(s.stmt, i));
     }
     if (code != SQLITE_DONE) fail(sql);
     refresh(s);
@@ -250,7 +250,7 @@ bool SesionSqlite::read_next(sqlite3_stmt* stmt, std::vector<Value>& cells) cons
     int code = SQLITE_ROW;
     for (int n = 0; n < AT_ONCE && (code = sqlite3_step(stmt)) == SQLITE_ROW; ++n) {
         const int width = sqlite3_data_count(stmt);
-        for (int i = 0; i < width; ++i) cells.push_back(valor(stmt, i));
+        for (int i = 0; i < width; ++i) cells.push_back(sqlite_value(stmt, i));
     }
     if (code == SQLITE_ROW) return true;
     const Reset reset{stmt};
