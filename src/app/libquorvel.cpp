@@ -1,4 +1,3 @@
-#include "app/sesion_app.h"
 
 #include <QApplication>
 

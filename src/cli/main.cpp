@@ -3,7 +3,6 @@
 #include "app/estilo.h"
 #include "app/idioma.h"
 #include "app/recientes.h"
-#include "app/sesion_app.h"
 #include "app/zoom.h"
 #include "cli/castellano.h"
 #include "cli/comando_db.h"
@@ -14,7 +13,6 @@
 #include "demo_run/demo_run.h"
 #include "driver/driver.h"
 #include "interchange/archivo_comprobante.h"
-#include "oficina/salida.h"
 #include "qt/report/QtReportPrinter.h"
 
 #include <CLI/CLI.hpp>

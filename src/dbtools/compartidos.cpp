@@ -2,7 +2,6 @@
 
 #include "dbtools/datos.h"
 #include "dbtools/guion.h"
-#include "platform/db/literal.h"
 #include "text/letras_utf8.h"
 
 #include <algorithm>

@@ -2,7 +2,6 @@
 #include "demo_run/escenas.h"
 #include "qt/FormWindow.h"
 #include "screen/campos.h"
-#include "screen/frmQuorvel.h"
 #include "voucher/bloqueo.h"
 
 #include <QApplication>

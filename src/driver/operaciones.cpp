@@ -1,6 +1,5 @@
 #include "driver/controles.h"
 #include "platform/report/definition.h"
-#include "platform/ui/keys.h"
 #include "screen/abrir.h"
 #include "screen/frmQuorvel.h"
 #include "text/letras_utf8.h"

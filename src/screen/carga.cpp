@@ -12,7 +12,6 @@
 #include "screen/permisos.h"
 #include "screen/recargar_documentos.h"
 #include "screen/registro/frmRegistro.h"
-#include "text/letras_utf8.h"
 #include "voucher/listas.h"
 
 #include <utility>

@@ -2,7 +2,6 @@
 
 #include "historia/celdas.h"
 #include "historia/columnas.h"
-#include "text/numeros.h"
 #include "voucher/cargar.h"
 
 #include <algorithm>

@@ -1,6 +1,5 @@
 #include "voucher/grabar.h"
 
-#include "platform/db/literal.h"
 #include "text/numeros.h"
 #include "voucher/anotar.h"
 #include "voucher/cargar.h"

@@ -1,9 +1,6 @@
 #include "voucher/huella.h"
 
-#include "platform/db/literal.h"
 #include "text/fnv.h"
-#include "text/letras_utf8.h"
-#include "text/numeros.h"
 #include "voucher/cargar.h"
 
 #include <algorithm>

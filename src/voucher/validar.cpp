@@ -1,7 +1,6 @@
 #include "voucher/validar.h"
 
 #include "text/letras_utf8.h"
-#include "text/numeros.h"
 #include "voucher/cargar.h"
 
 #include <algorithm>

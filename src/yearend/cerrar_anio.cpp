@@ -2,7 +2,6 @@
 
 #include "historia/version.h"
 #include "platform/db/literal.h"
-#include "text/numeros.h"
 #include "voucher/pasos.h"
 #include "yearend/saldos.h"
 

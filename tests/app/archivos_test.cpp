@@ -1,7 +1,6 @@
 // Goal: choosing a file never costs a voucher. Method: windows as processes of their own that open file
 // dialogs beside the database, other programs that end meanwhile, and SIGKILL.
 #include "apoyo/proceso.h"
-#include "app/sesion_app.h"
 #include "qt/file_dialog.h"
 #include "qt/pantalla_qt.h"
 

@@ -1,7 +1,6 @@
 // Goal: the host application's windows do what they show. Method: the windows on the offscreen platform with
 // a demonstration company, keys and buttons as a person uses them. QUORVEL_FOTOS=folder takes their pictures.
 #include "apoyo/comprobante.h"
-#include "apoyo/empresa.h"
 #include "app/StartWindow.h"
 #include "app/anfitrion.h"
 #include "app/borradores.h"

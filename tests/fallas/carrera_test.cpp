@@ -5,7 +5,6 @@
 #include "fallas/trabajos.h"
 #include "screen/papeles/frmImprimir.h"
 #include "screen/papeles/frmfactura.h"
-#include "voucher/comprobante.h"
 
 #include <gtest/gtest.h>
 #include <sys/mman.h>

@@ -9,7 +9,6 @@
 #include "historia/comparar.h"
 #include "historia/leer.h"
 #include "interchange/cheque.h"
-#include "voucher/anotar.h"
 #include "voucher/cargar.h"
 #include "voucher/de_version.h"
 #include "voucher/deshacer.h"

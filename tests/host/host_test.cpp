@@ -1,7 +1,6 @@
 // Goal: the public classes as a host uses them. Method: a desktop that plays the user's part.
 #include "apoyo/pantalla.h"
 #include "host/clsQuorvel.h"
-#include "host/clsQuorvelRem.h"
 
 #include <gtest/gtest.h>
 

@@ -2,7 +2,6 @@
 // screen.
 #include "apoyo/disco.h"
 #include "apoyo/sesiones.h"
-#include "qt/report/PreviewWindow.h"
 #include "qt/report/QtReportPrinter.h"
 #include "qt/report/painting.h"
 

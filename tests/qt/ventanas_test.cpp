@@ -1,4 +1,3 @@
-#include "app/recientes.h"
 #include "dbtools/sin_clave.h"
 #include "pantalla_qt.h"
 #include "qt/ConsultaView.h"

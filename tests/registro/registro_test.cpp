@@ -1,7 +1,6 @@
 // Goal: a month of the tax authority's register becomes rows with their state, and vouchers like those of the
 // screen. Method: files written here, small companies on both engines, every oddity of the files one case.
 #include "apoyo/comprobante.h"
-#include "apoyo/pg.h"
 #include "apoyo/sesiones.h"
 #include "assistants/libros.h"
 #include "registro/archivo.h"

@@ -1,7 +1,6 @@
 // Goal: a person books a month of the register by keys, mends what is unknown and finds what differs. Method:
 // the form itself on both engines, key by key, as the window and the driver hand them on.
 #include "apoyo/pantalla.h"
-#include "apoyo/pg.h"
 #include "registro/archivo.h"
 #include "screen/registro/frmContrapartes.h"
 #include "screen/registro/frmRegistro.h"

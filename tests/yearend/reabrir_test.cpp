@@ -4,7 +4,6 @@
 #include "apoyo/empresa.h"
 #include "historia/cadena.h"
 #include "historia/comenzar.h"
-#include "voucher/cargar.h"
 #include "voucher/grabar.h"
 #include "yearend/apertura.h"
 #include "yearend/cerrar_anio.h"

@@ -10,7 +10,6 @@
 #include "qt/icons.h"
 #include "qt/screen_room.h"
 #include "qt/text.h"
-#include "text/numeros.h"
 
 #include <QFile>
 #include <QFileInfo>

@@ -1,6 +1,5 @@
 #include "app/historia/memoria.h"
 
-#include "app/recientes.h"
 #include "dbtools/sin_clave.h"
 #include "historia/cadena.h"
 

@@ -2,7 +2,6 @@
 
 #include "app/avisos.h"
 #include "qt/text.h"
-#include "text/numeros.h"
 
 #include <QHBoxLayout>
 #include <QHeaderView>

@@ -1,5 +1,4 @@
 #include "platform/ui/ctlPlanilla.h"
-#include "platform/ui/form.h"
 #include "platform/ui/utf8.h"
 
 #include <algorithm>

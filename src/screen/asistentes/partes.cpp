@@ -3,10 +3,8 @@
 #include "assistants/auxiliares.h"
 #include "assistants/calculo.h"
 #include "assistants/lineas.h"
-#include "platform/db/literal.h"
 #include "screen/consultas/consultas.h"
 #include "screen/maestro.h"
-#include "text/letras_utf8.h"
 #include "text/numeros.h"
 #include "voucher/chart.h"
 

@@ -1,6 +1,5 @@
 #include "screen/asistentes/pasos.h"
 
-#include "platform/db/literal.h"
 #include "screen/asistentes/frmAsistente.h"
 #include "screen/detalle/detalle.h"
 #include "screen/frmQuorvel.h"

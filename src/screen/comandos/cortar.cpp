@@ -7,7 +7,6 @@
 #include "screen/permisos.h"
 #include "screen/recargar_documentos.h"
 #include "voucher/cargar.h"
-#include "voucher/grabar.h"
 
 namespace quorvel {
 

@@ -1,10 +1,8 @@
 // Lookups from inside a cell.
-#include "platform/db/literal.h"
 #include "screen/consultas/consultas.h"
 #include "screen/detalle/detalle.h"
 #include "screen/frmQuorvel.h"
 #include "screen/maestro.h"
-#include "text/letras_utf8.h"
 
 namespace quorvel {
 

@@ -1,5 +1,4 @@
 // What a cell accepts when its edit starts, when it is left, and where the cursor goes then.
-#include "platform/db/literal.h"
 #include "screen/campos.h"
 #include "screen/detalle/detalle.h"
 #include "screen/frmQuorvel.h"

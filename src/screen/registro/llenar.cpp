@@ -4,7 +4,6 @@
 #include "screen/borrador.h"
 #include "screen/campos.h"
 #include "screen/frmQuorvel.h"
-#include "text/letras_utf8.h"
 
 namespace quorvel {
 
