@@ -150,7 +150,7 @@ ConsultaView::ConsultaView(QWidget* parent) : QTableView(parent), model_(new Con
 
 void ConsultaView::fit_rows() {
     verticalHeader()->setMinimumSectionSize(fontMetrics().height() + 4);
-    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 7);
+    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 10);
 }
 
 void ConsultaView::changeEvent(QEvent* event) {
@@ -218,7 +218,8 @@ void ConsultaView::fit_columns() {
     const int columns = model_->columnCount();
     const bool same_list = columns == fitted_columns_ && (fitted_rows_ || model_->rowCount() == 0);
     const bool same_room = sized_by_hand_ || fitted_width_ == viewport()->width();
-    if (columns == 0 || (same_list && same_room)) return;
+    const bool emptied = same_list && fitted_rows_ && model_->rowCount() == 0;
+    if (columns == 0 || emptied || (same_list && same_room)) return;
     fitted_columns_ = columns;
     fitted_rows_ = model_->rowCount() > 0;
     fitted_width_ = viewport()->width();

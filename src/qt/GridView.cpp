@@ -98,7 +98,7 @@ void GridView::detach() {
 
 void GridView::fit_rows() {
     verticalHeader()->setMinimumSectionSize(fontMetrics().height() + 4);
-    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
+    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 10);
 }
 
 void GridView::changeEvent(QEvent* event) {
