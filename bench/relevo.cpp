@@ -43,7 +43,7 @@ Cuenta trabajar(const std::string& conexion, int quien, double segundos) {
         std::string error;
         try {
             if (!db) db = abrir_sesion(conexion);
-            error = GrabarComprobante(*db, c, o).error;
+            error = GrabarComprobante(*db, c, o).desenlace.mensaje();
         } catch (const std::exception& e) {
             error = e.what();
         }
@@ -59,6 +59,16 @@ Cuenta trabajar(const std::string& conexion, int quien, double segundos) {
         std::this_thread::sleep_for(std::chrono::milliseconds(20));
     }
     return cuenta;
+}
+
+/// The end may fall into a time without a primary.
+std::unique_ptr<dbtools::Base> cuando_vuelva(const std::string& conexion) {
+    for (int intento = 1;; ++intento) try {
+            return dbtools::abrir_base(conexion, dbtools::Abrir::existente);
+        } catch (const ErrorSesion&) {
+            if (intento == 60) throw;
+            std::this_thread::sleep_for(std::chrono::seconds(1));
+        }
 }
 
 } // namespace
@@ -82,9 +92,9 @@ int main(int argc, char** argv) {
         _exit(salida ? 0 : 1);
     }
     for (const pid_t p : procesos) (void)waitpid(p, nullptr, 0);
+    const auto base = cuando_vuelva(conexion);
     std::set<std::string> hay;
     std::size_t filas = 0;
-    const auto base = dbtools::abrir_base(conexion, dbtools::Abrir::existente);
     for (const auto& f : base->consultar("select num_docum from ctcquorvel"))
         filas += hay.insert(f[0]).second;
     int perdidos = 0, confirmados = 0, fallidos = 0;

@@ -7,6 +7,7 @@
 #include "app/historia/VentanaProteccion.h"
 #include "app/historia/memoria.h"
 #include "app/zoom.h"
+#include "qt/FormWindow.h"
 #include "qt/keys.h"
 #include "qt/text.h"
 #include "screen/abrir.h"

@@ -1,3 +1,4 @@
+#include "app/sesion_app.h"
 
 #include <QApplication>
 

@@ -116,6 +116,7 @@ void VentanaEmpresas::ver_estado() {
         parar_ = true;
         return;
     }
+    texto_->clear();
     leyendo_ = true, parar_ = false;
     estado_->setText("&Detener");
     QStringList fallas;

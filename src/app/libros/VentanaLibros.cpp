@@ -3,6 +3,7 @@
 #include "app/libros/grafico.h"
 #include "app/libros/informes.h"
 #include "app/libros/modelos.h"
+#include "app/sesion_app.h"
 #include "empresa/configuracion_anual.h"
 #include "platform/files/engine_files.h"
 #include "qt/file_dialog.h"
