@@ -1,4 +1,5 @@
 // "print": saved vouchers on paper form, as PDF files of a folder or as one file.
+#include "app/sesion_app.h"
 #include "cli/entrega.h"
 #include "interchange/imprimir_comprobante.h"
 #include "platform/db/literal.h"

@@ -2,6 +2,7 @@
 #include "demo_run/escenas.h"
 #include "qt/FormWindow.h"
 #include "screen/campos.h"
+#include "screen/frmQuorvel.h"
 #include "voucher/bloqueo.h"
 
 #include <QApplication>

@@ -1,6 +1,7 @@
 #include "demo/registro_demo.h"
 #include "demo_run/escenas.h"
 #include "qt/FormWindow.h"
+#include "screen/frmQuorvel.h"
 
 #include <fstream>
 

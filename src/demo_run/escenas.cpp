@@ -1,6 +1,7 @@
 #include "demo_run/escenas.h"
 
 #include "qt/FormWindow.h"
+#include "screen/frmQuorvel.h"
 
 namespace quorvel::demo_run {
 

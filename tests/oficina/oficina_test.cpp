@@ -5,8 +5,10 @@
 #include "apoyo/pantalla.h"
 #include "apoyo/pg.h"
 #include "interchange/archivo_comprobante.h"
+#include "oficina/salida.h"
 #include "registro/archivo.h"
 #include "text/letras_utf8.h"
+#include "text/numeros.h"
 
 #include <gtest/gtest.h>
 #include <sys/wait.h>
