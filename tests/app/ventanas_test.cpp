@@ -16,13 +16,13 @@
 #include "app/zoom.h"
 #include "dbtools/esquema.h"
 #include "demo/demo.h"
-#include "text/letras_utf8.h"
 #include "qt/FormWindow.h"
 #include "qt/SuggestionBox.h"
 #include "qt/text.h"
 #include "screen/abrir.h"
 #include "screen/borrador.h"
 #include "screen/frmQuorvel.h"
+#include "text/letras_utf8.h"
 
 #include <gtest/gtest.h>
 
