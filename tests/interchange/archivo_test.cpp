@@ -216,7 +216,8 @@ TEST(Archivo, AcceptsOtherLineEndsCodePagesAndExtraFields) {
     EXPECT_EQ(vacios.totales, (Totales{0, 22}));
     EXPECT_EQ(vacios.fecha_pago, leer_fecha("05/03/2024"));
     EXPECT_TRUE(vacios.monto_neto + vacios.monto_exento == 0 && !vacios.activo_fijo && !vacios.apertura);
-    EXPECT_EQ(interpretar_archivo("empresa\n;;;;;;;;;;;;;;;;;;;;;1;").c.apertura, true);
+    const auto abierto = interpretar_archivo("empresa\n;;;;;;;;;;;;;;;;;;;;;1;");
+    EXPECT_TRUE(abierto.con_cabecera && abierto.c.apertura && abierto.c.totales == Totales());
     EXPECT_FALSE(interpretar_archivo("\x81\x81\x81\x81"
                                      "empresa;f_comp")
                      .reconocido)
@@ -267,6 +268,12 @@ TEST(Archivo, TellsEveryProblemOfAFile) {
     EXPECT_TRUE(leido.c.monto_neto + leido.c.monto_exento == 0 && leido.c.totales == Totales());
     EXPECT_EQ(leido.c.lineas.at(2), (Linea{"cta", "", 0, {}, "g"}));
 
+    EXPECT_EQ(problemas("\x81"
+                        "empresa;;\n"),
+              "1! empresa: tiene un carácter desconocido\n");
+    EXPECT_EQ(problemas("empresa\n" + std::string(22, ';') + "\x81\n" + NOMBRES_DETALLE + ";\x81"),
+              "2! Norma: tiene un carácter desconocido\n3! : tiene un carácter desconocido\n"
+              "1  f_comp: el título de la columna es \"\"\n");
     const std::string fila = ";;;;;cta;;1;;";
     EXPECT_EQ(problemas("empresa\x81;;;\x81\n"), "1! empresa: tiene un carácter desconocido\n"
                                                  "1! numero: tiene un carácter desconocido\n");

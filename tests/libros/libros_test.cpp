@@ -188,7 +188,8 @@ TEST_P(Libros, MayorPorCuentaYAuxiliar) {
     clientes.cuenta = "103001";
     std::ostringstream csv;
     EXPECT_TRUE(escribir_libro_csv(*db, Libro::mayor, clientes, csv));
-    EXPECT_EQ(csv.str().substr(csv.str().find('\n') + 1),
+    EXPECT_EQ(csv.str(),
+              "Cuenta;Nombre;Auxiliar;Fecha;Documento;Número;Línea;Glosa;Referencia;Debe;Haber;Saldo\n"
               "103001;CLIENTES;000012;;;;;Saldo anterior;;0;0;119000\n"
               "103001;CLIENTES;000012;10/02/2024;002;1;2;;;0;119000;0\n");
 
@@ -247,6 +248,33 @@ TEST_P(Libros, DiarioEnOrdenPorPaginas) {
     EXPECT_EQ(diario_csv(leer_diario(*db, trimestre())[2]),
               "15/01/2024;001;9;1;COMPRAS;Comprobante 9;P;501001;GASTOS GENERALES;;\"papel; \"\"tinta\"\"\";;"
               "40000;0");
+}
+
+TEST_P(Libros, ElArchivoSeDetieneEntreFilas) {
+    db->BeginTrans();
+    voucher("03/30/2024", "002", "77", std::vector<Apunte>(2000, {"101002", "", 1, 0}));
+    db->CommitTrans();
+    const PedidoLibro marzo{1, fecha(2024, 3, 30), fecha(2024, 3, 30)};
+    const auto filas_hasta = [&](Libro libro, long fin) {
+        std::ostringstream csv;
+        const bool entero = escribir_libro_csv(*db, libro, marzo, csv, [&](long n, long) { return n < fin; });
+        EXPECT_EQ(entero, fin > 2000);
+        const std::string texto = csv.str();
+        return std::count(texto.begin(), texto.end(), '\n');
+    };
+    EXPECT_EQ(filas_hasta(Libro::diario, 1000), 1001) << "with its titles";
+    EXPECT_EQ(filas_hasta(Libro::diario, 2000), 2001);
+    EXPECT_EQ(filas_hasta(Libro::diario, 2001), 2001);
+    const auto titulos = filas_hasta(Libro::mayor, 9999) - 2000; // and a line for each account
+    EXPECT_LT(filas_hasta(Libro::mayor, 1000), 1000 + titulos);
+    EXPECT_GT(filas_hasta(Libro::mayor, 1000), 1000);
+    std::ostringstream diario;
+    EXPECT_TRUE(escribir_libro_csv(*db, Libro::diario, {1, fecha(2024, 2, 10), fecha(2024, 2, 10)}, diario));
+    EXPECT_EQ(diario.str(),
+              "Fecha;Documento;Número;Línea;Libro;Concepto;Estado;Cuenta;Nombre;Auxiliar;Glosa;"
+              "Referencia;Debe;Haber\n"
+              "10/02/2024;002;1;1;CONTABLES;Comprobante 1;P;101001;CAJA;;;;119000;0\n"
+              "10/02/2024;002;1;2;CONTABLES;Comprobante 1;P;103001;CLIENTES;000012;;;0;119000\n");
 }
 
 TEST_P(Libros, TotalesMensuales) {
