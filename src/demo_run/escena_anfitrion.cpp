@@ -48,7 +48,7 @@ void maestros(Fotografo& fotografo, app::Teclado& teclado, const std::string& co
     app::VentanaCatalogo auxiliares(conexion, catalogo("auxiliares"), true);
     auxiliares.show();
     auxiliares.activateWindow();
-    teclado.escribir("vino");
+    teclado.escribir("ltda");
     teclado.tecla(Qt::Key_Return);
     fotografo.foto(auxiliares, "auxiliares");
     auxiliares.hide();

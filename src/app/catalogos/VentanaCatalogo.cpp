@@ -80,6 +80,7 @@ void VentanaCatalogo::construir() {
     if (contenido == nullptr) throw std::runtime_error(problemas.front());
     auto* columna = new QVBoxLayout(this);
     columna->setContentsMargins(0, 0, 0, 0);
+    const QSize pedido = contenido->size(); // the area gives it another
     columna->addWidget(qt::scroll_area(contenido, this));
     buscar_ = findChild<QLineEdit*>("buscar");
     elegido_ = findChild<QComboBox*>("elegido");
@@ -115,7 +116,7 @@ void VentanaCatalogo::construir() {
     connect(lista_->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
             [this] { mostrar_actual(); });
     connect(lista_, &QTableView::activated, this, [this] { cajas_[1]->setFocus(); });
-    qt::resize_within_screen(*this, contenido->size());
+    qt::resize_within_screen(*this, pedido);
     findChild<QSplitter*>("partes")->setSizes({560, 380});
 }
 
