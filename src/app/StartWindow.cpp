@@ -6,13 +6,16 @@
 #include "app/empresas/VentanaEmpresas.h"
 #include "app/libros/VentanaLibros.h"
 #include "app/recientes.h"
+#include "app/respaldo/respaldos.h"
 #include "dbtools/base.h"
 #include "dbtools/esquema.h"
 #include "demo/demo.h"
 #include "historia/comenzar.h"
 #include "qt/file_dialog.h"
 #include "qt/icons.h"
+#include "qt/screen_room.h"
 #include "qt/text.h"
+#include "text/cuantos.h"
 
 #include <QApplication>
 #include <QComboBox>
@@ -23,6 +26,7 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QVBoxLayout>
 
 namespace quorvel::app {
@@ -61,7 +65,9 @@ StartWindow::StartWindow(std::filesystem::path folder) : folder_(std::move(folde
     setWindowTitle("Quorvel");
     setObjectName("inicio");
     setWindowIcon(qt::program_icon());
-    auto* center = new QHBoxLayout;
+    auto* inside = new QWidget(this);
+    auto* center = new QHBoxLayout(inside);
+    center->setContentsMargins(0, 0, 0, 0);
     center->setSpacing(14);
     center->addWidget(build_databases(), 3);
     center->addWidget(build_company(), 2);
@@ -99,9 +105,9 @@ StartWindow::StartWindow(std::filesystem::path folder) : folder_(std::move(folde
     title->addLayout(words, 1);
     title->setAlignment(words, Qt::AlignVCenter);
     column->addLayout(title);
-    column->addLayout(center, 1);
+    column->addWidget(qt::scroll_area(inside, this), 1);
     column->addLayout(bottom);
-    resize(880, 470);
+    qt::resize_within_screen(*this, {880, 490});
     fill_recent();
     choose(recent_->count() > 0 ? to_std(recent_->item(0)->data(Qt::UserRole).toString()) : std::string());
     start_->setFocus();
@@ -158,9 +164,17 @@ QWidget* StartWindow::build_databases() {
     if (!conexion_del_directorio(folder_).empty())
         actions->addWidget(button("&Buscar empresa…", "Busca una empresa en todas las bases del directorio",
                                   &StartWindow::search_companies));
+    auto* copies = new QHBoxLayout;
+    back_up_ =
+        button("&Respaldar…", "Copia la base elegida y sus adjuntos en una carpeta", &StartWindow::back_up);
+    copies->addWidget(back_up_);
+    copies->addWidget(button("Res&taurar…", "Pone un respaldo en una base nueva, o en lugar de otra",
+                             &StartWindow::restore));
+    copies->addStretch(1);
     column->addWidget(recent_, 1);
     column->addLayout(line);
     column->addLayout(actions);
+    column->addLayout(copies);
     return group;
 }
 
@@ -233,6 +247,7 @@ void StartWindow::choose(std::string connection) {
     configure_->setEnabled(ready);
     books_->setEnabled(ready);
     new_company_->setEnabled(!connection_.empty());
+    back_up_->setEnabled(!connection_.empty());
     mark_recent(connection);
     show_company();
 }
@@ -265,9 +280,8 @@ void StartWindow::show_company() {
                            .arg(day(c->f_digi_inicial), day(c->f_digi_final));
         const auto remarks = revisar_configuracion(*db, *c);
         if (!remarks.empty())
-            text += QString::fromUtf8(remarks.size() == 1 ? "\n⚠ Configuración incompleta: %1 observación"
-                                                          : "\n⚠ Configuración incompleta: %1 observaciones")
-                        .arg(remarks.size());
+            text += to_qt("\n⚠ Configuración incompleta: " +
+                          cuantos(static_cast<std::int64_t>(remarks.size()), "observación", "observaciones"));
         summary_->setText(text);
     } catch (const std::exception& e) {
         show_problem(e.what());
@@ -308,6 +322,16 @@ void StartWindow::create_demo() {
         show_problem(e.what());
     }
     QApplication::restoreOverrideCursor();
+}
+
+void StartWindow::back_up() { respaldar_base(connection_, this); }
+
+void StartWindow::restore() {
+    const auto restored = restaurar_base(to_std(address_->text()), this);
+    if (!restored) return;
+    anotar_reciente(archivo_recientes(folder_), *restored);
+    fill_recent();
+    choose(*restored);
 }
 
 void StartWindow::forget() {

@@ -36,6 +36,8 @@ private:
     void open_file();
     void create_database();
     void create_demo();
+    void back_up();
+    void restore();
     void forget();
     void create_company();
     void configure();
@@ -53,7 +55,7 @@ private:
     QLineEdit* address_;
     QComboBox *companies_, *users_;
     QLabel *summary_, *problem_;
-    QPushButton *start_, *forget_, *new_company_, *configure_, *books_;
+    QPushButton *start_, *forget_, *new_company_, *configure_, *books_, *back_up_;
 };
 
 } // namespace quorvel::app

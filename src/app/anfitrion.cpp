@@ -2,10 +2,12 @@
 
 #include "app/avisos.h"
 #include "app/borradores.h"
+#include "app/catalogos/VentanaCatalogo.h"
 #include "app/empresa/ConfiguracionWindow.h"
 #include "app/historia/VentanaHistoria.h"
 #include "app/historia/VentanaProteccion.h"
 #include "app/historia/memoria.h"
+#include "app/respaldo/respaldos.h"
 #include "app/zoom.h"
 #include "qt/FormWindow.h"
 #include "qt/keys.h"
@@ -13,6 +15,7 @@
 #include "screen/abrir.h"
 #include "screen/borrador.h"
 #include "screen/frmQuorvel.h"
+#include "screen/recargar_documentos.h"
 #include "screen/traer_version.h"
 #include "voucher/cargar.h"
 #include "yearend/reabrir_anio.h"
@@ -31,9 +34,13 @@ Anfitrion::Anfitrion(SesionApp& sesion, qt::QtEscritorio& escritorio, Eleccion_i
     if (ventana() == nullptr) return;
     decir_lo_que_falta();
     if (auto* barra = ventana()->findChild<QMenuBar*>()) agregar_menus(*barra);
+    escritorio_.make_entry = [this](ui::Form& consulta, const ui::MissingEntry& falta) {
+        return agregar_entrada(consulta, falta);
+    };
 }
 
 Anfitrion::~Anfitrion() {
+    escritorio_.make_entry = nullptr;
     delete libros_;
     delete meses_;
 }
@@ -109,6 +116,7 @@ void Anfitrion::agregar_menus(QMenuBar& barra) {
     opcion(libros, QString::fromUtf8("Re&gistro de compras y ventas…"), QKeySequence("Ctrl+5"),
            [this] { abrir_registro(sesion_.pantalla()); });
     opcion(libros, QString::fromUtf8("Re&visión del mes…"), QKeySequence("Ctrl+6"), [this] { ver_meses(); });
+    agregar_maestros(barra);
     QMenu* empresa = barra.addMenu("&Empresa");
     opcion(empresa, QString::fromUtf8("&Recuperar lo último sin grabar\tCtrl+R"), {},
            [this] { sesion_.pantalla().atender([this] { recuperar(sesion_.pantalla()); }); });
@@ -126,9 +134,47 @@ void Anfitrion::agregar_menus(QMenuBar& barra) {
            [this] { proteger_empresa(); });
     opcion(empresa, QString::fromUtf8("Rea&brir el año…"), {}, [this] { reabrir_anio_cerrado(); });
     empresa->addSeparator();
+    opcion(empresa, QString::fromUtf8("Res&paldar la base de datos…"), {},
+           [this] { sesion_.pantalla().atender([this] { respaldar_base(eleccion_.conexion, ventana()); }); });
     opcion(empresa, QString::fromUtf8("Cambiar de &empresa…"), QKeySequence("Ctrl+Shift+E"),
            [this] { dejar(FinPantalla::otra_empresa); });
     agregar_ayuda(barra);
+}
+
+void Anfitrion::agregar_maestros(QMenuBar& barra) {
+    QMenu* maestros = barra.addMenu("&Maestros");
+    for (const Catalogo& c : catalogos()) {
+        QAction* a = maestros->addAction(QString::fromUtf8(c.titulo) + QString::fromUtf8("…"));
+        connect(a, &QAction::triggered, this, [this, &c] {
+            if (sesion_.pantalla().leave_for_command()) ver_catalogo(c);
+        });
+    }
+}
+
+void Anfitrion::ver_catalogo(const Catalogo& c) {
+    frmQuorvel& f = sesion_.pantalla();
+    f.atender([&] { // the screen stays while the window is open
+        VentanaCatalogo v(eleccion_.conexion, c, puede_cambiar(c, f.glbPermiso, f.glbAlias), ventana());
+        v.exec();
+        ventana()->activateWindow();
+        if (v.cambiado()) actualizar_listas(f);
+    });
+}
+
+std::optional<ui::MasterEntry> Anfitrion::agregar_entrada(ui::Form& consulta, const ui::MissingEntry& falta) {
+    const frmQuorvel& f = sesion_.pantalla();
+    const Catalogo& c = catalogo(falta.table);
+    QWidget* duena = escritorio_.window_of(consulta);
+    if (!puede_cambiar(c, f.glbPermiso, f.glbAlias)) {
+        avisar(duena, QString::fromUtf8("%1: para agregar hace falta un usuario con todos los permisos.")
+                          .arg(QString::fromUtf8(c.titulo)));
+        return std::nullopt;
+    }
+    VentanaCatalogo v(eleccion_.conexion, c, true, duena);
+    const auto fila = v.pedir_nueva(falta.typed, falta.group);
+    duena->activateWindow();
+    if (!fila) return std::nullopt;
+    return ui::MasterEntry{fila->at(0), fila->at(1)};
 }
 
 void Anfitrion::ofrecer_borradores() {

@@ -2,6 +2,7 @@
 #include "app/libros/VentanaLibros.h"
 #include "app/libros/VentanaMeses.h"
 #include "app/sesion_app.h"
+#include "catalogos/catalogo.h"
 #include "voucher/comprobante.h"
 
 #include <QObject>
@@ -22,8 +23,8 @@ struct LoQueHabia {
     std::optional<Clave> guardado;  ///< the saved voucher that was shown
 };
 
-/// What the host application adds to the voucher screen's window: books, configuration, drafts, another
-/// company.
+/// What the host application adds to the voucher screen's window: books, master tables, configuration,
+/// drafts, another company.
 class Anfitrion : public QObject {
     Q_OBJECT
 public:
@@ -54,6 +55,10 @@ private:
     void reabrir_anio_cerrado();
     void ver_meses();
     [[nodiscard]] VentanaMeses::Acciones acciones_de_meses();
+    void agregar_maestros(QMenuBar& barra);
+    void ver_catalogo(const Catalogo& c);
+    /// An entry that a lookup lacks, made by the person. @return nothing when left
+    std::optional<ui::MasterEntry> agregar_entrada(ui::Form& consulta, const ui::MissingEntry& falta);
     void dejar(FinPantalla como);
 
     SesionApp& sesion_;

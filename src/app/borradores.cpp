@@ -5,6 +5,7 @@
 #include "qt/icons.h"
 #include "qt/screen_room.h"
 #include "qt/text.h"
+#include "text/cuantos.h"
 
 #include <QDialog>
 #include <QHBoxLayout>
@@ -23,9 +24,8 @@ QString linea(const BorradorLibre& b) {
     const QString que = b.documento.empty() || b.documento == "(Ninguno)"
                             ? QString::fromUtf8("Sin documento")
                             : to_qt(b.documento + " Nº " + b.numero);
-    return QString::fromUtf8("%1, fecha %2, %3 líneas\n%4\nescrito el %5")
-        .arg(que, to_qt(b.fecha))
-        .arg(b.lineas)
+    return QString::fromUtf8("%1, fecha %2, %3\n%4\nescrito el %5")
+        .arg(que, to_qt(b.fecha), to_qt(cuantos(static_cast<std::int64_t>(b.lineas), "línea", "líneas")))
         .arg(b.glosa.empty() ? QString("(sin glosa)") : to_qt(b.glosa), to_qt(b.cuando));
 }
 

@@ -2,6 +2,7 @@
 
 #include "catalogos/filas.h"
 #include "platform/db/literal.h"
+#include "text/cuantos.h"
 #include "text/letras_utf8.h"
 #include "text/numeros.h"
 #include "text/rut.h"
@@ -29,7 +30,7 @@ bool solo_digitos(const std::string& texto) {
 std::string falta(clsConexion& db, const ColumnaCatalogo& x, const std::string& valor) {
     if (valor.empty()) return x.obligatoria ? "Falta" : "";
     if (largo(valor) > x.largo)
-        return "Tiene más de " + std::to_string(x.largo) + (x.largo == 1 ? " letra" : " letras");
+        return "Tiene más de " + cuantos(static_cast<std::int64_t>(x.largo), "letra", "letras");
     switch (x.clase) {
     case Clase::digitos: return solo_digitos(valor) ? "" : "Lleva sólo dígitos";
     case Clase::numero:

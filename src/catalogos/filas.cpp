@@ -10,7 +10,7 @@
 namespace quorvel {
 namespace {
 
-constexpr int TRAMO = 1000; // rows: a few milliseconds on either engine
+constexpr int TRAMO = 500; // rows: a few milliseconds on either engine
 
 std::string consulta(const Catalogo& c) {
     std::string columnas;

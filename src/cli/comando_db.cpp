@@ -14,6 +14,7 @@
 #include "demo/demo.h"
 #include "oficina/salida.h"
 #include "platform/files/attachments.h"
+#include "text/cuantos.h"
 #include "text/letras_utf8.h"
 
 #include <CLI/CLI.hpp>
@@ -82,7 +83,7 @@ int poner_usuario(const Opciones& o) {
 }
 
 std::string adjuntos(std::size_t n) {
-    return std::to_string(n) + (n == 1 ? " archivo adjunto" : " archivos adjuntos");
+    return cuantos(static_cast<std::int64_t>(n), "archivo adjunto", "archivos adjuntos");
 }
 
 int hacer_respaldo(const Opciones& o) {

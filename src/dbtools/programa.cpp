@@ -1,6 +1,8 @@
 #include "dbtools/programa.h"
 
 #include <fcntl.h>
+#include <poll.h>
+#include <signal.h>
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -14,6 +16,8 @@
 namespace quorvel::dbtools {
 
 namespace {
+
+constexpr int UN_RATO_MS = 200;
 
 std::vector<char*> punteros(const std::vector<std::string>& textos) {
     std::vector<char*> todos;
@@ -41,7 +45,17 @@ std::string oir(int fd, const Oyente& oye) {
         if (!texto.empty() && oye(texto)) motivo += (motivo.empty() ? "" : "\n") + texto;
     };
     std::array<char, 4096> parte{};
-    for (ssize_t n; (n = read(fd, parte.data(), parte.size())) > 0 || (n < 0 && errno == EINTR);) {
+    const auto callado = [&] {
+        pollfd p{fd, POLLIN, 0};
+        return poll(&p, 1, UN_RATO_MS) == 0;
+    };
+    while (true) {
+        if (callado()) {
+            (void)oye("");
+            continue;
+        }
+        const ssize_t n = read(fd, parte.data(), parte.size());
+        if (n == 0 || (n < 0 && errno != EINTR)) break;
         if (n > 0) resto.append(parte.data(), static_cast<std::size_t>(n));
         for (std::size_t fin; (fin = resto.find('\n')) != std::string::npos; resto.erase(0, fin + 1))
             linea(resto.substr(0, fin));
@@ -50,12 +64,30 @@ std::string oir(int fd, const Oyente& oye) {
     return motivo;
 }
 
-int esperar(pid_t hijo) {
-    int estado = 0;
-    while (waitpid(hijo, &estado, 0) < 0 && errno == EINTR) {
+/// A program that runs: whoever stops listening to it ends it.
+class Hijo {
+public:
+    Hijo(pid_t pid, int fd) : pid_(pid), fd_(fd) {}
+    ~Hijo() {
+        close(fd_);
+        if (pid_ <= 0) return;
+        kill(pid_, SIGTERM);
+        (void)esperar();
     }
-    return estado;
-}
+    Hijo(const Hijo&) = delete;
+    Hijo& operator=(const Hijo&) = delete;
+    int esperar() {
+        int estado = 0;
+        while (waitpid(pid_, &estado, 0) < 0 && errno == EINTR) {
+        }
+        pid_ = 0;
+        return estado;
+    }
+
+private:
+    pid_t pid_;
+    int fd_;
+};
 
 } // namespace
 
@@ -74,13 +106,14 @@ void ejecutar_programa(const std::vector<std::string>& orden, const std::vector<
                                    punteros(entorno).data());
     posix_spawn_file_actions_destroy(&archivos);
     close(tubo[1]);
+    Hijo programa(error == 0 ? hijo : 0, tubo[0]);
     const std::string dicho = error == 0 ? oir(tubo[0], oye) : "";
-    close(tubo[0]);
     if (error == ENOENT)
         throw std::runtime_error("No se encuentra el programa " + orden[0] + ": instale el paquete " +
                                  paquete);
     if (error != 0) throw std::runtime_error(orden[0] + ": " + std::strerror(error));
-    if (esperar(hijo) != 0) throw std::runtime_error(dicho.empty() ? orden[0] + ": no terminó bien" : dicho);
+    if (programa.esperar() != 0)
+        throw std::runtime_error(dicho.empty() ? orden[0] + ": no terminó bien" : dicho);
 }
 
 } // namespace quorvel::dbtools

@@ -5,7 +5,8 @@
 
 namespace quorvel::dbtools {
 
-/// Hears each line that a program says, as it comes. @return whether it tells why the program fails
+/// Hears each line that a program says, as it comes, and an empty one whenever it is silent for a moment;
+/// what this throws ends the program. @return whether it tells why the program fails
 using Oyente = std::function<bool(const std::string& linea)>;
 
 /// Runs another program, without a shell, and waits for its end.

@@ -55,6 +55,7 @@ void ejecutar(const std::string& conexion, std::vector<std::string> orden, const
     avance(que, 0, total);
     ejecutar_programa(orden, partes.secretos, PAQUETE,
                       [&, hechos = 0L, falla = false](const std::string& linea) mutable {
+                          if (linea.empty()) avance(que, hechos, total);
                           if (linea.find("public.") != std::string::npos) avance(que, hechos++, total);
                           return falla = falla || dice_por_que(linea);
                       });

@@ -1,4 +1,5 @@
 #include "app/StartWindow.h"
+#include "app/catalogos/VentanaCatalogo.h"
 #include "app/empresa/ConfiguracionWindow.h"
 #include "app/empresa/NuevaEmpresa.h"
 #include "app/historia/VentanaHistoria.h"
@@ -43,6 +44,21 @@ void empresa_nueva(const Fotografo& fotografo, app::Teclado& teclado, const fs::
     fotografo.foto(ventana, "empresa_nueva");
 }
 
+void maestros(Fotografo& fotografo, app::Teclado& teclado, const std::string& conexion) {
+    app::VentanaCatalogo auxiliares(conexion, catalogo("auxiliares"), true);
+    auxiliares.show();
+    auxiliares.activateWindow();
+    teclado.escribir("ltda");
+    teclado.tecla(Qt::Key_Return);
+    fotografo.foto(auxiliares, "auxiliares");
+    auxiliares.hide();
+    fotografo.planear({"agregar_auxiliar", Qt::Key_Escape, [&](QWidget&) {
+                           teclado.tecla(Qt::Key_Return); // after the name
+                           teclado.escribir("76854320-8");
+                       }});
+    (void)app::VentanaCatalogo(conexion, catalogo("auxiliares"), true).pedir_nueva("zapatería luna", "CL");
+}
+
 /// The first purchase of the year, corrected twice.
 Clave corregir(clsConexion& db, Fecha hoy) {
     const auto rs =
@@ -75,8 +91,8 @@ void historia(const Fotografo& fotografo, const app::Eleccion_inicial& eleccion,
 
 } // namespace
 
-void escena_anfitrion(const Fotografo& fotografo, app::Teclado& teclado,
-                      const app::Eleccion_inicial& eleccion, const fs::path& carpeta) {
+void escena_anfitrion(Fotografo& fotografo, app::Teclado& teclado, const app::Eleccion_inicial& eleccion,
+                      const fs::path& carpeta) {
     const Fecha hoy = RelojSistema{}.hoy();
     const std::string nombre = app::leer_empresas(*abrir_sesion(eleccion.conexion)).front().nombre;
     inicio(fotografo, eleccion, carpeta);
@@ -94,6 +110,7 @@ void escena_anfitrion(const Fotografo& fotografo, app::Teclado& teclado,
         if (libro == libros::Libro::mayor) teclado.escribir("103"); // clients: accounts with movements
         fotografo.foto(libros, foto);
     }
+    maestros(fotografo, teclado, eleccion.conexion);
     historia(fotografo, eleccion, nombre, hoy);
     app::VentanaMeses meses(eleccion.conexion, eleccion.empresa, nombre, hoy,
                             {[](const libros::Posicion&) {}, [] { return std::vector<BorradorLibre>(); },

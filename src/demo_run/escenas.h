@@ -31,7 +31,7 @@ void escena_cierre(Estudio& e);
 /// The present month's register held against the books and booked, with a supplier that nobody knew.
 void escena_registro(Estudio& e);
 /// The windows of the host application. @param carpeta for a database of its own
-void escena_anfitrion(const Fotografo& fotografo, app::Teclado& teclado,
-                      const app::Eleccion_inicial& eleccion, const std::filesystem::path& carpeta);
+void escena_anfitrion(Fotografo& fotografo, app::Teclado& teclado, const app::Eleccion_inicial& eleccion,
+                      const std::filesystem::path& carpeta);
 
 } // namespace quorvel::demo_run

@@ -13,6 +13,7 @@
 #include <QKeyEvent>
 #include <QMenuBar>
 #include <QMimeData>
+#include <QScrollArea>
 #include <QUrl>
 #include <QVBoxLayout>
 
@@ -35,8 +36,9 @@ FormWindow::FormWindow(ui::Form& form, QWidget* owner)
     else
         column->setMenuBar(bar);
     if (QWidget* layout = UiLoader().load_form(form.name(), this, problems_)) {
-        column->addWidget(layout);
-        resize_within_screen(*this, layout->size());
+        const QSize wanted = layout->size(); // the area gives it another
+        column->addWidget(scroll_area(layout, this));
+        resize_within_screen(*this, wanted);
         binder_ = std::make_unique<Binder>(form, *layout);
         problems_.insert(problems_.end(), binder_->problems().begin(), binder_->problems().end());
     }

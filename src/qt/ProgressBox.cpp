@@ -1,7 +1,7 @@
 #include "qt/ProgressBox.h"
 
 #include "qt/text.h"
-#include "text/numeros.h"
+#include "text/cuantos.h"
 
 #include <QApplication>
 #include <QHBoxLayout>
@@ -52,8 +52,7 @@ void ProgressBox::appear() {
 
 bool ProgressBox::report(const std::string& what, long done, long total) {
     const bool known = total > 0;
-    const std::string lines =
-        known || done == 0 ? "" : ": " + formato(static_cast<double>(done), "#,##0", true) + " líneas";
+    const std::string lines = known || done == 0 ? "" : ": " + cuantos(done, "línea", "líneas");
     if (!cancelled_) text_->setText(to_qt(what + lines));
     bar_->setRange(0, known ? STEPS : 0);
     if (known)

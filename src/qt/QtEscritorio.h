@@ -1,4 +1,5 @@
 #pragma once
+#include "platform/ui/entry_maker.h"
 #include "platform/ui/escritorio.h"
 #include "qt/file_dialog.h"
 
@@ -16,7 +17,7 @@ class ProgressBox;
 
 /// The desktop with windows. Keeps its own order of open windows: after a modal one closes, the one below is
 /// activated by hand, since not every window system does it.
-class QtEscritorio : public ui::Escritorio {
+class QtEscritorio : public ui::Escritorio, public ui::EntryMaker {
 public:
     QtEscritorio();
     ~QtEscritorio() override;

@@ -14,6 +14,7 @@
 #include "screen/registro/frmRegistro.h"
 #include "voucher/listas.h"
 
+#include <set>
 #include <utility>
 
 namespace quorvel {
@@ -63,6 +64,32 @@ void recargar_documentos(frmQuorvel& f) {
     f.cmbDocumento.Clear();
     f.cmbDocumento.AddItem(NINGUNO);
     llenar(f.cmbDocumento, *f.glbdb, CONSULTA_DOCUMENTOS, "documento", "n_documento");
+}
+
+namespace {
+
+void poner_al_dia(ui::ComboBox& lista, int fijas, const std::vector<std::string>& entradas) {
+    const std::set<std::string> hay(entradas.begin(), entradas.end());
+    std::set<std::string> estan;
+    for (int i = lista.ListCount() - 1; i >= fijas; --i) {
+        if (hay.contains(lista.List(i)) || i == lista.ListIndex())
+            estan.insert(lista.List(i));
+        else
+            lista.RemoveItem(i);
+    }
+    for (const std::string& entrada : entradas)
+        if (!estan.contains(entrada)) lista.AddItem(entrada);
+}
+
+} // namespace
+
+void actualizar_listas(frmQuorvel& f) {
+    f.estado.maestros_cambiados = true;
+    std::vector<std::string> documentos;
+    for (auto rs = f.glbdb->NewRecord(CONSULTA_DOCUMENTOS); !rs->eof(); rs->MoveNext())
+        documentos.push_back(campo(*rs, "documento") + " " + campo(*rs, "n_documento"));
+    poner_al_dia(f.cmbDocumento, 1, documentos); // "(Ninguno)" first
+    poner_al_dia(f.cmbcodigo_otro_impuesto, 0, entradas_otro_impuesto(*f.glbdb));
 }
 
 void frmQuorvel::Form_Load() {

@@ -1,10 +1,11 @@
 // Goal: the host's windows can be worked in by keys alone and by ear. Method: every window is opened; its
 // controls are asked their names, its letters are compared, and Tab goes once around it.
-#include "../qt/nameless.h"
+#include "../qt/small_screen.h"
 #include "apoyo/sesiones.h"
 #include "app/StartWindow.h"
 #include "app/avisos.h"
 #include "app/borradores.h"
+#include "app/catalogos/VentanaCatalogo.h"
 #include "app/empresa/ConfiguracionWindow.h"
 #include "app/empresa/NuevaEmpresa.h"
 #include "app/estilo.h"
@@ -13,7 +14,9 @@
 #include "app/recientes.h"
 #include "app/teclado.h"
 #include "demo/demo.h"
+#include "qt/file_dialog.h"
 #include "qt/report/PreviewWindow.h"
+#include "qt/text.h"
 #include "screen/borrador.h"
 
 #include <gtest/gtest.h>
@@ -155,11 +158,56 @@ TEST(AccesibilidadTest, TheHostsWindowsAreWorkedInByKeysAndByEar) {
             libros.abrir(libro);
             revisar(libros, "books");
         }
+        VentanaCatalogo catalogo_cuentas(conexion, catalogo("cuentas"), true);
+        revisar(catalogo_cuentas, "chart of accounts");
         libros.hide();
         revisar_modal("drafts", [&] { (void)elegir_borrador(borradores, nullptr); });
         revisar_modal("question", [] { (void)preguntar(nullptr, "¿Borrar el borrador?"); });
         revisar_modal("preview", [&] { qt::show_preview(hoja, "Comprobante"); });
     }
+}
+
+TEST(AccesibilidadTest, EveryWindowIsReachedOnASmallScreen) {
+    const fs::path carpeta = apoyo::carpeta_nueva();
+    const std::string conexion = "sqlite:" + (carpeta / "demo.db").string();
+    const Fecha hoy = std::chrono::year(2026) / 11 / 25;
+    demo::crear_demo(conexion, hoy);
+    anotar_reciente(carpeta / "recientes.txt", conexion);
+    StartWindow inicio(carpeta);
+    EXPECT_EQ(pruebas::out_of_reach(inicio), "");
+    NuevaEmpresa nueva(conexion, hoy);
+    EXPECT_EQ(pruebas::out_of_reach(nueva), "");
+    ConfiguracionWindow configuracion(conexion, 1, "Comercial Los Aromos Ltda.", hoy);
+    EXPECT_EQ(pruebas::out_of_reach(configuracion), "");
+    VentanaLibros libros(conexion, 1, "Comercial Los Aromos Ltda.", hoy);
+    for (const Libro libro : {Libro::diario, Libro::mayor, Libro::balance, Libro::mensual}) {
+        libros.abrir(libro);
+        EXPECT_EQ(pruebas::out_of_reach(libros), "") << static_cast<int>(libro);
+    }
+    for (const Catalogo& c : catalogos()) {
+        VentanaCatalogo ventana(conexion, c, true);
+        EXPECT_EQ(pruebas::out_of_reach(ventana), "") << c.nombre;
+    }
+    std::vector<BorradorLibre> borradores(2);
+    report::Layout hoja;
+    hoja.width = 216;
+    hoja.height = 279;
+    hoja.pages.resize(1);
+    const auto modal = [](const std::function<void()>& abrir) {
+        QTimer::singleShot(50, [] {
+            auto* ventana = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+            ASSERT_NE(ventana, nullptr);
+            EXPECT_EQ(pruebas::out_of_reach(*ventana), "") << nombre(ventana);
+            ventana->reject();
+        });
+        abrir();
+    };
+    modal([&] { (void)elegir_borrador(borradores, nullptr); });
+    modal([] { (void)preguntar(nullptr, "¿Borrar el borrador?"); });
+    modal([&] { (void)qt::show_preview(hoja, "Comprobante"); });
+    modal([&] {
+        (void)qt::choose_file(nullptr, {"Abrir", {"Base de datos (*.db)"}, qt::to_qt(carpeta.string())});
+    });
 }
 
 TEST(AccesibilidadTest, WhatQtLeavesInEnglishIsSaidInSpanish) {

@@ -167,17 +167,17 @@ TEST_P(Catalogos, WhatAnotherUserDidIsNotWrittenOver) {
 }
 
 TEST_P(Catalogos, FindsAnyWordAmongThousandsSliceBySlice) {
-    for (int i = 0; i < 2500; ++i)
+    for (int i = 0; i < 1500; ++i)
         ejecutar(*db, "insert into ctxaux_cod(auxiliar,n_auxiliar,tipo,rut) values ('" +
-                          std::to_string(200000 + i) + "','" + (i == 2400 ? "FERRETERÍA Ñandú" : "CLIENTE") +
+                          std::to_string(200000 + i) + "','" + (i == 1400 ? "FERRETERÍA Ñandú" : "CLIENTE") +
                           "','" + (i % 2 != 0 ? "CL" : "PR") + "','" + (i == 7 ? "76.418.352-5" : "") + "')");
     BusquedaCatalogo b(*db, catalogo("auxiliares"), "", "");
-    EXPECT_EQ(b.seguir().size(), 1000U) << "the first rows do not wait for the others";
-    EXPECT_EQ(hallados("auxiliares", "nandu ferreteria"), "202400 ");
+    EXPECT_EQ(b.seguir().size(), 500U) << "the first rows do not wait for the others";
+    EXPECT_EQ(hallados("auxiliares", "nandu ferreteria"), "201400 ");
     EXPECT_EQ(hallados("auxiliares", "nandu", "CL"), "");
     EXPECT_EQ(hallados("auxiliares", "76418352-5"), "000013 200007 ");
-    EXPECT_EQ(hallados("auxiliares", "2024 pr ferr"), "202400 ");
-    EXPECT_EQ(fila_nueva(*db, catalogo("auxiliares"))[0], "202500");
+    EXPECT_EQ(hallados("auxiliares", "2014 pr ferr"), "201400 ");
+    EXPECT_EQ(fila_nueva(*db, catalogo("auxiliares"))[0], "201500");
 }
 
 TEST(Derechos, TheChartAndTheUsersAreForWhoMayDoEverything) {

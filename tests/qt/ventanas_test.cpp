@@ -4,6 +4,7 @@
 #include "qt/RegistroBar.h"
 #include "qt/SidePanel.h"
 #include "screen/abrir.h"
+#include "small_screen.h"
 
 #include <gtest/gtest.h>
 
@@ -54,13 +55,13 @@ TEST(Ventanas, BinderNamesWhatDoesNotFit) {
     EXPECT_EQ(problemas[1], "wrong class for cmdok: QPushButton");
 }
 
-// Goal: a voucher by keys alone reaches the database. Method: type it into the window, save, read the rows.
 TEST(Ventanas, EnterAgreesToNothing) {
     qt::QtEscritorio escritorio;
     QTimer::singleShot(50, [] { app::Teclado().tecla(Qt::Key_Return); });
     EXPECT_EQ(escritorio.message("¿Eliminar?", ui::Icon::question, ui::Buttons::yes_no), ui::Answer::no);
 }
 
+// Goal: a voucher by keys alone reaches the database. Method: type it into the window, save, read the rows.
 TEST(Ventanas, KeysEnterAndSaveAVoucher) {
     Pantalla p;
     p.campo("cmbDocumento", "TRASPASO");
@@ -304,6 +305,16 @@ TEST(Ventanas, TheSidePanelIsADrawerWhereTheWindowIsNarrow) {
     ventana.resize(1280, 720);
     EXPECT_TRUE(a_la_vista() && !panel.is_drawer());
     EXPECT_FALSE(abrir.isVisible());
+}
+
+TEST(Ventanas, EveryFormIsReachedOnASmallScreen) {
+    Pantalla p;
+    const auto formas = todas_las_formas(p);
+    EXPECT_EQ(pruebas::out_of_reach(*p.escritorio.window_of(p.f())), "");
+    for (const auto& forma : formas) {
+        qt::FormWindow ventana(*forma, nullptr);
+        EXPECT_EQ(pruebas::out_of_reach(ventana), "") << forma->name();
+    }
 }
 
 TEST(Ventanas, QtItselfSpeaksSpanish) {

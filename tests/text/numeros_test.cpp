@@ -1,3 +1,4 @@
+#include "text/cuantos.h"
 #include "text/suma.h"
 
 #include <gtest/gtest.h>
@@ -183,6 +184,12 @@ TEST(Numeros, AmountsTypedByAPerson) {
         EXPECT_EQ(en_texto(sumar(s.texto)), s.suma) << s.texto;
         EXPECT_EQ(en_texto(monto_de_linea(s.texto)), s.linea) << s.texto;
     }
+}
+
+TEST(Cuantos, OneIsOne) {
+    EXPECT_EQ(cuantos(0, "línea", "líneas"), "0 líneas");
+    EXPECT_EQ(cuantos(1, "línea", "líneas"), "1 línea");
+    EXPECT_EQ(cuantos(1234, "línea", "líneas"), "1.234 líneas");
 }
 
 } // namespace

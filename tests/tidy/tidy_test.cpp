@@ -226,7 +226,7 @@ const std::map<std::string, std::string> EDGES{
     {"oficina", "text platform/db voucher assistants interchange dbtools"},
     {"qt", "text platform/files platform/ui platform/report"},
     {"app", "text platform/db platform/files platform/report historia voucher yearend screen host libros "
-            "empresa dbtools demo qt"},
+            "empresa catalogos dbtools demo qt"},
     {"demo_run", "platform/ui historia voucher screen qt app dbtools demo"},
     {"cli", "text platform/db platform/files platform/report voucher assistants registro interchange screen "
             "driver qt "

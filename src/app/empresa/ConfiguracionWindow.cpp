@@ -1,6 +1,5 @@
 #include "app/empresa/ConfiguracionWindow.h"
 
-#include "app/areas.h"
 #include "app/empresa/formulario.h"
 #include "qt/icons.h"
 #include "qt/screen_room.h"
@@ -24,14 +23,16 @@ ConfiguracionWindow::ConfiguracionWindow(const std::string& conexion, int empres
     setObjectName("configuracion");
     setWindowTitle(QString::fromUtf8("Configuración contable — ") + to_qt(n_empresa));
     setWindowIcon(qt::program_icon());
-    auto* centro = new QHBoxLayout;
+    auto* dentro = new QWidget(this);
+    auto* centro = new QHBoxLayout(dentro);
+    centro->setContentsMargins(0, 0, 0, 0);
     centro->setSpacing(14);
     centro->addWidget(construir_cuentas(), 3);
     centro->addWidget(construir_anio(), 2);
     auto* columna = new QVBoxLayout(this);
     columna->setContentsMargins(16, 14, 16, 14);
     columna->setSpacing(10);
-    columna->addWidget(area_con_barra(centro, this), 1);
+    columna->addWidget(qt::scroll_area(dentro, this), 1);
     columna->addLayout(construir_botones());
     auto anios = anios_configurados(*db_, empresa);
     if (anios.empty()) anios.push_back(anio(hoy));

@@ -1,6 +1,5 @@
 #include "app/empresa/NuevaEmpresa.h"
 
-#include "app/areas.h"
 #include "app/avisos.h"
 #include "app/empresa/formulario.h"
 #include "dbtools/datos.h"
@@ -10,6 +9,7 @@
 #include "qt/icons.h"
 #include "qt/screen_room.h"
 #include "qt/text.h"
+#include "text/cuantos.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -28,6 +28,10 @@ using qt::to_std;
 namespace {
 constexpr const char* PLANTILLA = "plan/plan_general.csv";
 constexpr qint64 MAYOR_ARCHIVO = 32 * 1024 * 1024;
+
+std::string contadas(std::size_t cuentas) {
+    return cuantos(static_cast<std::int64_t>(cuentas), "cuenta", "cuentas");
+}
 } // namespace
 
 NuevaEmpresa::NuevaEmpresa(const std::string& conexion, Fecha hoy, QWidget* parent)
@@ -54,7 +58,9 @@ NuevaEmpresa::NuevaEmpresa(const std::string& conexion, Fecha hoy, QWidget* pare
     usuario_->setEnabled(db_->NewRecord("select top 1 usuario from admusuario")->eof());
     if (!usuario_->isEnabled()) usuario_->setPlaceholderText("La base ya tiene usuarios");
     connect(anio_, &QLineEdit::textEdited, this, [this] { proponer_periodo(); });
-    auto* centro = new QHBoxLayout;
+    auto* dentro = new QWidget(this);
+    auto* centro = new QHBoxLayout(dentro);
+    centro->setContentsMargins(0, 0, 0, 0);
     centro->setSpacing(14);
     auto* datos = new QGroupBox("Empresa", this);
     auto* apilados = new QVBoxLayout(datos);
@@ -80,7 +86,7 @@ NuevaEmpresa::NuevaEmpresa(const std::string& conexion, Fecha hoy, QWidget* pare
     auto* columna = new QVBoxLayout(this);
     columna->setContentsMargins(16, 14, 16, 14);
     columna->setSpacing(10);
-    columna->addWidget(area_con_barra(centro, this), 1);
+    columna->addWidget(qt::scroll_area(dentro, this), 1);
     columna->addLayout(abajo);
     codigo_->setText(QString::number(proponer_codigo_empresa(*db_)));
     anio_->setText(QString::number(anio(hoy)));
@@ -101,7 +107,9 @@ QWidget* NuevaEmpresa::construir_plan() {
     origen_->setAccessibleName("Plan de cuentas");
     enter_sigue(*origen_);
     const std::int64_t cuentas = contar_cuentas(*db_);
-    if (cuentas > 0) origen_->addItem(QString("El de esta base (%1 cuentas)").arg(cuentas), int(de_la_base));
+    if (cuentas > 0)
+        origen_->addItem(to_qt("El de esta base (" + contadas(static_cast<std::size_t>(cuentas)) + ")"),
+                         int(de_la_base));
     origen_->addItem("Plan general de muestra", int(plantilla));
     origen_->addItem(QString::fromUtf8("Importar de un archivo CSV…"), int(archivo));
     resumen_ = new QLabel(zona);
@@ -139,8 +147,8 @@ void NuevaEmpresa::elegir_origen() {
         break;
     case plantilla:
         plan_ = leer_plan(dbtools::leer_dato(PLANTILLA));
-        resumen_->setText(QString::fromUtf8("%1 cuentas, con las de la configuración ya elegidas.")
-                              .arg(plan_->cuentas.size()));
+        resumen_->setText(
+            to_qt(contadas(plan_->cuentas.size()) + ", con las de la configuración ya elegidas."));
         break;
     case archivo: {
         const QString elegido =
@@ -176,14 +184,11 @@ void NuevaEmpresa::leer_archivo(const QString& nombre) {
     QStringList errores;
     for (const ErrorPlan& e : plan_->errores) errores << to_qt(e.texto());
     mostrar_errores(errores);
-    const QString corto = QFileInfo(nombre).fileName();
-    resumen_->setText(
-        plan_->errores.empty()
-            ? QString::fromUtf8("✔ %1: %2 cuentas sin errores.").arg(corto).arg(plan_->cuentas.size())
-            : QString::fromUtf8(plan_->errores.size() == 1 ? "✖ %1: %2 error. No se importa nada."
-                                                           : "✖ %1: %2 errores. No se importa nada.")
-                  .arg(corto)
-                  .arg(plan_->errores.size()));
+    const std::string corto = to_std(QFileInfo(nombre).fileName());
+    const auto errados = static_cast<std::int64_t>(plan_->errores.size());
+    resumen_->setText(to_qt(
+        errados == 0 ? "✔ " + corto + ": " + contadas(plan_->cuentas.size()) + " sin errores."
+                     : "✖ " + corto + ": " + cuantos(errados, "error", "errores") + ". No se importa nada."));
 }
 
 void NuevaEmpresa::proponer_periodo() {

@@ -10,6 +10,7 @@
 #include "qt/icons.h"
 #include "qt/screen_room.h"
 #include "qt/text.h"
+#include "text/cuantos.h"
 #include "text/numeros.h"
 
 #include <QApplication>
@@ -23,6 +24,7 @@
 #include <QProgressDialog>
 #include <QPushButton>
 #include <QSaveFile>
+#include <QScrollArea>
 #include <QShortcut>
 #include <QSplitter>
 #include <QTabWidget>
@@ -100,7 +102,11 @@ VentanaLibros::VentanaLibros(const std::string& conexion, int empresa, const std
         pedir_archivo("CSV (*.csv)", ".csv");
     })->setToolTip("Guarda lo que se ve para una planilla");
     boton("Ce&rrar", [this] { reject(); });
-    auto* columna = new QVBoxLayout(this);
+    auto* dentro = new QWidget(this);
+    auto* todo = new QVBoxLayout(this);
+    todo->setContentsMargins(0, 0, 0, 0);
+    todo->addWidget(qt::scroll_area(dentro, this));
+    auto* columna = new QVBoxLayout(dentro);
     columna->setContentsMargins(12, 10, 12, 10);
     columna->setSpacing(8);
     columna->addWidget(construir_filtro());
@@ -122,8 +128,15 @@ VentanaLibros::~VentanaLibros() = default;
 
 QWidget* VentanaLibros::construir_filtro() {
     auto* zona = new QWidget(this);
-    auto* fila = new QHBoxLayout(zona);
-    fila->setContentsMargins(0, 0, 0, 0);
+    auto* filas = new QHBoxLayout(zona);
+    filas->setObjectName("fold_filtro");
+    filas->setContentsMargins(0, 0, 0, 0);
+    QHBoxLayout* fila = nullptr;
+    const auto otra_fila = [&] {
+        fila = new QHBoxLayout;
+        filas->addLayout(fila);
+    };
+    otra_fila();
     const auto con_rotulo = [&](const QString& texto, QWidget* w) {
         auto* rotulo = new QLabel(texto, zona);
         rotulo->setBuddy(w);
@@ -152,6 +165,8 @@ QWidget* VentanaLibros::construir_filtro() {
     };
     con_rotulo("D&esde", desde_ = fecha());
     con_rotulo("&Hasta", hasta_ = fecha());
+    fila->addStretch(1);
+    otra_fila();
     norma_ = new QComboBox(zona);
     norma_->addItem("Todas", "");
     norma_->addItem("Tributaria", "1");
@@ -289,8 +304,9 @@ void VentanaLibros::leer(Libro libro) {
     case Libro::diario: {
         const TotalesDiario t = totales_diario(*db_, p);
         if (nuevo) diario_->mostrar(*db_, p);
-        decir(QString("%1 comprobantes, debe %2, haber %3")
-                  .arg(entero(t.comprobantes), entero(t.debe), entero(t.haber)),
+        decir(QString("%1, debe %2, haber %3")
+                  .arg(to_qt(cuantos(t.comprobantes, "comprobante", "comprobantes")), entero(t.debe),
+                       entero(t.haber)),
               false);
         if (t.debe != t.haber)
             decir(estado_->text() + ". No cuadra: diferencia " + entero(t.debe - t.haber), true);
@@ -298,8 +314,8 @@ void VentanaLibros::leer(Libro libro) {
     }
     case Libro::mayor: {
         auto cuentas = leer_mayor(*db_, p);
-        decir(QString::fromUtf8("%1 cuentas con saldo o movimiento. Saldo: + deudor, − acreedor.")
-                  .arg(entero(static_cast<std::int64_t>(cuentas.size()))));
+        decir(to_qt(cuantos(static_cast<std::int64_t>(cuentas.size()), "cuenta", "cuentas") +
+                    " con saldo o movimiento. Saldo: + deudor, − acreedor."));
         if (nuevo) {
             cuentas_->mostrar(std::move(cuentas));
             movimientos_->vaciar();
@@ -406,7 +422,7 @@ bool VentanaLibros::exportar(const QString& archivo, QString& motivo) {
         const bool entero_ = escribir_libro_csv(*db_, libro, pedido(), texto, [&](long filas, long) {
             salida.write(QByteArray::fromStdString(texto.str()));
             texto.str({});
-            avance.setLabelText(QString::fromUtf8("%1 líneas escritas").arg(entero(filas)));
+            avance.setLabelText(to_qt(cuantos(filas, "línea escrita", "líneas escritas")));
             QApplication::processEvents();
             return !avance.wasCanceled();
         });

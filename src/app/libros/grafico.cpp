@@ -2,6 +2,7 @@
 
 #include "qt/report/pdf_file.h"
 #include "qt/text.h"
+#include "text/cuantos.h"
 #include "text/numeros.h"
 
 #include <QPainter>
@@ -43,7 +44,8 @@ QString titulo_de(const LibroMensual& l) {
     const auto suma = std::accumulate(l.total.begin(), l.total.end(), std::int64_t{0});
     const int n = std::accumulate(l.comprobantes.begin(), l.comprobantes.end(), 0);
     const QString libro = l.libro.empty() ? QString("(SIN LIBRO)") : to_qt(l.libro);
-    return QString("%1   $ %2 en %3 comprobantes").arg(libro, entero(suma), entero(n));
+    return QString("%1   $ %2 en %3")
+        .arg(libro, entero(suma), to_qt(cuantos(n, "comprobante", "comprobantes")));
 }
 
 void pintar_panel(QPainter& p, const QRectF& zona, const LibroMensual& l, const Tintas& t) {

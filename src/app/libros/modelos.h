@@ -19,6 +19,7 @@ public:
     enum class Aspecto { normal, cabecera, apagado };
     explicit TablaModelo(std::vector<Columna> columnas, QObject* parent = nullptr);
     [[nodiscard]] int columnCount(const QModelIndex& parent = {}) const override;
+    [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
     [[nodiscard]] QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
     [[nodiscard]] bool canFetchMore(const QModelIndex& parent) const override;
@@ -38,7 +39,6 @@ protected:
     int filas_ = 0;
 
 private:
-    [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
     std::vector<Columna> columnas_;
     bool hay_mas_ = false;
 };

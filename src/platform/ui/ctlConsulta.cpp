@@ -240,6 +240,7 @@ void ctlConsulta::on_sort_key(KeyEvent& e) {
 void ctlConsulta::on_key(KeyEvent& e) {
     if (e.ctrl && !e.alt && !e.shift) return on_sort_key(e);
     if (e.ctrl || e.alt) return;
+    if (e.key >= Key::insert || e.key == Key::tab || e.key == Key::backtab) return; // the form's own keys
     e.handled = true;
     if (e.key == Key::character || e.key == Key::backspace) return type(e);
     missed_ = false;

@@ -1,6 +1,7 @@
 #include "screen/consultas/formas_codigo.h"
 
 #include "platform/db/literal.h"
+#include "platform/ui/entry_maker.h"
 #include "screen/maestro.h"
 #include "text/letras_utf8.h"
 
@@ -50,8 +51,40 @@ void FormaConsulta::buscar_en_otros(ui::ComboBox& grupos, const std::string& tec
     if (falta && grupos.ListIndex() != aqui) grupos.SetListIndex(aqui);
 }
 
+namespace {
+
+/// nullptr where nobody makes entries.
+const ui::EntryMaker* maker_of(ui::Escritorio& escritorio) {
+    const auto* maker = dynamic_cast<const ui::EntryMaker*>(&escritorio);
+    return maker != nullptr && maker->make_entry ? maker : nullptr;
+}
+
+} // namespace
+
+FormaMaestro::FormaMaestro(ui::Escritorio& escritorio, std::string name, std::string caption,
+                           std::vector<std::string> columnas)
+    : FormaConsulta(escritorio, std::move(name), std::move(caption), std::move(columnas)) {
+    cmdNueva.SetVisible(maker_of(escritorio) != nullptr);
+    cmdNueva.Click += [this] { atender([this] { cmdNueva_Click(); }); };
+}
+
+void FormaMaestro::Form_KeyDown(ui::KeyEvent& e) {
+    if (e.key != ui::Key::f2 || !cmdNueva.Visible()) return FormaConsulta::Form_KeyDown(e);
+    e.handled = true;
+    atender([this] { cmdNueva_Click(); });
+}
+
+void FormaMaestro::cmdNueva_Click() {
+    const auto hecha = maker_of(escritorio())->make_entry(*this, {catalogo(), ctlConsulta1.typed(), grupo()});
+    ctlConsulta1.SetFocus();
+    if (!hecha) return;
+    glbCodigo = hecha->code;
+    glbNombre = hecha->name;
+    Hide();
+}
+
 frmBuscaCentro::frmBuscaCentro(ui::Escritorio& escritorio)
-    : FormaConsulta(escritorio, "frmBuscaCentro", "Buscar Cuenta", {"centro", "n_centro"}) {
+    : FormaMaestro(escritorio, "frmBuscaCentro", "Buscar Cuenta", {"centro", "n_centro"}) {
     cmbGcuenta.Click += [this] { atender([this] { cmbGcuenta_Click(); }); };
     // A code can only be in the group that begins as it does.
     agrupar(cmbGcuenta, [this](int grupo, const std::string& tecleado) {
@@ -76,14 +109,16 @@ void frmBuscaCentro::Form_Load() {
     });
 }
 
+std::string frmBuscaCentro::grupo() const { return primeros(cmbGcuenta.Text(), 1); }
+
 void frmBuscaCentro::cmbGcuenta_Click() {
     if (cmbGcuenta.Text().empty()) return;
-    ctlConsulta1.SetSQL(recortar_fin(glbSQL) + " and g_cuenta=" + sql_texto(primeros(cmbGcuenta.Text(), 1)) +
+    ctlConsulta1.SetSQL(recortar_fin(glbSQL) + " and g_cuenta=" + sql_texto(grupo()) +
                         " and len(centro)= " + sql_numero(cmbGcuenta.ItemData(cmbGcuenta.ListIndex())));
 }
 
 frmBuscaAuxiliar::frmBuscaAuxiliar(ui::Escritorio& escritorio)
-    : FormaConsulta(escritorio, "frmBuscaAuxiliar", "Buscar Auxiliar", {"auxiliar", "n_auxiliar", "rut"}) {
+    : FormaMaestro(escritorio, "frmBuscaAuxiliar", "Buscar Auxiliar", {"auxiliar", "n_auxiliar", "rut"}) {
     ctlConsulta1.SetLayout({2500});
     cmbtipoaux.Click += [this] { atender([this] { cmbtipoaux_Click(); }); };
     agrupar(cmbtipoaux, [](int, const std::string&) { return true; });
@@ -103,8 +138,10 @@ void frmBuscaAuxiliar::Form_Load() {
     });
 }
 
+std::string frmBuscaAuxiliar::grupo() const { return primeros(cmbtipoaux.Text(), 2); }
+
 void frmBuscaAuxiliar::cmbtipoaux_Click() {
-    ctlConsulta1.SetSQL(recortar_fin(glbSQL) + " and tipo = " + sql_texto(primeros(cmbtipoaux.Text(), 2)));
+    ctlConsulta1.SetSQL(recortar_fin(glbSQL) + " and tipo = " + sql_texto(grupo()));
 }
 
 frmpersona::frmpersona(ui::Escritorio& escritorio)
@@ -139,8 +176,8 @@ void frmcuenta::Form_Load() {
 }
 
 frmBuscaImpuesto::frmBuscaImpuesto(ui::Escritorio& escritorio)
-    : FormaConsulta(escritorio, "frmBuscaImpuesto", "Buscar Otro Impuesto",
-                    {"otro_impuesto", "descripcion", "tasa"}) {}
+    : FormaMaestro(escritorio, "frmBuscaImpuesto", "Buscar Otro Impuesto",
+                   {"otro_impuesto", "descripcion", "tasa"}) {}
 
 void frmBuscaImpuesto::Form_Load() {
     atender([this] {

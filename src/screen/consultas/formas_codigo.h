@@ -25,8 +25,26 @@ private:
     std::function<bool(int, const std::string&)> puede_tener_;
 };
 
+/// A lookup in a master table: where the host can make an entry, one that is missing is made here and comes
+/// back chosen.
+class FormaMaestro : public FormaConsulta {
+public:
+    FormaMaestro(ui::Escritorio& escritorio, std::string name, std::string caption,
+                 std::vector<std::string> columnas);
+    ui::CommandButton cmdNueva{*this, "cmdNueva", "+ Nueva (F2)"};
+
+protected:
+    void Form_KeyDown(ui::KeyEvent& e) override; ///< F2 makes one
+    /// Name of the master table for the host.
+    [[nodiscard]] virtual std::string catalogo() const = 0;
+    [[nodiscard]] virtual std::string grupo() const { return {}; }
+
+private:
+    void cmdNueva_Click();
+};
+
 /// Accounts, or cost centres when glbTipo is "centro", of one group and of the group's code length.
-class frmBuscaCentro : public FormaConsulta {
+class frmBuscaCentro : public FormaMaestro {
 public:
     explicit frmBuscaCentro(ui::Escritorio& escritorio);
     std::string glbTipo;
@@ -34,13 +52,17 @@ public:
 
 protected:
     void Form_Load() override;
+    [[nodiscard]] std::string catalogo() const override {
+        return glbTipo == "centro" ? "centros" : "cuentas";
+    }
+    [[nodiscard]] std::string grupo() const override;
 
 private:
     void cmbGcuenta_Click();
 };
 
 /// Auxiliaries of one type.
-class frmBuscaAuxiliar : public FormaConsulta {
+class frmBuscaAuxiliar : public FormaMaestro {
 public:
     explicit frmBuscaAuxiliar(ui::Escritorio& escritorio);
     bool glbTipoSistema = true;
@@ -48,6 +70,8 @@ public:
 
 protected:
     void Form_Load() override;
+    [[nodiscard]] std::string catalogo() const override { return "auxiliares"; }
+    [[nodiscard]] std::string grupo() const override;
 
 private:
     void cmbtipoaux_Click();
@@ -72,12 +96,13 @@ protected:
 };
 
 /// Other taxes.
-class frmBuscaImpuesto : public FormaConsulta {
+class frmBuscaImpuesto : public FormaMaestro {
 public:
     explicit frmBuscaImpuesto(ui::Escritorio& escritorio);
 
 protected:
     void Form_Load() override;
+    [[nodiscard]] std::string catalogo() const override { return "impuestos"; }
 };
 
 } // namespace quorvel

@@ -3,6 +3,7 @@
 #include "assistants/libros.h"
 #include "registro/clases.h"
 #include "screen/campos.h"
+#include "text/cuantos.h"
 #include "text/letras_utf8.h"
 #include "text/numeros.h"
 
@@ -31,7 +32,9 @@ void preparar(ui::ctlPlanilla& g, std::span<const Diseno> columnas) {
 }
 
 std::string pesos(std::int64_t n) { return Decimal(n).formato("#,##0"); }
-std::string documentos(std::size_t n) { return std::to_string(n) + (n == 1 ? " documento" : " documentos"); }
+std::string documentos(std::size_t n) {
+    return cuantos(static_cast<std::int64_t>(n), "documento", "documentos");
+}
 std::string libro_de(int libro) { return std::string(TEXTOS_LIBRO.at(static_cast<std::size_t>(libro))); }
 
 std::string estado_de(const Fila& f) {
