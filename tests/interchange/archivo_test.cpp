@@ -60,6 +60,15 @@ std::string leer_error(const std::string& b) {
     return error_de([&] { (void)interpretar_archivo(b); });
 }
 
+/// Everything that a file has to be told of, as the lines of a message; empty for a file that has nothing.
+std::string problemas(ComprobanteImportado& leido, const std::string& b) {
+    std::string t;
+    leido = revisar_archivo(b, [&](const ProblemaArchivo& p) {
+        t += std::to_string(p.linea) + (p.grave ? "! " : "  ") + p.campo + ": " + p.mensaje + "\n";
+    });
+    return t;
+}
+
 } // namespace
 
 TEST(Archivo, IsWrittenByteForByte) {
@@ -225,80 +234,78 @@ TEST(Archivo, AcceptsOtherLineEndsCodePagesAndExtraFields) {
     EXPECT_FALSE(interpretar_archivo("x\x81").reconocido);
 }
 
-/// Everything that a file has to be told of, as the lines of a message; empty for a file that has nothing.
 TEST(Archivo, TellsEveryProblemOfAFile) {
     ComprobanteImportado leido;
-    const auto problemas = [&](const std::string& b) {
-        std::string t;
-        leido = revisar_archivo(b, [&](const ProblemaArchivo& p) {
-            t += std::to_string(p.linea) + (p.grave ? "! " : "  ") + p.campo + ": " + p.mensaje + "\n";
-        });
-        return t;
-    };
     const std::string propio = bytes(venta());
-    EXPECT_EQ(problemas(propio), "");
+    EXPECT_EQ(problemas(leido, propio), "");
     const auto con = [&](const char* que, const char* por) { return reemplazar(propio, que, por); };
-    EXPECT_EQ(problemas(con("Norma", " NORMA ")), "") << "the same title";
-    EXPECT_EQ(problemas(con("Norma", "Normas")), "1  Norma: el título de la columna es \"Normas\"\n");
-    EXPECT_EQ(problemas(con("Tasa Imp.", "Tasa")), "3  Tasa Imp.: el título de la columna es \"Tasa\"\n");
-    EXPECT_EQ(problemas("empresa\n" + propio.substr(propio.find('\n') + 1)),
+    EXPECT_EQ(problemas(leido, con("Norma", " NORMA ")), "") << "the same title";
+    EXPECT_EQ(problemas(leido, con("Norma", "Normas")), "1  Norma: el título de la columna es \"Normas\"\n");
+    EXPECT_EQ(problemas(leido, con("Tasa Imp.", "Tasa")),
+              "3  Tasa Imp.: el título de la columna es \"Tasa\"\n");
+    EXPECT_EQ(problemas(leido, "empresa\n" + propio.substr(propio.find('\n') + 1)),
               "1  f_comp: el título de la columna es \"\"\n");
-    EXPECT_EQ(problemas(con("numero;moneda;debe", "moneda;numero;debe")),
+    EXPECT_EQ(problemas(leido, con("numero;moneda;debe", "moneda;numero;debe")),
               "1  numero: el título de la columna es \"moneda\"\n");
 
-    const std::string titulos[] = {propio.substr(0, propio.find('\n') + 1),
-                                   reemplazar(std::string(NOMBRES_DETALLE), "C\xF3", "C") + "\n"};
-    const std::string cabecera =
-        titulos[0] + ";1/13/2024;1;7;PS;a;b;c;;;;;n;31/02/2024;x;;;;%;c;1.234;;\n" + titulos[1];
-    EXPECT_EQ(problemas(cabecera +
-                        ";;;;;cta;;1;;g;;;;;;sobra; \n;;;;;cta;;1;;g;;;;;; ;\n;;;;;cta;;u;;g;;;;;\n"
-                        ";;;;;cta;;1\n"),
-              "2  f_comp: \"1/13/2024\" no es una fecha (dd/mm/aaaa)\n"
-              "2! debe: \"a\" no es un número (sin puntos de miles)\n"
-              "2! haber: \"b\" no es un número (sin puntos de miles)\n"
-              "2  Fecha Doc: \"31/02/2024\" no es una fecha (dd/mm/aaaa)\n"
-              "2  Fecha Vencimiento: \"x\" no es una fecha (dd/mm/aaaa)\n"
-              "2! Tasa Otro Impuesto: \"%\" no es una tasa\n"
-              "2! Monto Neto: \"c\" no es un número (sin puntos de miles)\n"
-              "2! Monto Exento: \"1.234\" parece llevar puntos de miles\n"
-              "4  : tiene 17 campos y deben ser 15\n"
-              "6! debe_nacional: \"u\" no es un número (sin puntos de miles)\n"
-              "7! : tiene 8 campos y deben ser 15\n");
+    const std::string cabecera = propio.substr(0, propio.find('\n') + 1) +
+                                 ";1/13/2024;1;7;PS;a;b;c;;;;;n;31/02/2024;x;;;;%;c;1.234;;\n" +
+                                 NOMBRES_DETALLE + "\n";
+    EXPECT_EQ(
+        problemas(leido, cabecera +
+                             ";;;;;cta;;1;;g;;;;;;sobra; \n;;;;;cta;;1;;g;;;;;; ;\n;;;;;cta;;u;;g;;;;;\n"
+                             ";;;;;cta;;1\n"),
+        "2  f_comp: \"1/13/2024\" no es una fecha (dd/mm/aaaa)\n"
+        "2! debe: \"a\" no es un número (sin puntos de miles)\n"
+        "2! haber: \"b\" no es un número (sin puntos de miles)\n"
+        "2  Fecha Doc: \"31/02/2024\" no es una fecha (dd/mm/aaaa)\n"
+        "2  Fecha Vencimiento: \"x\" no es una fecha (dd/mm/aaaa)\n"
+        "2! Tasa Otro Impuesto: \"%\" no es una tasa\n"
+        "2! Monto Neto: \"c\" no es un número (sin puntos de miles)\n"
+        "2! Monto Exento: \"1.234\" parece llevar puntos de miles\n"
+        "4  : tiene 17 campos y deben ser 15\n"
+        "6! debe_nacional: \"u\" no es un número (sin puntos de miles)\n"
+        "7! : tiene 8 campos y deben ser 15\n");
     EXPECT_TRUE(leido.sobran_campos);
     EXPECT_TRUE(leido.c.monto_neto + leido.c.monto_exento == 0 && leido.c.totales == Totales());
     EXPECT_EQ(leido.c.lineas.at(2), (Linea{"cta", "", 0, {}, "g"}));
+}
 
-    EXPECT_EQ(problemas("\x81"
-                        "empresa;;\n"),
+TEST(Archivo, TellsWhereLettersAreUnknown) {
+    ComprobanteImportado leido;
+    const std::string propio = bytes(venta());
+    const auto con = [&](const char* que, const char* por) { return reemplazar(propio, que, por); };
+    EXPECT_EQ(problemas(leido, "\x81"
+                               "empresa;;\n"),
               "1! empresa: tiene un carácter desconocido\n");
-    EXPECT_EQ(problemas("empresa\n" + std::string(22, ';') + "\x81\n" + NOMBRES_DETALLE + ";\x81"),
+    EXPECT_EQ(problemas(leido, "empresa\n" + std::string(22, ';') + "\x81\n" + NOMBRES_DETALLE + ";\x81"),
               "2! Norma: tiene un carácter desconocido\n3! : tiene un carácter desconocido\n"
               "1  f_comp: el título de la columna es \"\"\n");
     const std::string fila = ";;;;;cta;;1;;";
-    EXPECT_EQ(problemas("empresa\x81;;;\x81\n"), "1! empresa: tiene un carácter desconocido\n"
-                                                 "1! numero: tiene un carácter desconocido\n");
-    EXPECT_EQ(problemas(con("ZZ", "") + fila +
-                        "a\x81\x8D"
-                        "b\xF1;;;;;;x\x81\n"),
+    EXPECT_EQ(problemas(leido, "empresa\x81;;;\x81\n"), "1! empresa: tiene un carácter desconocido\n"
+                                                        "1! numero: tiene un carácter desconocido\n");
+    EXPECT_EQ(problemas(leido, con("ZZ", "") + fila +
+                                   "a\x81\x8D"
+                                   "b\xF1;;;;;;x\x81\n"),
               "6! glosa: tiene un carácter desconocido\n6! glosa: tiene un carácter desconocido\n"
               "6! : tiene un carácter desconocido\n6  : tiene 16 campos y deben ser 15\n");
     EXPECT_EQ(leido.c.lineas.at(2), (Linea{"cta", "", 1, {}, "a??bñ"}));
-    EXPECT_EQ(
-        problemas(con("empresa;f_comp;documento;numero;sec", "emp\x81resa;f_comp;documento;numero;sec")),
-        "3! empresa: tiene un carácter desconocido\n"
-        "3  empresa: el título de la columna es \"emp?resa\"\n");
-    EXPECT_EQ(problemas(con("VENTAS;", "\x81;;;;;;;;;;;;;;;\x81;")),
+    EXPECT_EQ(problemas(leido, con("empresa;f_comp;documento;numero;sec",
+                                   "emp\x81resa;f_comp;documento;numero;sec")),
+              "3! empresa: tiene un carácter desconocido\n"
+              "3  empresa: el título de la columna es \"emp?resa\"\n");
+    EXPECT_EQ(problemas(leido, con("VENTAS;", "\x81;;;;;;;;;;;;;;;\x81;")),
               "2! libro: tiene un carácter desconocido\n2! : tiene un carácter desconocido\n"
               "2  : tiene 38 campos y deben ser 23\n");
 
-    const std::string nada = "empresa\n" + std::string(22, ';') + "\n" + titulos[1];
+    const std::string nada = "empresa\n" + std::string(22, ';') + "\n" + NOMBRES_DETALLE + "\n";
     const std::string titulo = "1  f_comp: el título de la columna es \"\"\n";
-    EXPECT_EQ(problemas(nada + fila + "½ año;;;;;"), titulo) << "UTF-8 without a mark";
+    EXPECT_EQ(problemas(leido, nada + fila + "½ año;;;;;"), titulo) << "UTF-8 without a mark";
     EXPECT_EQ(leido.c.lineas.at(0), (Linea{"cta", "", 1, {}, "½ año"}));
-    EXPECT_EQ(problemas(nada + fila + "\xEF\xBF\xBD;;;;;"), titulo)
+    EXPECT_EQ(problemas(leido, nada + fila + "\xEF\xBF\xBD;;;;;"), titulo)
         << "another program's loss, kept as it is";
     EXPECT_EQ(leido.c.lineas.at(0), (Linea{"cta", "", 1, {}, "ï¿½"}));
-    EXPECT_EQ(problemas("\xEF\xBB\xBF" + nada + fila + "½\xFF\xFF;;;;;"),
+    EXPECT_EQ(problemas(leido, "\xEF\xBB\xBF" + nada + fila + "½\xFF\xFF;;;;;"),
               "4  glosa: tiene un carácter desconocido\n4  glosa: tiene un carácter desconocido\n" + titulo);
 }
 
