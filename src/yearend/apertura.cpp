@@ -28,15 +28,20 @@ std::string saldos_por_auxiliar(const std::string& donde) {
 }
 
 /// A line with an auxiliary and no reference of its own belongs to the document of its voucher's header; one
-/// without an auxiliary belongs to none. Summed in one pass: a work table would be private to a transaction
-/// behind a pooler, and cost a second one.
-std::string saldos_por_documento(const std::string& donde) {
-    const std::string auxiliar = "coalesce(a.auxiliar,'')",
-                      documento = "coalesce(case when a.auxiliar<>'' and coalesce(a.num_ref,'')='' and "
-                                  "d.num_ref<>'' then d.num_ref else a.num_ref end,'')",
-                      orden = "a.centro, " + auxiliar + ", " + documento;
-    return "select a.centro," + auxiliar + ",sum(a.debe_nacional) as debe, sum(a.haber_nacional) as haber," +
-           documento + donde + " group by " + orden + " order by " + orden;
+/// without an auxiliary belongs to none. The work table is made with both already decided, which saves the
+/// passes over it, and needs no order, its reader sorts.
+std::string saldos_por_documento(clsConexion& db, const std::string& donde) {
+    db.executesql("drop table temporal "); // missing on the first run
+    const std::string sql =
+        "select a.centro,a.auxiliar,sum(a.debe_nacional) as debe, sum(a.haber_nacional) as haber, d.num_ref "
+        "as "
+        "ref1, case when a.auxiliar<>'' and coalesce(a.num_ref,'')='' and d.num_ref<>'' then d.num_ref else "
+        "a.num_ref end as ref2 into temporal " +
+        donde + " group by a.centro,a.auxiliar, a.num_ref, d.num_ref";
+    if (db.executesql(sql) < 1) throw ErrorSesion(db.last_error(), sql);
+    return "select centro,coalesce(auxiliar,''),sum(debe) as debe, sum(haber) as haber,coalesce(ref2,'')  "
+           "from temporal  group by centro, coalesce(auxiliar,''), coalesce(ref2,'') order by centro, "
+           "coalesce(auxiliar,''), coalesce(ref2,'') ";
 }
 
 } // namespace
@@ -57,7 +62,9 @@ ResultadoAsiento generar_apertura(clsConexion& db, const PedidoApertura& p, cons
     };
     if (avance && !avance(0, 0)) return {{Desenlace::cancelado, CANCELADA}, {}};
     const std::string donde = desde_donde(p, k);
-    const std::string sql = p.por_documento ? saldos_por_documento(donde) : saldos_por_auxiliar(donde);
+    std::optional<Transaccion> t;
+    if (p.por_documento && db.work_tables_end_with_transaction()) t.emplace(db);
+    const std::string sql = p.por_documento ? saldos_por_documento(db, donde) : saldos_por_auxiliar(donde);
     if (!recorrer_saldos(db, sql, avance, fila)) return {{Desenlace::cancelado, CANCELADA}, {}};
     const bool perdida = a.haber() > a.debe();
     const std::string& cuenta = perdida ? k.centro_per : k.centro_gan;

@@ -48,6 +48,9 @@ public:
     }
     [[nodiscard]] int TypeDB() const override { return db_->TypeDB(); }
     [[nodiscard]] bool sends_whole_results() const override { return db_->sends_whole_results(); }
+    [[nodiscard]] bool work_tables_end_with_transaction() const override {
+        return db_->work_tables_end_with_transaction();
+    }
     [[nodiscard]] std::string Name() const override { return db_->Name(); }
     [[nodiscard]] std::string last_error() const override { return db_->last_error(); }
     [[nodiscard]] bool session_failed() const override { return db_->session_failed(); }

@@ -129,6 +129,8 @@ public:
     [[nodiscard]] virtual int TypeDB() const = 0;
     /// All rows of a query arrive before the first is read.
     [[nodiscard]] virtual bool sends_whole_results() const { return false; }
+    /// What select … into makes lives inside a transaction only, and no longer than it.
+    [[nodiscard]] virtual bool work_tables_end_with_transaction() const { return false; }
     /// Path of the database file, or connection text of a server.
     [[nodiscard]] virtual std::string Name() const = 0;
     /// The engine's description of the last refused statement, empty when none was.

@@ -27,6 +27,7 @@ public:
     void rollback() override;
     [[nodiscard]] int TypeDB() const override { return 1; }
     [[nodiscard]] bool sends_whole_results() const override { return true; }
+    [[nodiscard]] bool work_tables_end_with_transaction() const override { return server_.pooled(); }
     [[nodiscard]] std::string Name() const override { return server_.name(); }
     [[nodiscard]] std::string last_error() const override { return last_error_; }
     [[nodiscard]] bool session_failed() const override { return failed_; }
