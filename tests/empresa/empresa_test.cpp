@@ -266,8 +266,10 @@ TEST_P(Empresas, ConfigurationOfTheYear) {
 
 TEST(Configuracion, AsksForTwelveAccounts) {
     std::string titulos; // in the order of a save, those of persons with a star
-    for (const CuentaConfigurada& t : cuentas_configuradas())
+    for (const CuentaConfigurada& t : cuentas_configuradas()) {
+        EXPECT_EQ(cuenta_configurada(t.columna), &t);
         titulos += std::string(t.columna) + (t.de_tercero ? "*" : "") + " " + t.titulo + "\n";
+    }
     EXPECT_EQ(titulos, "factura_cobrar* Clientes, facturas por cobrar\nboleta_cobrar Boletas por cobrar\n"
                        "factura_pagar* Proveedores, facturas por pagar\nboleta_pagar Boletas por pagar\n"
                        "iva IVA de ventas (débito fiscal)\notros_impuestos Otros impuestos de ventas\n"
