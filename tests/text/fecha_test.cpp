@@ -63,4 +63,38 @@ TEST(Fecha, ReadingsAndForms) {
     EXPECT_TRUE(reloj == antes || reloj == ahora()) << reloj;
 }
 
+// Goal: what people type for short is the date that they mean, or none.
+TEST(Fecha, ShortForms) {
+    const std::pair<const char*, const char*> textos[] = {{"5/3/24", "2024-03-05"},
+                                                          {"050324", "2024-03-05"},
+                                                          {"5/3", "2026-03-05"},
+                                                          {"0503", "2026-03-05"},
+                                                          {"05032024", "2024-03-05"},
+                                                          {"2024-03-05", "2024-03-05"},
+                                                          {" 5-3-24 ", "2024-03-05"},
+                                                          {"1/1/49", "2049-01-01"},
+                                                          {"1/1/50", "1950-01-01"},
+                                                          {"31/12/00", "2000-12-31"},
+                                                          {"31/2", ""},
+                                                          {"5", ""},
+                                                          {"503", ""},
+                                                          {"05032", ""},
+                                                          {"0503202", ""},
+                                                          {"5/3/2024/1", ""},
+                                                          {"5//2024", ""},
+                                                          {"5/3/20245", ""},
+                                                          {"005/3/24", ""},
+                                                          {"5/003/24", ""},
+                                                          {"a5/3/24", ""},
+                                                          {"5/3/2a", ""},
+                                                          {"", ""},
+                                                          {"5/13/24", ""},
+                                                          {"050324050", ""},
+                                                          {"5/3/1", ""}};
+    for (const auto& [texto, iso] : textos) {
+        const auto f = leer_fecha_corta(texto, 2026);
+        EXPECT_EQ(f ? fecha_iso(*f) : "", iso) << texto;
+    }
+}
+
 } // namespace

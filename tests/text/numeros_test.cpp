@@ -192,4 +192,27 @@ TEST(Cuantos, OneIsOne) {
     EXPECT_EQ(cuantos(1234, "línea", "líneas"), "1.234 líneas");
 }
 
+TEST(Decimal, WholePesosAndPlainDigits) {
+    struct {
+        const char *escrito, *plano;
+        std::int64_t pesos;
+    } casos[] = {{"0", "0", 0},
+                 {"1", "1", 1},
+                 {"0,5", "0.5", 1},
+                 {"0,499999", "0.499999", 0},
+                 {"-0,5", "-0.5", -1},
+                 {"-0,499999", "-0.499999", 0},
+                 {"950,50", "950.5", 951},
+                 {"1.234.567", "1234567", 1234567},
+                 {"100", "100", 100},
+                 {"-1,000001", "-1.000001", -1},
+                 {"999999999999999", "999999999999999", 999999999999999}};
+    for (const auto& c : casos) {
+        const Decimal d = Decimal::leer(c.escrito);
+        EXPECT_EQ(d.plano(), c.plano) << c.escrito;
+        EXPECT_EQ(d.pesos(), c.pesos) << c.escrito;
+        EXPECT_EQ(d.redondeado(), Decimal(c.pesos)) << c.escrito;
+    }
+}
+
 } // namespace
