@@ -114,7 +114,8 @@ private:
             MARCA + e_.corrida + "-" + std::to_string(e_.usuario) + "-" + std::to_string(n);
         Comprobante c = factura(e_, concepto, n, azar_);
         desbloquear(*db_, e_.empresa, e_.usuario);
-        c.comprobante_adjunto = medir(CONJUNTO, [&] { return numero_adjunto(*db_, std::nullopt); });
+        c.comprobante_adjunto =
+            val_entero(medir(CONJUNTO, [&] { return numero_adjunto(*db_, std::nullopt); }));
         OpcionesGrabar o;
         o.nuevo = true, o.hoy = apoyo::HOY, o.anio = 2024;
         constexpr int INTENTOS = 50;
@@ -122,10 +123,8 @@ private:
             o.numero_propuesto =
                 medir(NUMERO, [&] { return proponer_numero(*db_, e_.empresa, c.documento, 2024); });
             c.num_docum = std::to_string(o.numero_propuesto);
-            c.nro_correlativo = formato(
-                static_cast<double>(medir(
-                    CORRELATIVO, [&] { return proponer_correlativo(*db_, e_.empresa, c.libro, 2024, 12); })),
-                "0");
+            c.nro_correlativo =
+                medir(CORRELATIVO, [&] { return proponer_correlativo(*db_, e_.empresa, c.libro, 2024, 12); });
             if (intento == 0) pensar(); // typing; a taken number is only chosen again
             if (!revisado(c, true) || !grabado(GUARDAR, c, o)) continue;
             ++j_.hechos[concepto].guardado;
@@ -151,7 +150,7 @@ private:
             auto g = leer_con_bloqueo(*db_, clave, e_.usuario);
             if (!g) throw ErrorSesion("A listed voucher is not there: " + clave.num_docum, "");
             g->c.lineas = leer_lineas(*db_, clave);
-            g->c.adjuntos = leer_adjuntos(*db_, g->c.comprobante_adjunto);
+            g->c.adjuntos = leer_adjuntos(*db_, std::to_string(g->c.comprobante_adjunto));
             return *g;
         });
     }

@@ -92,7 +92,7 @@ public:
         const auto& m = muestras_.front();
         const std::string de = "select * from ctcquorvel where empresa=1 and ";
         const std::string orden = " order by f_comp desc, documento desc, num_docum desc";
-        const auto base = abrir_base(conexion_, Abrir::existente);
+        const auto base = dbtools::abrir_base(conexion_, dbtools::Abrir::existente);
         int recorridos = 0, vistos = 0;
         for (const std::string& sql :
              {std::string("select max(") +

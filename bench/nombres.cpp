@@ -26,7 +26,7 @@ void teclear(const IndicePalabras& indice) {
 int main() {
     for (const auto motor : apoyo::MOTORES) {
         const std::string chica = apoyo::conexion_nueva(motor), grande = apoyo::conexion_nueva(motor);
-        for (const std::string& c : {chica, grande}) crear_demo(c, apoyo::HOY);
+        for (const std::string& c : {chica, grande}) demo::crear_demo(c, apoyo::HOY);
         agrandar_maestros(grande, CUENTAS, AUXILIARES);
         const auto db_chica = abrir_sesion(chica), db = abrir_sesion(grande);
         const IndicePalabras pocas = leer_nombres(*db_chica, Maestro::cuentas);

@@ -69,8 +69,7 @@ void dar_a_conocer(clsConexion& db) {
         b.completar(d);
     }
     const registro::Balance hecho = b.contabilizar({});
-    if (hecho.contabilizados != CONTRAPARTES)
-        std::fprintf(stderr, "%s\n", hecho.desenlace.mensaje().c_str()), std::exit(1);
+    if (hecho.contabilizados != CONTRAPARTES) std::fprintf(stderr, "%s\n", hecho.error.c_str()), std::exit(1);
 }
 
 /// What the save of the screen does with a voucher that its assistant has filled.
@@ -81,7 +80,7 @@ void grabar_como_pantalla(registro::Bandeja& b, clsConexion& db, const Configura
     o.nuevo = true, o.hoy = apoyo::HOY;
     o.numero_propuesto = proponer_numero(db, 1, c.documento, anio(*c.f_comp));
     c.num_docum = std::to_string(o.numero_propuesto);
-    c.nro_correlativo = std::to_string(proponer_correlativo(db, 1, c.libro, anio(*c.f_comp), mes(*c.f_comp)));
+    c.nro_correlativo = proponer_correlativo(db, 1, c.libro, anio(*c.f_comp), mes(*c.f_comp));
     if (const auto r = ValidarComprobante({c, k, m, db, apoyo::HOY, true, false}))
         std::fprintf(stderr, "%s\n", r->mensaje.c_str()), std::exit(1);
     const auto r = GrabarComprobante(db, c, o);
