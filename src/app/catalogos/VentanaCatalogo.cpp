@@ -94,9 +94,10 @@ void VentanaCatalogo::construir() {
     lista_->verticalHeader()->setDefaultSectionSize(lista_->fontMetrics().height() + 6);
     const double letra = lista_->fontMetrics().averageCharWidth();
     for (int i = 0; i < static_cast<int>(c_.columnas.size()); ++i) {
-        const auto titulo =
-            static_cast<double>(QString::fromUtf8(c_.columnas[static_cast<std::size_t>(i)].titulo).size());
-        lista_->setColumnWidth(i, static_cast<int>((std::max(titulo, i == 0 ? 8.0 : 4.0) + 4) * letra));
+        const ColumnaCatalogo& x = c_.columnas[static_cast<std::size_t>(i)];
+        const double titulo = static_cast<double>(QString::fromUtf8(x.titulo).size());
+        const double valor = x.clase == Clase::rut ? 13 : i == 0 ? 8 : 4;
+        lista_->setColumnWidth(i, static_cast<int>((std::max(titulo, valor) + 4) * letra));
     }
     lista_->horizontalHeader()->setSectionResizeMode(1, QHeaderView::Stretch);
     elegido_->setVisible(c_.elige >= 0);

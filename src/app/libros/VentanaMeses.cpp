@@ -96,7 +96,7 @@ QTreeWidgetItem* VentanaMeses::agregar_mes(int mes, const libros::MesRevisado& r
     auto* titulo = new QTreeWidgetItem(lista_);
     const int n = static_cast<int>(revisado.pendientes.size());
     titulo->setText(0, nombre_mes(mes));
-    titulo->setSizeHint(0, {0, lista_->fontMetrics().height() + 10}); // every row is as high as the first
+    titulo->setSizeHint(3, {0, lista_->fontMetrics().height() + 10}); // every row is as high as the first
     titulo->setText(2, cuantos(revisado.comprobantes, "comprobante", "comprobantes"));
     titulo->setText(3, revisado.comprobantes == 0 ? "sin comprobantes"
                        : n == 0                   ? QString::fromUtf8("✓ nada que revisar")
