@@ -87,8 +87,9 @@ private:
 
     void cabecera() {
         importes_ = importes_sql(c_, conjunto_, paso_);
-        pasos_.agregar(o_.nuevo ? sql_H1(c_, importes_, o_.hoy) : sql_H2(c_, importes_, o_.hoy), paso_,
-                       Pasos::Filas::alguna);
+        pasos_.agregar(o_.nuevo ? sql_cabecera_nueva(c_, importes_, o_.hoy)
+                                : sql_cabecera_guardada(c_, importes_, o_.hoy),
+                       paso_, Pasos::Filas::alguna);
     }
 
     void cabecera_nueva() {
@@ -96,8 +97,10 @@ private:
             if (c_.cheque) pasos_.agregar(sql_cheque(clave_, *c_.cheque), paso_);
             pasos_.agregar(sql_factura_sigue(*o_.clave_anterior, clave_), paso_);
         }
-        if (val_entero(c_.num_docum) >= o_.numero_propuesto) pasos_.agregar(sql_N1(clave_, o_.hoy), NUMERO);
-        if (o_.registrar_cierre) pasos_.agregar(sql_C1(clave_, o_.anio), CIERRE, Pasos::Filas::alguna);
+        if (val_entero(c_.num_docum) >= o_.numero_propuesto)
+            pasos_.agregar(sql_ultimo_numero(clave_, o_.hoy), NUMERO);
+        if (o_.registrar_cierre)
+            pasos_.agregar(sql_comprobante_de_cierre(clave_, o_.anio), CIERRE, Pasos::Filas::alguna);
     }
 
     void detalle() {

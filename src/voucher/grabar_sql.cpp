@@ -33,7 +33,7 @@ std::string sql_clave(const Clave& k, const std::string& tabla) {
 
 std::string sql_clave_corta(const Clave& k, const std::string& tabla) { return clave(k, tabla, {}); }
 
-std::string sql_H1(const Comprobante& c, const ImportesSql& m, Fecha hoy) {
+std::string sql_cabecera_nueva(const Comprobante& c, const ImportesSql& m, Fecha hoy) {
     return "insert into ctcQuorvel( empresa,subsistema,f_comp, documento, num_docum,moneda, "
            " t_debe, t_haber, concepto, usuario,  f_ult_modificacion, cotizacion,estado,"
            " libro, doc_libro, num_ref, fecha_factura, fecha_pago, rut_persona,nombre,"
@@ -52,7 +52,7 @@ std::string sql_H1(const Comprobante& c, const ImportesSql& m, Fecha hoy) {
            sql_numero(c.nro_correlativo) + "," + sql_numero(c.iva_activo_fijo) + ")";
 }
 
-std::string sql_H2(const Comprobante& c, const ImportesSql& m, Fecha hoy) {
+std::string sql_cabecera_guardada(const Comprobante& c, const ImportesSql& m, Fecha hoy) {
     return "update ctcQuorvel  set concepto=" + sql_texto(c.concepto) + ", t_debe=" + sql_numero(m.t_debe) +
            ", t_haber=" + sql_numero(m.t_haber) + ", f_ult_modificacion=" + sql_fecha(hoy) +
            ", cotizacion=" + sql_numero(c.cotizacion) + ", usuario=" + sql_numero(c.usuario) +
@@ -70,13 +70,13 @@ std::string sql_H2(const Comprobante& c, const ImportesSql& m, Fecha hoy) {
            ", iva_activo_fijo=" + sql_numero(c.iva_activo_fijo) + sql_clave(c.clave());
 }
 
-std::string sql_N1(const Clave& k, Fecha hoy) {
+std::string sql_ultimo_numero(const Clave& k, Fecha hoy) {
     return "update adxemp_doc set ultimo_emitido=" + sql_texto(k.num_docum) +
            " , f_u_emision=" + sql_fecha(hoy) + " where empresa=" + sql_numero(k.empresa) +
            " and documento=" + sql_texto(k.documento);
 }
 
-std::string sql_C1(const Clave& k, int anio) {
+std::string sql_comprobante_de_cierre(const Clave& k, int anio) {
     return "update ctmconfigu set f_comp_cierre =" + sql_fecha(k.f_comp) +
            ",documento_cierre=" + sql_texto(k.documento) + ", num_docum_cierre=" + sql_texto(k.num_docum) +
            " where empresa= " + sql_numero(k.empresa) + " and anio=" + sql_numero(anio);

@@ -18,13 +18,13 @@ struct ImportesSql {
 /// The same without the subsystem: date, kind and number are unique in a company.
 [[nodiscard]] std::string sql_clave_corta(const Clave& clave, const std::string& tabla = {});
 /// Header of a new voucher.
-[[nodiscard]] std::string sql_H1(const Comprobante& c, const ImportesSql& m, Fecha hoy);
+[[nodiscard]] std::string sql_cabecera_nueva(const Comprobante& c, const ImportesSql& m, Fecha hoy);
 /// Header of a saved voucher.
-[[nodiscard]] std::string sql_H2(const Comprobante& c, const ImportesSql& m, Fecha hoy);
+[[nodiscard]] std::string sql_cabecera_guardada(const Comprobante& c, const ImportesSql& m, Fecha hoy);
 /// Last issued number of the document kind.
-[[nodiscard]] std::string sql_N1(const Clave& clave, Fecha hoy);
+[[nodiscard]] std::string sql_ultimo_numero(const Clave& clave, Fecha hoy);
 /// Closing data of the year.
-[[nodiscard]] std::string sql_C1(const Clave& clave, int anio);
+[[nodiscard]] std::string sql_comprobante_de_cierre(const Clave& clave, int anio);
 /// Header of an annulled voucher.
 [[nodiscard]] std::string sql_anulada(const Comprobante& c, const ImportesSql& m, Fecha f_ult_modificacion);
 [[nodiscard]] std::string sql_cheque(const Clave& clave, const Comprobante::Cheque& cheque);

@@ -18,7 +18,7 @@ struct EntradaValidacion {
     bool nuevo = false;
     bool editando = false; ///< a cell edit is open or a row is being added
 };
-/// Steps 2 to 17 in their fixed order; nothing when the voucher may be saved. @throws ErrorSesion
+/// All checks of a voucher in their fixed order; nothing when the voucher may be saved. @throws ErrorSesion
 [[nodiscard]] std::optional<Rechazo> ValidarComprobante(const EntradaValidacion& e);
 [[nodiscard]] std::optional<Rechazo> ValidarLibro(const EntradaValidacion& e);
 /// Hears a refusal. @return false stops the checks
@@ -41,7 +41,7 @@ template <class Revisar> [[nodiscard]] std::optional<Rechazo> primer_rechazo(Rev
 /// RUT, number. Nothing for books without one.
 using DocumentoReferido = std::array<std::string, 4>;
 [[nodiscard]] std::optional<DocumentoReferido> documento_referido(const Comprobante& c);
-/// The checks against period, open year and closing voucher alone (steps 4, 5, 7 and 8). @throws ErrorSesion
+/// The checks against period, open year and closing voucher alone. @throws ErrorSesion
 [[nodiscard]] std::optional<Rechazo> rechazo_periodo(const Comprobante& c, const Configuracion& k,
                                                      clsConexion& db, Fecha hoy);
 /// Of those, what a closed year alone forbids (steps 7 and 8). @throws ErrorSesion
