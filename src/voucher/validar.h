@@ -44,7 +44,7 @@ using DocumentoReferido = std::array<std::string, 4>;
 /// The checks against period, open year and closing voucher alone. @throws ErrorSesion
 [[nodiscard]] std::optional<Rechazo> rechazo_periodo(const Comprobante& c, const Configuracion& k,
                                                      clsConexion& db, Fecha hoy);
-/// Of those, what a closed year alone forbids (steps 7 and 8). @throws ErrorSesion
+/// Of those, what a closed year alone forbids. @throws ErrorSesion
 [[nodiscard]] std::optional<Rechazo> rechazo_cierre(const Comprobante& c, const Configuracion& k,
                                                     clsConexion& db);
 /// The detail line checks, then the exact sums.
