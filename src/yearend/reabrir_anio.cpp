@@ -107,6 +107,9 @@ std::string por_rehacer(const Reapertura& r) {
         texto += r.quita_aperturas()
                      ? "\r\nLa apertura: " + nombrar(k)
                      : "\r\nLa apertura: " + nombrar(k) + ", que queda: ábrala y genérela otra vez";
+    if (r.otros > 0)
+        texto += "\r\nLo que cambió en la configuración del año " + std::to_string(r.anio + 1) +
+                 ", que al cerrar se copia otra vez de la del " + std::to_string(r.anio);
     return texto;
 }
 

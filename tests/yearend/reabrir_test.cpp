@@ -124,6 +124,8 @@ TEST_P(Reabrir, KeepsAYearThatHasBegunAndIsAllOrNothing) {
     EXPECT_EQ(todo(), antes);
     const std::string rehacer = por_rehacer(leer_reapertura(*db, 1));
     EXPECT_NE(rehacer.find("que queda: ábrala y genérela otra vez"), std::string::npos) << rehacer;
+    EXPECT_TRUE(
+        rehacer.ends_with("configuración del año 2025, que al cerrar se copia otra vez de la del 2024"));
     ASSERT_EQ(reabrir_anio(*db, 1, 1, HOY).mensaje(), "");
     EXPECT_EQ(filas(*db, "select num_docum from ctcquorvel order by f_comp, num_docum"), "1;2;1;5");
     EXPECT_EQ(filas(*db, "select anio from ctmconfigu"), "2024");
