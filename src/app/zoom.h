@@ -6,7 +6,8 @@ namespace quorvel::app {
 
 /// Size of the letters of all windows: Ctrl++ and Ctrl+- change it, Ctrl+0 brings the usual one back.
 /// Remembered in the settings file of the folder.
-class Zoom : public QObject {
+class Zoom final : public QObject {
+    Q_OBJECT
 public:
     static constexpr int USUAL = 100, MENOR = 80, MAYOR = 160, PASO = 10; ///< per cent
     explicit Zoom(std::filesystem::path carpeta, QObject* parent = nullptr);

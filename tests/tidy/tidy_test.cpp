@@ -334,6 +334,21 @@ TEST(Tidy, EachThingHasItsPlace) {
             {"src/platform/db/sqlite/open_file.cpp"}, "database files are opened where their locks are kept");
 }
 
+/// Without the macro a window's search for children of a class takes any of its base's.
+TEST(Tidy, WhatIsSoughtAmongChildrenCanBeTold) {
+    static const std::regex sought(R"(findChild(?:ren)?<(?:\w+::)*([A-PR-Z]\w+)\*>)");
+    static const std::regex told(R"(class (\w+)[^;{}]*\{\s*Q_OBJECT)");
+    Names wanted, known;
+    for (const Source& s : sources()) {
+        for (std::sregex_iterator i(s.code.begin(), s.code.end(), sought), end; i != end; ++i)
+            wanted.insert((*i)[1]);
+        for (std::sregex_iterator i(s.code.begin(), s.code.end(), told), end; i != end; ++i)
+            known.insert((*i)[1]);
+    }
+    std::erase_if(wanted, [&](const std::string& name) { return known.contains(name); });
+    compare(wanted, {}, "a class that is sought among children says Q_OBJECT");
+}
+
 TEST(Tidy, EventProceduresOfTheVoucherScreenAreThreeStatements) {
     Names found;
     for (const Source& s : sources()) {
