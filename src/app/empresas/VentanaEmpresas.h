@@ -5,8 +5,6 @@
 #include <QDialog>
 #include <filesystem>
 
-#include <filesystem>
-
 class QCheckBox;
 class QLabel;
 class QLineEdit;
