@@ -19,8 +19,6 @@ void ejecutar(clsConexion& db, const std::string& sql) {
     if (db.executesql(sql) < 1) throw std::runtime_error(db.last_error());
 }
 
-bool existe(clsConexion& db, const std::string& sql) { return !db.NewRecord(sql)->eof(); }
-
 constexpr std::int64_t MAYOR_SEIS = 999999;
 
 /// The number that a code is; nothing for a code with other signs.
@@ -60,7 +58,7 @@ std::string siguiente_codigo(clsConexion& db) {
     std::int64_t n = ultimo_numero(db);
     std::string codigo;
     do codigo = codigo_seis(std::to_string(++n));
-    while (existe(db, "select auxiliar from ctxaux_cod where auxiliar=" + sql_texto(codigo)));
+    while (has_rows(db, "select auxiliar from ctxaux_cod where auxiliar=" + sql_texto(codigo)));
     return codigo;
 }
 
@@ -79,9 +77,9 @@ std::vector<std::string> auxiliares_de_rut(clsConexion& db, const std::string& r
 void generar_auxiliar(clsConexion& db, const std::string& rut, const std::string& nombre) {
     if (recortar(rut).empty()) throw std::invalid_argument("Ingrese RUT");
     if (const ResultadoRut r = validarut(rut); !r.valido) throw std::invalid_argument(r.mensaje);
-    if (existe(db, consulta_rut(rut))) return;
+    if (has_rows(db, consulta_rut(rut))) return;
     Transaccion t(db);
-    if (!existe(db, "select * from ctmtipoaux  where tipo_aux='PS' "))
+    if (!has_rows(db, "select * from ctmtipoaux  where tipo_aux='PS' "))
         ejecutar(db, "insert into ctmtipoaux(tipo_aux, n_tipo_aux,sistema, activo)values ( 'PS', "
                      "'PERSONAS NATURALES Y JURIDICAS', '0', '1')");
     ejecutar(db, "insert into ctxaux_cod(auxiliar, n_auxiliar,tipo, activo,rut)values ( " +

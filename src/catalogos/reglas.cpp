@@ -11,8 +11,6 @@
 namespace quorvel::reglas {
 namespace {
 
-bool hay(clsConexion& db, const std::string& sql) { return !db.NewRecord(sql)->eof(); }
-
 void revisar_codigo(clsConexion& db, const char* grupos, const FilaCatalogo& fila, Observaciones& o) {
     const std::string &codigo = fila[0], &grupo = fila[2];
     const auto rs =
@@ -45,8 +43,8 @@ void revisar_niveles(clsConexion& db, const char* codigos, const FilaCatalogo& f
         return o.push_back({"formato_centro", falta});
     const auto largo = [](const std::string& f) { return reemplazar(f, ".", "").size(); };
     if (antes.empty() || largo(formato) == largo(antes.back())) return;
-    if (hay(db, std::string("select top 1 centro from ") + codigos + " where g_cuenta=" + sql_texto(fila[0]) +
-                    " and activo='1'"))
+    if (has_rows(db, std::string("select top 1 centro from ") + codigos +
+                         " where g_cuenta=" + sql_texto(fila[0]) + " and activo='1'"))
         o.push_back({"formato_centro", "Sus códigos ya tienen otro largo"});
 }
 
@@ -97,12 +95,12 @@ void revisar_tipo(clsConexion&, const FilaCatalogo& fila, const FilaCatalogo&, O
 
 void revisar_usuario(clsConexion& db, const FilaCatalogo& fila, const FilaCatalogo& antes, Observaciones& o) {
     const bool todo = fila[2] == "0" && fila[3] == "1" && fila[4] == "1";
-    if (!antes.empty() && !todo && !hay(db, todos_los_permisos(fila[0])))
+    if (!antes.empty() && !todo && !has_rows(db, todos_los_permisos(fila[0])))
         o.push_back({"n_usuario", "Debe quedar alguien con todos los permisos"});
 }
 
 std::string unico_usuario(clsConexion& db, const FilaCatalogo& fila) {
-    return hay(db, todos_los_permisos(fila[0])) ? "" : "Debe quedar alguien con todos los permisos";
+    return has_rows(db, todos_los_permisos(fila[0])) ? "" : "Debe quedar alguien con todos los permisos";
 }
 
 std::string cuenta_configurada_de(clsConexion& db, const FilaCatalogo& fila) {
@@ -119,7 +117,8 @@ std::string cuenta_configurada_de(clsConexion& db, const FilaCatalogo& fila) {
 std::string siguiente_documento(clsConexion& db) {
     for (std::int64_t n = 1; n < 1000; ++n) {
         const std::string codigo = rellenar(std::to_string(n), 3);
-        if (!hay(db, "select documento from admdocumen where documento=" + sql_texto(codigo))) return codigo;
+        if (!has_rows(db, "select documento from admdocumen where documento=" + sql_texto(codigo)))
+            return codigo;
     }
     return {};
 }

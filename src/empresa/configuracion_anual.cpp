@@ -109,7 +109,7 @@ std::string falta_para_trabajar(clsConexion& db, int empresa) {
          "La empresa no tiene configuración contable.\nSe ingresa con Ctrl+K, o en la ventana de inicio."},
     };
     for (const auto& r : requisitos)
-        if (db.NewRecord(r.consulta)->eof()) return r.texto;
+        if (!has_rows(db, r.consulta)) return r.texto;
     return {};
 }
 
@@ -149,7 +149,7 @@ std::vector<Observacion> revisar_configuracion(clsConexion& db, const Configurac
 }
 
 void grabar_configuracion(clsConexion& db, const ConfiguracionAnual& c) {
-    if (db.NewRecord("select anio from ctmconfigu" + donde(c.empresa, c.anio))->eof())
+    if (!has_rows(db, "select anio from ctmconfigu" + donde(c.empresa, c.anio)))
         exigir(db, "insert into ctmconfigu(empresa,anio) values (" + sql_numero(c.empresa) + "," +
                        sql_numero(c.anio) + ")");
     std::string sql = "update ctmconfigu set f_digi_inicial=" + sql_fecha(c.f_digi_inicial) +

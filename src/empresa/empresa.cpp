@@ -9,8 +9,6 @@ namespace {
 
 constexpr int MAYOR_CODIGO = 32767; // the session hands the company over as a 16-bit number
 
-bool alguna(clsConexion& db, const std::string& sql) { return !db.NewRecord(sql)->eof(); }
-
 void exigir(clsConexion& db, const std::string& sql) {
     if (db.executesql(sql) < 1) throw ErrorSesion(db.last_error(), sql);
 }
@@ -30,7 +28,7 @@ constexpr TablaCodigos TABLAS[] = {
 /// A table with rows of its own keeps them; an empty one gets the usual codes.
 void sembrar_codigos(clsConexion& db, const std::vector<CodigoBase>& codigos) {
     for (const TablaCodigos& t : TABLAS) {
-        if (alguna(db, std::string("select top 1 ") + t.clave + " from " + t.nombre)) continue;
+        if (has_rows(db, std::string("select top 1 ") + t.clave + " from " + t.nombre)) continue;
         for (const CodigoBase& c : codigos) {
             if (c.size() < 4 || c[0] != t.nombre) continue;
             exigir(db, std::string("insert into ") + t.nombre + "(" + t.columnas + ") values (" +
@@ -53,10 +51,10 @@ void numerar_documentos(clsConexion& db, int empresa) {
 }
 
 void sembrar_usuario(clsConexion& db, const std::string& nombre) {
-    if (alguna(db, "select top 1 usuario from admusuario")) return;
+    if (has_rows(db, "select top 1 usuario from admusuario")) return;
     exigir(db, "insert into admusuario(usuario,n_usuario,alias,permiso) values (1," + sql_texto(nombre) +
                    ",1,'11111')");
-    if (!alguna(db, "select persona from admpersona where persona=1"))
+    if (!has_rows(db, "select persona from admpersona where persona=1"))
         exigir(db, "insert into admpersona(persona,n_persona,tipo,activo) values (1," + sql_texto(nombre) +
                        ",'N','1')");
 }
@@ -82,7 +80,7 @@ std::vector<Observacion> revisar_empresa(clsConexion& db, const EmpresaNueva& e)
     std::vector<Observacion> o;
     if (e.codigo < 1 || e.codigo > MAYOR_CODIGO)
         o.push_back({"codigo", "El código va de 1 a 32767"});
-    else if (alguna(db, "select empresa from admempresa where empresa=" + sql_numero(e.codigo)))
+    else if (has_rows(db, "select empresa from admempresa where empresa=" + sql_numero(e.codigo)))
         o.push_back({"codigo", "Ya existe la empresa " + std::to_string(e.codigo)});
     if (recortar(e.nombre).empty()) o.push_back({"nombre", "Falta el nombre"});
     const auto rut = validarut(con_guion(recortar(e.rut)));
@@ -105,7 +103,7 @@ std::vector<Observacion> revisar_empresa(clsConexion& db, const EmpresaNueva& e)
         for (const ErrorPlan& x : e.plan->errores) o.push_back({"plan", x.texto()});
         for (const ErrorPlan& x : comparar_plan(db, *e.plan)) o.push_back({"plan", x.texto()});
     }
-    if (recortar(e.usuario).empty() && !alguna(db, "select top 1 usuario from admusuario"))
+    if (recortar(e.usuario).empty() && !has_rows(db, "select top 1 usuario from admusuario"))
         o.push_back({"usuario", "Falta el nombre del usuario"});
     return o;
 }

@@ -24,7 +24,7 @@ void exigir_tablas(clsConexion& db) {
 /// @return whether it was
 bool tomar(clsConexion& db, int empresa, const Proteccion& p) {
     const std::string e = sql_numero(empresa);
-    if (!db.NewRecord("select empresa from ctmhistoria where empresa=" + e)->eof()) return false;
+    if (has_rows(db, "select empresa from ctmhistoria where empresa=" + e)) return false;
     escribir(db, {"insert into ctmhistoria(empresa,guarda,cerrado) values (" + e + "," +
                   sql_numero(p.historia ? 1 : 0) + "," + sql_numero(p.cierre ? 1 : 0) + ")"});
     return true;

@@ -2,22 +2,30 @@
 
 #include "platform/db/literal.h"
 #include "text/letras_utf8.h"
+#include "voucher/bloqueo.h"
 #include "voucher/grabar_sql.h"
 #include "voucher/validar.h"
 
 namespace quorvel {
+namespace {
+
+void agregar_historia(Pasos& pasos, std::vector<std::string> sentencias) {
+    for (std::string& una : sentencias) pasos.agregar(std::move(una), PASO_HISTORIA, Pasos::Filas::alguna);
+}
+
+} // namespace
 
 void anotar(Pasos& pasos, const Proteccion& p, const Clave& k, const Autoria& a) {
     if (!p.historia) return;
-    auto sql = sql_version({.empresa = k.empresa,
-                            .usuario = a.usuario,
-                            .operacion = a.operacion,
-                            .grupo = a.grupo,
-                            .clave = clave_version(k.f_comp, k.documento, k.subsistema, k.num_docum),
-                            .sumas = a.sumas,
-                            .solo_abierto = a.operacion != std::string_view(operacion::CHEQUE)},
-                           sql_clave(k));
-    for (std::string& una : sql) pasos.agregar(std::move(una), PASO_HISTORIA, Pasos::Filas::alguna);
+    agregar_historia(pasos,
+                     sql_version({.empresa = k.empresa,
+                                  .usuario = a.usuario,
+                                  .operacion = a.operacion,
+                                  .grupo = a.grupo,
+                                  .clave = clave_version(k.f_comp, k.documento, k.subsistema, k.num_docum),
+                                  .sumas = a.sumas,
+                                  .solo_abierto = a.operacion != std::string_view(operacion::CHEQUE)},
+                                 sql_clave(k)));
 }
 
 void anotar(clsConexion& db, const Proteccion& p, const Clave& clave, const Autoria& autoria) {
@@ -26,10 +34,17 @@ void anotar(clsConexion& db, const Proteccion& p, const Clave& clave, const Auto
     pasos.ejecutar(db);
 }
 
+void anotar_suceso(Pasos& pasos, const Nota& nota) { agregar_historia(pasos, sql_suceso(nota)); }
+
 void exigir_mes_abierto(const Proteccion& p, const Comprobante& c) {
     if (c.f_comp && p.mes_bloqueado(*c.f_comp))
         throw PasoFallido("El mes " + fecha_dmy(*c.f_comp).substr(3) +
                           " está bloqueado. Se desbloquea en el menú Empresa, Protección y meses bloqueados");
+}
+
+void exigir_sin_abrir(const Comprobante& c, int usuario) {
+    if (bloqueado_por_otro(c.bloqueo_usuario, usuario))
+        throw PasoFallido("Otro usuario tiene abierto el comprobante " + nombrar(c.clave()));
 }
 
 void exigir_unica_apertura(clsConexion& db, const Comprobante& c) {
@@ -46,8 +61,7 @@ void exigir_unica_apertura(clsConexion& db, const Comprobante& c) {
                               otra.num_docum == recortar_fin(c.num_docum);
         const std::string norma = recortar(rs->at(3).text());
         if (la_misma || (norma != c.ifrs && norma != "0" && c.ifrs != "0")) continue;
-        throw PasoFallido("El año " + anio_ + " ya tiene una apertura de esta norma: documento " +
-                          otra.documento + ", Nro." + otra.num_docum + ", " + fecha_dmy(otra.f_comp) +
+        throw PasoFallido("El año " + anio_ + " ya tiene una apertura de esta norma: " + nombrar(otra) +
                           ". Ábrala y genere la apertura sobre ella, o elimínela antes");
     }
 }

@@ -18,6 +18,8 @@ struct Clave {
     std::string documento, num_docum;
     friend bool operator==(const Clave&, const Clave&) = default;
 };
+/// "documento 001, Nro.15, 20/03/2024", within a sentence to the user.
+[[nodiscard]] std::string nombrar(const Clave& k);
 
 inline constexpr std::size_t LARGO_GLOSA = 60; ///< letters of a line's gloss that are stored
 

@@ -1,9 +1,7 @@
 #include "voucher/deshacer.h"
 
 #include "platform/db/literal.h"
-#include "text/letras_utf8.h"
 #include "voucher/anotar.h"
-#include "voucher/bloqueo.h"
 #include "voucher/cargar.h"
 #include "voucher/de_version.h"
 #include "voucher/grabar_sql.h"
@@ -11,16 +9,11 @@
 namespace quorvel {
 namespace {
 
-std::string nombrar(const Clave& k) {
-    return "documento " + k.documento + ", Nro." + recortar_fin(k.num_docum) + ", " + fecha_dmy(k.f_comp);
-}
-
 void quitar(clsConexion& db, const Clave& clave, const Autoria& autoria) {
     exigir(db, "update ctcquorvel set subsistema=subsistema" + sql_clave(clave)); // held on a server as well
     const auto guardado = leer_guardado(db, clave);
     if (!guardado) throw PasoFallido("Ya no está el comprobante " + nombrar(clave));
-    if (bloqueado_por_otro(guardado->c.bloqueo_usuario, autoria.usuario))
-        throw PasoFallido("Otro usuario tiene abierto el comprobante " + nombrar(clave));
+    exigir_sin_abrir(guardado->c, autoria.usuario);
     eliminar_en_transaccion_abierta(db, guardado->c, exigir_abierto(db, guardado->c), autoria);
 }
 

@@ -1,7 +1,7 @@
 #include "yearend/cerrar_anio.h"
 
-#include "historia/version.h"
 #include "platform/db/literal.h"
+#include "voucher/anotar.h"
 #include "voucher/pasos.h"
 #include "yearend/saldos.h"
 
@@ -84,17 +84,14 @@ bool abrir_anio(clsConexion& db, int empresa, int usuario, const Configuracion& 
         [&] {
             Pasos pasos;
             pasos.agregar(sql);
-            for (std::string& una : sql_suceso({.empresa = empresa,
-                                    .usuario = usuario,
-                                    .operacion = "año cerrado: " + std::to_string(k.anio)}))
-                pasos.agregar(std::move(una));
+            anotar_suceso(pasos, {.empresa = empresa,
+                                  .usuario = usuario,
+                                  .operacion = "año cerrado: " + std::to_string(k.anio)});
             pasos.ejecutar(db);
         },
         [&] { return leer_periodo(db, empresa, Fecha{}).anio == k.anio + 1; });
     return d.como == Desenlace::hecho;
 }
-
-bool alguna(clsConexion& db, const std::string& sql) { return !db.NewRecord(sql)->eof(); }
 
 } // namespace
 
@@ -117,10 +114,10 @@ ResultadoCerrarAnio cerrar_anio_contable(clsConexion& db, int empresa, Fecha hoy
 std::optional<ResultadoCerrarAnio> completar_cierre_anio(clsConexion& db, int empresa, Fecha hoy) {
     const Configuracion k = leer_periodo(db, empresa, hoy);
     const std::string de_empresa = " where empresa=" + sql_numero(empresa), anio = std::to_string(k.anio);
-    const bool a_medias = alguna(db, "select anio from ctmconfigu" + de_empresa + " and anio=" + anio +
-                                         " and documento_cierre=" + sql_texto(A_MEDIAS));
-    if (!a_medias ||
-        alguna(db, "select top 1 empresa from ctcquorvel" + de_empresa + " and f_comp>=#01/01/" + anio + "#"))
+    const bool a_medias = has_rows(db, "select anio from ctmconfigu" + de_empresa + " and anio=" + anio +
+                                           " and documento_cierre=" + sql_texto(A_MEDIAS));
+    if (!a_medias || has_rows(db, "select top 1 empresa from ctcquorvel" + de_empresa +
+                                      " and f_comp>=#01/01/" + anio + "#"))
         return std::nullopt;
     return terminar_cierre(db, empresa, k.anio - 1, hoy);
 }

@@ -4,17 +4,12 @@
 #include "text/letras_utf8.h"
 #include "text/numeros.h"
 #include "voucher/anotar.h"
-#include "voucher/bloqueo.h"
 #include "voucher/cargar.h"
 #include "voucher/grabar.h"
 #include "voucher/numeracion.h"
 
 namespace quorvel {
 namespace {
-
-std::string nombrar(const Clave& k) {
-    return "documento " + k.documento + ", Nro." + recortar_fin(k.num_docum) + ", " + fecha_dmy(k.f_comp);
-}
 
 std::string del_anio(int empresa, int anio) {
     return " where empresa=" + sql_numero(empresa) + " and anio=" + sql_numero(anio);
@@ -28,8 +23,7 @@ std::string de_comprobantes(int empresa, int anio) {
 void quitar(clsConexion& db, const Clave& clave, int usuario, const Proteccion& p, const std::string& grupo) {
     const auto guardado = leer_guardado(db, clave);
     if (!guardado) return;
-    if (bloqueado_por_otro(guardado->c.bloqueo_usuario, usuario))
-        throw PasoFallido("Otro usuario tiene abierto el comprobante " + nombrar(clave));
+    exigir_sin_abrir(guardado->c, usuario);
     exigir_mes_abierto(p, guardado->c);
     eliminar_en_transaccion_abierta(db, guardado->c, p,
                                     {.usuario = usuario, .operacion = operacion::ELIMINADO, .grupo = grupo});
@@ -65,11 +59,10 @@ void reabrir(clsConexion& db, int empresa, int usuario, Fecha hoy) {
     renumerar(db, empresa, r.anio, hoy);
     if (!p.historia) return;
     Pasos pasos;
-    for (std::string& una : sql_suceso({.empresa = empresa,
-                            .usuario = usuario,
-                            .operacion = "año reabierto: " + std::to_string(r.anio),
-                            .grupo = grupo}))
-        pasos.agregar(std::move(una), PASO_HISTORIA, Pasos::Filas::alguna);
+    anotar_suceso(pasos, {.empresa = empresa,
+                          .usuario = usuario,
+                          .operacion = "año reabierto: " + std::to_string(r.anio),
+                          .grupo = grupo});
     pasos.ejecutar(db);
 }
 

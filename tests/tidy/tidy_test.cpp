@@ -211,7 +211,7 @@ const std::map<std::string, std::string> EDGES{
     {"voucher", "text platform/db historia"},
     {"assistants", "text platform/db voucher"},
     {"registro", "text platform/db platform/files historia voucher assistants"},
-    {"yearend", "text platform/db historia voucher"},
+    {"yearend", "text platform/db voucher"},
     {"interchange", "text platform/db platform/files voucher"},
     {"libros", "text platform/db voucher"},
     {"empresa", "text platform/db platform/files"},

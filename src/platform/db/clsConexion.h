@@ -151,6 +151,11 @@ private:
     std::set<std::string> tables_;
 };
 
+/// @throws ErrorSesion
+[[nodiscard]] inline bool has_rows(clsConexion& db, const std::string& sql) {
+    return !db.NewRecord(sql)->eof();
+}
+
 /// Runs work that only reads, with `go_on` asked while the engine keeps it waiting.
 /// @return false when `go_on` ended it @throws whatever the work throws for another reason
 template <class Work> bool interruptible(clsConexion& db, const std::function<bool()>& go_on, Work&& work) {
