@@ -1,7 +1,6 @@
 #include "dbtools/compartidos.h"
 
 #include "dbtools/datos.h"
-#include "dbtools/guion.h"
 #include "text/letras_utf8.h"
 
 #include <algorithm>
@@ -48,10 +47,8 @@ constexpr Maestro MAESTROS[] = {
     {"ctmotroimp", "El impuesto", 1, "", ""},
 };
 
-TablaMovida tabla_de(Base& base, const std::string& nombre) {
-    for (const Tabla& t : leer_esquema(leer_dato("schema/" + base.motor() + ".sql")).tablas)
-        if (t.nombre == nombre) return {t.nombre, t.columnas};
-    return {nombre, {}};
+std::size_t columna(const TablaMovida& tabla, const std::string& nombre) {
+    return static_cast<std::size_t>(std::ranges::find(tabla.columnas, nombre) - tabla.columnas.begin());
 }
 
 std::string clave_de(const Maestro& m, const Celdas& fila) {
@@ -72,17 +69,25 @@ std::map<std::string, Celdas> por_clave(Base& base, const Maestro& m, const Tabl
 
 } // namespace
 
+Compartidos::Compartidos(Base& de, Base& a, int empresa)
+    : de_(de), a_(a), empresa_(std::to_string(empresa)),
+      tablas_(leer_esquema(leer_dato("schema/" + de.motor() + ".sql")).tablas) {}
+
+TablaMovida Compartidos::tabla(const std::string& nombre) const {
+    const auto t = std::ranges::find(tablas_, nombre, &Tabla::nombre);
+    return t == tablas_.end() ? TablaMovida{nombre, {}} : TablaMovida{t->nombre, t->columnas};
+}
+
 std::string Compartidos::con_empresa(const char* usados) const { return reemplazar(usados, "%E", empresa_); }
 
 std::vector<std::string> Compartidos::choques() {
     std::vector<std::string> frases;
     for (const Maestro& m : MAESTROS) {
         if (*m.identidad == '\0') continue;
-        const TablaMovida tabla = tabla_de(de_, m.tabla);
-        const auto identidad =
-            static_cast<std::size_t>(std::ranges::find(tabla.columnas, m.identidad) - tabla.columnas.begin());
-        const auto alla = por_clave(a_, m, tabla);
-        for (const Celdas& fila : leer_filas(de_, tabla, con_empresa(m.usados))) {
+        const TablaMovida suya = tabla(m.tabla);
+        const std::size_t identidad = columna(suya, m.identidad);
+        const auto alla = por_clave(a_, m, suya);
+        for (const Celdas& fila : leer_filas(de_, suya, con_empresa(m.usados))) {
             const auto otra = alla.find(clave_de(m, fila));
             const auto dato = [&](const Celdas& f) { return recortar_fin(f[identidad].value_or("")); };
             if (otra != alla.end() && dato(otra->second) != dato(fila))
@@ -95,41 +100,41 @@ std::vector<std::string> Compartidos::choques() {
 }
 
 /// Each is the one of that name or RUT there; whoever is nobody there gets a code.
-std::map<std::string, std::string> Compartidos::personas(const TablaMovida& tabla,
+std::map<std::string, std::string> Compartidos::personas(const std::string& nombre,
                                                          const std::string& identidad, const char* usados) {
-    const auto columna =
-        static_cast<std::size_t>(std::ranges::find(tabla.columnas, identidad) - tabla.columnas.begin());
+    const TablaMovida suya = tabla(nombre);
+    const std::size_t quien = columna(suya, identidad);
     std::map<std::string, std::string> codigos, alla;
     std::int64_t ultimo = 0;
-    for (const Celdas& fila : leer_filas(a_, tabla, "")) {
-        alla.emplace(recortar_fin(fila[columna].value_or("")), *fila[0]);
+    for (const Celdas& fila : leer_filas(a_, suya, "")) {
+        alla.emplace(recortar_fin(fila[quien].value_or("")), *fila[0]);
         ultimo = std::max<std::int64_t>(ultimo, std::stoll(*fila[0]));
     }
-    for (Celdas fila : leer_filas(de_, tabla, con_empresa(usados))) {
+    for (Celdas fila : leer_filas(de_, suya, con_empresa(usados))) {
         const std::string antes = *fila[0];
         const auto [conocida, nueva] =
-            alla.emplace(recortar_fin(fila[columna].value_or("")), std::to_string(ultimo + 1));
+            alla.emplace(recortar_fin(fila[quien].value_or("")), std::to_string(ultimo + 1));
         codigos[antes] = conocida->second;
         if (!nueva) continue;
         ++ultimo;
         fila[0] = conocida->second;
-        escribir_filas(a_, tabla, {fila});
+        escribir_filas(a_, suya, {fila});
     }
     return codigos;
 }
 
 void Compartidos::llevar(Codigos& codigos) {
     for (const Maestro& m : MAESTROS) {
-        const TablaMovida tabla = tabla_de(de_, m.tabla);
-        const auto alla = por_clave(a_, m, tabla);
+        const TablaMovida suya = tabla(m.tabla);
+        const auto alla = por_clave(a_, m, suya);
         std::vector<Celdas> faltan;
-        for (Celdas& fila : leer_filas(de_, tabla, con_empresa(m.usados)))
+        for (Celdas& fila : leer_filas(de_, suya, con_empresa(m.usados)))
             if (!alla.contains(clave_de(m, fila))) faltan.push_back(std::move(fila));
-        escribir_filas(a_, tabla, faltan);
+        escribir_filas(a_, suya, faltan);
     }
-    codigos.usuarios = personas(tabla_de(de_, "admusuario"), "n_usuario",
+    codigos.usuarios = personas("admusuario", "n_usuario",
                                 " where usuario in (select usuario from ctcquorvel where empresa=%E)");
-    codigos.personas = personas(tabla_de(de_, "admpersona"), "cedula_ruc",
+    codigos.personas = personas("admpersona", "cedula_ruc",
                                 " where persona in (select cliente from ftcfactura where empresa=%E)");
 }
 

@@ -1,6 +1,7 @@
 #include "dbtools/estado_empresas.h"
 
 #include "dbtools/base.h"
+#include "text/fecha.h"
 #include "text/letras_utf8.h"
 
 #include <cstdlib>
@@ -27,7 +28,8 @@ std::map<int, std::string> por_empresa(Base& base, const char* sql) {
 }
 
 std::string dia(const std::string& iso) {
-    return iso.size() < 10 ? "" : iso.substr(8, 2) + "/" + iso.substr(5, 2) + "/" + iso.substr(0, 4);
+    const auto fecha = leer_fecha_iso(iso);
+    return fecha ? fecha_dmy(*fecha) : "";
 }
 
 } // namespace
