@@ -13,9 +13,27 @@ namespace {
 using enum Clase;
 using Columna = ColumnaCatalogo;
 
+// accounts and cost centres are built alike
+constexpr Columna CENTRO{
+    .nombre = "centro", .titulo = "Código", .clase = digitos, .largo = 20, .obligatoria = true};
+constexpr Columna N_CENTRO{.nombre = "n_centro", .titulo = "Nombre", .obligatoria = true};
+constexpr Columna GRUPO{.nombre = "g_cuenta",
+                        .titulo = "Código",
+                        .clase = digitos,
+                        .largo = 1,
+                        .obligatoria = true,
+                        .ayuda = "El primer dígito de sus códigos"};
+constexpr Columna N_GRUPO{.nombre = "n_g_cuenta", .titulo = "Nombre", .obligatoria = true};
+constexpr Columna NIVELES{.nombre = "formato_centro",
+                          .titulo = "Niveles",
+                          .largo = 30,
+                          .obligatoria = true,
+                          .ayuda = "9.99.999: un dígito, dos más y tres más"};
+constexpr Columna EN_USO{.nombre = "activo", .titulo = "En uso", .clase = marca};
+
 constexpr Columna CUENTAS[] = {
-    {.nombre = "centro", .titulo = "Código", .clase = digitos, .largo = 20, .obligatoria = true},
-    {.nombre = "n_centro", .titulo = "Nombre", .obligatoria = true},
+    CENTRO,
+    N_CENTRO,
     {.nombre = "g_cuenta",
      .titulo = "Grupo",
      .clase = eleccion,
@@ -31,8 +49,8 @@ constexpr Columna CUENTAS[] = {
      .ayuda = "Cada línea lleva el cliente, proveedor o persona"},
 };
 constexpr Columna CENTROS[] = {
-    {.nombre = "centro", .titulo = "Código", .clase = digitos, .largo = 20, .obligatoria = true},
-    {.nombre = "n_centro", .titulo = "Nombre", .obligatoria = true},
+    CENTRO,
+    N_CENTRO,
     {.nombre = "g_cuenta",
      .titulo = "Grupo",
      .clase = eleccion,
@@ -44,37 +62,15 @@ constexpr Columna CENTROS[] = {
      .ayuda = "Sin la marca es un título, o un centro que ya no se usa"},
 };
 constexpr Columna GRUPOS[] = {
-    {.nombre = "g_cuenta",
-     .titulo = "Código",
-     .clase = digitos,
-     .largo = 1,
-     .obligatoria = true,
-     .ayuda = "El primer dígito de sus códigos"},
-    {.nombre = "n_g_cuenta", .titulo = "Nombre", .obligatoria = true},
+    GRUPO,
+    N_GRUPO,
     {.nombre = "transitorio",
      .titulo = "De resultado",
      .clase = marca,
      .ayuda = "El cierre del año salda sus cuentas"},
-    {.nombre = "formato_centro",
-     .titulo = "Niveles",
-     .largo = 30,
-     .obligatoria = true,
-     .ayuda = "9.99.999: un dígito, dos más y tres más"},
+    NIVELES,
 };
-constexpr Columna GRUPOS_CENTROS[] = {
-    {.nombre = "g_cuenta",
-     .titulo = "Código",
-     .clase = digitos,
-     .largo = 1,
-     .obligatoria = true,
-     .ayuda = "El primer dígito de sus códigos"},
-    {.nombre = "n_g_cuenta", .titulo = "Nombre", .obligatoria = true},
-    {.nombre = "formato_centro",
-     .titulo = "Niveles",
-     .largo = 30,
-     .obligatoria = true,
-     .ayuda = "9.99.999: un dígito, dos más y tres más"},
-};
+constexpr Columna GRUPOS_CENTROS[] = {GRUPO, N_GRUPO, NIVELES};
 constexpr Columna AUXILIARES[] = {
     {.nombre = "auxiliar",
      .titulo = "Código",
@@ -89,13 +85,13 @@ constexpr Columna AUXILIARES[] = {
      .clase = eleccion,
      .obligatoria = true,
      .opciones = "select tipo_aux, n_tipo_aux from ctmtipoaux order by tipo_aux"},
-    {.nombre = "activo", .titulo = "En uso", .clase = marca},
+    EN_USO,
 };
 constexpr Columna TIPOS[] = {
     {.nombre = "tipo_aux", .titulo = "Código", .largo = 2, .obligatoria = true, .ayuda = "Dos letras"},
     {.nombre = "n_tipo_aux", .titulo = "Nombre", .obligatoria = true},
     {.nombre = "sistema", .titulo = "Del sistema", .clase = marca, .ayuda = "Lo llevan otros programas"},
-    {.nombre = "activo", .titulo = "En uso", .clase = marca},
+    EN_USO,
 };
 constexpr Columna DOCUMENTOS[] = {
     {.nombre = "documento",

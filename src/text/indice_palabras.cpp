@@ -13,10 +13,6 @@ std::size_t grupo(std::string_view plegado, std::size_t lugar) {
     return byte(lugar) << 8 | byte(lugar + 1);
 }
 
-bool de_palabra(char c) {
-    return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || static_cast<unsigned char>(c) >= 0x80;
-}
-
 /// Appends each word of a text without capitals and accents, a blank before it.
 void agregar_palabras(std::string& palabras, std::string_view plano) {
     bool dentro = false;

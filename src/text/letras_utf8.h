@@ -14,6 +14,10 @@ namespace quorvel {
 [[nodiscard]] std::string minusculas(std::string_view texto);
 /// Lower case without accents, for searching by typing.
 [[nodiscard]] std::string sin_acentos(std::string_view texto);
+/// A digit, a letter or a byte of one, in such a text.
+[[nodiscard]] constexpr bool de_palabra(char c) {
+    return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || static_cast<unsigned char>(c) >= 0x80;
+}
 /// Without blanks at both ends.
 [[nodiscard]] std::string recortar(std::string_view texto);
 /// Without blanks at the end.

@@ -13,17 +13,13 @@ namespace {
 constexpr int BLOCK = 200; // rows that one screenful needs at most, read in a few milliseconds
 constexpr std::size_t NONE = static_cast<std::size_t>(-1);
 
-bool of_word(char c) {
-    return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || static_cast<unsigned char>(c) >= 0x80;
-}
-
 /// Words begin behind any sign ("O'Higgins"), numbers only a cell or behind a blank: not within a date or a
 /// RUT.
 bool has_word(const std::string& row, const std::string& beginning) {
     const bool number = beginning[0] >= '0' && beginning[0] <= '9';
     for (std::size_t at = row.find(beginning, 1); at != std::string::npos; at = row.find(beginning, at + 1)) {
         const char before = row[at - 1];
-        if (before == '\n' || before == ' ' || (!number && !of_word(before))) return true;
+        if (before == '\n' || before == ' ' || (!number && !de_palabra(before))) return true;
     }
     return false;
 }
