@@ -1,6 +1,7 @@
 #include "qt/ConsultaView.h"
 
 #include "platform/ui/form.h"
+#include "qt/row_height.h"
 #include "qt/text.h"
 #include "text/numeros.h"
 
@@ -134,7 +135,7 @@ ConsultaView::ConsultaView(QWidget* parent) : QTableView(parent), model_(new Con
     setWordWrap(false);
     verticalHeader()->hide();
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    fit_rows();
+    fit_rows(*this);
     horizontalHeader()->setHighlightSections(false);
     horizontalHeader()->setStretchLastSection(true);
     horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
@@ -148,15 +149,10 @@ ConsultaView::ConsultaView(QWidget* parent) : QTableView(parent), model_(new Con
     });
 }
 
-void ConsultaView::fit_rows() {
-    verticalHeader()->setMinimumSectionSize(fontMetrics().height() + 4);
-    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 10);
-}
-
 void ConsultaView::changeEvent(QEvent* event) {
     QTableView::changeEvent(event);
     if (event->type() != QEvent::FontChange) return;
-    fit_rows();
+    fit_rows(*this);
     fitted_width_ = 0;
     if (list_ != nullptr) fit_columns();
 }

@@ -53,7 +53,6 @@ protected:
 
 private:
     void fit_columns();
-    void fit_rows();
     void show_typed();
     [[nodiscard]] QString widths() const; ///< that a person gave this list before
     void keep_widths();

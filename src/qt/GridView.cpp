@@ -7,6 +7,7 @@
 #include "qt/SuggestionBox.h"
 #include "qt/icons.h"
 #include "qt/keys.h"
+#include "qt/row_height.h"
 #include "qt/text.h"
 
 #include <QApplication>
@@ -51,7 +52,7 @@ GridView::GridView(QWidget* parent)
     setHorizontalScrollMode(ScrollPerPixel);
     verticalHeader()->hide();
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    fit_rows();
+    fit_rows(*this);
     horizontalHeader()->setHighlightSections(false);
     horizontalHeader()->setSectionsMovable(false);
     horizontalHeader()->setStretchLastSection(true);
@@ -96,15 +97,10 @@ void GridView::detach() {
     model_->detach();
 }
 
-void GridView::fit_rows() {
-    verticalHeader()->setMinimumSectionSize(fontMetrics().height() + 4);
-    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 10);
-}
-
 void GridView::changeEvent(QEvent* event) {
     QTableView::changeEvent(event);
     if (event->type() != QEvent::FontChange) return;
-    fit_rows();
+    fit_rows(*this);
     sync_widths();
 }
 

@@ -52,7 +52,6 @@ private:
     void sync_current();
     void sync_editor();
     void sync_widths();
-    void fit_rows();
     void resizeEvent(QResizeEvent* event) override;
     void place_editor();
     bool forward(QKeyEvent& event);

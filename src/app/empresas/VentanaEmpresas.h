@@ -5,7 +5,6 @@
 #include <QDialog>
 #include <filesystem>
 
-class QCheckBox;
 class QLabel;
 class QLineEdit;
 class QPushButton;

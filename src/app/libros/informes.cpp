@@ -33,13 +33,13 @@ std::string historia(clsConexion& db, const PedidoLibro& p) {
 /// A table for a definition; every row begins with what the page header shows.
 class TablaInforme {
 public:
-    TablaInforme(clsConexion& db, libros::Libro libro, const libros::PedidoLibro& p,
+    TablaInforme(clsConexion& db, Libro libro, const PedidoLibro& p,
                  std::initializer_list<Columna> columnas) {
         const auto rs =
             db.NewRecord("select n_empresa, rut from admempresa where empresa=" + sql_numero(p.empresa));
         comun_ = {Value(rs->eof() ? "" : rs->at(0).text()), Value(rs->eof() ? "" : rs->at(1).text()),
-                  Value(libros::titulo_libro(libro)),
-                  Value(texto_periodo(p) + (libro == libros::Libro::diario ? historia(db, p) : ""))};
+                  Value(titulo_libro(libro)),
+                  Value(texto_periodo(p) + (libro == Libro::diario ? historia(db, p) : ""))};
         for (const char* nombre : {"empresa", "rut", "titulo", "periodo", "tipo"})
             datos.columns.push_back({nombre, ColumnKind::text});
         for (const Columna& c : columnas) datos.columns.push_back({c.nombre, c.kind});
@@ -66,10 +66,10 @@ private:
 constexpr auto NUMERO = ColumnKind::number;
 
 Value texto(const std::string& t) { return {t}; }
-std::string comprobante(const libros::Posicion& p) { return p.documento + " " + p.num_docum; }
+std::string comprobante(const Posicion& p) { return p.documento + " " + p.num_docum; }
 
-report::Data datos_diario(clsConexion& db, const libros::PedidoLibro& p) {
-    TablaInforme t(db, libros::Libro::diario, p,
+report::Data datos_diario(clsConexion& db, const PedidoLibro& p) {
+    TablaInforme t(db, Libro::diario, p,
                    {{"fecha"},
                     {"comprobante"},
                     {"libro"},
@@ -81,7 +81,7 @@ report::Data datos_diario(clsConexion& db, const libros::PedidoLibro& p) {
                     {"debe", NUMERO},
                     {"haber", NUMERO}});
     std::string anterior;
-    libros::recorrer_diario(db, p, [&](const libros::RenglonDiario& r) {
+    recorrer_diario(db, p, [&](const RenglonDiario& r) {
         const std::string este = fecha_dmy(r.donde.f_comp) + " " + comprobante(r.donde);
         if (este != anterior)
             t.fila("cabecera", {fecha_dmy(r.donde.f_comp), comprobante(r.donde) + " " + r.n_documento,
@@ -95,8 +95,8 @@ report::Data datos_diario(clsConexion& db, const libros::PedidoLibro& p) {
     return t.terminar();
 }
 
-report::Data datos_mayor(clsConexion& db, const libros::PedidoLibro& p) {
-    TablaInforme t(db, libros::Libro::mayor, p,
+report::Data datos_mayor(clsConexion& db, const PedidoLibro& p) {
+    TablaInforme t(db, Libro::mayor, p,
                    {{"fecha"},
                     {"comprobante"},
                     {"auxiliar"},
@@ -107,16 +107,15 @@ report::Data datos_mayor(clsConexion& db, const libros::PedidoLibro& p) {
                     {"debe", NUMERO},
                     {"haber", NUMERO},
                     {"saldo", NUMERO}});
-    for (const libros::CuentaMayor& c : libros::leer_mayor(db, p)) {
+    for (const CuentaMayor& c : leer_mayor(db, p)) {
         const std::string quien = c.auxiliar.empty() ? "" : " · " + c.auxiliar + " " + c.n_auxiliar;
         t.fila("cuenta", {Value(), Value(), Value(), Value(), Value(), texto(c.centro),
                           texto(c.n_centro + quien), Value(), Value(), Value(c.anterior)});
-        libros::recorrer_movimientos(
-            db, p, libros::movimientos_de(c, p), c.anterior, [&](const libros::Movimiento& m) {
-                t.fila("linea", {fecha_dmy(m.donde.f_comp), comprobante(m.donde), m.auxiliar, m.glosa,
-                                 m.num_ref, Value(), Value(), Value(m.debe), Value(m.haber), Value(m.saldo)});
-                return true;
-            });
+        recorrer_movimientos(db, p, movimientos_de(c, p), c.anterior, [&](const Movimiento& m) {
+            t.fila("linea", {fecha_dmy(m.donde.f_comp), comprobante(m.donde), m.auxiliar, m.glosa, m.num_ref,
+                             Value(), Value(), Value(m.debe), Value(m.haber), Value(m.saldo)});
+            return true;
+        });
         // shown beside, so that the sums of the page count each amount once
         t.fila("total", {Value(), Value(), Value(), formato(static_cast<double>(c.debe), "#,##0"),
                          formato(static_cast<double>(c.haber), "#,##0"),
@@ -126,8 +125,8 @@ report::Data datos_mayor(clsConexion& db, const libros::PedidoLibro& p) {
     return t.terminar();
 }
 
-report::Data datos_balance(clsConexion& db, const libros::PedidoLibro& p) {
-    TablaInforme t(db, libros::Libro::balance, p,
+report::Data datos_balance(clsConexion& db, const PedidoLibro& p) {
+    TablaInforme t(db, Libro::balance, p,
                    {{"cuenta"},
                     {"nombre"},
                     {"debitos", NUMERO},
@@ -138,28 +137,28 @@ report::Data datos_balance(clsConexion& db, const libros::PedidoLibro& p) {
                     {"pasivo", NUMERO},
                     {"perdida", NUMERO},
                     {"ganancia", NUMERO}});
-    const libros::Balance b = libros::leer_balance(db, p);
-    const auto fila = [&](const char* tipo, const libros::LineaBalance& l) {
+    const Balance b = leer_balance(db, p);
+    const auto fila = [&](const char* tipo, const LineaBalance& l) {
         Fila celdas{texto(l.centro), texto(l.nombre)};
-        for (const std::int64_t monto : libros::columnas_balance(l)) celdas.emplace_back(monto);
+        for (const std::int64_t monto : columnas_balance(l)) celdas.emplace_back(monto);
         t.fila(tipo, celdas);
     };
-    for (const libros::LineaBalance& l : b.cuentas) fila("linea", l);
-    for (const libros::LineaBalance* l : {&b.sumas, &b.resultado, &b.totales}) fila("suma", *l);
+    for (const LineaBalance& l : b.cuentas) fila("linea", l);
+    for (const LineaBalance* l : {&b.sumas, &b.resultado, &b.totales}) fila("suma", *l);
     return t.terminar();
 }
 
 struct Definicion {
     const char* archivo;
-    report::Data (*datos)(clsConexion&, const libros::PedidoLibro&);
+    report::Data (*datos)(clsConexion&, const PedidoLibro&);
 };
 constexpr Definicion DEFINICIONES[] = {{"libro_diario.rpt", datos_diario},
                                        {"libro_mayor.rpt", datos_mayor},
                                        {"libro_balance.rpt", datos_balance}};
 
-void exigir_tamano(clsConexion& db, const libros::PedidoLibro& p) {
-    const auto rs = db.NewRecord("select count(*) as n from ctdquorvel a where" +
-                                 libros::condicion_lineas(db, p, p.desde));
+void exigir_tamano(clsConexion& db, const PedidoLibro& p) {
+    const auto rs =
+        db.NewRecord("select count(*) as n from ctdquorvel a where" + condicion_lineas(db, p, p.desde));
     if (rs->at(0).integer() > MAXIMO_LINEAS_PDF)
         throw std::runtime_error("El período tiene " +
                                  formato(static_cast<double>(rs->at(0).integer()), "#,##0") +
@@ -168,7 +167,7 @@ void exigir_tamano(clsConexion& db, const libros::PedidoLibro& p) {
 
 } // namespace
 
-std::string texto_periodo(const libros::PedidoLibro& p) {
+std::string texto_periodo(const PedidoLibro& p) {
     std::string t = "Desde " + fecha_dmy(p.desde) + " hasta " + fecha_dmy(p.hasta);
     if (p.norma == "1") t += ", norma tributaria";
     if (p.norma == "2") t += ", norma IFRS";
@@ -176,9 +175,9 @@ std::string texto_periodo(const libros::PedidoLibro& p) {
     return t;
 }
 
-report::Layout componer_libro(clsConexion& db, libros::Libro libro, const libros::PedidoLibro& p,
+report::Layout componer_libro(clsConexion& db, Libro libro, const PedidoLibro& p,
                               const std::filesystem::path& definiciones) {
-    if (libro != libros::Libro::balance) exigir_tamano(db, p);
+    if (libro != Libro::balance) exigir_tamano(db, p);
     const Definicion& cual = DEFINICIONES[static_cast<std::size_t>(libro)];
     const auto definicion = report::read_definition(definiciones / cual.archivo);
     const report::Data datos = cual.datos(db, p);
@@ -186,12 +185,12 @@ report::Layout componer_libro(clsConexion& db, libros::Libro libro, const libros
     return report::compose(definicion, datos, qt::text_width);
 }
 
-void escribir_libro_pdf(clsConexion& db, libros::Libro libro, const libros::PedidoLibro& p,
+void escribir_libro_pdf(clsConexion& db, Libro libro, const PedidoLibro& p,
                         const std::filesystem::path& definiciones, const std::filesystem::path& archivo) {
-    if (libro == libros::Libro::mensual)
-        return escribir_grafico_pdf(libros::leer_totales_mensuales(db, p.empresa, anio(p.desde)),
-                                    anio(p.desde), archivo);
-    qt::write_pdf(componer_libro(db, libro, p, definiciones), archivo, libros::titulo_libro(libro));
+    if (libro == Libro::mensual)
+        return escribir_grafico_pdf(leer_totales_mensuales(db, p.empresa, anio(p.desde)), anio(p.desde),
+                                    archivo);
+    qt::write_pdf(componer_libro(db, libro, p, definiciones), archivo, titulo_libro(libro));
 }
 
 } // namespace quorvel::app
